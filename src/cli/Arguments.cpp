@@ -1,0 +1,164 @@
+#include "cli/Arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+
+#include "cli/Exit.h"
+#include "formats/Formats.h"
+
+namespace tesselink {
+namespace {
+
+constexpr const char* kAbout =
+    "Converts vector map drawings between the file formats of oil-and-gas and land-survey mapping.\n";
+
+template <typename Rows>
+std::string KeyList(const Rows& rows) {
+  std::string keys;
+  for (const auto& row : rows) keys += (keys.empty() ? "" : ", ") + row.key;
+  return keys;
+}
+
+template <typename Rows>
+CLI::Validator KnownKey(const Rows& rows, const std::string& what) {
+  return CLI::Validator(
+      [&rows, what](std::string& key) {
+        const bool known = std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return row.key == key; });
+        return known ? std::string() : "\"" + key + "\" is no " + what + " format; the keys are " + KeyList(rows);
+      },
+      "");
+}
+
+void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
+  command
+      .add_option("--from", options.from,
+                  "Format of the input, whatever its extension: " + KeyList(AllFormats().Inputs()))
+      ->type_name("KEY")
+      ->check(KnownKey(AllFormats().Inputs(), "input"));
+  command
+      .add_option(
+          "--layer-field", options.layerField,
+          "Attribute field of a shapefile that names the layer; without this and --text-field, attributes are not used")
+      ->type_name("NAME");
+  command
+      .add_option("--text-field", options.textField,
+                  "Attribute field of a shapefile whose value becomes a text at each shape")
+      ->type_name("NAME");
+  command
+      .add_option_function<std::string>(
+          "--line-ends",
+          [&options](const std::string& choice) {
+            if (choice == "keep") {
+              options.lineEnds = LineEndsChoice::Keep;
+            } else if (choice == "replace") {
+              options.lineEnds = LineEndsChoice::Replace;
+            } else if (choice.starts_with("copy=") && choice.size() > 5) {
+              options.lineEnds = LineEndsChoice::Copy;
+              options.lineEndsCopy = choice.substr(5);
+            } else {
+              throw CLI::ValidationError("--line-ends", "\"" + choice + "\" is not keep, replace or copy=FILE");
+            }
+          },
+          "A text file with bare line feeds: keep reads it as it stands (default), replace repairs the file itself, "
+          "copy=FILE "
+          "writes a repaired copy and reads that")
+      ->type_name("keep|replace|copy=FILE");
+}
+
+CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
+  CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several .shp inputs run as one conversion");
+  convert
+      ->add_option("FILES", command.inputs,
+                   "The input, or several shapefiles, and then the output. Formats follow the extensions")
+      ->type_name("INPUT... OUTPUT")
+      ->required()
+      ->expected(2, 1 << 20);
+  convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
+  AddReadingOptions(*convert, command.reading);
+  convert
+      ->add_option("--to", command.to,
+                   "Format of the output, whatever its extension: " + KeyList(AllFormats().Outputs()))
+      ->type_name("KEY")
+      ->check(KnownKey(AllFormats().Outputs(), "output"));
+  convert->add_flag_callback(
+      "--progress", [&] { command.progress = ProgressChoice::Always; },
+      "Show a progress bar on standard error (the default when that is a terminal)");
+  convert->add_flag_callback(
+      "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
+  convert->add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
+  convert->add_flag("--json", command.json, "Print the summary as JSON on standard output");
+  convert->footer(
+      "Examples:\n"
+      "  tesselink convert plat.asc plat.dxf\n"
+      "  tesselink convert --layer-field LAYER --text-field NAME wells.shp wells.dxf\n"
+      "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 ended early (the output is incomplete), 130 cancelled.");
+  return convert;
+}
+
+CLI::App* AddInfo(CLI::App& app, InfoCommand& command) {
+  CLI::App* info =
+      app.add_subcommand("info", "Tell format, elements by kind, vertices, layers, extents and attribute fields");
+  info->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  info->add_flag("--json", command.json, "Print as JSON");
+  AddReadingOptions(*info, command.reading);
+  return info;
+}
+
+CLI::App* AddCat(CLI::App& app, CatCommand& command) {
+  CLI::App* cat = app.add_subcommand("cat", "Print every element as one JSON object a line");
+  cat->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddReadingOptions(*cat, command.reading);
+  return cat;
+}
+
+ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error) {
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+    const CLI::App* asked = &app;
+    for (const CLI::App* sub : app.get_subcommands()) asked = sub;
+    const bool version = dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr;
+    return {version ? std::string(error.what()) + "\n" : asked->help(), kExitDone};
+  }
+  std::string name = "tesselink";
+  for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
+  return {"tesselink: " + std::string(error.what()) + "\nSee \"" + name + " --help\".\n", kExitUsage};
+}
+
+}  // namespace
+
+Command ParseArguments(const std::vector<std::string>& arguments) {
+  CLI::App app(kAbout, "tesselink");
+  app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
+  app.require_subcommand(1);
+  app.get_formatter()->column_width(34);
+
+  ConvertCommand convert;
+  InfoCommand info;
+  CatCommand cat;
+  TableCommand table;
+  FormatsCommand formats;
+  const CLI::App* convertApp = AddConvert(app, convert);
+  const CLI::App* infoApp = AddInfo(app, info);
+  const CLI::App* catApp = AddCat(app, cat);
+  CLI::App* tableApp = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
+  tableApp->add_option("FILE", table.file, "The table")->required()->type_name("");
+  CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
+  formatsApp->add_flag("--json", formats.json, "Print as JSON");
+
+  try {
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::ParseError& error) {
+    return Ended(app, error);
+  }
+  if (convertApp->parsed()) {
+    convert.output = convert.inputs.back();
+    convert.inputs.pop_back();
+    return convert;
+  }
+  if (infoApp->parsed()) return info;
+  if (catApp->parsed()) return cat;
+  if (tableApp->parsed()) return table;
+  return formats;
+}
+
+}  // namespace tesselink

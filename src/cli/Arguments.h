@@ -1,0 +1,64 @@
+// The command line as data. Parsing touches no file, so that every option can be tested by itself.
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tesselink {
+
+enum class LineEndsChoice { Keep, Replace, Copy };
+
+/// What concerns reading, for every command that reads a drawing.
+struct ReadingOptions {
+  std::string from;        ///< a format key; empty: by the extension
+  std::string layerField;  ///< of a shapefile's table
+  std::string textField;
+  LineEndsChoice lineEnds = LineEndsChoice::Keep;
+  std::string lineEndsCopy;  ///< where LineEndsChoice::Copy writes
+};
+
+enum class ProgressChoice { WhenTerminal, Always, Never };
+
+struct ConvertCommand {
+  std::vector<std::string> inputs;
+  std::string output;
+  ReadingOptions reading;
+  std::string to;  ///< a format key; empty: by the extension
+  bool overwrite = false;
+  bool quiet = false;
+  bool json = false;
+  ProgressChoice progress = ProgressChoice::WhenTerminal;
+};
+
+struct InfoCommand {
+  std::string input;
+  ReadingOptions reading;
+  bool json = false;
+};
+
+struct CatCommand {
+  std::string input;
+  ReadingOptions reading;
+};
+
+struct TableCommand {
+  std::string file;
+};
+
+struct FormatsCommand {
+  bool json = false;
+};
+
+/// Parsing ended here: a text for the person, and the exit code.
+struct ParsingEnded {
+  std::string text;
+  int exitCode = 0;
+};
+
+using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, TableCommand, FormatsCommand>;
+
+/// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
+Command ParseArguments(const std::vector<std::string>& arguments);
+
+}  // namespace tesselink

@@ -1,0 +1,125 @@
+#include "cli/ConsoleInteraction.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+
+#include "core/FieldSelection.h"
+#include "core/Filters.h"
+
+namespace tesselink {
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void OnInterrupt(int signal) {
+  interrupted = 1;
+  std::signal(signal, SIG_DFL);
+}
+
+// A message box's lines as one line.
+std::string OneLine(std::string_view text) {
+  std::string line;
+  for (const char c : text) {
+    if (c == '\r') continue;
+    if (c != '\n') {
+      line += c;
+    } else if (!line.empty() && line.back() != ' ') {
+      line += ' ';
+    }
+  }
+  return line;
+}
+
+}  // namespace
+
+void CatchInterrupts() {
+  for (const int signal : {SIGINT, SIGTERM
+#ifdef SIGHUP
+                           ,
+                           SIGHUP
+#endif
+       }) {
+    std::signal(signal, OnInterrupt);
+  }
+}
+
+bool Interrupted() { return interrupted != 0; }
+
+void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", text.c_str()); }
+
+ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress)
+    : options_(options), showProgress_(showProgress) {}
+
+Answer ConsoleInteraction::ShowMessage(const Message& message) {
+  switch (message.topic) {
+    case Topic::LineEnds:
+      return options_.lineEnds == LineEndsChoice::Replace ? Answer::Yes : Answer::No;
+    case Topic::RunFailed:  // told by the command, with what the output holds
+      return Answer::Ok;
+    case Topic::Notice:
+    case Topic::UnhandledShape:
+      break;
+  }
+  const std::string line = OneLine(message.text);
+  const auto known = std::find_if(notices_.begin(), notices_.end(), [&](const auto& n) { return n.first == line; });
+  if (known != notices_.end()) {
+    ++known->second;
+  } else {
+    EraseBar();
+    PrintError(line);
+    notices_.emplace_back(line, 1);
+  }
+  return Answer::Ok;
+}
+
+std::string ConsoleInteraction::SaveFileName(const SaveFileQuestion&) { return options_.lineEndsCopy; }
+
+void ConsoleInteraction::SelectFields(FieldSelection& selection) {
+  selection.Choose(options_.layerField);
+  selection.Continue();
+  selection.Choose(options_.textField.empty() ? FieldSelection::kNone : std::string_view(options_.textField));
+  selection.Continue();
+}
+
+std::optional<std::vector<std::string>> ConsoleInteraction::MatchLayers(const LayerMatchingQuestion& question) {
+  reportedLayers_ = question.layers;
+  return std::nullopt;
+}
+
+void ConsoleInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {
+  if (showProgress_ && size > 0) DrawBar(text, static_cast<double>(position) / static_cast<double>(size) * 100);
+}
+
+void ConsoleInteraction::HideScan() { EraseBar(); }
+void ConsoleInteraction::RunEnded() { EraseBar(); }
+
+void ConsoleInteraction::ShowRunProgress(const RunProgress& progress) {
+  if (progress.reader.Stalled()) {
+    stalled_ = true;
+    stalledAt_ = progress.reader.Where();
+  }
+  if (showProgress_) DrawBar(std::to_string(progress.elements) + " elements", progress.reader.Progress());
+}
+
+bool ConsoleInteraction::CancelRequested() { return stalled_ || Interrupted(); }
+
+void ConsoleInteraction::DrawBar(const std::string& text, double percent) {
+  constexpr int kWidth = 40;
+  const auto now = std::chrono::steady_clock::now();
+  if (now < nextBar_) return;
+  nextBar_ = now + std::chrono::milliseconds(100);
+  const int filled = std::clamp(static_cast<int>(percent / 100 * kWidth), 0, kWidth);
+  const std::string bar =
+      std::string(static_cast<std::size_t>(filled), '#') + std::string(static_cast<std::size_t>(kWidth - filled), '.');
+  std::fprintf(stderr, "\r[%s] %3d%%  %s\x1b[K", bar.c_str(), static_cast<int>(percent), text.c_str());
+  std::fflush(stderr);
+  barDrawn_ = true;
+}
+
+void ConsoleInteraction::EraseBar() {
+  if (barDrawn_) std::fputs("\r\x1b[K", stderr);
+  barDrawn_ = false;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,60 @@
+// The console as the person whom a run asks: every answer comes from the command line.
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "cli/Arguments.h"
+#include "core/Interaction.h"
+
+namespace tesselink {
+
+class ConsoleInteraction final : public Interaction {
+ public:
+  ConsoleInteraction(const ReadingOptions& options, bool showProgress);
+
+  Answer ShowMessage(const Message& message) override;
+  std::string SaveFileName(const SaveFileQuestion& question) override;
+  void SelectFields(FieldSelection& selection) override;
+  std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) override;
+  void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
+  void HideScan() override;
+  void RunStarted() override {}
+  void RunEnded() override;
+  void ShowRunProgress(const RunProgress& progress) override;
+  void HoldRunProgress() override {}
+  void Beep() override {}
+  bool CancelRequested() override;
+  void Yield() override {}
+
+  /// The layers that the reader reported.
+  const std::vector<std::string>& ReportedLayers() const { return reportedLayers_; }
+  /// Where the input began to repeat without end; empty when it did not.
+  const std::string& StalledAt() const { return stalledAt_; }
+  /// The messages shown, each text once, with how often it came.
+  const std::vector<std::pair<std::string, std::int64_t>>& Notices() const { return notices_; }
+
+ private:
+  void DrawBar(const std::string& text, double percent);
+  void EraseBar();
+
+  ReadingOptions options_;
+  bool showProgress_;
+  bool barDrawn_ = false;
+  std::chrono::steady_clock::time_point nextBar_{};
+  bool stalled_ = false;
+  std::string stalledAt_;
+  std::vector<std::string> reportedLayers_;
+  std::vector<std::pair<std::string, std::int64_t>> notices_;
+};
+
+/// Makes Ctrl-C, and the signals that ask a program to end, a cancel request; a second one ends the program at once.
+void CatchInterrupts();
+/// Whether such a signal has come.
+bool Interrupted();
+/// Prints a line on standard error, prefixed "tesselink: ".
+void PrintError(const std::string& text);
+
+}  // namespace tesselink

@@ -1,0 +1,74 @@
+#include "cli/Json.h"
+
+#include <QString>
+#include <QUtf8StringView>
+#include <charconv>
+
+namespace tesselink {
+namespace {
+
+// The shortest decimal that reads back as the same single: 0.1 rather than 0.10000000149011612.
+double Shortest(float value) {
+  char text[32];
+  const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+  double shortest = static_cast<double>(value);
+  std::from_chars(text, end, shortest);
+  return shortest;
+}
+
+Json Singles(std::span<const double> values) {
+  Json json = Json::array();
+  for (const double value : values) json.push_back(Shortest(static_cast<float>(value)));
+  return json;
+}
+
+}  // namespace
+
+std::string Utf8(const std::string& text) {
+  if (QUtf8StringView(text.data(), static_cast<qsizetype>(text.size())).isValidUtf8()) return text;
+  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())).toStdString();
+}
+
+Json ElementJson(const tEntity& entity) {
+  return {{"bType", entity.bType},
+          {"Layer", Utf8(entity.Layer)},
+          {"Colour", entity.Colour},
+          {"RGB", entity.RGB},
+          {"CDFCode", Utf8(entity.CDFCode)},
+          {"Closed", entity.Closed},
+          {"LineStyle", Utf8(entity.LineStyle)},
+          {"Rad", Shortest(entity.Rad)},
+          {"AngStart", Shortest(entity.AngStart)},
+          {"AngEnd", Shortest(entity.AngEnd)},
+          {"Text", Utf8(entity.Text)},
+          {"TextAng", entity.TextAng},
+          {"TextSize", entity.TextSize},
+          {"TextJust", entity.TextJust},
+          {"TextUnits", Utf8(entity.TextUnits)},
+          {"x", entity.AllX()},
+          {"Y", entity.AllY()},
+          {"Z", Singles(entity.AllZ())}};
+}
+
+Json ExtentsJson(const Extents& extents) {
+  if (extents.Empty()) return nullptr;
+  return {{"minX", extents.minX}, {"minY", extents.minY}, {"minZ", extents.minZ},
+          {"maxX", extents.maxX}, {"maxY", extents.maxY}, {"maxZ", extents.maxZ}};
+}
+
+Json CountsJson(const KindCounts& counts) {
+  Json json = Json::object();
+  for (std::size_t i = 0; i < KindCounts::kNames.size(); ++i) {
+    const std::string name(KindCounts::kNames[i]);
+    if (name != "other" || counts.All()[i] > 0) json[name] = counts.All()[i];
+  }
+  return json;
+}
+
+Json TextsJson(const std::vector<std::string>& texts) {
+  Json json = Json::array();
+  for (const std::string& text : texts) json.push_back(Utf8(text));
+  return json;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,26 @@
+// An attribute table as the questions about its fields see it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tesselink {
+
+class AttributeTable {
+ public:
+  virtual ~AttributeTable() = default;
+  /// The highest field index, one less than the number of fields.
+  virtual int NumFields() const = 0;
+  virtual std::int64_t NumRecs() const = 0;
+  /// The name of a field, counted from 0. Throws Error when there is no such field or its name has no end.
+  virtual std::string GetFieldName(int field) const = 0;
+  /// The index of the first field of that name, letter case and blanks around it ignored: -1 for the empty text and 0,
+  /// the first field, for a name that no field has.
+  virtual int GetFieldNum(std::string_view name) const = 0;
+  /// The value of a field in a record, both counted from 0, cut at its first NUL and trimmed of blanks; empty for a
+  /// negative field and beyond the last record. Valid until the next call. Throws Error when there is no such field.
+  virtual std::string_view GetFieldData(int field, std::int64_t record) = 0;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,25 @@
+#include "core/ColourNames.h"
+
+#include <algorithm>
+
+namespace tesselink {
+
+std::int32_t ColourDistance(std::int32_t a, std::int32_t b) {
+  std::int32_t sum = 0;
+  for (const int shift : {0, 8, 16}) {
+    const std::int32_t difference = ((a >> shift) & 255) - ((b >> shift) & 255);
+    sum += difference * difference;
+  }
+  return sum;
+}
+
+std::string_view ColourName(std::int32_t colour) {
+  const auto distance = [colour](const NamedColour& named) {
+    return ColourDistance(colour, named.red | named.green << 8 | named.blue << 16);
+  };
+  return std::min_element(kColourNames.begin(), kColourNames.end(),
+                          [&](const NamedColour& a, const NamedColour& b) { return distance(a) < distance(b); })
+      ->name;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,215 @@
+#include "core/ConversionRun.h"
+
+#include "core/Errors.h"
+#include "core/Numbers.h"
+#include "core/Paths.h"
+
+namespace tesselink {
+namespace {
+
+constexpr const char* kApplication = "Tesselink";
+
+// Notes each layer once; most elements have that of the one before.
+class LayerNotes {
+ public:
+  explicit LayerNotes(std::vector<std::string>& layers) : layers_(layers) {}
+  void Note(const std::string& layer) {
+    if (!layers_.empty() && layer == last_) return;
+    last_ = layer;
+    if (seen_.insert(layer).second) layers_.push_back(layer);
+  }
+
+ private:
+  std::vector<std::string>& layers_;
+  std::unordered_set<std::string> seen_;
+  std::string last_;
+};
+
+// Raised where the reason has been shown already.
+struct ToldFailure {};
+
+}  // namespace
+
+struct ConversionRun::State {
+  explicit State(const ConversionRequest& r) : request(r), infile(r.Infile), layerNotes(summary.layers) {}
+
+  const ConversionRequest& request;
+  std::string infile;
+  const InputFormat* inFormat = nullptr;
+  RunSummary summary;
+  LayerNotes layerNotes;
+  FieldSelection fields;
+  std::unique_ptr<InputFilter> reader;
+  std::unique_ptr<OutputFilter> writer;
+  tEntity entity;
+  std::int64_t elements = 0;
+  bool writing = false;  // the writer is at work, so an error is its own
+};
+
+ConversionRun::ConversionRun(const FormatTable& formats, Interaction& interaction, Settings& settings,
+                             LayerFiller fillLayer)
+    : formats_(formats), interaction_(interaction), settings_(settings), fillLayer_(std::move(fillLayer)) {}
+
+RunSummary ConversionRun::Run(const ConversionRequest& request) {
+  State state(request);
+  interaction_.RunStarted();
+  try {
+    if (Validate(state)) {
+      CreateFilters(state);
+      ConvertFiles(state);
+    }
+  } catch (const OperationCanceled&) {
+    state.summary.outcome = RunOutcome::Cancelled;
+  } catch (const ToldFailure&) {
+    Fail(state, "the input could not be opened", true);
+  } catch (const std::bad_alloc&) {
+    Fail(state, state.infile + ": not enough memory for this file");
+  } catch (const std::exception& error) {
+    Fail(state, error.what());
+  }
+  Finish(state);
+  interaction_.RunEnded();
+  return std::move(state.summary);
+}
+
+void ConversionRun::Refuse(State& state, const std::string& text) {
+  state.summary.outcome = RunOutcome::Refused;
+  state.summary.error = text;
+  interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical});
+}
+
+void ConversionRun::Fail(State& state, const std::string& text, bool alreadyTold) {
+  state.summary.outcome = RunOutcome::Failed;
+  state.summary.error = text;
+  if (!alreadyTold) interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical});
+}
+
+bool ConversionRun::Validate(State& state) {
+  const ConversionRequest& request = state.request;
+  state.inFormat = &formats_.Input(request.InFormat);
+  if (state.inFormat->severalFiles && request.chosenFiles.size() > 1) {
+    state.infile = JoinPath(request.chosenFiles[0], request.chosenFiles[1]);
+  }
+  std::vector<std::string> inputs{state.infile};
+  if (state.inFormat->severalFiles) {
+    for (std::size_t i = 2; i < request.chosenFiles.size(); ++i) {
+      inputs.push_back(JoinPath(request.chosenFiles[0], request.chosenFiles[i]));
+    }
+  }
+  if (state.infile.empty() || !FileExists(state.infile)) {
+    Refuse(state, "You must specify a valid input file");
+    return false;
+  }
+  if (request.OutFile.empty()) {
+    Refuse(state, "You must select an output file");
+    return false;
+  }
+  for (const std::string& input : inputs) {
+    if (input != request.OutFile && !SameFile(input, request.OutFile)) continue;
+    Refuse(state, "Input and Output files can not be the same");
+    return false;
+  }
+  return true;
+}
+
+void ConversionRun::CreateFilters(State& state) {
+  const FilterContext context{interaction_, settings_, state.summary.report};
+  const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
+  state.reader = CreateReader(*state.inFormat, context);
+  state.writer = CreateWriter(outFormat, context);
+  const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
+  if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
+  state.writer->filename(state.request.OutFile);
+}
+
+void ConversionRun::ConvertFiles(State& state) {
+  const std::vector<std::string>& chosen = state.request.chosenFiles;
+  for (std::size_t index = 1;; ++index) {
+    OpenInput(state, index == 1);
+    if (!PumpElements(state)) {
+      state.summary.outcome = RunOutcome::Cancelled;
+      return;
+    }
+    if (!state.inFormat->severalFiles || index + 1 >= chosen.size()) break;
+    state.infile = JoinPath(chosen[0], chosen[index + 1]);
+    if (!FileExists(state.infile)) throw Error(state.infile + ": this chosen file could not be opened for reading");
+  }
+  if (state.inFormat->severalFiles) state.reader->Layered = false;
+  for (int i = 0; i < 3; ++i) interaction_.Beep();
+}
+
+void ConversionRun::OpenInput(State& state, bool first) {
+  state.reader->filename(state.infile);
+  if (state.reader->filename().empty()) throw ToldFailure();
+  if (state.inFormat->severalFiles && state.request.useAttributes) state.reader->SetDBFObj(state.fields);
+  if (first && !state.reader->Layers().empty()) MatchLayers(state);
+}
+
+void ConversionRun::MatchLayers(State& state) {
+  const std::vector<std::string>& layers = state.reader->Layers();
+  auto codes = interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication});
+  if (codes) state.reader->AssignCodes(layers, std::move(*codes));
+}
+
+// Returns false when a cancel was confirmed.
+bool ConversionRun::PumpElements(State& state) {
+  while (!state.reader->Eof()) {
+    const bool delivered = state.reader->GetNextEntity(state.entity);
+    if (delivered) ++state.elements;
+    state.reader->UpdateExtents(state.entity, state.summary.extents);
+    interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.elements});
+    interaction_.Yield();
+    if (delivered) ConvertElement(state);
+    if (interaction_.CancelRequested()) return false;
+    state.entity.Clear();
+  }
+  return true;
+}
+
+void ConversionRun::ConvertElement(State& state) {
+  RunSummary& summary = state.summary;
+  tEntity& entity = state.entity;
+  const std::int16_t kind = entity.bType;
+  summary.read.Add(kind);
+  if (fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty()) fillLayer_(entity);
+  if (entity.PointCount() == -1) {
+    summary.skipped.Add(kind);
+    return;
+  }
+  state.layerNotes.Note(entity.Layer);
+  state.writing = true;
+  const WriteResult result = state.writer->WriteEntity(entity);
+  state.writing = false;
+  (result == WriteResult::Written     ? summary.written
+   : result == WriteResult::Converted ? summary.converted
+                                      : summary.skipped)
+      .Add(kind);
+}
+
+// Releases the filters. A writer that failed, or was handed nothing before the run failed, leaves no file that looks
+// whole; in every other case the output holds what was converted.
+void ConversionRun::Finish(State& state) {
+  RunSummary& summary = state.summary;
+  if (summary.outcome == RunOutcome::Cancelled && state.reader) interaction_.HoldRunProgress();
+  if (!state.writer) return;
+  const bool failed = summary.outcome == RunOutcome::Failed;
+  const bool cancelledBefore = summary.outcome == RunOutcome::Cancelled && state.elements == 0;
+  if (failed && (state.writing || state.elements == 0)) {
+    state.writer->Abandon();
+  } else if (cancelledBefore) {
+    state.writer->Abandon();
+  } else {
+    try {
+      state.writer->Release();
+      if (!state.writer->filename().empty()) summary.outputs = state.writer->Outputs();
+    } catch (const std::exception& error) {
+      if (!failed) Fail(state, error.what());
+    }
+  }
+  state.writer.reset();
+  state.reader.reset();
+}
+
+std::string ExtentLabel(double value) { return NumberText(value).substr(0, 10); }
+
+}  // namespace tesselink

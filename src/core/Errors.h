@@ -1,0 +1,27 @@
+// The one error type, and the cancelled operation that is not an error.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace tesselink {
+
+/// A failure that a person is told: what happened (file, line or record, what was expected, what to do) and the
+/// name of the member that failed.
+class Error : public std::runtime_error {
+ public:
+  explicit Error(const std::string& description, std::string source = {})
+      : std::runtime_error(description), source_(std::move(source)) {}
+
+  /// The member that failed, as in "GetNextEntity"; empty where it says nothing.
+  const std::string& Source() const { return source_; }
+
+ private:
+  std::string source_;
+};
+
+/// Raised to leave an operation that the person cancelled. A run that meets it ends without an error message.
+struct OperationCanceled {};
+
+}  // namespace tesselink

@@ -1,0 +1,210 @@
+// Files as the filters use them: positional binary reads, lines, buffered text output, temporary files. Every failure
+// is an Error that names the file and the system's reason.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/Numbers.h"
+
+namespace tesselink {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+
+/// A regular file open for binary reading at any position.
+class BinaryFile {
+ public:
+  BinaryFile() = default;
+  /// Opens a file. Throws Error when it cannot be opened or is no regular file.
+  explicit BinaryFile(const std::string& path);
+
+  bool IsOpen() const { return file_ != nullptr; }
+  const std::string& Path() const { return path_; }
+  /// Length in bytes when it was opened.
+  std::int64_t Size() const { return size_; }
+  /// The system's handle; 0 while no file is open.
+  int Number() const;
+  /// Reads up to `count` bytes from a position counted from 0 and returns how many there were. Throws Error when the
+  /// read fails.
+  std::size_t ReadAt(std::int64_t offset, void* into, std::size_t count);
+  void Close() { *this = BinaryFile(); }
+
+ private:
+  FileHandle file_;
+  std::string path_;
+  std::int64_t size_ = 0;
+  std::int64_t position_ = -1;
+};
+
+/// A buffered view of a BinaryFile. It reads ahead while it is used in file order and reads little where positions
+/// jump, so that neither a long file nor a shuffled index costs more than its bytes.
+class ReadWindow {
+ public:
+  /// The most bytes that one call of At may ask for.
+  static constexpr std::size_t kCapacity = std::size_t{1} << 16;
+
+  explicit ReadWindow(BinaryFile& file) : file_(&file) {}
+
+  /// The bytes from a position on, `count` of them or as many as the file holds; valid until the next call.
+  std::span<const std::byte> At(std::int64_t offset, std::size_t count) {
+    if (offset < start_ || offset + static_cast<std::int64_t>(count) > start_ + static_cast<std::int64_t>(filled_)) {
+      Refill(offset, count);
+    }
+    const auto begin = static_cast<std::size_t>(offset - start_);
+    if (begin >= filled_) return {};
+    return {buffer_.get() + begin, count < filled_ - begin ? count : filled_ - begin};
+  }
+
+  /// Forgets what was read, for a file that was opened anew.
+  void Reset() { filled_ = 0; }
+
+ private:
+  void Refill(std::int64_t offset, std::size_t count);
+
+  BinaryFile* file_;
+  std::unique_ptr<std::byte[]> buffer_;
+  std::int64_t start_ = 0;
+  std::size_t filled_ = 0;
+  std::size_t ahead_ = 4096;
+};
+
+/// Reads a text file line by line. A line ends at a line feed, or at a carriage return in a file that has no line
+/// feed in its first block; carriage returns before a line feed are dropped. A last line without an end is a line.
+class LineReader {
+ public:
+  /// A longer line ends the reading with an Error: no drawing has one, and memory stays bounded.
+  static constexpr std::size_t kLongestLine = std::size_t{8} << 20;
+
+  LineReader() = default;
+  /// Opens a file. Throws Error when it cannot be opened or is no regular file.
+  explicit LineReader(const std::string& path);
+
+  bool IsOpen() const { return file_.IsOpen(); }
+  const std::string& Path() const { return file_.Path(); }
+  std::int64_t Size() const { return file_.Size(); }
+  int Number() const { return file_.Number(); }
+  /// The next line without its end; false when there is none. The view holds until the next call.
+  bool ReadLine(std::string_view& line);
+  /// Whether every byte of the file has been consumed.
+  bool AtEnd() const { return !IsOpen() || Position() >= file_.Size(); }
+  /// Bytes consumed so far.
+  std::int64_t Position() const { return bufferStart_ + static_cast<std::int64_t>(begin_); }
+  /// The number of the line last read, from 1.
+  std::int64_t LineNumber() const { return lineNumber_; }
+
+ private:
+  bool FillMore();
+  [[noreturn]] void ThrowTooLong() const;
+
+  BinaryFile file_;
+  std::vector<char> buffer_;
+  std::size_t begin_ = 0, end_ = 0;
+  std::int64_t bufferStart_ = 0;
+  std::int64_t lineNumber_ = 0;
+  char lineEnd_ = '\n';
+};
+
+/// Buffered text output; lines end with carriage return and line feed. A failed write throws Error at once or, at the
+/// latest, from Close.
+class TextWriter {
+ public:
+  TextWriter() = default;
+  /// Creates a file, replacing an existing one.
+  explicit TextWriter(const std::string& path);
+  /// Takes over a file that is open for writing.
+  TextWriter(FileHandle file, std::string path);
+  TextWriter(TextWriter&&) = default;
+  TextWriter& operator=(TextWriter&&) = default;
+
+  bool IsOpen() const { return file_ != nullptr; }
+  const std::string& Path() const { return path_; }
+
+  TextWriter& Write(std::string_view text) {
+    if (text.size() > kBufferSize - used_) return WriteLong(text);
+    std::memcpy(buffer_.get() + used_, text.data(), text.size());
+    used_ += text.size();
+    return *this;
+  }
+  TextWriter& Number(double value) {
+    used_ += static_cast<std::size_t>(FormatNumber(Room(), value) - (buffer_.get() + used_));
+    return *this;
+  }
+  TextWriter& Single(float value) {
+    used_ += static_cast<std::size_t>(FormatSingle(Room(), value) - (buffer_.get() + used_));
+    return *this;
+  }
+  TextWriter& Integer(std::int64_t value) {
+    used_ += static_cast<std::size_t>(FormatInteger(Room(), value) - (buffer_.get() + used_));
+    return *this;
+  }
+  TextWriter& EndLine() { return Write("\r\n"); }
+  TextWriter& Line(std::string_view text) { return Write(text).EndLine(); }
+
+  /// Appends the bytes of a whole file.
+  void Append(const std::string& path);
+  /// Writes out what is buffered and closes the file.
+  void Close();
+  /// Closes the file without writing out what is buffered.
+  void Discard() { *this = TextWriter(); }
+
+ private:
+  static constexpr std::size_t kBufferSize = std::size_t{1} << 17;
+
+  char* Room() {
+    if (kNumberTextSize > kBufferSize - used_) Flush();
+    return buffer_.get() + used_;
+  }
+  TextWriter& WriteLong(std::string_view text);
+  void WriteOut(const char* bytes, std::size_t count);
+  void Flush();
+
+  FileHandle file_;
+  std::string path_;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t used_ = 0;
+};
+
+/// A fresh, empty file in the system's temporary folder, readable by its owner alone, that is deleted with the object.
+class TempFile {
+ public:
+  TempFile() = default;
+  /// Creates the file; its name begins with the prefix. Throws Error when the folder does not take one.
+  explicit TempFile(std::string_view prefix);
+  TempFile(TempFile&& other) noexcept : path_(std::exchange(other.path_, {})), file_(std::move(other.file_)) {}
+  TempFile& operator=(TempFile&& other) noexcept;
+  ~TempFile() { Delete(); }
+
+  const std::string& Path() const { return path_; }
+  /// The file open for writing, to be taken over once.
+  FileHandle TakeHandle() { return std::move(file_); }
+  /// Lets the file live on, under the name that is returned.
+  std::string Keep();
+
+ private:
+  void Delete();
+
+  std::string path_;
+  FileHandle file_;
+};
+
+/// The name of a fresh, empty file in the system's temporary folder.
+std::string TempFileName(std::string_view prefix);
+/// Gives a file another name, replacing a file of that name, across file systems too. The file that is replaced is
+/// whole until the new one is.
+void MoveFile(const std::string& from, const std::string& to);
+/// "path: what: reason", the reason being the system's for the last failed call.
+std::string SystemReason(const std::string& path, std::string_view what);
+
+}  // namespace tesselink

@@ -1,0 +1,201 @@
+#include "core/Numbers.h"
+
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "core/Errors.h"
+#include "core/Text.h"
+
+namespace tesselink {
+namespace {
+
+__extension__ using Wide = unsigned __int128;
+
+constexpr std::array<std::uint64_t, 19> kPowersOfTen = [] {
+  std::array<std::uint64_t, 19> powers{};
+  std::uint64_t power = 1;
+  for (std::uint64_t& entry : powers) {
+    entry = power;
+    power *= 10;
+  }
+  return powers;
+}();
+
+constexpr std::array<char, 200> kDigitPairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
+// The number of digits before the decimal point; for values below 1 zero less the number of zeros behind the point. The
+// literals below 1 are the nearest doubles above their decimal, so no double lies between the two.
+int DigitsBeforePoint(double value) {
+  if (value < 1) return value >= 0.1 ? 0 : value >= 0.01 ? -1 : value >= 0.001 ? -2 : -3;
+  const auto whole = static_cast<std::uint64_t>(value);
+  const int estimate = static_cast<int>(std::bit_width(whole) * 1233 >> 12);
+  return estimate + (whole >= kPowersOfTen[static_cast<std::size_t>(estimate)] ? 1 : 0);
+}
+
+// value * 10^scale as a whole number, exactly rounded, halves to even. Holds for 1e-4 <= value < 1e15 and a product
+// below 2^60: the mantissa has 53 bits, the power at most 60, the shift is between 1 and 127.
+std::uint64_t ScaledWhole(double value, int scale) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const std::uint64_t mantissa = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+  const int shift = 1075 - static_cast<int>(bits >> 52);
+  const Wide product = static_cast<Wide>(mantissa) * kPowersOfTen[static_cast<std::size_t>(scale)];
+  const auto quotient = static_cast<std::uint64_t>(product >> shift);
+  const Wide rest = product & ((static_cast<Wide>(1) << shift) - 1);
+  const Wide half = static_cast<Wide>(1) << (shift - 1);
+  return quotient + (rest > half || (rest == half && (quotient & 1) != 0) ? 1 : 0);
+}
+
+// Writes exactly `count` digits.
+void WriteDigits(char* out, std::uint64_t value, int count) {
+  for (; count >= 2; count -= 2) {
+    std::memcpy(out + count - 2, &kDigitPairs[2 * (value % 100)], 2);
+    value /= 100;
+  }
+  if (count == 1) out[0] = static_cast<char>('0' + value);
+}
+
+// Places the decimal point among `length` significant digits of which `before` stand before it.
+char* Layout(char* out, const char* digits, int length, int before) {
+  const auto copy = [&out](const char* from, int count) {
+    std::memcpy(out, from, static_cast<std::size_t>(count));
+    out += count;
+  };
+  if (before <= 0) {
+    copy("0.000", 2 - before);
+    copy(digits, length);
+  } else if (length <= before) {
+    copy(digits, length);
+    std::memset(out, '0', static_cast<std::size_t>(before - length));
+    out += before - length;
+  } else {
+    copy(digits, before);
+    *out++ = '.';
+    copy(digits + before, length - before);
+  }
+  return out;
+}
+
+char* FormatByLibrary(char* out, double value, int precision) {
+  char* end = std::to_chars(out, out + kNumberTextSize, value, std::chars_format::general, precision).ptr;
+  for (char* c = out; c != end; ++c) {
+    if (*c >= 'a' && *c <= 'z') *c = static_cast<char>(*c - 'a' + 'A');
+  }
+  return end;
+}
+
+// Integer arithmetic for the range in which the text has no exponent: several times as fast as the library, and as
+// exact.
+template <int Precision>
+char* FormatGeneral(char* out, double value) {
+  if (value == 0) {
+    *out = '0';
+    return out + 1;
+  }
+  const double magnitude = std::fabs(value);
+  if (!(magnitude >= 1e-4 && magnitude < static_cast<double>(kPowersOfTen[Precision]))) {
+    return FormatByLibrary(out, value, Precision);
+  }
+  int before = DigitsBeforePoint(magnitude);
+  std::uint64_t whole = ScaledWhole(magnitude, Precision - before);
+  if (whole == kPowersOfTen[Precision]) {
+    if (before == Precision) return FormatByLibrary(out, value, Precision);
+    whole /= 10;
+    ++before;
+  }
+  char digits[Precision];
+  WriteDigits(digits, whole, Precision);
+  int length = Precision;
+  while (digits[length - 1] == '0') --length;
+  if (value < 0) *out++ = '-';
+  return Layout(out, digits, length, before);
+}
+
+struct Parsed {
+  double value = 0;
+  std::size_t length = 0;  // 0: no number
+};
+
+[[noreturn]] void ThrowTooLarge(std::string_view text) {
+  throw Error("the number \"" + std::string(text.substr(0, 40)) + "\" is too large");
+}
+
+// The leading decimal number of a text without blanks. from_chars would also take "inf" and "nan", and takes no plus
+// sign.
+Parsed ParseLeading(std::string_view text) {
+  std::size_t start = 0;
+  if (!text.empty() && text[0] == '+') start = 1;
+  std::size_t first = start;
+  if (start == 0 && !text.empty() && text[0] == '-') first = 1;
+  if (first >= text.size() || !((text[first] >= '0' && text[first] <= '9') || text[first] == '.')) return {};
+  Parsed parsed;
+  const auto [end, status] = std::from_chars(text.data() + start, text.data() + text.size(), parsed.value);
+  if (status == std::errc::invalid_argument) return {};
+  parsed.length = static_cast<std::size_t>(end - text.data());
+  if (status == std::errc::result_out_of_range) {
+    const std::string_view number = text.substr(0, parsed.length);
+    const std::size_t exponent = number.find_first_of("eE");
+    const bool tiny = exponent == std::string_view::npos ? number.find_first_of("123456789.") == number.find('.')
+                                                         : number.substr(exponent + 1).starts_with('-');
+    if (!tiny) ThrowTooLarge(number);
+    parsed.value = 0;
+  }
+  return parsed;
+}
+
+template <typename Format>
+std::string Text(Format format) {
+  char buffer[kNumberTextSize];
+  return std::string(buffer, format(buffer));
+}
+
+}  // namespace
+
+char* FormatNumber(char* out, double value) { return FormatGeneral<15>(out, value); }
+char* FormatSingle(char* out, float value) { return FormatGeneral<7>(out, static_cast<double>(value)); }
+char* FormatInteger(char* out, std::int64_t value) { return std::to_chars(out, out + kNumberTextSize, value).ptr; }
+
+std::string NumberText(double value) {
+  return Text([value](char* out) { return FormatNumber(out, value); });
+}
+std::string SingleText(float value) {
+  return Text([value](char* out) { return FormatSingle(out, value); });
+}
+
+double LenientNumber(std::string_view text) {
+  text = Trimmed(text);
+  if (text.find(' ') == std::string_view::npos) return ParseLeading(text).value;
+  std::string packed;
+  for (const char c : text) {
+    if (c != ' ') packed += c;
+  }
+  return ParseLeading(packed).value;
+}
+
+double StrictNumber(std::string_view text) {
+  const std::string_view trimmed = Trimmed(text);
+  const Parsed parsed = ParseLeading(trimmed);
+  if (parsed.length == 0 || parsed.length != trimmed.size()) {
+    throw Error("\"" + std::string(text.substr(0, 40)) + "\" is not a number");
+  }
+  return parsed.value;
+}
+
+double RoundHalfEven(double value) {
+  const double below = std::floor(value);
+  const double rest = value - below;
+  if (rest < 0.5) return below;
+  if (rest > 0.5) return below + 1;
+  return std::fmod(below, 2) == 0 ? below : below + 1;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,41 @@
+// Numbers to text and back, the same on every workstation whatever its locale.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tesselink {
+
+/// The room that any of the Format functions may need.
+inline constexpr std::size_t kNumberTextSize = 32;
+
+/// Writes a number as the general conversion "%.15G" does, with a period, and returns the end of the text. Zero of
+/// either sign is "0".
+char* FormatNumber(char* out, double value);
+/// As FormatNumber with 7 significant digits, for values of single precision.
+char* FormatSingle(char* out, float value);
+/// Writes a whole number in decimal and returns the end of the text.
+char* FormatInteger(char* out, std::int64_t value);
+
+std::string NumberText(double value);
+std::string SingleText(float value);
+
+/// The longest leading part that reads as a decimal number, blanks inside being ignored; 0 when there is none. Throws
+/// Error when the number is too large to hold.
+double LenientNumber(std::string_view text);
+/// The whole text as a decimal number, blanks around it allowed. Throws Error for anything else ("nan", "inf" and
+/// hexadecimal included).
+double StrictNumber(std::string_view text);
+
+/// The nearest whole number, a half going to the even neighbour.
+double RoundHalfEven(double value);
+
+/// The larger of two values.
+template <typename T>
+constexpr const T& LargerOf(const T& a, const T& b) {
+  return a < b ? b : a;
+}
+
+}  // namespace tesselink

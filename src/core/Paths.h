@@ -1,0 +1,27 @@
+// Paths as people write them: folders are split at "/" and at "\", and joined with the platform's separator.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tesselink {
+
+/// Whether the path names a regular file that can be opened for reading; any error gives false.
+bool FileExists(const std::string& path);
+/// The path up to and including its last separator; empty when it has none.
+std::string FolderOf(std::string_view path);
+/// The path behind its last separator.
+std::string FileNameOf(std::string_view path);
+/// The path up to its last "."; unchanged when it has none.
+std::string StripExtension(std::string_view path);
+/// The lower-cased extension of the path's file name with its period, as in ".shp"; empty when it has none.
+std::string ExtensionOf(std::string_view path);
+/// A folder and a name as one path. A name that is a path from the root stands for itself.
+std::string JoinPath(const std::string& folder, const std::string& name);
+/// Whether both paths name one existing file, however they are spelt.
+bool SameFile(const std::string& a, const std::string& b);
+/// The file beside another that differs from it by its extension, given without the period and in capitals as "SHX";
+/// letter case is that of the file found. Empty when there is none.
+std::string PartnerFile(const std::string& path, const std::string& extension);
+
+}  // namespace tesselink

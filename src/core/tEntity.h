@@ -1,0 +1,124 @@
+// The one record that travels from a reader through the run to a writer.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tesselink {
+
+/// The kinds of element that readers deliver, the values of `tEntity::bType`.
+enum Kind : std::int16_t {
+  kPoint = 0,
+  kLine = 1,
+  kPolyline = 2,
+  kText = 3,
+  kCircle = 4,
+  kArc = 6,
+};
+
+/// One drawing element: attributes, and three arrays of coordinates that callers keep in step. A cleared entity holds
+/// one element of value 0 in each array. One entity is reused for a whole run: readers `Clear` and refill it.
+class tEntity {
+ public:
+  /// Position in a coordinate array, from 0.
+  using Index = std::ptrdiff_t;
+  /// What the last reads left behind; the counts set it back to `None`.
+  enum class ErrorState { None, SubscriptOutOfRange };
+
+  std::int16_t bType = 0;     ///< kind of element, see Kind
+  std::int32_t Colour = 0;    ///< DXF colour number
+  float Rad = 0;              ///< radius of a circle or arc
+  float AngStart = 0;         ///< start angle of an arc, degrees
+  float AngEnd = 0;           ///< end angle of an arc, degrees
+  std::string Layer;          ///< layer name
+  std::string LineStyle;      ///< line type name; empty means "CONTINUOUS"
+  std::string Text;           ///< text, or the symbol name of a point
+  double TextAng = 0;         ///< rotation of a text, degrees
+  double TextSize = 0;        ///< height of a text
+  std::int16_t TextJust = 0;  ///< justification code, see Justification.h
+  std::string TextUnits;      ///< short tag; "M" for shapefile labels
+  std::string CDFCode;        ///< feature code of up to 7 characters
+  bool Closed = false;        ///< goes with CDFCode; a polygon
+  std::int32_t RGB = 0;       ///< 24-bit colour, red in the low byte
+
+  tEntity() : x_(1), y_(1), z_(1) {}
+
+  /// Whether the chain, taken as closed, runs clockwise; computed afresh by counting the crossings of a probe line
+  /// through the middle of the first edge.
+  bool Clockwise();
+
+  /// The coordinate at an index; outside the array 0, noted in `State`.
+  double x(Index index) const { return Read(x_, index); }
+  double Y(Index index) const { return Read(y_, index); }
+  float Z(Index index) const { return static_cast<float>(Read(z_, index)); }
+  /// Stores a coordinate; an index above the upper bound grows the array (new elements are 0). An index below 0 is
+  /// noted in `State` and stores nothing.
+  void x(Index index, double value) { Write(x_, index, value); }
+  void Y(Index index, double value) { Write(y_, index, value); }
+  /// As for x, but an index below the lower bound writes to the lower bound and becomes it.
+  void Z(Index& index, float value) {
+    if (index < 0) index = 0;
+    Write(z_, index, static_cast<double>(value));
+  }
+  void Z(Index&& index, float value) { Z(index, value); }
+
+  /// Index of the last vertex, the smaller of the bounds of x and y; -1 when there is none, which is also what a single
+  /// vertex at (0, 0) counts as.
+  Index PointCount() const;
+  /// The upper bound of one array; -1 when it holds a single 0.
+  Index XCount() const { return Count(x_); }
+  Index YCount() const { return Count(y_); }
+  Index ZCount() const { return Count(z_); }
+
+  /// The arrays as they stand, the single 0 of an empty one included.
+  std::span<const double> AllX() const { return x_; }
+  std::span<const double> AllY() const { return y_; }
+  std::span<const double> AllZ() const { return z_; }
+
+  /// Appends a coordinate behind the last one of each array. An array whose only element is 0 counts as empty, so a
+  /// first coordinate of exactly 0 is overwritten by the second: store by index where that matters.
+  void AddPoint(double x, double y, double z);
+  /// One element of value 0 in each array, numeric attributes 0, `Closed` false; the text attributes stay.
+  void Clear();
+  /// `Clear`, and the text attributes empty: a fresh entity that keeps its memory.
+  void Reset();
+  /// Drops the last element of each array that has more than one.
+  void RemoveLastVertex();
+  /// Replaces the vertices by the centre of their box.
+  void ResetToCentroid();
+
+  ErrorState State() const { return state_; }
+
+ private:
+  using Coordinates = std::vector<double>;
+
+  double Read(const Coordinates& values, Index index) const {
+    if (static_cast<std::size_t>(index) < values.size()) return values[static_cast<std::size_t>(index)];
+    state_ = ErrorState::SubscriptOutOfRange;
+    return 0;
+  }
+  void Write(Coordinates& values, Index index, double value) {
+    if (static_cast<std::size_t>(index) >= values.size() && !Grow(values, index)) return;
+    values[static_cast<std::size_t>(index)] = value;
+  }
+  bool Grow(Coordinates& values, Index index);
+  Index Count(const Coordinates& values) const {
+    state_ = ErrorState::None;
+    return values.size() == 1 && values[0] == 0 ? -1 : static_cast<Index>(values.size()) - 1;
+  }
+  void ClearVertices();
+  bool ComputeOrientation() const;
+  void ComputeExtents();
+  void ResetExtents();
+
+  Coordinates x_, y_, z_;
+  double maxX_ = -99999999, maxY_ = -99999999, maxZ_ = -99999999;
+  double minX_ = 99999999, minY_ = 99999999, minZ_ = 99999999;
+  bool clockwise_ = false;
+  mutable ErrorState state_ = ErrorState::None;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,42 @@
+#include "formats/Formats.h"
+
+#include "formats/dxf/DXFOutFilter.h"
+#include "formats/landmark/AscInFilter.h"
+#include "formats/shape/ESRIInFilt.h"
+
+namespace tesselink {
+namespace {
+
+template <typename Filter, typename Base>
+std::unique_ptr<Base> Make(const FilterContext& context) {
+  return std::make_unique<Filter>(context);
+}
+
+template <typename Filter>
+constexpr auto kReader = &Make<Filter, InputFilter>;
+template <typename Filter>
+constexpr auto kWriter = &Make<Filter, OutputFilter>;
+
+}  // namespace
+
+const FormatTable& AllFormats() {
+  static const FormatTable kTable(
+      {
+          {{"ESRI Shapefile (*.shp)", "shp", "ESRIInFilt"}, false, true, kReader<ESRIInFilt>},
+          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}},
+          {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}},
+          {{"Landmark ASCII File (*.asc)", "asc", "AscInFilter"}, false, false, kReader<AscInFilter>},
+          {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}},
+          {{"Multiple Shapefile Input (*.shp)", "multishp", "ESRIInFilt"}, true, true, kReader<ESRIInFilt>},
+      },
+      {
+          {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"}, false, {}},
+          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFOutFilter", true}, false, kWriter<DXFOutFilter>},
+          {{"Landmark ASCII File (*.asc)", "asc", "AscOutFilter"}, false, {}},
+          {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {}},
+          {{"T/R Digitizer Format (*.grd)", "grd", "TRDigOut"}, true, {}},
+      });
+  return kTable;
+}
+
+}  // namespace tesselink

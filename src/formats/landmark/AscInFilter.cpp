@@ -1,0 +1,253 @@
+#include "formats/landmark/AscInFilter.h"
+
+#include <algorithm>
+
+#include "core/Errors.h"
+#include "core/Interaction.h"
+#include "core/LineEnds.h"
+#include "core/Numbers.h"
+#include "core/Paths.h"
+#include "core/Text.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::array<std::string_view, 20> kLayerColours{
+    "BLACK", "DARKBLUE",  "BLUE", "DARKGRAY", "DARKGREEN", "GREEN",  "LIGHTGREEN", "LIGHTBLUE", "MAROON",      "PURPLE",
+    "BROWN", "LIGHTGRAY", "RED",  "PINK",     "YELLOW",    "ORANGE", "SALMON",     "VIOLET",    "LIGHTYELLOW", "WHITE"};
+
+constexpr std::size_t kLongestColour = 11;
+constexpr std::string_view kVertexKeyword = "XY";
+constexpr std::string_view kVectorKeyword = "VECTOR";
+
+std::string_view LastField(std::string_view line) {
+  const std::size_t comma = line.rfind(',');
+  return comma == std::string_view::npos ? line : line.substr(comma + 1);
+}
+
+// Vertical letter first, horizontal letter last; letters compared exactly.
+std::int16_t JustificationOf(std::string_view letters) {
+  letters = Trimmed(letters);
+  if (letters.empty()) return 0;
+  int code = 0;
+  switch (letters.front()) {
+    case 'B':
+      code = 16;
+      break;
+    case 'C':
+      code = 32;
+      break;
+    case 'T':
+      code = 48;
+      break;
+    default:
+      break;
+  }
+  switch (letters.back()) {
+    case 'C':
+      code += 1;
+      break;
+    case 'R':
+      code += 2;
+      break;
+    default:
+      break;
+  }
+  return static_cast<std::int16_t>(code);
+}
+
+}  // namespace
+
+void AscInFilter::Open(const std::string& path) {
+  filename_ = path;
+  pending_.clear();
+  hasPending_ = repeating_ = false;
+  const std::string readable = CheckLineEnds(path, interaction());
+  if (readable == kOperationCanceled) throw OperationCanceled();
+  filename_ = readable;
+  reader_ = LineReader(readable);
+  ScanLayers(readable);
+}
+
+void AscInFilter::ScanLayers(const std::string& path) {
+  constexpr std::int64_t kShownEvery = std::int64_t{1} << 18;
+  layers_.clear();
+  LineReader scan(path);
+  std::int64_t size = scan.Size(), shown = -kShownEvery;
+  std::array<bool, kLayerColours.size()> found{};
+  std::string_view line;
+  while (scan.ReadLine(line)) {
+    std::string_view last = LastField(line);
+    // Most lines are vertices, whose last field is a number.
+    if (!last.empty() && (last.back() < '0' || last.back() > '9')) {
+      last = Trimmed(last);
+      if (last.size() <= kLongestColour) {
+        const std::string name = UpperCase(last);
+        const auto colour = std::find(kLayerColours.begin(), kLayerColours.end(), name);
+        if (colour != kLayerColours.end() && !found[static_cast<std::size_t>(colour - kLayerColours.begin())]) {
+          found[static_cast<std::size_t>(colour - kLayerColours.begin())] = true;
+          layers_.push_back(name);
+        }
+      }
+    }
+    if (scan.Position() - shown < kShownEvery) continue;
+    shown = scan.Position();
+    size = LargerOf(size, shown);
+    interaction().ShowScan("Scanning file for Layers...", shown, size);
+    interaction().Yield();
+    if (interaction().CancelRequested()) throw OperationCanceled();
+  }
+  interaction().HideScan();
+}
+
+double AscInFilter::Progress() const {
+  if (reader_.Size() == 0) return 0;
+  return std::min(static_cast<double>(Loc()) / static_cast<double>(reader_.Size()) * 12800, 100.0);
+}
+
+std::string AscInFilter::Where() const { return filename_ + ", line " + std::to_string(reader_.LineNumber()); }
+
+void AscInFilter::ThrowAtLine(const std::string& what) const { throw Error(Where() + ": " + what, "GetNextEntity"); }
+
+AscInFilter::Fields AscInFilter::Split(std::string_view line, char separator) {
+  Fields fields;
+  for (;;) {
+    const std::size_t at = line.find(separator);
+    const std::string_view field = line.substr(0, at);
+    if (fields.count < Fields::kKept) fields.first[fields.count] = field;
+    fields.last = field;
+    ++fields.count;
+    if (at == std::string_view::npos) return fields;
+    line.remove_prefix(at + 1);
+  }
+}
+
+const std::string_view& AscInFilter::Field(const Fields& fields, std::size_t index) const {
+  if (index < fields.count) return fields.first[index];
+  ThrowAtLine("\"" + std::string(Trimmed(fields.first[0]).substr(0, 20)) + "\" has " + std::to_string(fields.count) +
+              " fields where at least " + std::to_string(index + 1) + " are needed");
+}
+
+double AscInFilter::Lenient(const Fields& fields, std::size_t index) const {
+  try {
+    return LenientNumber(Field(fields, index));
+  } catch (const Error& error) {
+    if (error.Source().empty()) ThrowAtLine(error.what());
+    throw;
+  }
+}
+
+double AscInFilter::Strict(const Fields& fields, std::size_t index) const {
+  const std::string_view field = Field(fields, index);
+  try {
+    return StrictNumber(field);
+  } catch (const Error& error) {
+    ThrowAtLine("field " + std::to_string(index + 1) + " of a TEXT record: " + error.what());
+  }
+}
+
+bool AscInFilter::NextLine(std::string_view& line) {
+  if (!hasPending_) return reader_.ReadLine(line);
+  // The pending text stays where it is while this record looks at it.
+  hasPending_ = false;
+  line = pending_;
+  return true;
+}
+
+bool AscInFilter::Next(tEntity& entity) {
+  if (!reader_.IsOpen()) return false;
+  entity.Reset();
+  repeating_ = false;
+  std::string_view line;
+  while (NextLine(line)) {
+    const Fields fields = Split(line, ',');
+    const std::string_view word = Trimmed(fields.first[0]);
+    const auto is = [word](std::string_view keyword) { return EqualsIgnoringCase(word, keyword); };
+    if (is("TEXT")) {
+      ReadText(entity, fields);
+    } else if (is("LINE") || is("POLYGON")) {
+      entity.Layer = Trimmed(fields.last);
+      entity.bType = kPolyline;
+      entity.Closed = is("POLYGON");
+      ReadPointLines(entity, line);
+      return true;
+    } else if (is(kVectorKeyword)) {
+      entity.Layer = fields.last;
+      ReadVector(entity, fields);
+      entity.bType = kPolyline;
+      repeating_ = true;
+    } else if (Eof()) {
+      EndRecord(entity, line);
+      return false;
+    } else {
+      continue;
+    }
+    EndRecord(entity, line);
+    return true;
+  }
+  return false;
+}
+
+void AscInFilter::ReadText(tEntity& entity, const Fields& fields) {
+  std::string_view text = Trimmed(Field(fields, 1));
+  if (text.starts_with('\'')) text.remove_prefix(1);
+  if (text.ends_with('\'')) text.remove_suffix(1);
+  entity.Text = text;
+  entity.x(0, Strict(fields, 2));
+  entity.Y(0, Strict(fields, 3));
+  entity.TextSize = RoundHalfEven(Strict(fields, 4));
+  entity.bType = kText;
+  if (fields.count > 7) entity.TextAng = Strict(fields, 6);
+  if (fields.count > 8) entity.TextJust = JustificationOf(Field(fields, 7));
+  entity.Layer = Trimmed(fields.last);
+}
+
+void AscInFilter::ReadVector(tEntity& entity, const Fields& fields) {
+  entity.x(0, Lenient(fields, 1));
+  entity.Y(0, Lenient(fields, 2));
+  entity.x(1, Lenient(fields, 3));
+  entity.Y(1, Lenient(fields, 4));
+}
+
+// Reads point lines until one ends the record; `line` is the record's own line.
+void AscInFilter::ReadPointLines(tEntity& entity, std::string_view line) {
+  for (;;) {
+    if (Eof() || !reader_.ReadLine(line)) break;
+    if (!ReadPointLine(entity, line)) break;
+  }
+  EndRecord(entity, line);
+}
+
+// Reads one point line. False for any other line, which ends the record. A line that has the keyword glued to the rest
+// is rewritten, and `line` is what it became; the word that decides is that of the line as read.
+bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
+  Fields commas = Split(line, ',');
+  const Fields blanks = Split(line, ' ');
+  const std::string_view word = blanks.count < 3 ? commas.first[0] : blanks.first[0];
+  const bool isVertex = EqualsIgnoringCase(word, kVertexKeyword);
+  const bool isVector = EqualsIgnoringCase(word, kVectorKeyword);
+  for (const std::string_view keyword : {kVertexKeyword, kVectorKeyword}) {
+    if (!line.starts_with(keyword) || commas.first[0] == keyword) continue;
+    rewritten_.assign(keyword).append(",").append(line.substr(keyword.size()));
+    line = rewritten_;
+    commas = Split(line, ',');
+    break;
+  }
+  if (isVector) ReadVector(entity, commas);
+  if (isVertex) {
+    const double x = Lenient(commas, 1), y = Lenient(commas, 2);
+    entity.x(entity.XCount() + 1, x);
+    entity.Y(entity.YCount() + 1, y);
+  }
+  return isVertex || isVector;
+}
+
+void AscInFilter::EndRecord(tEntity& entity, std::string_view line) {
+  if (entity.bType != kText) {
+    pending_.assign(line.data(), line.size());
+    hasPending_ = true;
+  }
+  entity.CDFCode = codes_.CodeOf(entity.Layer);
+}
+
+}  // namespace tesselink

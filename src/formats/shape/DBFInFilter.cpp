@@ -1,0 +1,111 @@
+#include "formats/shape/DBFInFilter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/Errors.h"
+#include "core/Numbers.h"
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "formats/shape/Bytes.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::size_t kHeaderSize = 32;
+constexpr std::size_t kDescriptorSize = 32;
+constexpr std::size_t kNameSize = 11;
+
+std::string_view AsText(std::span<const std::byte> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
+
+}  // namespace
+
+void DBFInFilter::filename(const std::string& path) {
+  if (!FileExists(path)) return;
+  filename_ = path;
+  fields_.clear();
+  file_ = BinaryFile(path);
+  window_.Reset();
+  const auto header = window_.At(0, kHeaderSize);
+  if (header.size() < kHeaderSize) {
+    throw Error(path + ": holds " + std::to_string(file_.Size()) + " bytes; a dBase table begins with a header of 32");
+  }
+  headerLength_ = LittleEndian<std::uint16_t>(&header[8]);
+  recordLength_ = LittleEndian<std::uint16_t>(&header[10]);
+  ReadFields();
+}
+
+void DBFInFilter::ReadFields() {
+  const auto last = static_cast<int>(RoundHalfEven((static_cast<double>(headerLength_) - 34) / 32 - 1));
+  std::int64_t offset = 1;
+  for (int i = 0; i <= last; ++i) {
+    const auto bytes = window_.At(
+        static_cast<std::int64_t>(kHeaderSize + static_cast<std::size_t>(i) * kDescriptorSize), kDescriptorSize);
+    if (bytes.size() < kDescriptorSize) {
+      throw Error(filename_ + ": ends within its field descriptors; the header announces " + std::to_string(last + 1));
+    }
+    Field field;
+    field.name = AsText(bytes.first(kNameSize));
+    field.type = static_cast<char>(bytes[11]);
+    field.length = static_cast<int>(bytes[16]);
+    field.decimals = static_cast<int>(bytes[17]);
+    field.offset = offset;
+    offset += field.length;
+    fields_.push_back(std::move(field));
+  }
+}
+
+int DBFInFilter::Progress() const {
+  if (!file_.IsOpen() || file_.Size() == 0) return 0;
+  const double percent = static_cast<double>(position_) / static_cast<double>(file_.Size()) * 100;
+  return static_cast<int>(std::min(RoundHalfEven(percent), 100.0));
+}
+
+std::int64_t DBFInFilter::NumRecs() const {
+  if (!file_.IsOpen()) throw Error("File Name not yet entered", "NumRecs");
+  if (recordLength_ == 0) throw Error(filename_ + ": its header gives a record length of 0; the table cannot be read");
+  const std::int64_t bytes = std::max<std::int64_t>(file_.Size() - headerLength_, 0);
+  return static_cast<std::int64_t>(RoundHalfEven(static_cast<double>(bytes) / static_cast<double>(recordLength_)));
+}
+
+const DBFInFilter::Field& DBFInFilter::Descriptor(int field) const {
+  if (field < 0 || field > NumFields()) {
+    throw Error(filename_ + ": has no field number " + std::to_string(field), "Subscript out of range");
+  }
+  return fields_[static_cast<std::size_t>(field)];
+}
+
+std::string DBFInFilter::GetFieldName(int field) const {
+  const std::string& name = Descriptor(field).name;
+  const std::string_view cut = CutAtNul(name);
+  if (cut.size() == kNameSize) {
+    throw Error(filename_ + ": the name of field " + std::to_string(field + 1) +
+                    " fills all 11 bytes without a closing NUL; shorten it to 10 characters",
+                "GetFieldName");
+  }
+  return std::string(cut);
+}
+
+int DBFInFilter::GetFieldNum(std::string_view name) const {
+  if (name.empty()) return -1;
+  for (int i = 0; i <= NumFields(); ++i) {
+    if (EqualsIgnoringCase(Trimmed(GetFieldName(i)), Trimmed(name))) return i;
+  }
+  return 0;
+}
+
+std::string_view DBFInFilter::GetFieldData(int field, std::int64_t record) {
+  if (field < 0) return {};
+  if (!file_.IsOpen()) throw Error("File Name not yet entered", "GetFieldData");
+  const Field& descriptor = Descriptor(field);
+  const std::int64_t offset = headerLength_ + recordLength_ * record + descriptor.offset;
+  const auto bytes = window_.At(offset, static_cast<std::size_t>(descriptor.length));
+  position_ = offset + descriptor.length;
+  return Trimmed(CutAtNul(AsText(bytes)));
+}
+
+}  // namespace tesselink

@@ -93,6 +93,29 @@ char* FormatByLibrary(char* out, double value, int precision) {
   return end;
 }
 
+// The digits of a whole number without leading zeros.
+char* WriteWhole(char* out, std::uint64_t value) {
+  const int length = value == 0 ? 1 : DigitsBeforePoint(static_cast<double>(value));
+  WriteDigits(out, value, length);
+  return out + length;
+}
+
+// Most survey coordinates have at most three decimals. A whole number of thousandths below 10^15 whose quotient is the
+// very value has at most 15 digits, so it is what 15 significant digits print. Returns null for any other value.
+char* FormatThousandths(char* out, double magnitude) {
+  if (!(magnitude < 1e12)) return nullptr;
+  const auto thousandths = static_cast<std::uint64_t>(magnitude * 1000 + 0.5);
+  if (static_cast<double>(thousandths) / 1000 != magnitude) return nullptr;
+  out = WriteWhole(out, thousandths / 1000);
+  const auto rest = static_cast<unsigned>(thousandths % 1000);
+  if (rest == 0) return out;
+  *out++ = '.';
+  *out++ = static_cast<char>('0' + rest / 100);
+  if (rest % 100 == 0) return out;
+  std::memcpy(out, &kDigitPairs[2 * (rest % 100)], 2);
+  return out + (rest % 10 == 0 ? 1 : 2);
+}
+
 // Integer arithmetic for the range in which the text has no exponent: several times as fast as the library, and as
 // exact.
 template <int Precision>
@@ -104,6 +127,10 @@ char* FormatGeneral(char* out, double value) {
   const double magnitude = std::fabs(value);
   if (!(magnitude >= 1e-4 && magnitude < static_cast<double>(kPowersOfTen[Precision]))) {
     return FormatByLibrary(out, value, Precision);
+  }
+  if (Precision == 15) {
+    *out = '-';
+    if (char* end = FormatThousandths(out + (value < 0 ? 1 : 0), magnitude)) return end;
   }
   int before = DigitsBeforePoint(magnitude);
   std::uint64_t whole = ScaledWhole(magnitude, Precision - before);
@@ -120,36 +147,33 @@ char* FormatGeneral(char* out, double value) {
   return Layout(out, digits, length, before);
 }
 
-struct Parsed {
-  double value = 0;
-  std::size_t length = 0;  // 0: no number
-};
-
 [[noreturn]] void ThrowTooLarge(std::string_view text) {
   throw Error("the number \"" + std::string(text.substr(0, 40)) + "\" is too large");
 }
 
-// The leading decimal number of a text without blanks. from_chars would also take "inf" and "nan", and takes no plus
-// sign.
-Parsed ParseLeading(std::string_view text) {
-  std::size_t start = 0;
-  if (!text.empty() && text[0] == '+') start = 1;
-  std::size_t first = start;
-  if (start == 0 && !text.empty() && text[0] == '-') first = 1;
-  if (first >= text.size() || !((text[first] >= '0' && text[first] <= '9') || text[first] == '.')) return {};
-  Parsed parsed;
-  const auto [end, status] = std::from_chars(text.data() + start, text.data() + text.size(), parsed.value);
-  if (status == std::errc::invalid_argument) return {};
-  parsed.length = static_cast<std::size_t>(end - text.data());
-  if (status == std::errc::result_out_of_range) {
-    const std::string_view number = text.substr(0, parsed.length);
-    const std::size_t exponent = number.find_first_of("eE");
-    const bool tiny = exponent == std::string_view::npos ? number.find_first_of("123456789.") == number.find('.')
-                                                         : number.substr(exponent + 1).starts_with('-');
-    if (!tiny) ThrowTooLarge(number);
-    parsed.value = 0;
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// The plain decimals of coordinates: at most 15 digits and no exponent, so that digits and power of ten are exact and
+// one division rounds correctly. Returns null for anything else.
+const char* ParsePlain(const char* first, const char* last, double& value) {
+  const char* at = first;
+  const bool negative = at != last && *at == '-';
+  if (negative) ++at;
+  std::uint64_t digits = 0;
+  const char* start = at;
+  for (; at != last && IsDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+  std::ptrdiff_t count = at - start, decimals = 0;
+  if (at != last && *at == '.') {
+    start = ++at;
+    for (; at != last && IsDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+    decimals = at - start;
+    count += decimals;
   }
-  return parsed;
+  if (count == 0 || count > 15 || (at != last && (*at == 'e' || *at == 'E'))) return nullptr;
+  value = static_cast<double>(digits);
+  if (decimals > 0) value /= static_cast<double>(kPowersOfTen[static_cast<std::size_t>(decimals)]);
+  if (negative) value = -value;
+  return at;
 }
 
 template <typename Format>
@@ -171,23 +195,49 @@ std::string SingleText(float value) {
   return Text([value](char* out) { return FormatSingle(out, value); });
 }
 
+const char* ParseNumber(const char* first, const char* last, double& value) {
+  if (const char* end = ParsePlain(first, last, value)) return end;
+  value = 0;
+  const char* start = first != last && *first == '+' ? first + 1 : first;
+  const char* digit = start == first && first != last && *first == '-' ? first + 1 : start;
+  // from_chars would also take "inf" and "nan".
+  if (digit == last || !(IsDigit(*digit) || *digit == '.')) return first;
+  const auto [end, status] = std::from_chars(start, last, value);
+  if (status == std::errc::invalid_argument) return first;
+  if (status == std::errc::result_out_of_range) {
+    const std::string_view number(start, static_cast<std::size_t>(end - start));
+    const std::size_t exponent = number.find_first_of("eE");
+    const bool tiny = exponent == std::string_view::npos ? number.find_first_of("123456789") > number.find('.')
+                                                         : number.substr(exponent + 1).starts_with('-');
+    if (!tiny) ThrowTooLarge(number);
+    value = 0;
+  }
+  return end;
+}
+
 double LenientNumber(std::string_view text) {
   text = Trimmed(text);
-  if (text.find(' ') == std::string_view::npos) return ParseLeading(text).value;
+  double value = 0;
+  if (text.find(' ') == std::string_view::npos) {
+    ParseNumber(text.data(), text.data() + text.size(), value);
+    return value;
+  }
   std::string packed;
   for (const char c : text) {
     if (c != ' ') packed += c;
   }
-  return ParseLeading(packed).value;
+  ParseNumber(packed.data(), packed.data() + packed.size(), value);
+  return value;
 }
 
 double StrictNumber(std::string_view text) {
   const std::string_view trimmed = Trimmed(text);
-  const Parsed parsed = ParseLeading(trimmed);
-  if (parsed.length == 0 || parsed.length != trimmed.size()) {
+  const char* const last = trimmed.data() + trimmed.size();
+  double value = 0;
+  if (trimmed.empty() || ParseNumber(trimmed.data(), last, value) != last) {
     throw Error("\"" + std::string(text.substr(0, 40)) + "\" is not a number");
   }
-  return parsed.value;
+  return value;
 }
 
 double RoundHalfEven(double value) {

@@ -22,6 +22,9 @@ char* FormatInteger(char* out, std::int64_t value);
 std::string NumberText(double value);
 std::string SingleText(float value);
 
+/// Reads the longest decimal number at the start of [first, last) and returns its end; `first` and 0 when there is
+/// none. Blanks are no part of a number. Throws Error when the number is too large to hold.
+const char* ParseNumber(const char* first, const char* last, double& value);
 /// The longest leading part that reads as a decimal number, blanks inside being ignored; 0 when there is none. Throws
 /// Error when the number is too large to hold.
 double LenientNumber(std::string_view text);

@@ -218,9 +218,28 @@ void AscInFilter::ReadPointLines(tEntity& entity, std::string_view line) {
   EndRecord(entity, line);
 }
 
+// The form of nearly every line of a drawing: "XY,x,y" with nothing else, which needs no look at blanks. False for any
+// other line.
+bool AscInFilter::ReadPlainVertex(tEntity& entity, std::string_view line) const {
+  if (!line.starts_with("XY,")) return false;
+  const char* const last = line.data() + line.size();
+  double x = 0, y = 0;
+  try {
+    const char* at = ParseNumber(line.data() + 3, last, x);
+    if (at == last || *at != ',') return false;
+    if (ParseNumber(at + 1, last, y) != last) return false;
+  } catch (const Error& error) {
+    ThrowAtLine(error.what());
+  }
+  entity.x(entity.XCount() + 1, x);
+  entity.Y(entity.YCount() + 1, y);
+  return true;
+}
+
 // Reads one point line. False for any other line, which ends the record. A line that has the keyword glued to the rest
 // is rewritten, and `line` is what it became; the word that decides is that of the line as read.
 bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
+  if (ReadPlainVertex(entity, line)) return true;
   Fields commas = Split(line, ',');
   const Fields blanks = Split(line, ' ');
   const std::string_view word = blanks.count < 3 ? commas.first[0] : blanks.first[0];

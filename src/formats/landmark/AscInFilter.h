@@ -47,6 +47,7 @@ class AscInFilter final : public InputFilter {
   void ReadText(tEntity& entity, const Fields& fields);
   void ReadVector(tEntity& entity, const Fields& fields);
   void ReadPointLines(tEntity& entity, std::string_view line);
+  bool ReadPlainVertex(tEntity& entity, std::string_view line) const;
   bool ReadPointLine(tEntity& entity, std::string_view& line);
   void EndRecord(tEntity& entity, std::string_view line);
   [[noreturn]] void ThrowAtLine(const std::string& what) const;

@@ -1,5 +1,6 @@
 #include "core/ConversionRun.h"
 
+#include <algorithm>
 #include "core/Errors.h"
 #include "core/Numbers.h"
 #include "core/Paths.h"
@@ -61,7 +62,7 @@ RunSummary ConversionRun::Run(const ConversionRequest& request) {
   } catch (const OperationCanceled&) {
     state.summary.outcome = RunOutcome::Cancelled;
   } catch (const ToldFailure&) {
-    Fail(state, "the input could not be opened", true);
+    state.summary.outcome = RunOutcome::Failed;
   } catch (const std::bad_alloc&) {
     Fail(state, state.infile + ": not enough memory for this file");
   } catch (const std::exception& error) {
@@ -72,16 +73,17 @@ RunSummary ConversionRun::Run(const ConversionRequest& request) {
   return std::move(state.summary);
 }
 
-void ConversionRun::Refuse(State& state, const std::string& text) {
+void ConversionRun::Refuse(State& state, const std::string& text, const std::string& file) {
+  state.summary.subject = file;
   state.summary.outcome = RunOutcome::Refused;
   state.summary.error = text;
   interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical});
 }
 
-void ConversionRun::Fail(State& state, const std::string& text, bool alreadyTold) {
+void ConversionRun::Fail(State& state, const std::string& text) {
   state.summary.outcome = RunOutcome::Failed;
   state.summary.error = text;
-  if (!alreadyTold) interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical});
+  interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical});
 }
 
 bool ConversionRun::Validate(State& state) {
@@ -90,26 +92,32 @@ bool ConversionRun::Validate(State& state) {
   if (state.inFormat->severalFiles && request.chosenFiles.size() > 1) {
     state.infile = JoinPath(request.chosenFiles[0], request.chosenFiles[1]);
   }
+  if (state.infile.empty() || !FileExists(state.infile)) {
+    Refuse(state, "You must specify a valid input file", state.infile);
+  } else if (request.OutFile.empty()) {
+    Refuse(state, "You must select an output file", "");
+  } else if (ReadsOutput(state)) {
+    Refuse(state, "Input and Output files can not be the same", request.OutFile);
+  }
+  return state.summary.outcome != RunOutcome::Refused;
+}
+
+// Whether the output is a file that the run reads: an input, however it is spelt, or a partner of one.
+bool ConversionRun::ReadsOutput(const State& state) const {
+  const ConversionRequest& request = state.request;
   std::vector<std::string> inputs{state.infile};
   if (state.inFormat->severalFiles) {
     for (std::size_t i = 2; i < request.chosenFiles.size(); ++i) {
       inputs.push_back(JoinPath(request.chosenFiles[0], request.chosenFiles[i]));
     }
   }
-  if (state.infile.empty() || !FileExists(state.infile)) {
-    Refuse(state, "You must specify a valid input file");
-    return false;
-  }
-  if (request.OutFile.empty()) {
-    Refuse(state, "You must select an output file");
-    return false;
-  }
-  for (const std::string& input : inputs) {
-    if (input != request.OutFile && !SameFile(input, request.OutFile)) continue;
-    Refuse(state, "Input and Output files can not be the same");
-    return false;
-  }
-  return true;
+  return std::any_of(inputs.begin(), inputs.end(), [&](const std::string& input) {
+    if (input == request.OutFile || SameFile(input, request.OutFile)) return true;
+    const std::vector<std::string>& partners = state.inFormat->partners;
+    return std::any_of(partners.begin(), partners.end(), [&](const std::string& extension) {
+      return SameFile(PartnerFile(input, extension), request.OutFile);
+    });
+  });
 }
 
 void ConversionRun::CreateFilters(State& state) {

@@ -39,7 +39,8 @@ enum class RunOutcome {
 /// What came of a run.
 struct RunSummary {
   RunOutcome outcome = RunOutcome::Done;
-  std::string error;  ///< why it was refused or failed
+  std::string error;  ///< why it was refused or failed; empty where a reader has told the person itself
+  std::string subject;  ///< the file for which it was refused; empty where none was named
   KindCounts read, written, converted, skipped;
   std::vector<std::string> layers;   ///< of the elements read, in order of first appearance
   Extents extents;                   ///< of the elements read
@@ -61,6 +62,7 @@ class ConversionRun {
   struct State;
 
   bool Validate(State& state);
+  bool ReadsOutput(const State& state) const;
   void CreateFilters(State& state);
   void ConvertFiles(State& state);
   void OpenInput(State& state, bool first);
@@ -68,8 +70,8 @@ class ConversionRun {
   bool PumpElements(State& state);
   void ConvertElement(State& state);
   void Finish(State& state);
-  void Refuse(State& state, const std::string& text);
-  void Fail(State& state, const std::string& text, bool alreadyTold = false);
+  void Refuse(State& state, const std::string& text, const std::string& file);
+  void Fail(State& state, const std::string& text);
 
   const FormatTable& formats_;
   Interaction& interaction_;

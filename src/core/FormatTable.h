@@ -29,6 +29,7 @@ struct Format {
 struct InputFormat : Format {
   bool severalFiles = false;   ///< reads a list of files in one run
   bool hasAttributes = false;  ///< has an attribute table that may give layer and text
+  std::vector<std::string> partners;  ///< extensions of the files that are read beside the input, as in "SHX"
   std::function<std::unique_ptr<InputFilter>(const FilterContext&)> create;  ///< empty: not available in this version
 };
 

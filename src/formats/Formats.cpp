@@ -22,12 +22,12 @@ constexpr auto kWriter = &Make<Filter, OutputFilter>;
 const FormatTable& AllFormats() {
   static const FormatTable kTable(
       {
-          {{"ESRI Shapefile (*.shp)", "shp", "ESRIInFilt"}, false, true, kReader<ESRIInFilt>},
-          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}},
-          {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}},
-          {{"Landmark ASCII File (*.asc)", "asc", "AscInFilter"}, false, false, kReader<AscInFilter>},
-          {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}},
-          {{"Multiple Shapefile Input (*.shp)", "multishp", "ESRIInFilt"}, true, true, kReader<ESRIInFilt>},
+          {{"ESRI Shapefile (*.shp)", "shp", "ESRIInFilt"}, false, true, {"SHX", "DBF"}, kReader<ESRIInFilt>},
+          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}, {}},
+          {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}, {}},
+          {{"Landmark ASCII File (*.asc)", "asc", "AscInFilter"}, false, false, {}, kReader<AscInFilter>},
+          {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}, {}},
+          {{"Multiple Shapefile Input (*.shp)", "multishp", "ESRIInFilt"}, true, true, {"SHX", "DBF"}, kReader<ESRIInFilt>},
       },
       {
           {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"}, false, {}},

@@ -217,8 +217,8 @@ void DXFOutFilter::Complete() {
   entities_.Close();
   Merge(headerFile_.Path(), entityFile_.Path());
   if (missingVertices_ > 0) {
-    report().Warn("vertices at the origin", path_ + ": " + std::to_string(missingVertices_) +
-                                                " vertices at (0, 0, 0) count as missing and were not written");
+    report().Warn("vertices at the origin", path_ + ": vertices at (0, 0, 0) count as missing and were left out: " +
+                                                std::to_string(missingVertices_));
   }
   Drop();
 }

@@ -251,7 +251,7 @@ void ESRIInFilt::ReportUnhandled(std::int32_t type) {
     interaction().ShowMessage(
         {Topic::UnhandledShape, std::string("Unhandled Data Type ") + name, "", MessageIcon::Information});
   } else {
-    report().Undelivered("shape type " + std::to_string(type));
+    report().Undelivered(std::to_string(type));
   }
 }
 
@@ -305,8 +305,8 @@ bool ESRIInFilt::LoadMultiPoint(std::span<const std::byte> head, std::int64_t av
   return points > 0;
 }
 
-// The next part's range of points. Parts follow one another: a start before the end of the part before, or beyond the
-// points, would deliver points twice or not at all. False when the part holds nothing.
+// The next part's range of points. Parts follow one another: where a start lies before the end of the part before, or
+// beyond the points, no chain of this record can be trusted any more. False when the part holds nothing.
 bool ESRIInFilt::NextRange(Range& range) {
   const std::int32_t part = part_++;
   if (current_.partsAt == 0) {
@@ -319,7 +319,8 @@ bool ESRIInFilt::NextRange(Range& range) {
   if (first < nextPoint_ || end < first || end > current_.points) {
     WarnRecord("part indices", "part " + std::to_string(part + 1) + " is said to run from point " +
                                    std::to_string(first) + " to before point " + std::to_string(end) + " of " +
-                                   std::to_string(current_.points) + "; it was skipped");
+                                   std::to_string(current_.points) + "; the record was skipped from there on");
+    part_ = current_.parts;
     return false;
   }
   if (first > nextPoint_) {

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <map>
 #include <memory>
 
 #include "cli/Exit.h"
@@ -12,6 +13,28 @@ namespace {
 
 constexpr const char* kAbout =
     "Converts vector map drawings between the file formats of oil-and-gas and land-survey mapping.\n";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  tesselink convert plat.asc plat.dxf\n"
+    "  tesselink convert --layer-field LAYER --text-field NAME wells.shp wells.dxf\n"
+    "  tesselink convert *.shp county.dxf\n"
+    "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 ended early (the output is incomplete), 130 cancelled.";
+
+// Usage lines as people write them, and no table of the positionals that they name.
+class HelpFormatter final : public CLI::Formatter {
+ public:
+  HelpFormatter() { column_width(34); }
+  std::string make_usage(const CLI::App* app, std::string) const override {
+    static const std::map<std::string, std::string> kPositionals{
+        {"convert", " INPUT... OUTPUT"}, {"info", " INPUT"}, {"cat", " INPUT"}, {"table", " FILE.dbf"}};
+    if (app->get_parent() == nullptr) return "Usage: tesselink COMMAND [OPTIONS] ...\n";
+    const auto positionals = kPositionals.find(app->get_name());
+    return "Usage: tesselink " + app->get_name() + " [OPTIONS]" +
+           (positionals == kPositionals.end() ? "" : positionals->second) + "\n";
+  }
+  std::string make_positionals(const CLI::App*) const override { return {}; }
+};
 
 template <typename Rows>
 std::string KeyList(const Rows& rows) {
@@ -30,75 +53,59 @@ CLI::Validator KnownKey(const Rows& rows, const std::string& what) {
       "");
 }
 
+void SetLineEnds(ReadingOptions& options, const std::string& choice) {
+  constexpr std::string_view kCopy = "copy=";
+  if (choice == "keep") {
+    options.lineEnds = LineEndsChoice::Keep;
+  } else if (choice == "replace") {
+    options.lineEnds = LineEndsChoice::Replace;
+  } else if (choice.starts_with(kCopy) && choice.size() > kCopy.size()) {
+    options.lineEnds = LineEndsChoice::Copy;
+    options.lineEndsCopy = choice.substr(kCopy.size());
+  } else {
+    throw CLI::ValidationError("--line-ends", "\"" + choice + "\" is not keep, replace or copy=FILE");
+  }
+}
+
 void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
-  command
-      .add_option("--from", options.from,
-                  "Format of the input, whatever its extension: " + KeyList(AllFormats().Inputs()))
+  const auto& formats = AllFormats().Inputs();
+  command.add_option("--from", options.from, "Input format, whatever the extension: " + KeyList(formats))
       ->type_name("KEY")
-      ->check(KnownKey(AllFormats().Inputs(), "input"));
-  command
-      .add_option(
-          "--layer-field", options.layerField,
-          "Attribute field of a shapefile that names the layer; without this and --text-field, attributes are not used")
+      ->check(KnownKey(formats, "input"));
+  command.add_option("--layer-field", options.layerField, "Attribute field of a shapefile that names the layer")
       ->type_name("NAME");
-  command
-      .add_option("--text-field", options.textField,
-                  "Attribute field of a shapefile whose value becomes a text at each shape")
+  command.add_option("--text-field", options.textField, "Attribute field whose value becomes a text at each shape")
       ->type_name("NAME");
   command
       .add_option_function<std::string>(
-          "--line-ends",
-          [&options](const std::string& choice) {
-            if (choice == "keep") {
-              options.lineEnds = LineEndsChoice::Keep;
-            } else if (choice == "replace") {
-              options.lineEnds = LineEndsChoice::Replace;
-            } else if (choice.starts_with("copy=") && choice.size() > 5) {
-              options.lineEnds = LineEndsChoice::Copy;
-              options.lineEndsCopy = choice.substr(5);
-            } else {
-              throw CLI::ValidationError("--line-ends", "\"" + choice + "\" is not keep, replace or copy=FILE");
-            }
-          },
-          "A text file with bare line feeds: keep reads it as it stands (default), replace repairs the file itself, "
-          "copy=FILE "
-          "writes a repaired copy and reads that")
-      ->type_name("keep|replace|copy=FILE");
+          "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },
+          "For a text file with bare line feeds: keep (default),\n"
+          "replace (repair the file), copy=FILE (repair a copy)")
+      ->type_name("CHOICE");
 }
 
 CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
-  CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several .shp inputs run as one conversion");
-  convert
-      ->add_option("FILES", command.inputs,
-                   "The input, or several shapefiles, and then the output. Formats follow the extensions")
-      ->type_name("INPUT... OUTPUT")
-      ->required()
-      ->expected(2, 1 << 20);
+  const auto& formats = AllFormats().Outputs();
+  CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
+  convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
   convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(*convert, command.reading);
-  convert
-      ->add_option("--to", command.to,
-                   "Format of the output, whatever its extension: " + KeyList(AllFormats().Outputs()))
+  convert->add_option("--to", command.to, "Output format, whatever the extension: " + KeyList(formats))
       ->type_name("KEY")
-      ->check(KnownKey(AllFormats().Outputs(), "output"));
+      ->check(KnownKey(formats, "output"));
   convert->add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
-      "Show a progress bar on standard error (the default when that is a terminal)");
+      "Show a progress bar (the default on a terminal)");
   convert->add_flag_callback(
       "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
   convert->add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
   convert->add_flag("--json", command.json, "Print the summary as JSON on standard output");
-  convert->footer(
-      "Examples:\n"
-      "  tesselink convert plat.asc plat.dxf\n"
-      "  tesselink convert --layer-field LAYER --text-field NAME wells.shp wells.dxf\n"
-      "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 ended early (the output is incomplete), 130 cancelled.");
+  convert->footer(kExamples);
   return convert;
 }
 
 CLI::App* AddInfo(CLI::App& app, InfoCommand& command) {
-  CLI::App* info =
-      app.add_subcommand("info", "Tell format, elements by kind, vertices, layers, extents and attribute fields");
+  CLI::App* info = app.add_subcommand("info", "Tell what a drawing holds: elements, layers, extents, fields");
   info->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   info->add_flag("--json", command.json, "Print as JSON");
   AddReadingOptions(*info, command.reading);
@@ -130,7 +137,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   CLI::App app(kAbout, "tesselink");
   app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
   app.require_subcommand(1);
-  app.get_formatter()->column_width(34);
+  app.formatter(std::make_shared<HelpFormatter>());
 
   ConvertCommand convert;
   InfoCommand info;

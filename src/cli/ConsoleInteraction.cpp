@@ -1,21 +1,14 @@
 #include "cli/ConsoleInteraction.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 
+#include "cli/Console.h"
 #include "core/FieldSelection.h"
 #include "core/Filters.h"
 
 namespace tesselink {
 namespace {
-
-volatile std::sig_atomic_t interrupted = 0;
-
-void OnInterrupt(int signal) {
-  interrupted = 1;
-  std::signal(signal, SIG_DFL);
-}
 
 // A message box's lines as one line.
 std::string OneLine(std::string_view text) {
@@ -32,21 +25,6 @@ std::string OneLine(std::string_view text) {
 }
 
 }  // namespace
-
-void CatchInterrupts() {
-  for (const int signal : {SIGINT, SIGTERM
-#ifdef SIGHUP
-                           ,
-                           SIGHUP
-#endif
-       }) {
-    std::signal(signal, OnInterrupt);
-  }
-}
-
-bool Interrupted() { return interrupted != 0; }
-
-void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", text.c_str()); }
 
 ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress)
     : options_(options), showProgress_(showProgress) {}

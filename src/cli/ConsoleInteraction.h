@@ -50,11 +50,4 @@ class ConsoleInteraction final : public Interaction {
   std::vector<std::pair<std::string, std::int64_t>> notices_;
 };
 
-/// Makes Ctrl-C, and the signals that ask a program to end, a cancel request; a second one ends the program at once.
-void CatchInterrupts();
-/// Whether such a signal has come.
-bool Interrupted();
-/// Prints a line on standard error, prefixed "tesselink: ".
-void PrintError(const std::string& text);
-
 }  // namespace tesselink

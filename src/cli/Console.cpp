@@ -1,0 +1,59 @@
+#include "cli/Console.h"
+
+#include <csignal>
+#include <cstdio>
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+#include "core/Errors.h"
+#include "core/Files.h"
+
+namespace tesselink {
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void OnInterrupt(int signal) {
+  interrupted = 1;
+  std::signal(signal, SIG_DFL);
+}
+
+}  // namespace
+
+void Print(const std::string& text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+    throw Error(SystemReason("standard output", "could not be written"));
+  }
+}
+
+void FlushOutput() {
+  if (std::fflush(stdout) != 0) throw Error(SystemReason("standard output", "could not be written"));
+}
+
+bool StandardErrorIsTerminal() {
+#ifdef _WIN32
+  return _isatty(_fileno(stderr)) != 0;
+#else
+  return isatty(fileno(stderr)) != 0;
+#endif
+}
+
+void CatchInterrupts() {
+  for (const int signal : {SIGINT, SIGTERM
+#ifdef SIGHUP
+                           ,
+                           SIGHUP
+#endif
+       }) {
+    std::signal(signal, OnInterrupt);
+  }
+}
+
+bool Interrupted() { return interrupted != 0; }
+
+void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", text.c_str()); }
+
+}  // namespace tesselink

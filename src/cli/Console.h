@@ -1,0 +1,27 @@
+// Standard output and standard error as the commands use them, and the signals that ask a program to end.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace tesselink {
+
+/// Wrong usage that shows only when the words are put together.
+struct UsageError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Prints on standard output. Throws Error when that fails, so that a full disk behind ">" is noticed.
+void Print(const std::string& text);
+/// Writes out what is still buffered; throws as Print does.
+void FlushOutput();
+/// Prints a line on standard error, prefixed "tesselink: ".
+void PrintError(const std::string& text);
+bool StandardErrorIsTerminal();
+
+/// Makes Ctrl-C, and the signals that ask a program to end, a cancel request; a second one ends the program at once.
+void CatchInterrupts();
+/// Whether such a signal has come.
+bool Interrupted();
+
+}  // namespace tesselink

@@ -1,0 +1,137 @@
+// convert: one conversion, and an account of it.
+#include <filesystem>
+
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/Exit.h"
+#include "cli/Json.h"
+#include "cli/QtSettings.h"
+#include "cli/Reading.h"
+#include "core/Errors.h"
+#include "core/Paths.h"
+#include "formats/Formats.h"
+
+namespace tesselink {
+namespace {
+
+namespace fs = std::filesystem;
+
+ConversionRequest RequestOf(const ConvertCommand& command) {
+  const InputFormat* format = &InputFormatOf(command.reading, command.inputs[0]);
+  if (command.inputs.size() > 1) {
+    for (const std::string& input : command.inputs) {
+      if (const InputFormat& own = InputFormatOf(command.reading, input); !own.hasAttributes) {
+        throw UsageError("several inputs are read in one run from shapefiles only; " + input + " is " + own.Name());
+      }
+    }
+    ReadingOptions several = command.reading;
+    several.from = "multishp";
+    format = &InputFormatOf(several, command.inputs[0]);
+  }
+  if (command.reading.lineEnds == LineEndsChoice::Copy && command.reading.lineEndsCopy == command.output) {
+    throw UsageError("--line-ends copy=" + command.output + " would be replaced by the output; give it another name");
+  }
+  ConversionRequest request;
+  request.Infile = command.inputs[0];
+  request.OutFile = command.output;
+  request.InFormat = format->entry;
+  request.OutFormat = OutputFormatOf(command.to, command.output).entry;
+  request.useAttributes = UsesAttributes(command.reading);
+  if (format->severalFiles) {
+    request.chosenFiles = {""};
+    request.chosenFiles.insert(request.chosenFiles.end(), command.inputs.begin(), command.inputs.end());
+  }
+  return request;
+}
+
+void RefuseExistingOutput(const ConvertCommand& command) {
+  RefuseExistingCopy(command.reading);
+  std::error_code error;
+  if (fs::is_directory(command.output, error)) throw Error(command.output + ": is a folder; name a file");
+  for (const std::string& input : command.inputs) {
+    if (input == command.output || SameFile(input, command.output)) return;  // the run has its own words for that
+  }
+  if (!command.overwrite && fs::is_regular_file(command.output, error)) {
+    throw Error(command.output + ": exists already; give -O (--overwrite) to replace it");
+  }
+}
+
+std::string Listed(const KindCounts& counts) {
+  std::string list;
+  for (std::size_t i = 0; i < KindCounts::kNames.size(); ++i) {
+    const std::int64_t count = counts.All()[i];
+    if (count == 0) continue;
+    list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + std::string(KindCounts::kNames[i]) +
+            (count == 1 ? "" : "s");
+  }
+  return list;
+}
+
+std::int64_t InOutput(const RunSummary& summary) { return summary.written.Total() + summary.converted.Total(); }
+
+std::string Elements(std::int64_t count) {
+  return (count == 0 ? "no" : std::to_string(count)) + (count == 1 ? " element" : " elements");
+}
+
+void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
+  std::string text = command.output + ": " + Elements(InOutput(summary)) + " written";
+  if (summary.written.Total() > 0) text += " (" + Listed(summary.written) + ")";
+  text += "\n";
+  if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
+  if (summary.skipped.Total() > 0) text += "  not written: " + Listed(summary.skipped) + "\n";
+  Print(text);
+}
+
+// What an interrupted or failed run left behind.
+void PrintWhatTheOutputHolds(const ConvertCommand& command, const RunSummary& summary) {
+  if (summary.outcome == RunOutcome::Done || summary.outcome == RunOutcome::Refused) return;
+  PrintError(summary.outputs.empty()
+                 ? "no output was written"
+                 : command.output + " is incomplete; it holds the first " + Elements(InOutput(summary)));
+}
+
+Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interaction) {
+  Json warnings = Json::array();
+  const auto add = [&](const std::string& kind, const std::string& text, std::int64_t count) {
+    warnings.push_back({{"kind", kind}, {"text", Utf8(text)}, {"count", count}});
+  };
+  for (const auto& [text, count] : interaction.Notices()) add("message", text, count);
+  for (const Warning& warning : summary.report.Warnings()) add(warning.kind, warning.text, warning.count);
+  if (const std::string endless = EndlessWarning(interaction); !endless.empty()) add("endless", endless, 1);
+  Json undelivered = Json::object();
+  for (const auto& [type, count] : summary.report.UndeliveredTypes()) undelivered[Utf8(type)] = count;
+  return {{"read", CountsJson(summary.read)},
+          {"written", CountsJson(summary.written)},
+          {"converted", CountsJson(summary.converted)},
+          {"skipped", CountsJson(summary.skipped)},
+          {"undelivered", undelivered},
+          {"layers", TextsJson(summary.layers)},
+          {"extents", ExtentsJson(summary.extents)},
+          {"outputs", TextsJson(summary.outputs)},
+          {"warnings", warnings},
+          {"error", Utf8(summary.error)}};
+}
+
+}  // namespace
+
+int Run(const ConvertCommand& command) {
+  const ConversionRequest request = RequestOf(command);
+  RefuseExistingOutput(command);
+  const bool showProgress =
+      command.progress == ProgressChoice::Always ||
+      (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
+  ConsoleInteraction interaction(command.reading, showProgress);
+  QtSettings settings;
+  const RunSummary summary = ConversionRun(AllFormats(), interaction, settings).Run(request);
+  PrintWarnings(summary, interaction);
+  PrintOutcome(summary, interaction);
+  PrintWhatTheOutputHolds(command, summary);
+  if (command.json) {
+    Print(SummaryJson(summary, interaction).dump(2) + "\n");
+  } else if (!command.quiet && !summary.outputs.empty()) {
+    PrintSummary(command, summary);
+  }
+  return ExitCodeOf(summary, interaction);
+}
+
+}  // namespace tesselink

@@ -1,0 +1,83 @@
+// cat and info: what a drawing holds.
+#include <algorithm>
+
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/Exit.h"
+#include "cli/Json.h"
+#include "cli/Reading.h"
+#include "core/Numbers.h"
+#include "core/Paths.h"
+#include "formats/shape/DBFInFilter.h"
+
+namespace tesselink {
+namespace {
+
+Json FieldsJson(const std::string& input) {
+  Json fields = Json::array();
+  const std::string path = PartnerFile(input, "DBF");
+  if (path.empty()) return fields;
+  DBFInFilter table;
+  table.filename(path);
+  for (int i = 0; i <= table.NumFields(); ++i) {
+    fields.push_back({{"name", Utf8(table.GetFieldName(i))},
+                      {"type", Utf8(std::string(1, table.FieldType(i)))},
+                      {"length", table.FieldLength(i)},
+                      {"decimals", table.FieldDecimals(i)}});
+  }
+  return fields;
+}
+
+std::string InfoText(const std::string& input, const Json& info) {
+  std::string text = input + ": " + info["format"].get<std::string>() + "\n  elements ";
+  std::string kinds;
+  for (const auto& [kind, count] : info["elements"].items()) {
+    if (count > 0) kinds += (kinds.empty() ? "" : ", ") + std::to_string(count.get<std::int64_t>()) + " " + kind;
+  }
+  text += (kinds.empty() ? "none" : kinds) + "\n  vertices " + std::to_string(info["vertices"].get<std::int64_t>());
+  text += "\n  layers   ";
+  if (info["layers"].empty()) text += "none";
+  for (std::size_t i = 0; i < info["layers"].size(); ++i) {
+    text += (i > 0 ? ", " : "") + info["layers"][i].get<std::string>();
+  }
+  if (const Json& e = info["extents"]; !e.is_null()) {
+    for (const std::string axis : {"X", "Y", "Z"}) {
+      text += "\n  " + axis + "        " + NumberText(e["min" + axis].get<double>()) + " to " +
+              NumberText(e["max" + axis].get<double>());
+    }
+  }
+  for (const Json& field : info["fields"]) {
+    text += "\n  field    " + field["name"].get<std::string>() + " " + field["type"].get<std::string>() + " " +
+            std::to_string(field["length"].get<int>()) + "." + std::to_string(field["decimals"].get<int>());
+  }
+  return text + "\n";
+}
+
+}  // namespace
+
+int Run(const CatCommand& command) {
+  Reading reading(command.input, command.reading);
+  return ReadThrough(reading, [](const tEntity& entity) { Print(ElementJson(entity).dump() + "\n"); });
+}
+
+int Run(const InfoCommand& command) {
+  Reading reading(command.input, command.reading);
+  std::int64_t vertices = 0;
+  const int exitCode = ReadThrough(reading, [&](const tEntity& entity) { vertices += entity.PointCount() + 1; });
+  if (exitCode != kExitDone && exitCode != kExitEndedEarly) return exitCode;
+
+  std::vector<std::string> layers = reading.interaction.ReportedLayers();
+  for (const std::string& layer : reading.summary.layers) {
+    if (std::find(layers.begin(), layers.end(), layer) == layers.end()) layers.push_back(layer);
+  }
+  const Json info{{"format", reading.format.key},
+                  {"elements", CountsJson(reading.summary.read)},
+                  {"vertices", vertices},
+                  {"layers", TextsJson(layers)},
+                  {"extents", ExtentsJson(reading.summary.extents)},
+                  {"fields", reading.format.hasAttributes ? FieldsJson(command.input) : Json::array()}};
+  Print(command.json ? info.dump(2) + "\n" : InfoText(command.input, info));
+  return exitCode;
+}
+
+}  // namespace tesselink

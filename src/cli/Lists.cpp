@@ -1,0 +1,75 @@
+// table and formats: an attribute table as CSV, and the list of formats.
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/Exit.h"
+#include "cli/Json.h"
+#include "core/Errors.h"
+#include "core/Paths.h"
+#include "formats/Formats.h"
+#include "formats/shape/DBFInFilter.h"
+
+namespace tesselink {
+namespace {
+
+// A value as RFC 4180 has it.
+std::string CsvField(std::string_view value) {
+  if (value.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(value);
+  std::string quoted = "\"";
+  for (const char c : value) {
+    if (c == '"') quoted += '"';
+    quoted += c;
+  }
+  return quoted + "\"";
+}
+
+}  // namespace
+
+int Run(const TableCommand& command) {
+  if (!FileExists(command.file)) throw Error(command.file + ": is no file that can be opened for reading");
+  DBFInFilter table;
+  table.filename(command.file);
+  std::string line;
+  for (int i = 0; i <= table.NumFields(); ++i) line += (i > 0 ? "," : "") + CsvField(table.GetFieldName(i));
+  Print(line + "\n");
+  const std::int64_t records = table.NumRecs();
+  for (std::int64_t record = 0; record < records && !Interrupted(); ++record) {
+    line.clear();
+    for (int i = 0; i <= table.NumFields(); ++i) {
+      if (i > 0) line += ',';
+      line += CsvField(table.GetFieldData(i, record));
+    }
+    Print(line += '\n');
+  }
+  return Interrupted() ? kExitCancelled : kExitDone;
+}
+
+int Run(const FormatsCommand& command) {
+  Json list{{"input", Json::array()}, {"output", Json::array()}};
+  const auto add = [](Json& rows, const auto& formats) {
+    for (const auto& format : formats) {
+      rows.push_back({{"key", format.key},
+                      {"extension", format.Extension()},
+                      {"name", format.Name()},
+                      {"available", static_cast<bool>(format.create)}});
+    }
+  };
+  add(list["input"], AllFormats().Inputs());
+  add(list["output"], AllFormats().Outputs());
+  if (command.json) {
+    Print(list.dump(2) + "\n");
+    return kExitDone;
+  }
+  for (const auto& [side, rows] : list.items()) {
+    Print(side + "\n");
+    for (const Json& row : rows) {
+      std::string key = row["key"], extension = row["extension"];
+      key.resize(10, ' ');
+      extension.resize(6, ' ');
+      Print("  " + key + extension + row["name"].get<std::string>() +
+            (row["available"] ? "\n" : " (not available in this version)\n"));
+    }
+  }
+  return kExitDone;
+}
+
+}  // namespace tesselink

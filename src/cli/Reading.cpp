@@ -1,0 +1,135 @@
+#include "cli/Reading.h"
+
+#include <filesystem>
+
+#include "cli/Console.h"
+#include "cli/Exit.h"
+#include "cli/QtSettings.h"
+#include "core/Errors.h"
+#include "core/Paths.h"
+#include "formats/Formats.h"
+
+namespace tesselink {
+namespace {
+
+namespace fs = std::filesystem;
+
+template <typename Row>
+const Row& RowOf(const std::vector<Row>& rows, const std::string& key, const std::string& path,
+                 const std::string& side) {
+  const std::string extension = ExtensionOf(path);
+  std::string known;
+  for (const Row& row : rows) {
+    if (key.empty() ? row.Extension() == extension : row.key == key) return row;
+    known += (known.empty() ? "" : ", ") + row.key;
+  }
+  throw UsageError(path + ": its extension tells no " + side + " format; give one with --" +
+                   (side == "input" ? "from" : "to") + " (" + known + ")");
+}
+
+// Hands every element that a writer would get to a function.
+class ForwardingWriter final : public OutputFilter {
+ public:
+  using Handler = std::function<void(const tEntity&)>;
+  ForwardingWriter(const FilterContext& context, const Handler& handler) : OutputFilter(context), handler_(handler) {}
+  ~ForwardingWriter() override { ReleaseQuietly(); }
+
+ private:
+  void Create(const std::string&) override {}
+  WriteResult Write(tEntity& entity) override {
+    handler_(entity);
+    return WriteResult::Written;
+  }
+  void Complete() override {}
+  void Drop() noexcept override {}
+
+  const Handler& handler_;
+};
+
+}  // namespace
+
+const InputFormat& InputFormatOf(const ReadingOptions& options, const std::string& path) {
+  const InputFormat& format = RowOf(AllFormats().Inputs(), options.from, path, "input");
+  if (!format.hasAttributes && !(options.layerField.empty() && options.textField.empty())) {
+    throw UsageError("--layer-field and --text-field go with a shapefile; " + path + " is read as " + format.Name());
+  }
+  return format;
+}
+
+const OutputFormat& OutputFormatOf(const std::string& key, const std::string& path) {
+  return RowOf(AllFormats().Outputs(), key, path, "output");
+}
+
+bool UsesAttributes(const ReadingOptions& options) { return !options.layerField.empty() || !options.textField.empty(); }
+
+void RefuseExistingCopy(const ReadingOptions& options) {
+  std::error_code error;
+  if (options.lineEnds == LineEndsChoice::Copy && fs::exists(options.lineEndsCopy, error)) {
+    throw Error(options.lineEndsCopy + ": exists already; give --line-ends copy= the name of a new file");
+  }
+}
+
+Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)
+    : input(path),
+      options(readingOptions),
+      format(InputFormatOf(readingOptions, path)),
+      interaction(readingOptions, false) {}
+
+int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction) {
+  switch (summary.outcome) {
+    case RunOutcome::Done:
+      return kExitDone;
+    case RunOutcome::Cancelled:
+      return interaction.StalledAt().empty() ? kExitCancelled : kExitEndedEarly;
+    case RunOutcome::Refused:
+    case RunOutcome::Failed:
+      break;
+  }
+  return kExitFailed;
+}
+
+std::string EndlessWarning(const ConsoleInteraction& interaction) {
+  return interaction.StalledAt().empty() ? std::string()
+                                         : interaction.StalledAt() + ": repeats without end; the rest was not read";
+}
+
+void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction) {
+  for (const Warning& warning : summary.report.Warnings()) {
+    PrintError("warning: " + warning.text +
+               (warning.count > 1 ? " (and " + std::to_string(warning.count - 1) + " more of this kind)" : ""));
+  }
+  for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
+    PrintError("warning: not read, and so not converted: " + std::to_string(count) + " of type " + type);
+  }
+  if (const std::string endless = EndlessWarning(interaction); !endless.empty()) PrintError("warning: " + endless);
+}
+
+void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction) {
+  if (summary.outcome == RunOutcome::Refused) PrintError(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject));
+  if (summary.outcome == RunOutcome::Failed && !summary.error.empty()) PrintError(summary.error);
+  if (summary.outcome == RunOutcome::Cancelled && interaction.StalledAt().empty()) PrintError("cancelled");
+}
+
+int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& handler) {
+  RefuseExistingCopy(reading.options);
+  OutputFormat sink;
+  sink.fallBack = true;
+  sink.create = [&handler](const FilterContext& context) {
+    return std::make_unique<ForwardingWriter>(context, handler);
+  };
+  const FormatTable table(AllFormats().Inputs(), {sink});
+  QtSettings settings;
+  ConversionRequest request;
+  request.Infile = reading.input;
+  request.OutFile = "standard output";
+  request.InFormat = reading.format.entry;
+  request.useAttributes = UsesAttributes(reading.options);
+  if (reading.format.severalFiles) request.chosenFiles = {"", reading.input};
+  reading.summary = ConversionRun(table, reading.interaction, settings).Run(request);
+  FlushOutput();
+  PrintWarnings(reading.summary, reading.interaction);
+  PrintOutcome(reading.summary, reading.interaction);
+  return ExitCodeOf(reading.summary, reading.interaction);
+}
+
+}  // namespace tesselink

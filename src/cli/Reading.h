@@ -1,0 +1,46 @@
+// What every command that reads a drawing shares: the format, the run, and what the person is told of it.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "cli/Arguments.h"
+#include "cli/ConsoleInteraction.h"
+#include "core/ConversionRun.h"
+#include "core/FormatTable.h"
+
+namespace tesselink {
+
+/// The input's format by `--from` or by its extension. Throws UsageError when neither tells one, and when attribute
+/// fields are given for a format without.
+const InputFormat& InputFormatOf(const ReadingOptions& options, const std::string& path);
+/// The output's format by `--to` or by its extension.
+const OutputFormat& OutputFormatOf(const std::string& key, const std::string& path);
+bool UsesAttributes(const ReadingOptions& options);
+/// The repaired copy of a text file takes no other file's place; a dialog would have asked. Throws Error.
+void RefuseExistingCopy(const ReadingOptions& options);
+
+/// One reading of a drawing.
+struct Reading {
+  Reading(const std::string& path, const ReadingOptions& readingOptions);
+
+  std::string input;
+  ReadingOptions options;
+  const InputFormat& format;
+  ConsoleInteraction interaction;
+  RunSummary summary;
+};
+
+/// Runs the input through the very loop of a conversion, handing every element that a writer would get to a function.
+/// Tells what went wrong and returns the exit code.
+int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& handler);
+
+int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction);
+/// Every loss, on standard error.
+void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction);
+/// Why the run did not end normally, where the person has not been told yet.
+void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction);
+/// The warning of an input that repeats without end; empty for any other.
+std::string EndlessWarning(const ConsoleInteraction& interaction);
+
+}  // namespace tesselink

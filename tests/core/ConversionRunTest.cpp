@@ -1,0 +1,219 @@
+#include "core/ConversionRun.h"
+
+#include <gtest/gtest.h>
+
+#include "support/Support.h"
+
+namespace tesselink {
+namespace {
+
+// What the fakes do, and the order of the calls they saw.
+struct Script {
+  std::vector<std::string> calls;
+  std::string failAt;  // a call at which an Error is thrown
+  std::vector<tEntity> elements;
+  std::vector<std::string> layers;
+
+  void Call(const std::string& name) {
+    calls.push_back(name);
+    if (name == failAt) throw Error("boom at " + name);
+  }
+};
+
+tEntity Element(std::int16_t kind, double x, const std::string& layer = "A") {
+  tEntity entity;
+  entity.bType = kind;
+  entity.x(0, x);
+  entity.Layer = layer;
+  return entity;
+}
+
+class FakeReader final : public InputFilter {
+ public:
+  FakeReader(const FilterContext& context, Script& script) : InputFilter(context), script_(script) {}
+  int FileNumber() const override { return 0; }
+  std::int64_t Loc() const override { return 0; }
+  double Progress() const override { return 50; }
+  bool Eof() const override { return next_ >= script_.elements.size(); }
+  void SetDBFObj(FieldSelection&) override { script_.Call("SetDBFObj"); }
+
+ private:
+  void Open(const std::string& path) override {
+    script_.Call("open " + path.substr(path.rfind('/') + 1) + (Layered ? "" : " unlayered"));
+    filename_ = path;
+    layers_ = script_.layers;
+    next_ = 0;
+  }
+  bool Next(tEntity& entity) override {
+    script_.Call("read " + std::to_string(next_));
+    entity = script_.elements[next_++];
+    if (!codes_.cLayerNames().empty()) entity.CDFCode = codes_.CodeOf(entity.Layer);
+    return true;
+  }
+  Script& script_;
+  std::size_t next_ = 0;
+};
+
+class FakeWriter final : public OutputFilter {
+ public:
+  FakeWriter(const FilterContext& context, Script& script) : OutputFilter(context), script_(script) {}
+  ~FakeWriter() override { ReleaseQuietly(); }
+
+ private:
+  void Create(const std::string&) override { script_.Call("create"); }
+  WriteResult Write(tEntity& entity) override {
+    script_.Call("write " + NumberText(entity.x(0)) + " " + entity.Layer + entity.CDFCode);
+    return entity.bType == kArc      ? WriteResult::Skipped
+           : entity.bType == kCircle ? WriteResult::Converted
+                                     : WriteResult::Written;
+  }
+  void Complete() override { script_.Call("complete"); }
+  void Drop() noexcept override { script_.calls.push_back("drop"); }
+  Script& script_;
+};
+
+class ConversionRunTest : public testing::Test {
+ protected:
+  Script script;
+  Rig rig;
+  ConversionRequest request{rig.folder.Put("in.one", "x"),
+                            rig.folder.Path("out.x"),
+                            "Some Input File (*.one)",
+                            "Some Output (*.two)",
+                            {},
+                            true};
+  LayerFiller filler;
+
+  RunSummary Run() {
+    const auto reader = [this](const FilterContext& c) { return std::make_unique<FakeReader>(c, script); };
+    const auto writer = [this](const FilterContext& c) { return std::make_unique<FakeWriter>(c, script); };
+    const FormatTable table({{{"Some Input File (*.one)", "one", "", true}, false, false, {"TAB"}, reader},
+                             {{"Several Files (*.one)", "several", ""}, true, true, {}, reader}},
+                            {{{"Some Output (*.two)", "two", "", true}, false, writer},
+                             {{"Without Layers (*.nol)", "nol", ""}, true, writer}});
+    return ConversionRun(table, rig.person, rig.settings, filler).Run(request);
+  }
+  using Calls = std::vector<std::string>;
+};
+
+TEST_F(ConversionRunTest, RefusesWhatCannotBeConverted) {
+  const auto refused = [this](const std::string& infile, const std::string& outfile) {
+    request.Infile = infile;
+    request.OutFile = outfile;
+    rig.person.messages.clear();
+    EXPECT_EQ(Run().outcome, RunOutcome::Refused);
+    EXPECT_TRUE(script.calls.empty()) << "nothing is created";
+    EXPECT_EQ(rig.person.messages.at(0).title, "Error");
+    EXPECT_EQ(rig.person.messages.at(0).icon, MessageIcon::Critical);
+    return rig.person.messages.at(0).text;
+  };
+  const std::string infile = request.Infile;
+  EXPECT_EQ(refused("", "out"), "You must specify a valid input file");
+  EXPECT_EQ(refused(rig.folder.Path("none"), "out"), "You must specify a valid input file");
+  EXPECT_EQ(refused(rig.folder.Path(""), "out"), "You must specify a valid input file");
+  EXPECT_EQ(refused(infile, ""), "You must select an output file");
+  EXPECT_EQ(refused(infile, infile), "Input and Output files can not be the same");
+  EXPECT_EQ(refused(infile, rig.folder.Path("./in.one")), "Input and Output files can not be the same");
+  const std::string table = rig.folder.Put("in.tab", "x");
+  EXPECT_EQ(refused(infile, table), "Input and Output files can not be the same")
+      << "nor a file that is read beside it";
+  EXPECT_EQ(rig.person.calls.back(), "ended") << "the window is restored";
+}
+
+TEST_F(ConversionRunTest, PumpsEveryElementThatHasAVertex) {
+  script.elements = {Element(kPoint, 1), Element(kPoint, 0), Element(kArc, 2, "B"), Element(kCircle, 3)};
+  const RunSummary summary = Run();
+  EXPECT_EQ(script.calls, (Calls{"create", "open in.one", "read 0", "write 1 A", "read 1", "read 2", "write 2 B",
+                                 "read 3", "write 3 A", "complete"}));
+  EXPECT_EQ(summary.outcome, RunOutcome::Done);
+  EXPECT_EQ(summary.read.Total(), 4);
+  EXPECT_EQ(summary.written.Of("point"), 1);
+  EXPECT_EQ(summary.converted.Of("circle"), 1);
+  EXPECT_EQ(summary.skipped.Of("point"), 1);
+  EXPECT_EQ(summary.skipped.Of("arc"), 1);
+  EXPECT_EQ(summary.layers, (Calls{"A", "B"}));
+  EXPECT_EQ(summary.outputs, Calls{request.OutFile});
+  EXPECT_EQ(summary.extents.maxX, 3);
+  EXPECT_EQ(rig.person.beeps, 3);
+  EXPECT_EQ(rig.person.calls, (Calls{"started", "ended"}));
+}
+
+TEST_F(ConversionRunTest, MatchesLayersOnceAndFillsMissingOnes) {
+  script.layers = {"A", "B"};
+  rig.person.codes = Calls{"CU00001", "CU00002"};
+  script.elements = {Element(kPoint, 1, "B"), Element(kPoint, 2, ""), Element(kPoint, 3, "C")};
+  filler = [](tEntity& entity) { entity.Layer = "filled "; };
+  Run();
+  EXPECT_EQ(rig.person.calls[1], "match Some Input File Layer for Tesselink");
+  EXPECT_EQ(rig.person.layersOffered, script.layers);
+  EXPECT_EQ(script.calls, (Calls{"create", "open in.one", "read 0", "write 1 BCU00002", "read 1",
+                                 "write 2 filled 0900000", "read 2", "write 3 C0900000", "complete"}));
+
+  script.calls.clear();
+  request.OutFormat = "Without Layers (*.nol)";
+  rig.person.calls.clear();
+  Run();
+  EXPECT_EQ(script.calls[1], "open in.one unlayered");
+  EXPECT_EQ(rig.person.calls, (Calls{"started", "ended"})) << "no layers reported, none matched";
+}
+
+TEST_F(ConversionRunTest, SeveralFilesFromTheFirstEntryBehindTheFolder) {
+  request.InFormat = "Several Files (*.one)";
+  request.chosenFiles = {rig.folder.Path(""), "1.one", "2.one", "3.one"};
+  for (const char* name : {"1.one", "2.one", "3.one"}) rig.folder.Put(name, "x");
+  script.elements = {Element(kPoint, 1)};
+  script.layers = {"A"};
+  EXPECT_EQ(Run().read.Total(), 3);
+  EXPECT_EQ(script.calls, (Calls{"create", "open 1.one unlayered", "SetDBFObj", "read 0", "write 1 A",
+                                 "open 2.one unlayered", "SetDBFObj", "read 0", "write 1 A", "open 3.one unlayered",
+                                 "SetDBFObj", "read 0", "write 1 A", "complete"}));
+  request.useAttributes = false;
+  request.chosenFiles.emplace_back("gone.one");
+  script.calls.clear();
+  const RunSummary summary = Run();
+  EXPECT_EQ(summary.outcome, RunOutcome::Failed);
+  EXPECT_NE(summary.error.find("gone.one: this chosen file could not be opened"), std::string::npos);
+  EXPECT_EQ(std::count(script.calls.begin(), script.calls.end(), "SetDBFObj"), 0);
+  request.OutFile = rig.folder.Path("2.one");
+  EXPECT_EQ(Run().outcome, RunOutcome::Refused) << "the output is one of the inputs";
+}
+
+TEST_F(ConversionRunTest, AFailureAtEachStageIsToldAndLeavesNothingHalf) {
+  script.elements = {Element(kPoint, 1), Element(kPoint, 2)};
+  const auto failing = [this](const std::string& at) {
+    script.failAt = at;
+    script.calls.clear();
+    rig.person.messages.clear();
+    const RunSummary summary = Run();
+    EXPECT_EQ(summary.outcome, RunOutcome::Failed) << at;
+    EXPECT_EQ(summary.error, "boom at " + at);
+    EXPECT_EQ(rig.person.messages.size(), 1U) << at;
+    EXPECT_EQ(rig.person.calls.back(), "ended");
+    return script.calls.back() + (summary.outputs.empty() ? "" : ", output kept");
+  };
+  EXPECT_EQ(failing("create"), "create");
+  EXPECT_EQ(failing("open in.one"), "drop");
+  EXPECT_EQ(failing("read 1"), "complete, output kept") << "what was read before the error stays";
+  EXPECT_EQ(failing("write 2 A"), "drop") << "a writer that failed has no whole file to leave";
+  EXPECT_EQ(failing("complete"), "drop");
+}
+
+TEST_F(ConversionRunTest, AConfirmedCancelKeepsWhatWasWritten) {
+  script.elements = {Element(kPoint, 1), Element(kPoint, 2), Element(kPoint, 3)};
+  rig.person.cancelAfter = 2;
+  const RunSummary summary = Run();
+  EXPECT_EQ(summary.outcome, RunOutcome::Cancelled);
+  EXPECT_EQ(summary.written.Total(), 2);
+  EXPECT_EQ(script.calls.back(), "complete");
+  EXPECT_EQ(rig.person.held, 1);
+  EXPECT_EQ(rig.person.beeps, 0);
+  EXPECT_TRUE(rig.person.messages.empty()) << "a cancel is no error";
+}
+
+TEST(ExtentLabel, TheFirstTenCharacters) {
+  EXPECT_EQ(ExtentLabel(4500123.456789), "4500123.45");
+  EXPECT_EQ(ExtentLabel(12.5), "12.5");
+}
+
+}  // namespace
+}  // namespace tesselink

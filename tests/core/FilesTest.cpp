@@ -1,0 +1,109 @@
+#include "core/Files.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/Support.h"
+
+namespace tesselink {
+namespace {
+
+std::vector<std::string> Lines(const std::string& path) {
+  LineReader reader(path);
+  std::vector<std::string> lines;
+  for (std::string_view line; reader.ReadLine(line);) lines.emplace_back(line);
+  EXPECT_TRUE(reader.AtEnd());
+  EXPECT_EQ(reader.LineNumber(), static_cast<std::int64_t>(lines.size()));
+  return lines;
+}
+
+TEST(LineReader, EveryLineEndThatOccurs) {
+  const Folder folder;
+  const std::vector<std::string> expected{"one", "", "three"};
+  for (const char* text :
+       {"one\r\n\r\nthree\r\n", "one\n\nthree\n", "one\r\r\n\r\nthree", "one\r\rthree\r", "one\n\nthree"}) {
+    EXPECT_EQ(Lines(folder.Put("t", text)), expected) << text;
+  }
+  EXPECT_TRUE(Lines(folder.Put("t", "")).empty());
+  EXPECT_EQ(Lines(folder.Put("t", std::string("a\0b\n", 4))), std::vector<std::string>{std::string("a\0b", 3)});
+}
+
+TEST(LineReader, LinesAcrossBlocksAndOneThatIsTooLong) {
+  const Folder folder;
+  std::vector<std::string> expected;
+  std::string text;
+  std::mt19937 random(5);
+  for (int i = 0; i < 3000; ++i) {
+    expected.emplace_back(random() % 300 + (i % 1000 == 7 ? 300000 : 0), static_cast<char>('a' + i % 26));
+    text += expected.back() + (i % 2 == 0 ? "\n" : "\r\n");
+  }
+  EXPECT_EQ(Lines(folder.Put("t", text)), expected);
+
+  LineReader reader(folder.Put("long", "first\n" + std::string(LineReader::kLongestLine * 2, 'x') + "\n"));
+  std::string_view line;
+  EXPECT_TRUE(reader.ReadLine(line));
+  EXPECT_NE(ErrorOf([&] { reader.ReadLine(line); }).find("long, line 2: is longer than 8 MB"), std::string::npos);
+}
+
+TEST(ReadWindow, GivesTheFilesBytesInAnyOrder) {
+  const Folder folder;
+  std::string bytes(300000, '\0');
+  std::mt19937 random(6);
+  for (char& c : bytes) c = static_cast<char>(random());
+  BinaryFile file(folder.Put("b", bytes));
+  ReadWindow window(file);
+  std::int64_t next = 0;
+  for (int i = 0; i < 20000; ++i) {
+    const std::int64_t offset = i % 3 == 0 ? static_cast<std::int64_t>(random() % 310000) : next;
+    const std::size_t count = random() % (i % 50 == 0 ? ReadWindow::kCapacity : 200);
+    const auto got = window.At(offset, count);
+    const std::string expected = offset < 300000 ? bytes.substr(static_cast<std::size_t>(offset), count) : "";
+    ASSERT_EQ(std::string(reinterpret_cast<const char*>(got.data()), got.size()), expected);
+    next = offset + static_cast<std::int64_t>(count);
+  }
+}
+
+TEST(TextWriter, ReportsAFullDiskAtTheLatestOnClose) {
+  TextWriter small("/dev/full");
+  small.Line("a");
+  EXPECT_NE(ErrorOf([&] { small.Close(); }).find("/dev/full: could not be written: No space left on device"),
+            std::string::npos);
+  TextWriter large("/dev/full");
+  EXPECT_NE(ErrorOf([&] {
+              for (int i = 0; i < 100000; ++i) large.Line("some text");
+            }),
+            "");
+  EXPECT_NE(ErrorOf([] { TextWriter("/nosuch/folder/x"); }).find("No such file or directory"), std::string::npos);
+}
+
+TEST(TextWriter, WhatIsWrittenIsWhatIsRead) {
+  const Folder folder;
+  const std::string part = folder.Put("part", std::string(1000000, 'p'));
+  TextWriter writer(folder.Path("out"));
+  std::string expected;
+  for (int i = 0; i < 50000; ++i) {
+    writer.Line("abc").Integer(i).Write(" ").Number(i / 8.0).EndLine();
+    expected += "abc\r\n" + std::to_string(i) + " " + NumberText(i / 8.0) + "\r\n";
+  }
+  writer.Write(std::string(500000, 'y')).Append(part);
+  writer.Close();
+  EXPECT_TRUE(Folder::Get(folder.Path("out")) == expected + std::string(500000, 'y') + std::string(1000000, 'p'));
+}
+
+TEST(TempFile, BelongsToItsOwnerAndGoesWithTheObject) {
+  namespace fs = std::filesystem;
+  std::string path;
+  {
+    TempFile file("DXF");
+    path = file.Path();
+    EXPECT_TRUE(fs::path(path).filename().string().starts_with("DXF"));
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    TempFile moved(std::move(file));
+    EXPECT_TRUE(fs::exists(path));
+  }
+  EXPECT_FALSE(fs::exists(path));
+}
+
+}  // namespace
+}  // namespace tesselink

@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include "core/ColourNames.h"
+#include "core/FieldSelection.h"
+#include "core/Justification.h"
+#include "core/LayerCodes.h"
+#include "core/LineEnds.h"
+#include "core/Paths.h"
+#include "support/Support.h"
+
+namespace tesselink {
+namespace {
+
+TEST(Justification, LettersOfTheTwoHalves) {
+  const std::pair<int, const char*> cases[] = {{0, "LB"}, {16, "LB"}, {50, "RT"}, {33, "CC"},
+                                               {3, "LB"}, {64, "LB"}, {48, "LT"}};
+  for (const auto& [code, letters] : cases) EXPECT_EQ(JustificationLetters(code), letters) << code;
+}
+
+TEST(ColourNames, TheNearestNameAndOfEqualOnesTheFirst) {
+  EXPECT_EQ(ColourName(0xFFFFFF), "WHITE");
+  EXPECT_EQ(ColourName(0x0000FF), "RED") << "red lies in the low byte";
+  EXPECT_EQ(ColourName(0xFF0000), "BLUE");
+  EXPECT_EQ(ColourName(255 | 12 << 8 | 203 << 16), "PINK");
+  EXPECT_EQ(ColourName(30 | 30 << 8 | 30 << 16), "BLACK") << "as far from DARKGRAY";
+  EXPECT_EQ(ColourDistance(0x010203, 0x030201), 8);
+}
+
+TEST(Paths, SplitAtEitherSeparator) {
+  EXPECT_EQ(FolderOf("C:\\maps\\a.dxf"), "C:\\maps\\");
+  EXPECT_EQ(FolderOf("/maps/x\\a.dxf"), "/maps/x\\");
+  EXPECT_EQ(FolderOf("a.dxf"), "");
+  EXPECT_EQ(StripExtension("a.b.shp"), "a.b");
+  EXPECT_EQ(StripExtension("a"), "a");
+  EXPECT_EQ(ExtensionOf("/x.d/PLAT.DXF"), ".dxf");
+  EXPECT_EQ(ExtensionOf("/x.d/plat"), "");
+}
+
+TEST(Paths, FilesUnderTwoSpellings) {
+  const Folder folder;
+  const std::string file = folder.Put("a.shp", "x");
+  std::filesystem::create_symlink(file, folder.Path("link.shp"));
+  EXPECT_TRUE(SameFile(file, folder.Path("./a.shp")));
+  EXPECT_TRUE(SameFile(file, folder.Path("link.shp")));
+  EXPECT_FALSE(SameFile(file, folder.Path("none.shp")));
+  EXPECT_FALSE(FileExists(folder.Path("")));
+  EXPECT_EQ(PartnerFile(file, "SHX"), "");
+  for (const char* name : {"a.Shx", "a.shx", "a.SHX"}) {
+    folder.Put(name, "");
+    EXPECT_EQ(PartnerFile(file, "SHX"), folder.Path(name));
+  }
+}
+
+TEST(LayerCodes, TheFirstEqualNameDecides) {
+  LayerCodes codes;
+  EXPECT_EQ(codes.CodeOf("RED"), "0900000");
+  codes.Assign({"RED", "BLUE", "RED", "GREEN"}, {"CU00001", "", "CU00002"});
+  EXPECT_EQ(codes.CodeOf("RED"), "CU00001");
+  EXPECT_EQ(codes.CodeOf("BLUE"), "") << "matched to nothing";
+  EXPECT_EQ(codes.CodeOf("Red"), "0900000") << "letter case counts";
+  EXPECT_EQ(codes.CodeOf("GREEN"), "0900000") << "no code at that position";
+}
+
+class LineEndsTest : public testing::Test {
+ protected:
+  Rig rig;
+  const std::string bare = rig.folder.Put("plat.asc", "LINE,RED\nXY,1,2\n");
+  const std::string repaired = "LINE,RED\r\nXY,1,2\r\n";
+};
+
+TEST_F(LineEndsTest, OnlyTheFirstTwentyBytesAreLookedAt) {
+  const std::string paired = rig.folder.Put("paired.asc", "LINE,RED\r\nXY,1,2\n");
+  EXPECT_EQ(CheckLineEnds(paired, rig.person), paired);
+  EXPECT_TRUE(rig.person.messages.empty());
+  rig.person.answer = Answer::Cancel;
+  EXPECT_EQ(CheckLineEnds(rig.folder.Put("long.asc", "METAFILE,A LONG NAME,M,1,0,0\r\n"), rig.person),
+            "Operation Canceled");
+  ASSERT_EQ(rig.person.messages.size(), 1U);
+  const Message& question = rig.person.messages[0];
+  EXPECT_EQ(question.title, "Problem with Input");
+  EXPECT_EQ(question.buttons, MessageButtons::YesNoCancel);
+  EXPECT_TRUE(
+      question.text.starts_with("This file appears to come from a UNIX\r\nbased system. It does not have both the\r\n"
+                                "carriage return and line feed caracters \r\n"));
+  EXPECT_TRUE(
+      question.text.ends_with("\r\n\r\nYes    : Overwrite the original with the fixed version \r\n"
+                              "No     : Create a fixed version in a new location\r\n"
+                              "Cancel : Abort the conversion\r\n"));
+}
+
+TEST_F(LineEndsTest, YesReplacesTheFileNoWritesAnother) {
+  rig.person.answer = Answer::No;
+  EXPECT_EQ(CheckLineEnds(bare, rig.person), bare) << "no name chosen: left alone";
+  rig.person.saveName = rig.folder.Path("copy.asc");
+  EXPECT_EQ(CheckLineEnds(bare, rig.person), rig.person.saveName);
+  EXPECT_EQ(Folder::Get(rig.person.saveName), repaired);
+  EXPECT_EQ(Folder::Get(bare), "LINE,RED\nXY,1,2\n");
+
+  namespace fs = std::filesystem;
+  fs::permissions(bare, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  rig.person.answer = Answer::Yes;
+  EXPECT_EQ(CheckLineEnds(bare, rig.person), bare);
+  EXPECT_EQ(Folder::Get(bare), repaired);
+  EXPECT_EQ(fs::status(bare).permissions(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+}
+
+struct FakeTable final : AttributeTable {
+  std::vector<std::string> names{"LAYER", "NAME"};
+  std::vector<std::vector<std::string>> rows{{"ROAD", "a"}, {"CREEK", "b"}, {"ROAD", "c"}, {"", "d"}};
+  int NumFields() const override { return static_cast<int>(names.size()) - 1; }
+  std::int64_t NumRecs() const override { return static_cast<std::int64_t>(rows.size()); }
+  std::string GetFieldName(int field) const override { return names[static_cast<std::size_t>(field)]; }
+  int GetFieldNum(std::string_view name) const override { return name.empty() ? -1 : name == names[1] ? 1 : 0; }
+  std::string_view GetFieldData(int field, std::int64_t record) override {
+    return rows[static_cast<std::size_t>(record)][static_cast<std::size_t>(field)];
+  }
+};
+
+TEST(FieldSelection, TwoQuestionsInARow) {
+  FakeTable table;
+  FieldSelection selection;
+  selection.Create(table);
+  EXPECT_EQ(selection.Choices(), table.names);
+  EXPECT_FALSE(selection.EntriesVisible());
+  EXPECT_TRUE(selection.Entries().empty());
+  selection.Choose("LAYER");
+  EXPECT_TRUE(selection.EntriesVisible());
+  EXPECT_EQ(selection.Entries(), (std::vector<std::string>{"ROAD", "CREEK", ""}));
+  selection.Continue();
+  EXPECT_EQ(selection.Stat(), "If there is a text field in the DBF file, select it now, otherwise select continue.");
+  EXPECT_EQ(selection.FieldLabel(), "Text Field Name:");
+  EXPECT_EQ(selection.Choices().back(), "(None)");
+  EXPECT_FALSE(selection.MayClose());
+  selection.Choose("(None)");
+  selection.Continue();
+  EXPECT_TRUE(selection.MayClose());
+  EXPECT_FALSE(selection.TextWanted());
+
+  FakeTable next;
+  next.rows = {{"RAIL", "x"}};
+  selection.Create(next);
+  EXPECT_EQ(selection.CurrentStep(), FieldSelection::Step::Done) << "asked once";
+  EXPECT_EQ(selection.Entries(), std::vector<std::string>{"RAIL"});
+}
+
+}  // namespace
+}  // namespace tesselink

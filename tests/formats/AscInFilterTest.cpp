@@ -1,0 +1,137 @@
+#include "formats/landmark/AscInFilter.h"
+
+#include <gtest/gtest.h>
+
+#include "support/Support.h"
+
+namespace tesselink {
+namespace {
+
+class AscInFilterTest : public testing::Test {
+ protected:
+  Rig rig;
+  AscInFilter reader{rig.context};
+
+  // Lines end with CR LF, and the first one within 20 bytes.
+  std::vector<tEntity> Read(const std::string& lines, int most = 100) {
+    std::string text = "METAFILE,\r\n";
+    for (const char c : lines) text += c == '\n' ? "\r\n" : std::string(1, c);
+    reader.filename(rig.folder.Put("a.asc", text));
+    return rig.ReadAll(reader, most);
+  }
+  std::string Failure(const std::string& lines) {
+    const std::string error = ErrorOf([&] { Read(lines); });
+    return error.substr(std::min(error.size(), error.find("a.asc")));
+  }
+};
+
+TEST_F(AscInFilterTest, TheFourRecords) {
+  const auto elements = Read(
+      "TEXT, 'Well ''1' ,10.5,-20,12.5,,45, TR ,,Red \n"
+      " line ,,, RED \nXY,1,2\nxy,3,4\n"
+      "POLYGON,BLUE\nVECTOR,1,2,3,4\nVECTOR,5,6,7,8\n"
+      "note\n"
+      "VECTOR,1,2,3,x4, GREEN\n");
+  ASSERT_EQ(elements.size(), 4U);
+  EXPECT_EQ(elements[0].bType, kText);
+  EXPECT_EQ(elements[0].Text, "Well ''1");
+  EXPECT_EQ(XY(elements[0]), "10.5,-20");
+  EXPECT_EQ(elements[0].TextSize, 12) << "a half goes to the even neighbour";
+  EXPECT_EQ(elements[0].TextAng, 45);
+  EXPECT_EQ(elements[0].TextJust, 50);
+  EXPECT_EQ(elements[0].Layer, "Red");
+  EXPECT_EQ(elements[1].Layer, "RED");
+  EXPECT_EQ(elements[1].bType, kPolyline);
+  EXPECT_FALSE(elements[1].Closed);
+  EXPECT_EQ(XY(elements[1]), "1,2 3,4");
+  EXPECT_TRUE(elements[2].Closed);
+  EXPECT_EQ(XY(elements[2]), "5,6 7,8") << "later VECTOR lines overwrite";
+  EXPECT_EQ(elements[3].Layer, " GREEN") << "not trimmed";
+  EXPECT_EQ(XY(elements[3]), "1,2 3,0");
+  EXPECT_FALSE(elements[3].Closed);
+  EXPECT_FALSE(reader.Stalled()) << "the last line is delivered once";
+  EXPECT_EQ(reader.Layers(), (std::vector<std::string>{"RED", "BLUE", "GREEN"}));
+}
+
+TEST_F(AscInFilterTest, NothingLeaksFromTheElementBefore) {
+  const auto elements = Read("TEXT,A,1,2,3,,30,TR,,RED\nTEXT,B,1,2,3,,RED\nPOLYGON,\nXY,1,1\nLINE,\nXY,2,2\nend\n");
+  ASSERT_EQ(elements.size(), 4U);
+  EXPECT_EQ(elements[1].Layer, "RED") << "seven fields: the layer is field 6";
+  EXPECT_EQ(elements[1].TextAng, 0);
+  EXPECT_EQ(elements[1].TextJust, 0);
+  EXPECT_EQ(elements[2].Text, "");
+  EXPECT_EQ(elements[2].TextSize, 0);
+  EXPECT_EQ(elements[2].Layer, "");
+  EXPECT_FALSE(elements[3].Closed);
+}
+
+TEST_F(AscInFilterTest, WhichPointLinesGoOnAndWhichEndTheRecord) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"XY 10.5, 20.25", "1,1 0,20.25"},     // blanks: the keyword is "XY"; the rewritten line's field 1 is " 10.5"
+      {"XY, 10.5, 20.25", "1,1"},            // the first blank-separated word is "XY,"
+      {"XY, 10.5,20.25", "1,1 10.5,20.25"},  // two blank-separated words only: the comma fields decide
+      {"XY,10.5,20.25", "1,1 10.5,20.25"},
+      {"xy,1 0.5,20.25x", "1,1 10.5,20.25"},
+      {"XY,1e2,-.5,more", "1,1 100,-0.5"},
+      {"XYZ,1,2", "1,1"},
+      {"XY10,20", "1,1"},
+      {"LINE,RED", "1,1"},
+  };
+  for (const auto& [line, vertices] : cases) {
+    const auto elements = Read("LINE,RED\nXY,1,1\n" + std::string(line) + "\nend\nend\n");
+    ASSERT_FALSE(elements.empty()) << line;
+    EXPECT_EQ(XY(elements[0]), std::string_view(line).starts_with("XY 10.5") ? "1,1 10.5,20.25" : vertices) << line;
+  }
+}
+
+TEST_F(AscInFilterTest, AOneLineVectorIsDeliveredAgainAndAgain) {
+  const auto elements = Read("VECTOR,1,2,3,4,RED\nLINE,RED\nXY,1,1\n", 5);
+  ASSERT_EQ(elements.size(), 5U);
+  for (const tEntity& element : elements) EXPECT_EQ(XY(element), "1,2 3,4");
+  EXPECT_TRUE(reader.Stalled());
+  EXPECT_NE(reader.Where().find("a.asc, line 2"), std::string::npos);
+  // A glued keyword ends a record, and the rewritten line begins the next one.
+  const auto glued = Read("LINE,RED\nXY,1,1\nVECTOR 5,6,7,8,RED\nend\n", 3);
+  ASSERT_EQ(glued.size(), 3U);
+  EXPECT_EQ(XY(glued[0]), "1,1");
+  EXPECT_EQ(XY(glued[1]), "5,6 7,8");
+  EXPECT_TRUE(reader.Stalled());
+}
+
+TEST_F(AscInFilterTest, TheEndOfTheFileEndsTheRun) {
+  EXPECT_EQ(Read("LINE,RED\nXY,1,1\nTEXT,A,1,2,3,,RED").size(), 1U) << "a pending last line is not delivered";
+  EXPECT_EQ(Read("TEXT,A,1,2,3,,RED").size(), 1U) << "a last line without an end is";
+  EXPECT_EQ(Read("LINE,RED").size(), 1U);
+  EXPECT_EQ(Read("LINE,RED\nXY,0,5\nXY,7,8\n").at(0).XCount(), 0) << "a first x of 0 is overwritten";
+  EXPECT_TRUE(Read("").empty());
+}
+
+TEST_F(AscInFilterTest, ErrorsNameFileAndLine) {
+  EXPECT_EQ(Failure("TEXT,A,east,2,3,,RED\n"), "a.asc, line 2: field 3 of a TEXT record: \"east\" is not a number");
+  EXPECT_EQ(Failure("x\nTEXT,A,1,2\n"), "a.asc, line 3: \"TEXT\" has 4 fields where at least 5 are needed");
+  EXPECT_EQ(Failure("VECTOR,1,2\n"), "a.asc, line 2: \"VECTOR\" has 3 fields where at least 4 are needed");
+  EXPECT_EQ(Failure("LINE,RED\nXY,1e999,2\n"), "a.asc, line 3: the number \"1e999\" is too large");
+  EXPECT_EQ(Failure("LINE,RED\nXY,1\n"), "a.asc, line 3: \"XY\" has 2 fields where at least 3 are needed");
+}
+
+TEST_F(AscInFilterTest, LayersAreMatchedByTheLetter) {
+  EXPECT_EQ(Read("LINE,Red\nXY,1,1\nend\n").at(0).CDFCode, "0900000");
+  reader.AssignCodes({"RED"}, {"CU00001"});
+  const auto elements = Read("LINE,Red\nXY,1,1\nLINE,RED\nXY,1,1\nLINE,TEAL\nend\n");
+  EXPECT_EQ(elements.at(0).CDFCode, "0900000");
+  EXPECT_EQ(elements.at(1).CDFCode, "CU00001");
+  EXPECT_EQ(reader.Layers(), std::vector<std::string>{"RED"}) << "TEAL is none of the twenty names";
+  reader.Layered = false;
+  EXPECT_TRUE(reader.Layers().empty());
+}
+
+TEST_F(AscInFilterTest, CancelledLineEndsEndTheRunWithoutAnError) {
+  rig.person.answer = Answer::Cancel;
+  EXPECT_THROW(reader.filename(rig.folder.Put("unix.asc", "LINE,RED\nXY,1,1\n")), OperationCanceled);
+  rig.person.answer = Answer::No;
+  reader.filename(rig.folder.Path("unix.asc"));
+  EXPECT_EQ(XY(rig.ReadAll(reader).at(0)), "1,1") << "left alone, bare line feeds are read all the same";
+}
+
+}  // namespace
+}  // namespace tesselink

@@ -1,0 +1,194 @@
+#include "formats/shape/ESRIInFilt.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "support/Shapes.h"
+#include "support/Support.h"
+
+namespace tesselink {
+namespace {
+
+const std::string kTriangle = ChainContent(3, {0}, {{0, 0}, {4, 0}, {4, 8}});
+
+class ESRIInFiltTest : public testing::Test {
+ protected:
+  Rig rig;
+  ESRIInFilt reader{rig.context};
+
+  std::string Put(const ShapeFile& file, const std::string& stem = "s") {
+    rig.folder.Put(stem + ".shx", file.shx);
+    return rig.folder.Put(stem + ".shp", file.shp);
+  }
+  std::vector<tEntity> ReadPlain(const ShapeFile& file) {
+    reader.Layered = false;
+    reader.filename(Put(file));
+    return rig.ReadAll(reader);
+  }
+};
+
+TEST_F(ESRIInFiltTest, EveryTypeThatIsRead) {
+  const auto elements = ReadPlain(ShapeFile({
+      PointContent(1, 2), std::string(4, '\0'), ChainContent(5, {0, 3}, {{0, 0}, {1, 0}, {1, 1}, {5, 5}, {6, 6}}),
+      MultiPointContent({{7, 8}, {9, 10}}), ChainContent(13, {0}, {{1, 1}, {2, 2}}, {0.1, 1e300}),
+      ChainContent(15, {0}, {{3, 3}, {4, 4}}),  // without its z values
+  }));
+  ASSERT_EQ(elements.size(), 6U);
+  EXPECT_EQ(reader.NumPoints(), 6);
+  EXPECT_EQ(elements[0].bType, kPoint);
+  EXPECT_EQ(XY(elements[0]), "1,2");
+  EXPECT_EQ(elements[0].Layer, "0");
+  EXPECT_EQ(elements[1].bType, kPolyline);
+  EXPECT_EQ(XY(elements[1]), "0,0 1,0 1,1");
+  EXPECT_EQ(XY(elements[2]), "5,5 6,6");
+  EXPECT_EQ(elements[3].bType, kPoint);
+  EXPECT_EQ(XY(elements[3]), "7,8 9,10");
+  EXPECT_EQ(elements[4].Z(0), 0.1F);
+  EXPECT_EQ(elements[4].Z(1), 0) << "too large for a z";
+  EXPECT_EQ(elements[5].Z(0), 0);
+  EXPECT_NE(rig.WarningOf("wild z"), nullptr);
+  EXPECT_NE(rig.WarningOf("no z values"), nullptr);
+  EXPECT_TRUE(reader.Eof());
+}
+
+TEST_F(ESRIInFiltTest, LargePartsComeWhole) {
+  Points points;
+  std::vector<double> z;
+  for (int i = 0; i < 30000; ++i) {
+    points.emplace_back(i + 0.25, -i);
+    z.push_back(i);
+  }
+  const auto elements = ReadPlain(ShapeFile({ChainContent(13, {0, 29990}, points, z)}));
+  ASSERT_EQ(elements.size(), 2U);
+  ASSERT_EQ(elements[0].PointCount(), 29989);
+  for (tEntity::Index i = 0; i < 29990; ++i) {
+    ASSERT_EQ(elements[0].x(i), static_cast<double>(i) + 0.25);
+    ASSERT_EQ(elements[0].Z(i), static_cast<float>(i));
+  }
+  EXPECT_EQ(elements[1].Y(9), -29999);
+}
+
+TEST_F(ESRIInFiltTest, UnhandledTypesAreToldRecordByRecord) {
+  std::vector<std::string> contents;
+  for (const std::int32_t type : {11, 18, 21, 23, 25, 28, 31, 11, 77, 2})
+    contents.push_back(Little(type) + std::string(60, '\1'));
+  contents.push_back(PointContent(1, 2));
+  EXPECT_EQ(ReadPlain(ShapeFile(contents)).size(), 1U);
+  std::vector<std::string> told;
+  for (const Message& message : rig.person.messages) told.push_back(message.text.substr(20));
+  EXPECT_EQ(told, (std::vector<std::string>{"PointZ", "MultiPointZ", "PointM", "PolylineM", "PolygonM", "MultiPointM",
+                                            "MultiPatch", "PointZ"}));
+  EXPECT_EQ(rig.report.UndeliveredTypes().at("PointZ"), 2);
+  EXPECT_EQ(rig.report.UndeliveredTypes().at("77"), 1) << "no message, but counted";
+}
+
+TEST_F(ESRIInFiltTest, LayerAndLabelComeFromTheRowBehindTheShapesOwn) {
+  const std::string path =
+      Put(ShapeFile({kTriangle, PointContent(1, 2), ChainContent(3, {0, 2}, {{0, 0}, {2, 0}, {8, 8}, {9, 9}})}));
+  rig.folder.Put("s.dbf", Table({{"LAYER", 6}, {"NAME", 4}}, {{"ROAD", "one"}, {"CREEK", "two"}, {"ROAD", "3"}}));
+  rig.person.layerField = "layer";
+  rig.person.textField = "NAME";
+  reader.filename(path);
+  EXPECT_EQ(reader.Layers(), (std::vector<std::string>{"ROAD", "CREEK"}));
+  reader.AssignCodes(reader.Layers(), {"RD00001", "CR00001"});
+  const auto elements = rig.ReadAll(reader);
+  ASSERT_EQ(elements.size(), 7U) << "each part, then one label a record";
+  EXPECT_EQ(elements[0].Layer + elements[0].CDFCode, "CREEKCR00001");
+  EXPECT_EQ(elements[0].Text, "");
+  const tEntity& label = elements[1];
+  EXPECT_EQ(label.bType, kText);
+  EXPECT_EQ(label.Text, "two");
+  EXPECT_EQ(XY(label), "2,4");
+  EXPECT_EQ(label.TextSize, 1000);
+  EXPECT_EQ(label.TextUnits, "M");
+  EXPECT_EQ(label.TextJust, 33);
+  EXPECT_EQ(elements[2].TextUnits, "") << "nothing leaks from the label before";
+  EXPECT_EQ(elements[2].TextSize, 0);
+  EXPECT_EQ(elements[2].Layer, "ROAD");
+  EXPECT_EQ(XY(elements[4]), "0,0 2,0");
+  EXPECT_EQ(XY(elements[6]), "4.5,4.5") << "the centre of the whole record";
+  EXPECT_EQ(elements[6].Layer + elements[6].CDFCode, "0900000") << "the last shape reads past the last row";
+}
+
+TEST_F(ESRIInFiltTest, FieldsAreAskedForOnceInARunOfSeveralFiles) {
+  const std::string first = Put(ShapeFile({kTriangle}), "a"), second = Put(ShapeFile({kTriangle}), "b");
+  rig.folder.Put("a.dbf", Table({{"N", 3}, {"LAYER", 6}}, {{"1", "x"}, {"2", "ROAD"}}));
+  rig.folder.Put("b.dbf", Table({{"LAYER", 6}, {"N", 3}}, {{"y", "1"}, {"CREEK", "2"}}));
+  rig.person.layerField = "LAYER";
+  FieldSelection shared;
+  reader.Layered = false;
+  std::string layers;
+  for (const std::string& path : {first, second}) {
+    reader.filename(path);
+    reader.SetDBFObj(shared);
+    layers += rig.ReadAll(reader).at(0).Layer + " ";
+  }
+  EXPECT_EQ(layers, "ROAD CREEK ") << "kept by name, not by position";
+  EXPECT_EQ(rig.person.fieldQuestions, 1);
+}
+
+TEST_F(ESRIInFiltTest, PartnersThatAreMissing) {
+  const std::string path = Put(ShapeFile({kTriangle}), "Lost");
+  reader.filename(path);
+  ASSERT_EQ(rig.person.messages.size(), 1U);
+  EXPECT_TRUE(rig.person.messages[0].text.starts_with("Warning: \r\nCould not find file "));
+  EXPECT_TRUE(rig.person.messages[0].text.ends_with("/lost.dbf")) << "in lower case";
+  EXPECT_EQ(rig.ReadAll(reader).at(0).Layer, "0") << "goes on without attributes";
+  std::filesystem::remove(rig.folder.Path("Lost.shx"));
+  reader.filename(path);
+  EXPECT_TRUE(rig.person.messages.back().text.starts_with("Fatal Error: Could not find file "));
+  EXPECT_EQ(reader.filename(), "");
+  EXPECT_TRUE(reader.Eof());
+  reader.filename(rig.folder.Path("none.shp"));
+  EXPECT_EQ(rig.person.messages.size(), 2U) << "a file that does not exist changes nothing";
+}
+
+TEST_F(ESRIInFiltTest, BrokenRecordsAreSkippedWithAWarningAndTheRestIsRead) {
+  ShapeFile file({kTriangle, ChainContent(3, {0, 9}, {{1, 1}, {2, 2}}),
+                  ChainContent(3, {2, 0}, {{1, 1}, {2, 2}, {3, 3}}), kTriangle, kTriangle, kTriangle, kTriangle,
+                  PointContent(std::nan(""), 1), PointContent(5, 6)});
+  const auto setIndex = [&file](std::size_t record, std::int32_t word, std::int32_t length) {
+    file.shx.replace(100 + 8 * record, 8, Big(word) + Big(length));
+  };
+  setIndex(3, 1000000, 4);  // outside the file
+  setIndex(4, -5, 4);
+  const std::size_t fifth = file.shp.size() - 2 * (8 + 20) - 2 * (8 + kTriangle.size());
+  file.shp.replace(fifth + 48, 4, Little(std::int32_t{2000000000}));  // points that cannot be there
+  const std::size_t sixth = fifth + 8 + kTriangle.size();
+  file.shp.replace(sixth + 4, 4, Big(0));
+  setIndex(6, static_cast<std::int32_t>(sixth / 2), 0);  // no length in either place
+  file.shx += "abcd";                                    // half an entry: rounds to none
+  const auto elements = ReadPlain(file);
+  std::string read;
+  for (const tEntity& element : elements) read += XY(element) + " | ";
+  EXPECT_EQ(read, "0,0 4,0 4,8 | 5,6 | ");
+  for (const char* kind : {"part indices", "index outside", "record counts", "record length", "not finite"}) {
+    ASSERT_NE(rig.WarningOf(kind), nullptr) << kind;
+    EXPECT_NE(rig.WarningOf(kind)->text.find("s.shp, record "), std::string::npos);
+  }
+  EXPECT_EQ(rig.WarningOf("index outside")->count, 2);
+  EXPECT_TRUE(ReadPlain(ShapeFile(std::vector<std::string>{})).empty());
+  EXPECT_NE(ErrorOf([&] { reader.filename(rig.folder.Put("s.shp", "x")); }).find("header of 100"), std::string::npos);
+  EXPECT_NE(
+      ErrorOf([&] { reader.filename(rig.folder.Put("s.shp", std::string(200, 'x'))); }).find("is not a shapefile"),
+      std::string::npos);
+}
+
+TEST_F(ESRIInFiltTest, ARecordByItsNumber) {
+  reader.Layered = false;
+  reader.filename(Put(ShapeFile({PointContent(1, 1), kTriangle, PointContent(3, 3)})));
+  tEntity entity;
+  ASSERT_TRUE(reader.GetNextEntity(entity, 3));
+  EXPECT_EQ(XY(entity), "3,3");
+  EXPECT_TRUE(reader.Eof());
+  ASSERT_TRUE(reader.GetNextEntity(entity, 1));
+  EXPECT_EQ(XY(entity), "1,1");
+  ASSERT_TRUE(reader.GetNextEntity(entity));
+  EXPECT_EQ(XY(entity), "0,0 4,0 4,8");
+  EXPECT_FALSE(reader.GetNextEntity(entity, 4));
+}
+
+}  // namespace
+}  // namespace tesselink

@@ -1,0 +1,162 @@
+// What the tests share: a folder of their own, a person who answers from a script, settings in memory, and a rig that
+// reads or writes with one filter.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/Errors.h"
+#include "core/FieldSelection.h"
+#include "core/Filters.h"
+#include "core/Interaction.h"
+#include "core/Numbers.h"
+#include "core/Report.h"
+#include "core/Settings.h"
+
+namespace tesselink {
+
+/// A folder that vanishes with the test.
+class Folder {
+ public:
+  Folder() {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    std::string pattern = (std::filesystem::temp_directory_path() /
+                           (std::string(test->test_suite_name()) + "." + test->name() + ".XXXXXX"))
+                              .string();
+    std::replace(pattern.begin() + 1, pattern.end(), ' ', '_');
+    path_ = mkdtemp(pattern.data());
+  }
+  ~Folder() { std::filesystem::remove_all(path_); }
+
+  std::string Path(const std::string& name) const { return path_ + "/" + name; }
+  std::string Put(const std::string& name, const std::string& bytes) const {
+    std::ofstream(Path(name), std::ios::binary) << bytes;
+    return Path(name);
+  }
+  static std::string Get(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+ private:
+  std::string path_;
+};
+
+/// Answers from a script and notes what it was asked.
+class ScriptedInteraction final : public Interaction {
+ public:
+  std::vector<Message> messages;
+  std::vector<std::string> calls;
+  std::vector<std::string> layersOffered;
+  Answer answer = Answer::Ok;
+  std::string saveName;
+  std::string layerField, textField{FieldSelection::kNone};
+  std::optional<std::vector<std::string>> codes;
+  std::int64_t cancelAfter = -1;  ///< elements; -1: never
+  int fieldQuestions = 0, beeps = 0, held = 0;
+
+  Answer ShowMessage(const Message& message) override {
+    messages.push_back(message);
+    return answer;
+  }
+  std::string SaveFileName(const SaveFileQuestion&) override { return saveName; }
+  void SelectFields(FieldSelection& selection) override {
+    ++fieldQuestions;
+    selection.Choose(layerField);
+    selection.Continue();
+    selection.Choose(textField);
+    selection.Continue();
+  }
+  std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) override {
+    layersOffered = question.layers;
+    calls.push_back("match " + question.heading + " for " + question.application);
+    return codes;
+  }
+  void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
+  void HideScan() override {}
+  void RunStarted() override { calls.push_back("started"); }
+  void RunEnded() override { calls.push_back("ended"); }
+  void ShowRunProgress(const RunProgress& progress) override { elements_ = progress.elements; }
+  void HoldRunProgress() override { ++held; }
+  void Beep() override { ++beeps; }
+  bool CancelRequested() override { return cancelAfter >= 0 && elements_ >= cancelAfter; }
+  void Yield() override {}
+
+ private:
+  std::int64_t elements_ = 0;
+};
+
+class MemorySettings final : public Settings {
+ public:
+  std::string Get(const std::string& a, const std::string& s, const std::string& k, const std::string& d) override {
+    const auto found = store_.find({a + "\n" + s, k});
+    return found == store_.end() ? d : found->second;
+  }
+  void Set(const std::string& a, const std::string& s, const std::string& k, const std::string& v) override {
+    store_[{a + "\n" + s, k}] = v;
+  }
+  std::map<std::string, std::string> All(const std::string& a, const std::string& s) override {
+    std::map<std::string, std::string> pairs;
+    for (const auto& [key, value] : store_) {
+      if (key.first == a + "\n" + s) pairs[key.second] = value;
+    }
+    return pairs;
+  }
+
+ private:
+  std::map<std::pair<std::string, std::string>, std::string> store_;
+};
+
+/// Everything a filter is handed.
+struct Rig {
+  Folder folder;
+  ScriptedInteraction person;
+  MemorySettings settings;
+  Report report;
+  FilterContext context{person, settings, report};
+
+  /// Every element that a reader delivers, up to `most` calls.
+  std::vector<tEntity> ReadAll(InputFilter& reader, int most = 100) {
+    std::vector<tEntity> elements;
+    tEntity entity;
+    for (int i = 0; i < most && !reader.Eof(); ++i) {
+      if (reader.GetNextEntity(entity)) elements.push_back(entity);
+      entity.Clear();
+    }
+    return elements;
+  }
+  const Warning* WarningOf(const std::string& kind) const {
+    for (const Warning& warning : report.Warnings()) {
+      if (warning.kind == kind) return &warning;
+    }
+    return nullptr;
+  }
+};
+
+/// The message of the Error that an action throws; empty when it throws none.
+inline std::string ErrorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Error& error) {
+    return error.what();
+  }
+  return {};
+}
+
+inline std::string XY(const tEntity& entity) {
+  std::string text;
+  for (tEntity::Index i = 0; i <= entity.PointCount(); ++i) {
+    text += (i > 0 ? " " : "") + NumberText(entity.x(i)) + "," + NumberText(entity.Y(i));
+  }
+  return text;
+}
+
+}  // namespace tesselink

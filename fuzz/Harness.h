@@ -1,0 +1,101 @@
+// What the harnesses share: files in memory where the system has such a place, and a person who never answers.
+#pragma once
+
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "core/Errors.h"
+#include "core/FieldSelection.h"
+#include "core/Filters.h"
+#include "core/Interaction.h"
+#include "core/Report.h"
+#include "core/Settings.h"
+
+namespace tesselink {
+
+/// Leaves every file alone, chooses the first field for the layer and the last one for the text.
+class SilentPerson final : public Interaction {
+ public:
+  Answer ShowMessage(const Message&) override { return Answer::No; }
+  std::string SaveFileName(const SaveFileQuestion&) override { return {}; }
+  void SelectFields(FieldSelection& selection) override {
+    const auto choices = selection.Choices();
+    selection.Choose(choices.empty() ? std::string() : choices.front());
+    selection.Continue();
+    selection.Choose(choices.empty() ? std::string() : choices.back());
+    selection.Continue();
+  }
+  std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion&) override { return std::nullopt; }
+  void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
+  void HideScan() override {}
+  void RunStarted() override {}
+  void RunEnded() override {}
+  void ShowRunProgress(const RunProgress&) override {}
+  void HoldRunProgress() override {}
+  void Beep() override {}
+  bool CancelRequested() override { return false; }
+  void Yield() override {}
+};
+
+class NoSettings final : public Settings {
+ public:
+  std::string Get(const std::string&, const std::string&, const std::string&, const std::string& d) override {
+    return d;
+  }
+  void Set(const std::string&, const std::string&, const std::string&, const std::string&) override {}
+  std::map<std::string, std::string> All(const std::string&, const std::string&) override { return {}; }
+};
+
+/// The folder of this process, in memory if the system has a file system there; it goes with the process.
+inline const std::string& FuzzFolder() {
+  struct Scratch {
+    std::string path;
+    Scratch() {
+      const bool memory = std::filesystem::is_directory("/dev/shm");
+      path = (memory ? std::string("/dev/shm") : std::filesystem::temp_directory_path().string()) + "/fuzzXXXXXX";
+      if (mkdtemp(path.data()) == nullptr) std::abort();
+    }
+    ~Scratch() { std::filesystem::remove_all(path); }
+  };
+  static const Scratch kScratch;
+  return kScratch.path;
+}
+
+inline std::string PutFile(const std::string& name, std::string_view bytes) {
+  const std::string path = FuzzFolder() + "/" + name;
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  if (file == nullptr || std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) std::abort();
+  std::fclose(file);
+  return path;
+}
+
+/// Reads a file to its end. What is delivered must be finite in number: an element may not come from nothing, so
+/// more elements than the file has bytes are a finding.
+template <typename Reader>
+void ReadToTheEnd(const std::string& path, std::size_t bytes) {
+  SilentPerson person;
+  NoSettings settings;
+  Report report;
+  Reader reader({person, settings, report});
+  tEntity entity;
+  std::size_t delivered = 0;
+  try {
+    reader.filename(path);
+    while (!reader.Eof() && !reader.Stalled()) {
+      if (reader.GetNextEntity(entity) && ++delivered > bytes) std::abort();
+      if (static_cast<std::size_t>(entity.PointCount() + 1) > bytes) std::abort();
+      entity.Clear();
+    }
+  } catch (const Error&) {  // the right answer to most of what a fuzzer writes
+  } catch (const OperationCanceled&) {
+  }
+}
+
+}  // namespace tesselink

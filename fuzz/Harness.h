@@ -33,6 +33,7 @@ class SilentPerson final : public Interaction {
     selection.Continue();
   }
   std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion&) override { return std::nullopt; }
+  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override { return ofFirstElement; }
   void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
   void HideScan() override {}
   void RunStarted() override {}

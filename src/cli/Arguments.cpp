@@ -93,6 +93,19 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
   convert->add_option("--to", command.to, "Output format, whatever the extension: " + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
+  convert
+      ->add_option_function<std::string>(
+          "--shape-type",
+          [&command](const std::string& kind) {
+            command.shapeType = kind == "points" ? ShapeTypeChoice::Points : ShapeTypeChoice::Polylines;
+          },
+          "What a shapefile output holds: points (and texts) or\n"
+          "polylines; without it, what the first element is")
+      ->type_name("CHOICE")
+      ->check(CLI::IsMember({"points", "polylines"}));
+  convert->add_option("--units", command.units, "Units in the header of a Landmark output (M)")->type_name("TEXT");
+  convert->add_option("--map-scale", command.mapScale, "Map scale in the header of a Landmark output (1)")
+      ->type_name("NUMBER");
   convert->add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
       "Show a progress bar (the default on a terminal)");
@@ -119,7 +132,24 @@ CLI::App* AddCat(CLI::App& app, CatCommand& command) {
   return cat;
 }
 
-ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error) {
+// The library's words, but for the mistakes that people make first.
+std::string Wording(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+  constexpr const char* kCommands = "the commands are convert, info, cat, table and formats";
+  if (app.get_subcommands().empty()) {
+    if (arguments.empty()) return std::string("give a command; ") + kCommands;
+    const bool isOption = arguments.front().starts_with('-');
+    return "\"" + arguments.front() + (isOption ? "\" is no option here; " : "\" is no command; ") + kCommands;
+  }
+  const bool convertLacksFiles = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr ||
+                                 (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr &&
+                                  std::string_view(error.what()).starts_with("FILES"));
+  if (convertLacksFiles && app.get_subcommands().front()->get_name() == "convert") {
+    return "convert needs an input and an output";
+  }
+  return error.what();
+}
+
+ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
     const CLI::App* asked = &app;
     for (const CLI::App* sub : app.get_subcommands()) asked = sub;
@@ -128,7 +158,7 @@ ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error) {
   }
   std::string name = "tesselink";
   for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
-  return {"tesselink: " + std::string(error.what()) + "\nSee \"" + name + " --help\".\n", kExitUsage};
+  return {"tesselink: " + Wording(app, error, arguments) + "\nSee \"" + name + " --help\".\n", kExitUsage};
 }
 
 }  // namespace
@@ -155,7 +185,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::ParseError& error) {
-    return Ended(app, error);
+    return Ended(app, error, arguments);
   }
   if (convertApp->parsed()) {
     convert.output = convert.inputs.back();

@@ -20,11 +20,17 @@ struct ReadingOptions {
 
 enum class ProgressChoice { WhenTerminal, Always, Never };
 
+/// What a shapefile output holds.
+enum class ShapeTypeChoice { FirstElement, Points, Polylines };
+
 struct ConvertCommand {
   std::vector<std::string> inputs;
   std::string output;
   ReadingOptions reading;
   std::string to;  ///< a format key; empty: by the extension
+  ShapeTypeChoice shapeType = ShapeTypeChoice::FirstElement;
+  std::string units = "M";  ///< of the Landmark header line
+  double mapScale = 1;      ///< of the Landmark header line
   bool overwrite = false;
   bool quiet = false;
   bool json = false;

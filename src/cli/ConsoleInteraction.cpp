@@ -26,8 +26,8 @@ std::string OneLine(std::string_view text) {
 
 }  // namespace
 
-ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress)
-    : options_(options), showProgress_(showProgress) {}
+ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress, ShapeTypeChoice shapeType)
+    : options_(options), showProgress_(showProgress), shapeType_(shapeType) {}
 
 Answer ConsoleInteraction::ShowMessage(const Message& message) {
   switch (message.topic) {
@@ -63,6 +63,18 @@ void ConsoleInteraction::SelectFields(FieldSelection& selection) {
 std::optional<std::vector<std::string>> ConsoleInteraction::MatchLayers(const LayerMatchingQuestion& question) {
   reportedLayers_ = question.layers;
   return std::nullopt;
+}
+
+ShapeKind ConsoleInteraction::ChooseShapeKind(ShapeKind ofFirstElement) {
+  switch (shapeType_) {
+    case ShapeTypeChoice::Points:
+      return ShapeKind::PointsOrText;
+    case ShapeTypeChoice::Polylines:
+      return ShapeKind::Polyline;
+    case ShapeTypeChoice::FirstElement:
+      break;
+  }
+  return ofFirstElement;
 }
 
 void ConsoleInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {

@@ -13,12 +13,14 @@ namespace tesselink {
 
 class ConsoleInteraction final : public Interaction {
  public:
-  ConsoleInteraction(const ReadingOptions& options, bool showProgress);
+  ConsoleInteraction(const ReadingOptions& options, bool showProgress,
+                     ShapeTypeChoice shapeType = ShapeTypeChoice::FirstElement);
 
   Answer ShowMessage(const Message& message) override;
   std::string SaveFileName(const SaveFileQuestion& question) override;
   void SelectFields(FieldSelection& selection) override;
   std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) override;
+  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override;
   void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
   void HideScan() override;
   void RunStarted() override {}
@@ -42,6 +44,7 @@ class ConsoleInteraction final : public Interaction {
 
   ReadingOptions options_;
   bool showProgress_;
+  ShapeTypeChoice shapeType_;
   bool barDrawn_ = false;
   std::chrono::steady_clock::time_point nextBar_{};
   bool stalled_ = false;

@@ -37,6 +37,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.InFormat = format->entry;
   request.OutFormat = OutputFormatOf(command.to, command.output).entry;
   request.useAttributes = UsesAttributes(command.reading);
+  request.options = {command.units, command.mapScale};
   if (format->severalFiles) {
     request.chosenFiles = {""};
     request.chosenFiles.insert(request.chosenFiles.end(), command.inputs.begin(), command.inputs.end());
@@ -51,8 +52,14 @@ void RefuseExistingOutput(const ConvertCommand& command) {
   for (const std::string& input : command.inputs) {
     if (input == command.output || SameFile(input, command.output)) return;  // the run has its own words for that
   }
-  if (!command.overwrite && fs::is_regular_file(command.output, error)) {
-    throw Error(command.output + ": exists already; give -O (--overwrite) to replace it");
+  if (command.overwrite) return;
+  std::vector<std::string> outputs{command.output};
+  for (const std::string& extension : OutputFormatOf(command.to, command.output).partners) {
+    outputs.push_back(PartnerFile(command.output, extension));
+  }
+  for (const std::string& output : outputs) {
+    if (!fs::is_regular_file(output, error)) continue;
+    throw Error(output + ": exists already; give -O (--overwrite) to replace it");
   }
 }
 
@@ -109,7 +116,7 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
           {"extents", ExtentsJson(summary.extents)},
           {"outputs", TextsJson(summary.outputs)},
           {"warnings", warnings},
-          {"error", Utf8(summary.error)}};
+          {"error", Utf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))}};
 }
 
 }  // namespace
@@ -120,7 +127,7 @@ int Run(const ConvertCommand& command) {
   const bool showProgress =
       command.progress == ProgressChoice::Always ||
       (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
-  ConsoleInteraction interaction(command.reading, showProgress);
+  ConsoleInteraction interaction(command.reading, showProgress, command.shapeType);
   QtSettings settings;
   const RunSummary summary = ConversionRun(AllFormats(), interaction, settings).Run(request);
   PrintWarnings(summary, interaction);

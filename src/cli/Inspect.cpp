@@ -8,6 +8,7 @@
 #include "cli/Reading.h"
 #include "core/Numbers.h"
 #include "core/Paths.h"
+#include "core/Text.h"
 #include "formats/shape/DBFInFilter.h"
 
 namespace tesselink {
@@ -28,17 +29,18 @@ Json FieldsJson(const std::string& input) {
   return fields;
 }
 
-std::string InfoText(const std::string& input, const Json& info) {
-  std::string text = input + ": " + info["format"].get<std::string>() + "\n  elements ";
+std::string InfoText(const std::string& input, const std::string& format, const Json& info) {
+  std::string text = input + ": " + format + "\n  elements ";
   std::string kinds;
   for (const auto& [kind, count] : info["elements"].items()) {
-    if (count > 0) kinds += (kinds.empty() ? "" : ", ") + std::to_string(count.get<std::int64_t>()) + " " + kind;
+    if (count > 0) kinds += (kinds.empty() ? "" : ", ") + Counted(count.get<std::int64_t>(), kind);
   }
   text += (kinds.empty() ? "none" : kinds) + "\n  vertices " + std::to_string(info["vertices"].get<std::int64_t>());
   text += "\n  layers   ";
   if (info["layers"].empty()) text += "none";
   for (std::size_t i = 0; i < info["layers"].size(); ++i) {
-    text += (i > 0 ? ", " : "") + info["layers"][i].get<std::string>();
+    const std::string layer = info["layers"][i];
+    text += (i > 0 ? ", " : "") + (layer.empty() ? "(no name)" : layer);
   }
   if (const Json& e = info["extents"]; !e.is_null()) {
     for (const std::string axis : {"X", "Y", "Z"}) {
@@ -76,7 +78,7 @@ int Run(const InfoCommand& command) {
                   {"layers", TextsJson(layers)},
                   {"extents", ExtentsJson(reading.summary.extents)},
                   {"fields", reading.format.hasAttributes ? FieldsJson(command.input) : Json::array()}};
-  Print(command.json ? info.dump(2) + "\n" : InfoText(command.input, info));
+  Print(command.json ? info.dump(2) + "\n" : InfoText(command.input, reading.format.Name(), info));
   return exitCode;
 }
 

@@ -105,7 +105,8 @@ void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interact
 }
 
 void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction) {
-  if (summary.outcome == RunOutcome::Refused) PrintError(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject));
+  if (summary.outcome == RunOutcome::Refused)
+    PrintError(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject));
   if (summary.outcome == RunOutcome::Failed && !summary.error.empty()) PrintError(summary.error);
   if (summary.outcome == RunOutcome::Cancelled && interaction.StalledAt().empty()) PrintError("cancelled");
 }

@@ -63,6 +63,9 @@ RunSummary ConversionRun::Run(const ConversionRequest& request) {
     state.summary.outcome = RunOutcome::Cancelled;
   } catch (const ToldFailure&) {
     state.summary.outcome = RunOutcome::Failed;
+  } catch (const FileFull& error) {
+    state.writing = false;
+    Fail(state, error.what());
   } catch (const std::bad_alloc&) {
     Fail(state, state.infile + ": not enough memory for this file");
   } catch (const std::exception& error) {
@@ -96,14 +99,15 @@ bool ConversionRun::Validate(State& state) {
     Refuse(state, "You must specify a valid input file", state.infile);
   } else if (request.OutFile.empty()) {
     Refuse(state, "You must select an output file", "");
-  } else if (ReadsOutput(state)) {
-    Refuse(state, "Input and Output files can not be the same", request.OutFile);
+  } else if (const std::string file = OutputThatIsRead(state); !file.empty()) {
+    Refuse(state, "Input and Output files can not be the same", file);
   }
   return state.summary.outcome != RunOutcome::Refused;
 }
 
-// Whether the output is a file that the run reads: an input, however it is spelt, or a partner of one.
-bool ConversionRun::ReadsOutput(const State& state) const {
+// The output, or a file written beside it, that the run reads: an input, however it is spelt, or a partner of one.
+// Empty when there is none.
+std::string ConversionRun::OutputThatIsRead(const State& state) const {
   const ConversionRequest& request = state.request;
   std::vector<std::string> inputs{state.infile};
   if (state.inFormat->severalFiles) {
@@ -111,17 +115,25 @@ bool ConversionRun::ReadsOutput(const State& state) const {
       inputs.push_back(JoinPath(request.chosenFiles[0], request.chosenFiles[i]));
     }
   }
-  return std::any_of(inputs.begin(), inputs.end(), [&](const std::string& input) {
-    if (input == request.OutFile || SameFile(input, request.OutFile)) return true;
-    const std::vector<std::string>& partners = state.inFormat->partners;
-    return std::any_of(partners.begin(), partners.end(), [&](const std::string& extension) {
-      return SameFile(PartnerFile(input, extension), request.OutFile);
-    });
-  });
+  if (std::find(inputs.begin(), inputs.end(), request.OutFile) != inputs.end()) return request.OutFile;
+  const auto withPartners = [](const std::vector<std::string>& paths, const std::vector<std::string>& extensions) {
+    std::vector<std::string> all = paths;
+    for (const std::string& path : paths) {
+      for (const std::string& extension : extensions) all.push_back(PartnerFile(path, extension));
+    }
+    return all;
+  };
+  const auto read = withPartners(inputs, state.inFormat->partners);
+  const auto written = withPartners({request.OutFile}, formats_.Output(request.OutFormat).partners);
+  const auto isRead = [&](const std::string& out) {
+    return std::any_of(read.begin(), read.end(), [&](const std::string& in) { return SameFile(in, out); });
+  };
+  const auto file = std::find_if(written.begin(), written.end(), isRead);
+  return file == written.end() ? std::string() : *file;
 }
 
 void ConversionRun::CreateFilters(State& state) {
-  const FilterContext context{interaction_, settings_, state.summary.report};
+  const FilterContext context{interaction_, settings_, state.summary.report, state.request.options};
   const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
   state.reader = CreateReader(*state.inFormat, context);
   state.writer = CreateWriter(outFormat, context);

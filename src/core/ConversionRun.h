@@ -27,6 +27,7 @@ struct ConversionRequest {
   std::vector<std::string> chosenFiles;
   /// False: a shapefile's attribute table is left alone and nothing is asked about it.
   bool useAttributes = true;
+  FilterOptions options = {};
 };
 
 enum class RunOutcome {
@@ -39,7 +40,7 @@ enum class RunOutcome {
 /// What came of a run.
 struct RunSummary {
   RunOutcome outcome = RunOutcome::Done;
-  std::string error;  ///< why it was refused or failed; empty where a reader has told the person itself
+  std::string error;    ///< why it was refused or failed; empty where a reader has told the person itself
   std::string subject;  ///< the file for which it was refused; empty where none was named
   KindCounts read, written, converted, skipped;
   std::vector<std::string> layers;   ///< of the elements read, in order of first appearance
@@ -62,7 +63,7 @@ class ConversionRun {
   struct State;
 
   bool Validate(State& state);
-  bool ReadsOutput(const State& state) const;
+  std::string OutputThatIsRead(const State& state) const;
   void CreateFilters(State& state);
   void ConvertFiles(State& state);
   void OpenInput(State& state, bool first);

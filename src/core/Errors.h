@@ -21,6 +21,13 @@ class Error : public std::runtime_error {
   std::string source_;
 };
 
+/// An element was refused because the file has no room for it; nothing of it was written, and what was written before
+/// is whole.
+class FileFull : public Error {
+ public:
+  using Error::Error;
+};
+
 /// Raised to leave an operation that the person cancelled. A run that meets it ends without an error message.
 struct OperationCanceled {};
 

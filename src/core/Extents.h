@@ -22,8 +22,10 @@ struct Extents {
 
   /// Widens the bounds by every vertex of an element.
   void Add(const tEntity& entity) {
+    Extents widened = *this;  // in registers rather than in memory
     const tEntity::Index last = entity.PointCount();
-    for (tEntity::Index i = 0; i <= last; ++i) Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
+    for (tEntity::Index i = 0; i <= last; ++i) widened.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
+    *this = widened;
   }
 
   bool Empty() const { return minX > maxX; }

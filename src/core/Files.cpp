@@ -146,19 +146,19 @@ void LineReader::ThrowTooLong() const {
               std::to_string(kLongestLine >> 20) + " MB; this is not a text drawing, or its line ends are missing");
 }
 
-TextWriter::TextWriter(const std::string& path) : path_(path) {
+FileWriter::FileWriter(const std::string& path) : path_(path) {
   file_.reset(std::fopen(path.c_str(), "wb"));
   if (!file_) throw Error(SystemReason(path, "could not be created"));
   std::setvbuf(file_.get(), nullptr, _IONBF, 0);
   buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
 }
 
-TextWriter::TextWriter(FileHandle file, std::string path)
+FileWriter::FileWriter(FileHandle file, std::string path)
     : file_(std::move(file)), path_(std::move(path)), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {
   std::setvbuf(file_.get(), nullptr, _IONBF, 0);
 }
 
-TextWriter& TextWriter::WriteLong(std::string_view text) {
+FileWriter& FileWriter::WriteLong(std::string_view text) {
   Flush();
   if (text.size() > kBufferSize) {
     WriteOut(text.data(), text.size());
@@ -169,13 +169,23 @@ TextWriter& TextWriter::WriteLong(std::string_view text) {
   return *this;
 }
 
-void TextWriter::WriteOut(const char* bytes, std::size_t count) {
+void FileWriter::WriteOut(const char* bytes, std::size_t count) {
   if (std::fwrite(bytes, 1, count, file_.get()) != count) throw Error(SystemReason(path_, "could not be written"));
+  written_ += static_cast<std::int64_t>(count);
 }
 
-void TextWriter::Flush() { WriteOut(buffer_.get(), std::exchange(used_, 0)); }
+void FileWriter::Flush() { WriteOut(buffer_.get(), std::exchange(used_, 0)); }
 
-void TextWriter::Append(const std::string& path) {
+void FileWriter::Overwrite(std::int64_t offset, std::string_view bytes) {
+  Flush();
+  if (std::fseek(file_.get(), static_cast<long>(offset), SEEK_SET) != 0 ||
+      std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size() ||
+      std::fseek(file_.get(), 0, SEEK_END) != 0) {
+    throw Error(SystemReason(path_, "could not be written"));
+  }
+}
+
+void FileWriter::Append(const std::string& path) {
   Flush();
   BinaryFile source(path);
   const auto block = std::make_unique_for_overwrite<char[]>(kCopyBlock);
@@ -188,7 +198,7 @@ void TextWriter::Append(const std::string& path) {
   }
 }
 
-void TextWriter::Close() {
+void FileWriter::Close() {
   if (!file_) return;
   Flush();
   if (std::fclose(file_.release()) != 0) throw Error(SystemReason(path_, "could not be written"));
@@ -237,16 +247,21 @@ void MoveFile(const std::string& from, const std::string& to) {
   if (!error) return;
   std::string beside;
   FileHandle file = CreateUnique(to + ".", beside);
-  if (!file) throw Error(SystemReason(to, "could not be replaced"));
+  if (!file) throw Error(SystemReason(to, "could not be written"));
   file.reset();
   fs::copy_file(from, beside, fs::copy_options::overwrite_existing, error);
   if (!error) fs::rename(beside, to, error);
   std::error_code ignored;
   if (error) {
     fs::remove(beside, ignored);
-    throw Error(to + ": could not be replaced: " + error.message());
+    throw Error(to + ": could not be written: " + error.message());
   }
   fs::remove(from, ignored);
+}
+
+void RemoveFile(const std::string& path) noexcept {
+  std::error_code error;
+  if (fs::is_regular_file(fs::symlink_status(path, error))) fs::remove(path, error);
 }
 
 }  // namespace tesselink

@@ -116,48 +116,60 @@ class LineReader {
   char lineEnd_ = '\n';
 };
 
-/// Buffered text output; lines end with carriage return and line feed. A failed write throws Error at once or, at the
-/// latest, from Close.
-class TextWriter {
+/// Buffered output of text, whose lines end with carriage return and line feed, or of bytes. A failed write throws
+/// Error at once or, at the latest, from Close.
+class FileWriter {
  public:
-  TextWriter() = default;
+  FileWriter() = default;
   /// Creates a file, replacing an existing one.
-  explicit TextWriter(const std::string& path);
+  explicit FileWriter(const std::string& path);
   /// Takes over a file that is open for writing.
-  TextWriter(FileHandle file, std::string path);
-  TextWriter(TextWriter&&) = default;
-  TextWriter& operator=(TextWriter&&) = default;
+  FileWriter(FileHandle file, std::string path);
+  FileWriter(FileWriter&&) = default;
+  FileWriter& operator=(FileWriter&&) = default;
 
   bool IsOpen() const { return file_ != nullptr; }
   const std::string& Path() const { return path_; }
 
-  TextWriter& Write(std::string_view text) {
+  FileWriter& Write(std::string_view text) {
     if (text.size() > kBufferSize - used_) return WriteLong(text);
     std::memcpy(buffer_.get() + used_, text.data(), text.size());
     used_ += text.size();
     return *this;
   }
-  TextWriter& Number(double value) {
+  FileWriter& Number(double value) {
     used_ += static_cast<std::size_t>(FormatNumber(Room(), value) - (buffer_.get() + used_));
     return *this;
   }
-  TextWriter& Single(float value) {
+  FileWriter& Single(float value) {
     used_ += static_cast<std::size_t>(FormatSingle(Room(), value) - (buffer_.get() + used_));
     return *this;
   }
-  TextWriter& Integer(std::int64_t value) {
+  FileWriter& Integer(std::int64_t value) {
     used_ += static_cast<std::size_t>(FormatInteger(Room(), value) - (buffer_.get() + used_));
     return *this;
   }
-  TextWriter& EndLine() { return Write("\r\n"); }
-  TextWriter& Line(std::string_view text) { return Write(text).EndLine(); }
+  FileWriter& EndLine() { return Write("\r\n"); }
+  FileWriter& Line(std::string_view text) { return Write(text).EndLine(); }
 
   /// Appends the bytes of a whole file.
   void Append(const std::string& path);
+  /// Replaces the byte written last.
+  void ReplaceLast(char byte) {
+    if (used_ > 0) {
+      buffer_[used_ - 1] = byte;
+    } else {
+      Overwrite(Size() - 1, {&byte, 1});
+    }
+  }
+  /// Replaces bytes that were written before; what follows is appended as before.
+  void Overwrite(std::int64_t offset, std::string_view bytes);
+  /// Bytes written so far, those of the buffer included.
+  std::int64_t Size() const { return written_ + static_cast<std::int64_t>(used_); }
   /// Writes out what is buffered and closes the file.
   void Close();
   /// Closes the file without writing out what is buffered.
-  void Discard() { *this = TextWriter(); }
+  void Discard() { *this = FileWriter(); }
 
  private:
   static constexpr std::size_t kBufferSize = std::size_t{1} << 17;
@@ -166,7 +178,7 @@ class TextWriter {
     if (kNumberTextSize > kBufferSize - used_) Flush();
     return buffer_.get() + used_;
   }
-  TextWriter& WriteLong(std::string_view text);
+  FileWriter& WriteLong(std::string_view text);
   void WriteOut(const char* bytes, std::size_t count);
   void Flush();
 
@@ -174,6 +186,7 @@ class TextWriter {
   std::string path_;
   std::unique_ptr<char[]> buffer_;
   std::size_t used_ = 0;
+  std::int64_t written_ = 0;  // bytes that have left the buffer
 };
 
 /// A fresh, empty file in the system's temporary folder, readable by its owner alone, that is deleted with the object.
@@ -204,6 +217,8 @@ std::string TempFileName(std::string_view prefix);
 /// Gives a file another name, replacing a file of that name, across file systems too. The file that is replaced is
 /// whole until the new one is.
 void MoveFile(const std::string& from, const std::string& to);
+/// Deletes a file; a device or a pipe, and a link, is left where it is. Whether it was deleted does not matter.
+void RemoveFile(const std::string& path) noexcept;
 /// "path: what: reason", the reason being the system's for the last failed call.
 std::string SystemReason(const std::string& path, std::string_view what);
 

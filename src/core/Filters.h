@@ -17,11 +17,18 @@ class Interaction;
 class Report;
 class Settings;
 
+/// What a person chose for the filters of a run.
+struct FilterOptions {
+  std::string units = "M";  ///< of the Landmark header line
+  double mapScale = 1;      ///< of the Landmark header line
+};
+
 /// What a filter is handed when it is created; nothing reaches for a global.
 struct FilterContext {
   Interaction& interaction;
   Settings& settings;
   Report& report;
+  FilterOptions options = {};
 };
 
 /// A reader: delivers the elements of a file one at a time.
@@ -108,7 +115,7 @@ class OutputFilter {
   void Release();
   /// Closes without completing: nothing that was begun stays behind as if it were whole.
   void Abandon() noexcept;
-  /// The files that this writer makes.
+  /// The files that this writer has made.
   virtual std::vector<std::string> Outputs() const { return {filename_}; }
 
  protected:
@@ -121,6 +128,7 @@ class OutputFilter {
 
   Interaction& interaction() const { return context_.interaction; }
   Report& report() const { return context_.report; }
+  const FilterOptions& options() const { return context_.options; }
 
  private:
   std::string filename_;

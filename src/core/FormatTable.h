@@ -27,14 +27,15 @@ struct Format {
 };
 
 struct InputFormat : Format {
-  bool severalFiles = false;   ///< reads a list of files in one run
-  bool hasAttributes = false;  ///< has an attribute table that may give layer and text
+  bool severalFiles = false;          ///< reads a list of files in one run
+  bool hasAttributes = false;         ///< has an attribute table that may give layer and text
   std::vector<std::string> partners;  ///< extensions of the files that are read beside the input, as in "SHX"
   std::function<std::unique_ptr<InputFilter>(const FilterContext&)> create;  ///< empty: not available in this version
 };
 
 struct OutputFormat : Format {
-  bool ignoresLayers = false;                                                 ///< the reader's `Layered` is set false
+  bool ignoresLayers = false;         ///< the reader's `Layered` is set false
+  std::vector<std::string> partners;  ///< extensions of the files that are written beside the output, as in "SHX"
   std::function<std::unique_ptr<OutputFilter>(const FilterContext&)> create;  ///< empty: not available in this version
 };
 

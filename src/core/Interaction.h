@@ -39,6 +39,9 @@ struct SaveFileQuestion {
   std::string folder;  ///< where to begin
 };
 
+/// Which kind of element a shapefile holds; it can hold only one.
+enum class ShapeKind { PointsOrText, Polyline };
+
 struct LayerMatchingQuestion {
   const std::vector<std::string>& layers;  ///< in source order
   std::string heading;                     ///< of the layer column
@@ -63,6 +66,9 @@ class Interaction {
   virtual void SelectFields(FieldSelection& selection) = 0;
   /// One code a layer, in the order of the layers; nothing when no matching takes place.
   virtual std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) = 0;
+
+  /// Asked at the first element; what that element is may serve as the answer.
+  virtual ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) = 0;
 
   /// A long scan before the first element; position and size in one unit. The text is what the progress window shows.
   virtual void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) = 0;

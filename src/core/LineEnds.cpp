@@ -75,7 +75,7 @@ std::string CheckLineEnds(const std::string& path, Interaction& interaction) {
 std::string ConvertLineEnds(const std::string& path, Interaction& interaction) {
   BinaryFile source(path);
   TempFile copy("U2D");
-  TextWriter writer(copy.TakeHandle(), copy.Path());
+  FileWriter writer(copy.TakeHandle(), copy.Path());
   std::vector<char> block(std::size_t{1} << 16);
   std::int64_t position = 0;
   while (const std::size_t got = source.ReadAt(position, block.data(), block.size())) {

@@ -32,4 +32,16 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string Counted(std::int64_t count, std::string_view noun) {
+  return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
+const std::string& WithoutControls(const std::string& value, std::string& cleaned) {
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+  if (std::none_of(value.begin(), value.end(), isControl)) return value;
+  cleaned = value;
+  std::replace_if(cleaned.begin(), cleaned.end(), isControl, ' ');
+  return cleaned;
+}
+
 }  // namespace tesselink

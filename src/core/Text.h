@@ -1,6 +1,7 @@
 // Small text operations on single bytes, the same whatever the locale.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -13,5 +14,10 @@ std::string UpperCase(std::string_view text);
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 /// The text without the blanks at its ends; other white space stays.
 std::string_view Trimmed(std::string_view text);
+/// A number with its noun, as in "1 point" and "2 points".
+std::string Counted(std::int64_t count, std::string_view noun);
+/// The text with blanks for control characters, which would break the lines of a text file. It is `value` itself where
+/// there are none, else `cleaned`.
+const std::string& WithoutControls(const std::string& value, std::string& cleaned);
 
 }  // namespace tesselink

@@ -85,6 +85,8 @@ class tEntity {
   void Clear();
   /// `Clear`, and the text attributes empty: a fresh entity that keeps its memory.
   void Reset();
+  /// One element of value 0 in each array; the attributes stay.
+  void ClearVertices();
   /// Drops the last element of each array that has more than one.
   void RemoveLastVertex();
   /// Replaces the vertices by the centre of their box.
@@ -109,7 +111,6 @@ class tEntity {
     state_ = ErrorState::None;
     return values.size() == 1 && values[0] == 0 ? -1 : static_cast<Index>(values.size()) - 1;
   }
-  void ClearVertices();
   bool ComputeOrientation() const;
   void ComputeExtents();
   void ResetExtents();

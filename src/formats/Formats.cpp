@@ -2,7 +2,10 @@
 
 #include "formats/dxf/DXFOutFilter.h"
 #include "formats/landmark/AscInFilter.h"
+#include "formats/landmark/AscOutFilter.h"
+#include "formats/landmark/MolInFilter.h"
 #include "formats/shape/ESRIInFilt.h"
+#include "formats/shape/ESRIOutFilt.h"
 
 namespace tesselink {
 namespace {
@@ -24,17 +27,21 @@ const FormatTable& AllFormats() {
       {
           {{"ESRI Shapefile (*.shp)", "shp", "ESRIInFilt"}, false, true, {"SHX", "DBF"}, kReader<ESRIInFilt>},
           {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}, {}},
-          {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}, {}},
+          {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}, kReader<MolInFilter>},
           {{"Landmark ASCII File (*.asc)", "asc", "AscInFilter"}, false, false, {}, kReader<AscInFilter>},
           {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}, {}},
-          {{"Multiple Shapefile Input (*.shp)", "multishp", "ESRIInFilt"}, true, true, {"SHX", "DBF"}, kReader<ESRIInFilt>},
+          {{"Multiple Shapefile Input (*.shp)", "multishp", "ESRIInFilt"},
+           true,
+           true,
+           {"SHX", "DBF"},
+           kReader<ESRIInFilt>},
       },
       {
-          {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"}, false, {}},
-          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFOutFilter", true}, false, kWriter<DXFOutFilter>},
-          {{"Landmark ASCII File (*.asc)", "asc", "AscOutFilter"}, false, {}},
-          {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {}},
-          {{"T/R Digitizer Format (*.grd)", "grd", "TRDigOut"}, true, {}},
+          {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"}, false, {"SHX", "DBF"}, kWriter<ESRIOutFilt>},
+          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFOutFilter", true}, false, {}, kWriter<DXFOutFilter>},
+          {{"Landmark ASCII File (*.asc)", "asc", "AscOutFilter"}, false, {}, kWriter<AscOutFilter>},
+          {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {}, {}},
+          {{"T/R Digitizer Format (*.grd)", "grd", "TRDigOut"}, true, {}, {}},
       });
   return kTable;
 }

@@ -89,8 +89,8 @@ class ConversionRunTest : public testing::Test {
     const auto writer = [this](const FilterContext& c) { return std::make_unique<FakeWriter>(c, script); };
     const FormatTable table({{{"Some Input File (*.one)", "one", "", true}, false, false, {"TAB"}, reader},
                              {{"Several Files (*.one)", "several", ""}, true, true, {}, reader}},
-                            {{{"Some Output (*.two)", "two", "", true}, false, writer},
-                             {{"Without Layers (*.nol)", "nol", ""}, true, writer}});
+                            {{{"Some Output (*.two)", "two", "", true}, false, {}, writer},
+                             {{"Without Layers (*.nol)", "nol", ""}, true, {}, writer}});
     return ConversionRun(table, rig.person, rig.settings, filler).Run(request);
   }
   using Calls = std::vector<std::string>;

@@ -64,23 +64,23 @@ TEST(ReadWindow, GivesTheFilesBytesInAnyOrder) {
   }
 }
 
-TEST(TextWriter, ReportsAFullDiskAtTheLatestOnClose) {
-  TextWriter small("/dev/full");
+TEST(FileWriter, ReportsAFullDiskAtTheLatestOnClose) {
+  FileWriter small("/dev/full");
   small.Line("a");
   EXPECT_NE(ErrorOf([&] { small.Close(); }).find("/dev/full: could not be written: No space left on device"),
             std::string::npos);
-  TextWriter large("/dev/full");
+  FileWriter large("/dev/full");
   EXPECT_NE(ErrorOf([&] {
               for (int i = 0; i < 100000; ++i) large.Line("some text");
             }),
             "");
-  EXPECT_NE(ErrorOf([] { TextWriter("/nosuch/folder/x"); }).find("No such file or directory"), std::string::npos);
+  EXPECT_NE(ErrorOf([] { FileWriter("/nosuch/folder/x"); }).find("No such file or directory"), std::string::npos);
 }
 
-TEST(TextWriter, WhatIsWrittenIsWhatIsRead) {
+TEST(FileWriter, WhatIsWrittenIsWhatIsRead) {
   const Folder folder;
   const std::string part = folder.Put("part", std::string(1000000, 'p'));
-  TextWriter writer(folder.Path("out"));
+  FileWriter writer(folder.Path("out"));
   std::string expected;
   for (int i = 0; i < 50000; ++i) {
     writer.Line("abc").Integer(i).Write(" ").Number(i / 8.0).EndLine();

@@ -109,7 +109,7 @@ TEST_F(AscInFilterTest, TheEndOfTheFileEndsTheRun) {
 TEST_F(AscInFilterTest, ErrorsNameFileAndLine) {
   EXPECT_EQ(Failure("TEXT,A,east,2,3,,RED\n"), "a.asc, line 2: field 3 of a TEXT record: \"east\" is not a number");
   EXPECT_EQ(Failure("x\nTEXT,A,1,2\n"), "a.asc, line 3: \"TEXT\" has 4 fields where at least 5 are needed");
-  EXPECT_EQ(Failure("VECTOR,1,2\n"), "a.asc, line 2: \"VECTOR\" has 3 fields where at least 4 are needed");
+  EXPECT_EQ(Failure("VECTOR,1,2\n"), "a.asc, line 2: \"VECTOR\" has 3 fields where at least 5 are needed");
   EXPECT_EQ(Failure("LINE,RED\nXY,1e999,2\n"), "a.asc, line 3: the number \"1e999\" is too large");
   EXPECT_EQ(Failure("LINE,RED\nXY,1\n"), "a.asc, line 3: \"XY\" has 2 fields where at least 3 are needed");
 }

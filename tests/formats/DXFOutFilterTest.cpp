@@ -119,7 +119,7 @@ TEST_F(DXFOutFilterTest, NothingIsLeftBehindWhicheverWayItEnds) {
     EXPECT_EQ(files(), 3) << "the first output, and two temporary files";
     second.Abandon();
     EXPECT_EQ(files(), 1);
-    EXPECT_NE(ErrorOf([&] { second.filename("/nosuch/d.dxf"); }).find("the folder /nosuch/ does not exist"),
+    EXPECT_NE(ErrorOf([&] { second.filename("/nosuch/d.dxf"); }).find("/nosuch/ is no folder that exists"),
               std::string::npos);
     second.filename("/dev/full");
     EXPECT_NE(ErrorOf([&] { second.Release(); }).find("No space left on device"), std::string::npos);

@@ -61,6 +61,8 @@ class ScriptedInteraction final : public Interaction {
   std::string layerField, textField{FieldSelection::kNone};
   std::optional<std::vector<std::string>> codes;
   std::int64_t cancelAfter = -1;  ///< elements; -1: never
+  std::optional<ShapeKind> shapeKind;
+  int shapeQuestions = 0;
   int fieldQuestions = 0, beeps = 0, held = 0;
 
   Answer ShowMessage(const Message& message) override {
@@ -79,6 +81,10 @@ class ScriptedInteraction final : public Interaction {
     layersOffered = question.layers;
     calls.push_back("match " + question.heading + " for " + question.application);
     return codes;
+  }
+  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override {
+    ++shapeQuestions;
+    return shapeKind.value_or(ofFirstElement);
   }
   void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
   void HideScan() override {}

@@ -1,11 +1,11 @@
 #include "formats/dxf/DXFOutFilter.h"
 
-#include <algorithm>
 #include <filesystem>
 
 #include "core/Errors.h"
 #include "core/Paths.h"
 #include "core/Report.h"
+#include "core/Text.h"
 
 namespace tesselink {
 namespace {
@@ -16,27 +16,19 @@ bool IsMissing(const tEntity& entity, tEntity::Index i) {
   return entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
 }
 
-bool IsControl(char c) { return static_cast<unsigned char>(c) < ' '; }
-
-// A device or a pipe is written to, not replaced, and of a link the file that it names.
-bool MayBeDeleted(const std::string& path) {
-  std::error_code error;
-  return fs::is_regular_file(fs::symlink_status(path, error));
-}
-
 }  // namespace
 
 void DXFOutFilter::Create(const std::string& path) {
   const std::string folder = FolderOf(path);
   std::error_code error;
   if (!folder.empty() && !fs::is_directory(folder, error)) {
-    throw Error(path + ": could not be created: the folder " + folder + " does not exist");
+    throw Error(path + ": could not be created: " + folder + " is no folder that exists");
   }
   path_ = path;
   headerFile_ = TempFile("DXF");
   entityFile_ = TempFile("DXF");
-  header_ = TextWriter(headerFile_.TakeHandle(), headerFile_.Path());
-  entities_ = TextWriter(entityFile_.TakeHandle(), entityFile_.Path());
+  header_ = FileWriter(headerFile_.TakeHandle(), headerFile_.Path());
+  entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
   layers_.clear();
   knownLayers_.clear();
   extents_ = {};
@@ -88,11 +80,11 @@ void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
 
 // Values are lines of their own: a line end or another control character within one would shift everything behind it.
 std::string_view DXFOutFilter::Printable(const std::string& value) {
-  if (std::none_of(value.begin(), value.end(), IsControl)) return value;
-  report().Warn("control characters", path_ + ": control characters in a layer or a text became blanks");
-  printable_ = value;
-  std::replace_if(printable_.begin(), printable_.end(), IsControl, ' ');
-  return printable_;
+  const std::string& clean = WithoutControls(value, printable_);
+  if (&clean != &value) {
+    report().Warn("control characters", path_ + ": control characters in a layer or a text became blanks");
+  }
+  return clean;
 }
 
 void DXFOutFilter::Text(std::string_view code, std::string_view value) { entities_.Line(code).Line(value); }
@@ -196,9 +188,8 @@ void DXFOutFilter::WriteLayerTable() {
 }
 
 void DXFOutFilter::Merge(const std::string& headerPath, const std::string& entityPath) {
-  std::error_code ignored;
-  if (MayBeDeleted(path_)) fs::remove(path_, ignored);
-  TextWriter output(path_);
+  RemoveFile(path_);
+  FileWriter output(path_);
   try {
     output.Append(headerPath);
     output.Append(entityPath);
@@ -206,7 +197,7 @@ void DXFOutFilter::Merge(const std::string& headerPath, const std::string& entit
     output.Close();
   } catch (...) {
     output.Discard();
-    if (MayBeDeleted(path_)) fs::remove(path_, ignored);
+    RemoveFile(path_);
     throw;
   }
 }

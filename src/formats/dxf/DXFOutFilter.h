@@ -48,7 +48,7 @@ class DXFOutFilter final : public OutputFilter {
 
   std::string path_;
   TempFile headerFile_, entityFile_;
-  TextWriter header_, entities_;
+  FileWriter header_, entities_;
   std::vector<std::string> layers_;
   std::unordered_set<std::string> knownLayers_;
   std::string lastLayer_;

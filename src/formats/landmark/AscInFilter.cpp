@@ -7,22 +7,27 @@
 #include "core/LineEnds.h"
 #include "core/Numbers.h"
 #include "core/Paths.h"
+#include "core/Report.h"
 #include "core/Text.h"
+#include "formats/landmark/LayerColours.h"
 
 namespace tesselink {
 namespace {
 
-constexpr std::array<std::string_view, 20> kLayerColours{
-    "BLACK", "DARKBLUE",  "BLUE", "DARKGRAY", "DARKGREEN", "GREEN",  "LIGHTGREEN", "LIGHTBLUE", "MAROON",      "PURPLE",
-    "BROWN", "LIGHTGRAY", "RED",  "PINK",     "YELLOW",    "ORANGE", "SALMON",     "VIOLET",    "LIGHTYELLOW", "WHITE"};
-
-constexpr std::size_t kLongestColour = 11;
 constexpr std::string_view kVertexKeyword = "XY";
 constexpr std::string_view kVectorKeyword = "VECTOR";
 
 std::string_view LastField(std::string_view line) {
   const std::size_t comma = line.rfind(',');
   return comma == std::string_view::npos ? line : line.substr(comma + 1);
+}
+
+bool BeginsRecord(std::string_view line) {
+  const std::string_view word = Trimmed(line.substr(0, line.find(',')));
+  for (const std::string_view keyword : {"TEXT", "LINE", "POLYGON", "VECTOR"}) {
+    if (EqualsIgnoringCase(word, keyword)) return true;
+  }
+  return false;
 }
 
 // Vertical letter first, horizontal letter last; letters compared exactly.
@@ -61,7 +66,7 @@ std::int16_t JustificationOf(std::string_view letters) {
 void AscInFilter::Open(const std::string& path) {
   filename_ = path;
   pending_.clear();
-  hasPending_ = repeating_ = false;
+  hasPending_ = repeating_ = anyRecord_ = false;
   const std::string readable = CheckLineEnds(path, interaction());
   if (readable == kOperationCanceled) throw OperationCanceled();
   filename_ = readable;
@@ -74,22 +79,11 @@ void AscInFilter::ScanLayers(const std::string& path) {
   layers_.clear();
   LineReader scan(path);
   std::int64_t size = scan.Size(), shown = -kShownEvery;
-  std::array<bool, kLayerColours.size()> found{};
   std::string_view line;
   while (scan.ReadLine(line)) {
-    std::string_view last = LastField(line);
+    const std::string_view last = LastField(line);
     // Most lines are vertices, whose last field is a number.
-    if (!last.empty() && (last.back() < '0' || last.back() > '9')) {
-      last = Trimmed(last);
-      if (last.size() <= kLongestColour) {
-        const std::string name = UpperCase(last);
-        const auto colour = std::find(kLayerColours.begin(), kLayerColours.end(), name);
-        if (colour != kLayerColours.end() && !found[static_cast<std::size_t>(colour - kLayerColours.begin())]) {
-          found[static_cast<std::size_t>(colour - kLayerColours.begin())] = true;
-          layers_.push_back(name);
-        }
-      }
-    }
+    if (!last.empty() && (last.back() < '0' || last.back() > '9')) NoteLayerColour(last, layers_);
     if (scan.Position() - shown < kShownEvery) continue;
     shown = scan.Position();
     size = LargerOf(size, shown);
@@ -107,6 +101,10 @@ double AscInFilter::Progress() const {
 
 std::string AscInFilter::Where() const { return filename_ + ", line " + std::to_string(reader_.LineNumber()); }
 
+void AscInFilter::WarnAtLine(std::string_view kind, const std::string& what) {
+  report().Warn(kind, Where() + ": " + what);
+}
+
 void AscInFilter::ThrowAtLine(const std::string& what) const { throw Error(Where() + ": " + what, "GetNextEntity"); }
 
 AscInFilter::Fields AscInFilter::Split(std::string_view line, char separator) {
@@ -122,25 +120,23 @@ AscInFilter::Fields AscInFilter::Split(std::string_view line, char separator) {
   }
 }
 
-const std::string_view& AscInFilter::Field(const Fields& fields, std::size_t index) const {
-  if (index < fields.count) return fields.first[index];
+void AscInFilter::Require(const Fields& fields, std::size_t count) const {
+  if (fields.count >= count) return;
   ThrowAtLine("\"" + std::string(Trimmed(fields.first[0]).substr(0, 20)) + "\" has " + std::to_string(fields.count) +
-              " fields where at least " + std::to_string(index + 1) + " are needed");
+              " fields where at least " + std::to_string(count) + " are needed");
 }
 
 double AscInFilter::Lenient(const Fields& fields, std::size_t index) const {
   try {
-    return LenientNumber(Field(fields, index));
+    return LenientNumber(fields.first[index]);
   } catch (const Error& error) {
-    if (error.Source().empty()) ThrowAtLine(error.what());
-    throw;
+    ThrowAtLine(error.what());
   }
 }
 
 double AscInFilter::Strict(const Fields& fields, std::size_t index) const {
-  const std::string_view field = Field(fields, index);
   try {
-    return StrictNumber(field);
+    return StrictNumber(fields.first[index]);
   } catch (const Error& error) {
     ThrowAtLine("field " + std::to_string(index + 1) + " of a TEXT record: " + error.what());
   }
@@ -163,6 +159,7 @@ bool AscInFilter::Next(tEntity& entity) {
     const Fields fields = Split(line, ',');
     const std::string_view word = Trimmed(fields.first[0]);
     const auto is = [word](std::string_view keyword) { return EqualsIgnoringCase(word, keyword); };
+    anyRecord_ = anyRecord_ || BeginsRecord(line);
     if (is("TEXT")) {
       ReadText(entity, fields);
     } else if (is("LINE") || is("POLYGON")) {
@@ -178,6 +175,8 @@ bool AscInFilter::Next(tEntity& entity) {
       repeating_ = true;
     } else if (Eof()) {
       EndRecord(entity, line);
+      if (!anyRecord_)
+        report().Warn("no records", filename_ + ": holds no Landmark record; is it a file of this format?");
       return false;
     } else {
       continue;
@@ -189,7 +188,8 @@ bool AscInFilter::Next(tEntity& entity) {
 }
 
 void AscInFilter::ReadText(tEntity& entity, const Fields& fields) {
-  std::string_view text = Trimmed(Field(fields, 1));
+  Require(fields, 5);
+  std::string_view text = Trimmed(fields.first[1]);
   if (text.starts_with('\'')) text.remove_prefix(1);
   if (text.ends_with('\'')) text.remove_suffix(1);
   entity.Text = text;
@@ -198,11 +198,12 @@ void AscInFilter::ReadText(tEntity& entity, const Fields& fields) {
   entity.TextSize = RoundHalfEven(Strict(fields, 4));
   entity.bType = kText;
   if (fields.count > 7) entity.TextAng = Strict(fields, 6);
-  if (fields.count > 8) entity.TextJust = JustificationOf(Field(fields, 7));
+  if (fields.count > 8) entity.TextJust = JustificationOf(fields.first[7]);
   entity.Layer = Trimmed(fields.last);
 }
 
 void AscInFilter::ReadVector(tEntity& entity, const Fields& fields) {
+  Require(fields, 5);
   entity.x(0, Lenient(fields, 1));
   entity.Y(0, Lenient(fields, 2));
   entity.x(1, Lenient(fields, 3));
@@ -211,16 +212,20 @@ void AscInFilter::ReadVector(tEntity& entity, const Fields& fields) {
 
 // Reads point lines until one ends the record; `line` is the record's own line.
 void AscInFilter::ReadPointLines(tEntity& entity, std::string_view line) {
-  for (;;) {
-    if (Eof() || !reader_.ReadLine(line)) break;
-    if (!ReadPointLine(entity, line)) break;
+  vertices_ = 0;
+  while (!Eof() && reader_.ReadLine(line)) {
+    if (ReadPointLine(entity, line)) continue;
+    if (Eof() && BeginsRecord(line)) {
+      WarnAtLine("last line", "a record that begins on the last line, right behind another one, is not read");
+    }
+    break;
   }
   EndRecord(entity, line);
 }
 
 // The form of nearly every line of a drawing: "XY,x,y" with nothing else, which needs no look at blanks. False for any
 // other line.
-bool AscInFilter::ReadPlainVertex(tEntity& entity, std::string_view line) const {
+bool AscInFilter::ReadPlainVertex(tEntity& entity, std::string_view line) {
   if (!line.starts_with("XY,")) return false;
   const char* const last = line.data() + line.size();
   double x = 0, y = 0;
@@ -231,9 +236,20 @@ bool AscInFilter::ReadPlainVertex(tEntity& entity, std::string_view line) const 
   } catch (const Error& error) {
     ThrowAtLine(error.what());
   }
-  entity.x(entity.XCount() + 1, x);
-  entity.Y(entity.YCount() + 1, y);
+  AddVertex(entity, x, y);
   return true;
+}
+
+// Behind the last coordinate of each array. Where the first one is exactly 0 its array counts as empty, and what comes
+// next takes its place: vertices are lost, or x and y no longer belong together.
+void AscInFilter::AddVertex(tEntity& entity, double x, double y) {
+  const tEntity::Index atX = entity.XCount() + 1, atY = entity.YCount() + 1;
+  entity.x(atX, x);
+  entity.Y(atY, y);
+  if (atX != vertices_ || atY != vertices_) {
+    WarnAtLine("out of step", "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
+  }
+  ++vertices_;
 }
 
 // Reads one point line. False for any other line, which ends the record. A line that has the keyword glued to the rest
@@ -254,9 +270,9 @@ bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
   }
   if (isVector) ReadVector(entity, commas);
   if (isVertex) {
+    Require(commas, 3);
     const double x = Lenient(commas, 1), y = Lenient(commas, 2);
-    entity.x(entity.XCount() + 1, x);
-    entity.Y(entity.YCount() + 1, y);
+    AddVertex(entity, x, y);
   }
   return isVertex || isVector;
 }

@@ -41,21 +41,25 @@ class AscInFilter final : public InputFilter {
   void ScanLayers(const std::string& path);
   bool NextLine(std::string_view& line);
   static Fields Split(std::string_view line, char separator);
-  const std::string_view& Field(const Fields& fields, std::size_t index) const;
+  void Require(const Fields& fields, std::size_t count) const;
   double Lenient(const Fields& fields, std::size_t index) const;
   double Strict(const Fields& fields, std::size_t index) const;
   void ReadText(tEntity& entity, const Fields& fields);
   void ReadVector(tEntity& entity, const Fields& fields);
   void ReadPointLines(tEntity& entity, std::string_view line);
-  bool ReadPlainVertex(tEntity& entity, std::string_view line) const;
+  bool ReadPlainVertex(tEntity& entity, std::string_view line);
   bool ReadPointLine(tEntity& entity, std::string_view& line);
   void EndRecord(tEntity& entity, std::string_view line);
+  void AddVertex(tEntity& entity, double x, double y);
+  void WarnAtLine(std::string_view kind, const std::string& what);
   [[noreturn]] void ThrowAtLine(const std::string& what) const;
 
   LineReader reader_;
   std::string pending_;
   bool hasPending_ = false;
   bool repeating_ = false;
+  bool anyRecord_ = false;
+  tEntity::Index vertices_ = 0;  // of the chain that is being read
   std::string rewritten_;
 };
 

@@ -17,6 +17,15 @@ T LittleEndian(const std::byte* bytes) {
   return value;
 }
 
+template <typename T>
+void PutLittleEndian(char* bytes, T value) {
+  std::memcpy(bytes, &value, sizeof value);
+}
+
+inline void PutBigEndian32(char* bytes, std::int32_t value) {
+  PutLittleEndian(bytes, __builtin_bswap32(static_cast<std::uint32_t>(value)));
+}
+
 inline std::int32_t BigEndian32(const std::byte* bytes) {
   return static_cast<std::int32_t>(__builtin_bswap32(LittleEndian<std::uint32_t>(bytes)));
 }

@@ -54,7 +54,7 @@ const char* UnhandledTypeName(std::int32_t type) {
   }
 }
 
-std::string Bytes(std::int64_t count) { return std::to_string(count) + (count == 1 ? " byte" : " bytes"); }
+std::string Bytes(std::int64_t count) { return Counted(count, "byte"); }
 
 }  // namespace
 
@@ -75,7 +75,11 @@ void ESRIInFilt::Open(const std::string& path) {
   if (shx_.Size() < kHeaderSize) {
     throw Error(indexPath + ": holds " + Bytes(shx_.Size()) + "; an index begins with a header of 100");
   }
+  if ((shx_.Size() - kHeaderSize) % kIndexEntrySize != 0) {
+    report().Warn("index cut", indexPath + ": ends within an entry; it may list fewer records than there are");
+  }
   records_ = static_cast<std::int64_t>(RoundHalfEven(static_cast<double>(shx_.Size() - kHeaderSize) / kIndexEntrySize));
+  if (records_ == 0) WarnOfUnlisted();
   OpenTable();
 }
 
@@ -84,12 +88,13 @@ void ESRIInFilt::OpenMainFile(const std::string& path) {
   layers_.clear();
   table_.reset();
   record_ = records_ = position_ = 0;
+  furthest_ = kHeaderSize;
   current_ = {};
   part_ = 0;
   labelPending_ = tableTried_ = false;
   shp_ = BinaryFile(path);
-  for (ReadWindow* window : {&heads_, &partStarts_, &vertices_, &zValues_}) window->Reset();
-  const auto header = heads_.At(0, kHeaderSize);
+  for (ReadWindow* window : {&recordBytes_, &partStarts_, &vertices_, &zValues_}) window->Reset();
+  const auto header = recordBytes_.At(0, kHeaderSize);
   if (static_cast<std::int64_t>(header.size()) < kHeaderSize) {
     throw Error(path + ": holds " + Bytes(shp_.Size()) + "; a shapefile begins with a header of 100");
   }
@@ -131,6 +136,10 @@ void ESRIInFilt::UseTable() {
   layerField_ = fieldNumber(selection_->LayerField());
   textField_ = selection_->TextWanted() ? fieldNumber(selection_->TextField()) : -1;
   const std::int64_t rows = table_->NumRecs();
+  if (rows < records_) {
+    report().Warn("short table", table_->filename() + ": has " + Counted(rows, "row") + " for " +
+                                     Counted(records_, "shape") + "; shapes without a row have empty values");
+  }
   layers_ = selection_->Entries([&](std::int64_t row) {
     if (row % 4096 != 0) return;
     interaction().ShowScan("Loading Database...", row, rows);
@@ -173,6 +182,19 @@ bool ESRIInFilt::GetNextEntity(tEntity& entity, std::int64_t record) {
 
 bool ESRIInFilt::Next(tEntity& entity) {
   if (filename_.empty()) return false;
+  const bool delivered = Deliver(entity);
+  if (Eof()) WarnOfUnlisted();
+  return delivered;
+}
+
+void ESRIInFilt::WarnOfUnlisted() {
+  if (furthest_ >= shp_.Size()) return;
+  report().Warn("beyond the index", filename_ + ": the index lists nothing of the last " +
+                                        Bytes(shp_.Size() - furthest_) + " of the file; they were not read");
+  furthest_ = shp_.Size();
+}
+
+bool ESRIInFilt::Deliver(tEntity& entity) {
   for (;;) {
     if (part_ < current_.parts) {
       if (DeliverPart(entity)) return true;
@@ -210,7 +232,7 @@ bool ESRIInFilt::LoadRecord() {
     return false;
   }
   const std::int64_t at = std::int64_t{BigEndian32(entry.data())} * 2;
-  const auto head = heads_.At(at, kHeadSize);
+  auto head = recordBytes_.At(at, kHeadSize);
   if (at < kHeaderSize || head.size() < static_cast<std::size_t>(kRecordHeaderSize) + 4) {
     WarnRecord("index outside", "the index points to byte " + std::to_string(at) + ", where the file of " +
                                     Bytes(shp_.Size()) + " holds no record; it was skipped");
@@ -225,6 +247,12 @@ bool ESRIInFilt::LoadRecord() {
     return false;
   }
   position_ = at + available;
+  furthest_ = std::max(furthest_, position_);
+  whole_ = {};
+  if (available <= static_cast<std::int64_t>(ReadWindow::kCapacity)) {
+    head = whole_ = recordBytes_.At(at, static_cast<std::size_t>(available));
+    wholeAt_ = at;
+  }
   current_.type = LittleEndian<std::int32_t>(&head[8]);
   current_.pointsAt = at;
   switch (current_.type) {
@@ -274,8 +302,8 @@ bool ESRIInFilt::LoadChain(std::span<const std::byte> head, std::int64_t availab
   const auto points = LittleEndian<std::int32_t>(&head[48]);
   const std::int64_t needed = 52 + std::int64_t{parts} * 4 + std::int64_t{points} * kPointSize;
   if (parts < 0 || points < 0 || needed > available) {
-    WarnRecord("record counts", "gives " + std::to_string(parts) + " parts and " + std::to_string(points) +
-                                    " points, which its " + Bytes(available) + " cannot hold; it was skipped");
+    WarnRecord("record counts", "gives " + Counted(parts, "part") + " and " + Counted(points, "point") +
+                                    ", which its " + Bytes(available) + " cannot hold; it was skipped");
     return false;
   }
   current_.partsAt = current_.pointsAt + 52;
@@ -305,6 +333,13 @@ bool ESRIInFilt::LoadMultiPoint(std::span<const std::byte> head, std::int64_t av
   return points > 0;
 }
 
+std::span<const std::byte> ESRIInFilt::Piece(ReadWindow& window, std::int64_t offset, std::size_t count) {
+  const std::int64_t inside = offset - wholeAt_;
+  const bool isWhole = !whole_.empty() && inside >= 0 &&
+                       inside + static_cast<std::int64_t>(count) <= static_cast<std::int64_t>(whole_.size());
+  return isWhole ? whole_.subspan(static_cast<std::size_t>(inside), count) : window.At(offset, count);
+}
+
 // The next part's range of points. Parts follow one another: where a start lies before the end of the part before, or
 // beyond the points, no chain of this record can be trusted any more. False when the part holds nothing.
 bool ESRIInFilt::NextRange(Range& range) {
@@ -313,7 +348,7 @@ bool ESRIInFilt::NextRange(Range& range) {
     range = {0, current_.points};
     return true;
   }
-  const auto starts = partStarts_.At(current_.partsAt + std::int64_t{part} * 4, 8);
+  const auto starts = Piece(partStarts_, current_.partsAt + std::int64_t{part} * 4, 8);
   const auto first = LittleEndian<std::int32_t>(starts.data());
   const std::int32_t end = part_ < current_.parts ? LittleEndian<std::int32_t>(&starts[4]) : current_.points;
   if (first < nextPoint_ || end < first || end > current_.points) {
@@ -324,8 +359,8 @@ bool ESRIInFilt::NextRange(Range& range) {
     return false;
   }
   if (first > nextPoint_) {
-    WarnRecord("points without part", std::to_string(first - nextPoint_) + " points before part " +
-                                          std::to_string(part + 1) + " belong to no part and were left out");
+    WarnRecord("points without part", Counted(first - nextPoint_, "point") + " before part " +
+                                          std::to_string(part + 1) + " left out: in no part");
   }
   nextPoint_ = end;
   range = {first, end - first};
@@ -364,8 +399,8 @@ bool ESRIInFilt::StoreVertices(tEntity& entity, Range range) {
   bool finite = true;
   for (std::int32_t end = range.count; end > 0;) {
     const std::int32_t begin = std::max(end - kAtOnce, 0);
-    const auto xy = vertices_.At(current_.pointsAt + std::int64_t{range.first + begin} * kPointSize,
-                                 static_cast<std::size_t>((end - begin) * kPointSize));
+    const auto xy = Piece(vertices_, current_.pointsAt + std::int64_t{range.first + begin} * kPointSize,
+                          static_cast<std::size_t>((end - begin) * kPointSize));
     for (std::int32_t i = end - 1; i >= begin; --i) {
       const std::byte* point = &xy[static_cast<std::size_t>((i - begin) * kPointSize)];
       const auto x = LittleEndian<double>(point), y = LittleEndian<double>(point + 8);
@@ -384,8 +419,8 @@ void ESRIInFilt::StoreZ(tEntity& entity, Range range) {
   bool wild = false;
   for (std::int32_t end = range.count; end > 0;) {
     const std::int32_t begin = std::max(end - kAtOnce, 0);
-    const auto values =
-        zValues_.At(current_.zAt + std::int64_t{range.first + begin} * 8, static_cast<std::size_t>(end - begin) * 8);
+    const auto values = Piece(zValues_, current_.zAt + std::int64_t{range.first + begin} * 8,
+                              static_cast<std::size_t>(end - begin) * 8);
     for (std::int32_t i = end - 1; i >= begin; --i) {
       const auto z = LittleEndian<double>(&values[static_cast<std::size_t>(i - begin) * 8]);
       const bool fits = std::fabs(z) <= static_cast<double>(std::numeric_limits<float>::max());
@@ -407,7 +442,7 @@ bool ESRIInFilt::DropWildVertices(tEntity& entity) {
     if (current_.zAt != 0) entity.Z(kept, entity.Z(i));
     ++kept;
   }
-  WarnRecord("not finite", std::to_string(count - kept) + " of its vertices have no finite x and y and were left out");
+  WarnRecord("not finite", "vertices without a finite x and y were left out: " + std::to_string(count - kept));
   if (kept == 0) return false;
   for (tEntity::Index i = kept; i < count; ++i) entity.RemoveLastVertex();
   return true;

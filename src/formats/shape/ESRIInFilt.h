@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "core/FieldSelection.h"
@@ -54,6 +55,8 @@ class ESRIInFilt final : public InputFilter {
 
   void Open(const std::string& path) override;
   bool Next(tEntity& entity) override;
+  bool Deliver(tEntity& entity);
+  void WarnOfUnlisted();
 
   void OpenMainFile(const std::string& path);
   void OpenTable();
@@ -64,6 +67,7 @@ class ESRIInFilt final : public InputFilter {
   bool LoadChain(std::span<const std::byte> head, std::int64_t available);
   bool LoadMultiPoint(std::span<const std::byte> head, std::int64_t available);
   void ReportUnhandled(std::int32_t type);
+  std::span<const std::byte> Piece(ReadWindow& window, std::int64_t offset, std::size_t count);
   bool DeliverPart(tEntity& entity);
   bool DeliverLabel(tEntity& entity);
   bool NextRange(Range& range);
@@ -76,10 +80,14 @@ class ESRIInFilt final : public InputFilter {
   bool UsesTable() const { return Layered && table_ != nullptr; }
 
   BinaryFile shp_, shx_;
-  ReadWindow index_{shx_}, heads_{shp_}, partStarts_{shp_}, vertices_{shp_}, zValues_{shp_};
+  // Records come whole from one window; what is too large for it is read by a window for each of its pieces.
+  ReadWindow index_{shx_}, recordBytes_{shp_}, partStarts_{shp_}, vertices_{shp_}, zValues_{shp_};
+  std::span<const std::byte> whole_;
+  std::int64_t wholeAt_ = 0;
   std::int64_t records_ = 0;
   std::int64_t record_ = 0;  // 1-based; 0 before the first
   std::int64_t position_ = 0;
+  std::int64_t furthest_ = 0;  // the end of the record that lies last
   Record current_;
   std::int32_t part_ = 0;       // the next part of the current record
   std::int32_t nextPoint_ = 0;  // no part may begin before it

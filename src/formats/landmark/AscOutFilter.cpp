@@ -1,0 +1,133 @@
+#include "formats/landmark/AscOutFilter.h"
+
+#include <cmath>
+
+#include "core/ColourNames.h"
+#include "core/Justification.h"
+#include "core/Numbers.h"
+#include "core/Paths.h"
+#include "core/Report.h"
+#include "core/Text.h"
+#include "formats/grid/cUTM.h"
+
+namespace tesselink {
+namespace {
+
+// The digits that the system's own angle arithmetic has.
+constexpr double kPi = 3.14159265358979;
+constexpr double kStep = 31.4159265358979 / 180;  // 10 degrees
+constexpr std::int64_t kShortestHeader = 8;
+
+bool LooksGeographic(const tEntity& entity) {
+  return entity.x(0) >= -180 && entity.x(0) <= 180 && entity.Y(0) >= -90 && entity.Y(0) <= 90;
+}
+
+bool HasHeight(const tEntity& entity) {
+  for (tEntity::Index i = 0; i <= entity.ZCount(); ++i) {
+    if (entity.Z(i) != 0) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void AscOutFilter::Create(const std::string& path) {
+  file_ = FileWriter(path);
+  path_ = path;
+  geographic_ = heights_ = 0;
+}
+
+WriteResult AscOutFilter::Write(tEntity& entity) {
+  if (file_.Size() < kShortestHeader) WriteHeader();
+  WriteResult result = WriteResult::Skipped;
+  if (entity.bType == kCircle || entity.bType == kArc) {
+    ToChain(entity);
+    result = WriteResult::Converted;
+  } else if (entity.bType >= kLine && entity.bType <= kText) {
+    result = WriteResult::Written;
+  }
+  if (result != WriteResult::Skipped) {
+    if (HasHeight(entity)) ++heights_;
+    entity.bType == kText ? WriteText(entity) : WriteLine(entity);
+  }
+  entity.ClearVertices();
+  return result;
+}
+
+void AscOutFilter::WriteHeader() {
+  const std::string name = StripExtension(FileNameOf(path_));
+  file_.Write("METAFILE,").Write(Trimmed(std::string_view(name).substr(0, 8))).Write(",").Write(options().units);
+  file_.Write(",").Number(options().mapScale).Line(",0,0");
+}
+
+void AscOutFilter::WriteLine(const tEntity& entity) {
+  file_.Write("LINE, , , , ,").Line(ColourName(entity.RGB));
+  const tEntity::Index last = entity.XCount();
+  for (tEntity::Index i = 0; i <= last; ++i) {
+    file_.Write("XY, ").Number(entity.x(i)).Write(", ").Number(entity.Y(i)).EndLine();
+  }
+}
+
+void AscOutFilter::WriteText(const tEntity& entity) {
+  const std::string& text = WithoutControls(entity.Text, cleaned_);
+  if (&text != &entity.Text)
+    report().Warn("control characters", path_ + ": control characters in a text became blanks");
+  file_.Write("TEXT, '").Write(text).Write("',").Number(entity.x(0)).Write(",").Number(entity.Y(0)).Write(",");
+  file_.Number(RoundHalfEven(entity.TextSize)).Write(",,").Number(entity.TextAng).Write(",");
+  file_.Write(JustificationLetters(entity.TextJust)).Write(",,").Line(ColourName(entity.RGB));
+}
+
+// The centre in metres, and the radius as far as it reaches along the parallel, in the centre's zone.
+void AscOutFilter::ToMetres(tEntity& entity) {
+  const double lon = entity.x(0), lat = entity.Y(0);
+  cUTM utm;
+  utm.ChooseZone(lat, lon);
+  utm.Lat(lat);
+  utm.Lon(lon + static_cast<double>(entity.Rad));
+  const double edgeX = utm.x(), edgeY = utm.Y();
+  utm.Lat(lat);
+  utm.Lon(lon);
+  entity.x(0, utm.x());
+  entity.Y(0, utm.Y());
+  entity.Rad = static_cast<float>(std::hypot(edgeX - entity.x(0), edgeY - entity.Y(0)));
+  ++geographic_;
+}
+
+// A vertex every 10 degrees, and a closing one for which the end's number of degrees is taken as radians: the system's
+// own way.
+void AscOutFilter::ToChain(tEntity& entity) {
+  if (LooksGeographic(entity)) ToMetres(entity);
+  const double cx = entity.x(0), cy = entity.Y(0), radius = static_cast<double>(entity.Rad);
+  const double start = entity.bType == kCircle ? 0 : static_cast<double>(entity.AngStart);
+  const double end = entity.bType == kCircle ? 360 : static_cast<double>(entity.AngEnd);
+  entity.ClearVertices();
+  tEntity::Index i = 0;
+  const auto append = [&](double angle) {
+    entity.x(i, cx + radius * std::cos(angle));
+    entity.Y(i++, cy + radius * std::sin(angle));
+  };
+  constexpr tEntity::Index kMostVertices = 100000;  // angles come from files and may be anything
+  for (double angle = start * kPi / 180; angle <= end * kPi / 180 && i < kMostVertices; angle += kStep) append(angle);
+  append(end);
+  entity.bType = kPolyline;
+}
+
+void AscOutFilter::Complete() {
+  file_.Close();
+  if (geographic_ > 0) {
+    report().Warn("geographic circles", path_ +
+                                            ": circles and arcs with a centre within 180 and 90 degrees were taken as "
+                                            "geographic and written in UTM metres: " +
+                                            std::to_string(geographic_));
+  }
+  if (heights_ > 0) {
+    report().Warn("heights", path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
+  }
+}
+
+void AscOutFilter::Drop() noexcept {
+  file_.Discard();
+  RemoveFile(path_);
+}
+
+}  // namespace tesselink

@@ -1,0 +1,61 @@
+#include "formats/landmark/MolInFilter.h"
+
+#include <cstring>
+
+#include "core/Errors.h"
+#include "core/Interaction.h"
+#include "core/Report.h"
+#include "formats/landmark/LayerColours.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::int32_t kColouredItem = 0x00120002;
+constexpr std::int64_t kStep = 12;
+constexpr std::int64_t kToColour = 14;  // from the start of a coloured item's step to its colour byte
+constexpr std::int64_t kBehindColour = 4;
+
+}  // namespace
+
+void MolInFilter::Open(const std::string& path) {
+  file_ = BinaryFile(path);
+  filename_ = path;
+  ScanLayers();
+  if (!Eof()) {
+    report().Warn("overlay", path + ": the drawing elements of a map overlay are not decoded in this version");
+  }
+}
+
+// Positions count from 0 here.
+void MolInFilter::ScanLayers() {
+  constexpr std::int64_t kShownEvery = std::int64_t{1} << 18;
+  layers_.clear();
+  BinaryFile file(filename_);
+  ReadWindow window(file);
+  std::int64_t position = 0, shown = 0;
+  do {
+    const auto bytes = window.At(position, sizeof(std::int32_t));
+    std::int32_t value = 0;
+    if (bytes.size() == sizeof value) std::memcpy(&value, bytes.data(), sizeof value);
+    if (value == kColouredItem) {
+      position += kToColour;
+      const auto colour = window.At(position, 1);
+      if (!colour.empty()) NoteLayerColour(std::to_string(std::to_integer<int>(colour[0])), layers_);
+      position += kBehindColour;
+    }
+    position += kStep;
+    if (position - shown < kShownEvery) continue;
+    shown = position;
+    interaction().ShowScan("Scanning file for Layers...", position, file.Size());
+    interaction().Yield();
+    if (interaction().CancelRequested()) throw OperationCanceled();
+  } while (position < file.Size());
+  interaction().HideScan();
+}
+
+bool MolInFilter::Next(tEntity& entity) {
+  entity.CDFCode = codes_.CodeOf(entity.Layer);
+  return false;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,127 @@
+#include "formats/shape/DBFOutFilter.h"
+
+#include <algorithm>
+#include <ctime>
+
+#include "core/Errors.h"
+#include "formats/shape/Bytes.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::size_t kHeaderBytes = 30;  // the last two of the header's 32 are not written
+constexpr std::size_t kDescriptorBytes = 32;
+constexpr std::size_t kLongestName = 10;
+constexpr char kLanguageMark = 0x57;
+
+}  // namespace
+
+DBFOutFilter::~DBFOutFilter() {
+  try {
+    Release();
+  } catch (...) {  // whoever wants to know calls Release
+  }
+}
+
+void DBFOutFilter::filename(const std::string& path) {
+  Release();
+  fields_.clear();
+  recordLength_ = recordCount_ = 0;
+  file_ = FileWriter(path);
+  path_ = path;
+  WriteHeader();
+}
+
+// Header and descriptors at the start of the file; what lies behind them stays.
+void DBFOutFilter::WriteHeader() {
+  const std::int64_t length = HeaderLength();
+  if (recordLength_ != 0) {
+    // Less than nothing while the file is shorter than its header; that is no count of records.
+    recordCount_ = std::max<std::int64_t>((file_.Size() - length + recordLength_ / 2) / recordLength_, 0);
+  }
+  const std::time_t now = std::time(nullptr);
+  const std::tm today = *std::localtime(&now);
+  std::string head(kHeaderBytes, '\0');
+  head[1] = static_cast<char>(today.tm_year);  // years since 1900
+  head[2] = static_cast<char>(today.tm_mon + 1);
+  head[3] = static_cast<char>(today.tm_mday);
+  PutLittleEndian(&head[4], static_cast<std::uint32_t>(recordCount_));
+  PutLittleEndian(&head[8], static_cast<std::uint16_t>(length));
+  PutLittleEndian(&head[10], static_cast<std::uint16_t>(recordLength_));
+  head[29] = kLanguageMark;
+  if (file_.Size() == 0) {
+    file_.Write(head);
+  } else {
+    file_.Overwrite(0, head);
+  }
+  if (fields_.empty()) return;
+  std::string descriptors;
+  for (const Field& field : fields_) {
+    std::string descriptor = field.name;
+    descriptor.resize(kLongestName, '\0');
+    descriptor += ' ';
+    descriptor += field.type;
+    descriptor.resize(kDescriptorBytes, '\0');
+    descriptor[16] = static_cast<char>(field.length);
+    descriptors += descriptor;
+  }
+  if (file_.Size() < length) {
+    // The file grew by one descriptor; the two bytes that the header leaves out come first.
+    file_.Write(std::string(static_cast<std::size_t>(length - file_.Size()), '\0'));
+  }
+  file_.Overwrite(32, descriptors);
+}
+
+void DBFOutFilter::AddField(const std::string& name, int length, std::string_view type) {
+  if (recordCount_ >= 1) return;
+  if (name.size() > kLongestName) throw Error(path_ + ": the field name \"" + name + "\" is longer than 10 characters");
+  if (length < 1 || length > 255) throw Error(path_ + ": a field of " + std::to_string(length) + " bytes cannot be");
+  fields_.push_back({name, type.empty() ? ' ' : type.front(), length});
+  recordLength_ += length;
+  WriteHeader();
+}
+
+void DBFOutFilter::AddRecord(std::string_view values) {
+  split_.clear();
+  for (std::size_t bar = 0; bar != std::string_view::npos;) {
+    bar = values.find('|');
+    split_.push_back(values.substr(0, bar));
+    values.remove_prefix(bar == std::string_view::npos ? values.size() : bar + 1);
+  }
+  AddRecord(split_);
+}
+
+void DBFOutFilter::AddRecord(std::span<const std::string_view> values) {
+  if (recordCount_ == 0) WriteHeader();
+  record_.assign(static_cast<std::size_t>(recordLength_), '\0');
+  char* out = record_.data() + 1;
+  for (std::size_t i = 0; i < fields_.size() && i < values.size(); ++i) {
+    const std::string_view value = values[i];
+    const auto length = static_cast<std::size_t>(fields_[i].length);
+    if (value.size() > length) ThrowTooLong(fields_[i], value);
+    if (!value.empty()) std::memcpy(out, value.data(), std::min(value.size(), length - 1));
+    out += length;
+  }
+  // The blank before a record takes the last byte of what lies there.
+  file_.ReplaceLast(' ');
+  file_.Write(record_);
+  ++recordCount_;
+}
+
+void DBFOutFilter::ThrowTooLong(const Field& field, std::string_view value) const {
+  throw Error(path_ + ": \"" + std::string(value.substr(0, 60)) + "\" is longer than the field " + field.name + " of " +
+              std::to_string(field.length));
+}
+
+void DBFOutFilter::Release() {
+  if (!file_.IsOpen()) return;
+  try {
+    WriteHeader();
+    file_.Close();
+  } catch (...) {
+    file_.Discard();
+    throw;
+  }
+}
+
+}  // namespace tesselink

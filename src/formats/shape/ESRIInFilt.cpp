@@ -318,6 +318,7 @@ bool ESRIInFilt::LoadChain(std::span<const std::byte> head, std::int64_t availab
       WarnRecord("no z values", "has no room for the z values of its type; z is 0");
     }
   }
+  if (parts == 0 && points > 0) WarnRecord("points without part", Counted(points, "point") + " left out: in no part");
   return parts > 0;
 }
 

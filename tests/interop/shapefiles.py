@@ -77,8 +77,9 @@ class Table:
         return bytes(32 if byte < 32 else byte for byte in text).decode("cp1252", "surrogateescape")
 
 
-def expected(path, table, fields):
-    """(kind, layer, text, vertices) of everything a DXF reader should find, in order, and what is not read."""
+def expected(path, table, fields, keep_origin=False):
+    """(kind, layer, text, vertices) of everything a DXF reader should find, in order, and what is not read. A DXF drawing has
+    no vertices at (0, 0, 0)."""
     elements, unread = [], 0
     with shapefile.Reader(shp=str(path), shx=str(partner(path, ".shx"))) as reader:
         for number in range(1, len(reader) + 1):
@@ -98,12 +99,13 @@ def expected(path, table, fields):
             if shape.shapeType in CHAINS:
                 ends = [*shape.parts[1:], len(vertices)]
                 for start, end in zip(shape.parts, ends):
-                    part = [v for v in vertices[start:end] if v != (0, 0, 0)]
+                    part = [v for v in vertices[start:end] if keep_origin or v != (0, 0, 0)]
                     if start < end and not (end - start == 1 and vertices[start][:2] == (0, 0)):
                         elements.append(("POLYLINE", layer, None, part))
             else:
                 alone = len(vertices) == 1 and vertices[0][:2] == (0, 0)
-                elements += [("POINT", layer, None, [v]) for v in vertices if v != (0, 0, 0) and not alone]
+                elements += [("POINT", layer, None, [v]) for v in vertices
+                             if (keep_origin or v != (0, 0, 0)) and not alone]
             if fields:
                 centre = tuple((min(c) + max(c)) / 2 for c in zip(*vertices))
                 centre = (*centre[:2], single(centre[2]))
@@ -188,17 +190,22 @@ def check_file(program, path, folder):
     return count, ""
 
 
+def drawings(options):
+    """The examples' shapefiles, and the real ones where they are."""
+    paths = sorted(options.examples.glob("*.shp")) if options.examples else []
+    if options.data and options.data.is_dir():
+        return paths + sorted(p for p in (options.data / "shp").rglob("*") if p.suffix.lower() == ".shp")
+    print("the real drawings were skipped: their folder is not there")
+    return paths
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--tesselink", required=True)
     parser.add_argument("--examples", type=pathlib.Path)
     parser.add_argument("--data", type=pathlib.Path)
     options = parser.parse_args()
-    paths = sorted(options.examples.glob("*.shp")) if options.examples else []
-    if options.data and options.data.is_dir():
-        paths += sorted(p for p in (options.data / "shp").rglob("*") if p.suffix.lower() == ".shp")
-    else:
-        print("the real drawings were skipped: their folder is not there")
+    paths = drawings(options)
     bad = total = 0
     with tempfile.TemporaryDirectory() as folder:
         for path in paths:
@@ -219,4 +226,5 @@ def main():
     return 1 if bad or not total else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())

@@ -135,7 +135,7 @@ int Run(const ConvertCommand& command) {
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {
     Print(SummaryJson(summary, interaction).dump(2) + "\n");
-  } else if (!command.quiet && !summary.outputs.empty()) {
+  } else if (!command.quiet && summary.outcome == RunOutcome::Done) {
     PrintSummary(command, summary);
   }
   return ExitCodeOf(summary, interaction);

@@ -115,7 +115,7 @@ class Case:
     def expect(self, line, place):
         inline = re.match(r"(\S+)\| ?(.*)$", line)
         golden = re.match(r"(\S[^|]*)= (\S+)$", line)
-        state = re.match(r"(\S[^|]*) is (absent|changed|a whole drawing)$", line)
+        state = re.match(r"(\S[^|]*) is (absent|changed|a whole drawing|a whole shapefile)$", line)
         if self.command is None:
             raise CaseError(f"{place}: an expectation before the command, or a line that says nothing: {line}")
         if line.startswith("exit "):
@@ -217,7 +217,7 @@ class Runner:
                                    stderr=streams["err"])
         try:
             if case.interrupt:
-                interrupt_at_work(process, home)
+                interrupt_at_work(process, home, folder)
             code = process.wait(TIMEOUT_SECONDS)
         except BaseException:
             process.kill()
@@ -260,14 +260,21 @@ def snapshot(folder):
     return found
 
 
-def interrupt_at_work(process, home):
-    """Sends the signal of Ctrl-C once the program has written something, to a temporary file or its standard output."""
+def interrupt_at_work(process, home, folder):
+    """Sends the signal of Ctrl-C once the program has written something: to a temporary file, its standard output or out.*."""
     deadline = time.monotonic() + TIMEOUT_SECONDS
     while process.poll() is None and time.monotonic() < deadline:
-        if any(path.stat().st_size > 0 for path in [home / "out", *(home / "tmp").iterdir()]):
+        written = [path.stat().st_size for path in [home / "out", *(home / "tmp").iterdir()]]
+        beyond_headers = [path.stat().st_size > 4096 for path in folder.glob("out.*")]
+        if any(written) or any(beyond_headers):
             process.send_signal(signal.SIGINT)
             return
         time.sleep(0.001)
+
+
+def is_whole_shapefile(data):
+    """Whether the header of a .shp or .shx gives the file's length."""
+    return data[:4] == b"\x00\x00\x27\x0a" and int.from_bytes(data[24:28], "big") * 2 == len(data)
 
 
 def is_whole_drawing(data):
@@ -293,6 +300,7 @@ def compare(case, code, found):
         data = found.get(name)
         if kind == "state":
             good = {"absent": data is None, "changed": True,
+                    "a whole shapefile": data is not None and is_whole_shapefile(data),
                     "a whole drawing": data is not None and is_whole_drawing(data)}[value]
             if not good:
                 problems.append(f"{name} is not {value}")

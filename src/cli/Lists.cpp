@@ -65,7 +65,7 @@ int Run(const FormatsCommand& command) {
       std::string key = row["key"], extension = row["extension"];
       key.resize(10, ' ');
       extension.resize(6, ' ');
-      Print("  " + key + extension + row["name"].get<std::string>() +
+      Print("  " + key.append(extension).append(row["name"].get<std::string>()) +
             (row["available"] ? "\n" : " (not available in this version)\n"));
     }
   }

@@ -206,17 +206,15 @@ void ConversionRun::ConvertElement(State& state) {
       .Add(kind);
 }
 
-// Releases the filters. A writer that failed, or was handed nothing before the run failed, leaves no file that looks
-// whole; in every other case the output holds what was converted.
+// Releases the filters. A writer that failed, or was handed nothing before the run ended early, leaves no file that
+// looks whole; in every other case the output holds what was converted.
 void ConversionRun::Finish(State& state) {
   RunSummary& summary = state.summary;
   if (summary.outcome == RunOutcome::Cancelled && state.reader) interaction_.HoldRunProgress();
   if (!state.writer) return;
   const bool failed = summary.outcome == RunOutcome::Failed;
-  const bool cancelledBefore = summary.outcome == RunOutcome::Cancelled && state.elements == 0;
-  if (failed && (state.writing || state.elements == 0)) {
-    state.writer->Abandon();
-  } else if (cancelledBefore) {
+  const bool endedBeforeAll = summary.outcome != RunOutcome::Done && state.elements == 0;
+  if (endedBeforeAll || (failed && state.writing)) {
     state.writer->Abandon();
   } else {
     try {

@@ -104,7 +104,8 @@ char* WriteWhole(char* out, std::uint64_t value) {
 // very value has at most 15 digits, so it is what 15 significant digits print. Returns null for any other value.
 char* FormatThousandths(char* out, double magnitude) {
   if (!(magnitude < 1e12)) return nullptr;
-  const auto thousandths = static_cast<std::uint64_t>(magnitude * 1000 + 0.5);
+  const auto thousandths =
+      static_cast<std::uint64_t>(magnitude * 1000 + 0.5);  // NOLINT(bugprone-incorrect-roundings): checked next
   if (static_cast<double>(thousandths) / 1000 != magnitude) return nullptr;
   out = WriteWhole(out, thousandths / 1000);
   const auto rest = static_cast<unsigned>(thousandths % 1000);
@@ -112,7 +113,7 @@ char* FormatThousandths(char* out, double magnitude) {
   *out++ = '.';
   *out++ = static_cast<char>('0' + rest / 100);
   if (rest % 100 == 0) return out;
-  std::memcpy(out, &kDigitPairs[2 * (rest % 100)], 2);
+  std::memcpy(out, &kDigitPairs[std::size_t{2} * (rest % 100)], 2);
   return out + (rest % 10 == 0 ? 1 : 2);
 }
 

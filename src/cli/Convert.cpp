@@ -37,7 +37,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.InFormat = format->entry;
   request.OutFormat = OutputFormatOf(command.to, command.output).entry;
   request.useAttributes = UsesAttributes(command.reading);
-  request.options = {command.units, command.mapScale};
+  request.options = {.units = command.units, .mapScale = command.mapScale, .layersWanted = false};
   if (format->severalFiles) {
     request.chosenFiles = {""};
     request.chosenFiles.insert(request.chosenFiles.end(), command.inputs.begin(), command.inputs.end());
@@ -94,7 +94,7 @@ void PrintWhatTheOutputHolds(const ConvertCommand& command, const RunSummary& su
   if (summary.outcome == RunOutcome::Done || summary.outcome == RunOutcome::Refused) return;
   PrintError(summary.outputs.empty()
                  ? "no output was written"
-                 : command.output + " is incomplete; it holds the first " + Elements(InOutput(summary)));
+                 : command.output + " is incomplete; it holds " + Elements(InOutput(summary)));
 }
 
 Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interaction) {

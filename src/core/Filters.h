@@ -19,8 +19,9 @@ class Settings;
 
 /// What a person chose for the filters of a run.
 struct FilterOptions {
-  std::string units = "M";  ///< of the Landmark header line
-  double mapScale = 1;      ///< of the Landmark header line
+  std::string units = "M";   ///< of the Landmark header line
+  double mapScale = 1;       ///< of the Landmark header line
+  bool layersWanted = true;  ///< false: nobody will match layers, so readers need not look through a file for them
 };
 
 /// What a filter is handed when it is created; nothing reaches for a global.
@@ -82,6 +83,7 @@ class InputFilter {
 
   Interaction& interaction() const { return context_.interaction; }
   Report& report() const { return context_.report; }
+  const FilterOptions& options() const { return context_.options; }
 
   std::string filename_;
   std::vector<std::string> layers_;

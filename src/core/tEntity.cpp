@@ -29,7 +29,11 @@ bool tEntity::Grow(Coordinates& values, Index index) {
     state_ = ErrorState::SubscriptOutOfRange;
     return false;
   }
-  values.resize(static_cast<std::size_t>(index) + 1);
+  if (static_cast<std::size_t>(index) == values.size()) {
+    values.push_back(0);
+  } else {
+    values.resize(static_cast<std::size_t>(index) + 1);
+  }
   return true;
 }
 
@@ -53,9 +57,10 @@ void tEntity::AddPoint(double px, double py, double pz) {
 }
 
 void tEntity::ClearVertices() {
-  x_.assign(1, 0.0);
-  y_.assign(1, 0.0);
-  z_.assign(1, 0.0);
+  for (Coordinates* values : {&x_, &y_, &z_}) {
+    values->resize(1);
+    values->front() = 0;
+  }
 }
 
 void tEntity::Clear() {

@@ -71,19 +71,18 @@ void AscInFilter::Open(const std::string& path) {
   if (readable == kOperationCanceled) throw OperationCanceled();
   filename_ = readable;
   reader_ = LineReader(readable);
-  ScanLayers(readable);
+  layers_.clear();
+  if (options().layersWanted) ScanLayers(readable);
 }
 
 void AscInFilter::ScanLayers(const std::string& path) {
   constexpr std::int64_t kShownEvery = std::int64_t{1} << 18;
-  layers_.clear();
   LineReader scan(path);
   std::int64_t size = scan.Size(), shown = -kShownEvery;
   std::string_view line;
   while (scan.ReadLine(line)) {
-    const std::string_view last = LastField(line);
     // Most lines are vertices, whose last field is a number.
-    if (!last.empty() && (last.back() < '0' || last.back() > '9')) NoteLayerColour(last, layers_);
+    if (!line.empty() && (line.back() < '0' || line.back() > '9')) NoteLayerColour(LastField(line), layers_);
     if (scan.Position() - shown < kShownEvery) continue;
     shown = scan.Position();
     size = LargerOf(size, shown);

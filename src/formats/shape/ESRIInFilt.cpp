@@ -140,6 +140,7 @@ void ESRIInFilt::UseTable() {
     report().Warn("short table", table_->filename() + ": has " + Counted(rows, "row") + " for " +
                                      Counted(records_, "shape") + "; shapes without a row have empty values");
   }
+  if (!options().layersWanted) return;
   layers_ = selection_->Entries([&](std::int64_t row) {
     if (row % 4096 != 0) return;
     interaction().ShowScan("Loading Database...", row, rows);

@@ -79,6 +79,9 @@ def rows(tesselink, folder):
     yield "lines  asc -> dxf, to our shp -> dxf", ours("lines.asc", "asc-ours.dxf"), ours("lines.shp", "lines-ours.dxf"), 1 / 1.5
     yield "lines  shp -> shp", ours("lines.shp", "lines-ours.shp"), theirs("lines.shp", "lines-ogr.shp"), 4
     yield "points shp -> shp", ours("points.shp", "points-ours.shp"), theirs("points.shp", "points-ogr.shp"), 8
+    drawing = [tesselink, "convert", "-q", "-O", folder / "lines.shp", folder / "drawing.dxf"]
+    subprocess.run(drawing, check=True)
+    yield "lines  dxf -> shp", ours("drawing.dxf", "drawing-ours.shp"), theirs("drawing.dxf", "drawing-ogr.shp", "Layer"), 5
     yield "start, --version", Side([tesselink, "--version"], None), Side(["ogr2ogr", "--version"], None), 1
 
 

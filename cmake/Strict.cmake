@@ -13,4 +13,8 @@ if(TESSELINK_SANITIZE)
   target_compile_options(tesselink-strict INTERFACE
     -fsanitize=${TESSELINK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tesselink-strict INTERFACE -fsanitize=${TESSELINK_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_compile_options(tesselink-strict INTERFACE
+      -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizer-ignore.txt)
+  endif()
 endif()

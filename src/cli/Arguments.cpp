@@ -82,6 +82,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
           "For a text file with bare line feeds: keep (default),\n"
           "replace (repair the file), copy=FILE (repair a copy)")
       ->type_name("CHOICE");
+  command.add_flag("--paper-space", options.paperSpace, "Read a DXF drawing's paper space too");
 }
 
 CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {

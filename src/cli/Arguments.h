@@ -16,6 +16,7 @@ struct ReadingOptions {
   std::string textField;
   LineEndsChoice lineEnds = LineEndsChoice::Keep;
   std::string lineEndsCopy;  ///< where LineEndsChoice::Copy writes
+  bool paperSpace = false;   ///< a drawing's paper space too
 };
 
 enum class ProgressChoice { WhenTerminal, Always, Never };

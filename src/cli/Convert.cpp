@@ -37,7 +37,10 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.InFormat = format->entry;
   request.OutFormat = OutputFormatOf(command.to, command.output).entry;
   request.useAttributes = UsesAttributes(command.reading);
-  request.options = {.units = command.units, .mapScale = command.mapScale, .layersWanted = false};
+  request.options = FilterOptionsOf(command.reading);
+  request.options.units = command.units;
+  request.options.mapScale = command.mapScale;
+  request.options.layersWanted = false;
   if (format->severalFiles) {
     request.chosenFiles = {""};
     request.chosenFiles.insert(request.chosenFiles.end(), command.inputs.begin(), command.inputs.end());

@@ -4,6 +4,7 @@
 
 #include "cli/Console.h"
 #include "cli/Exit.h"
+#include "cli/ProgramFolder.h"
 #include "cli/QtSettings.h"
 #include "core/Errors.h"
 #include "core/Paths.h"
@@ -61,6 +62,13 @@ const OutputFormat& OutputFormatOf(const std::string& key, const std::string& pa
 }
 
 bool UsesAttributes(const ReadingOptions& options) { return !options.layerField.empty() || !options.textField.empty(); }
+
+FilterOptions FilterOptionsOf(const ReadingOptions& options) {
+  FilterOptions result;
+  result.paperSpace = options.paperSpace;
+  result.programFolder = ProgramDataFolder();
+  return result;
+}
 
 void RefuseExistingCopy(const ReadingOptions& options) {
   std::error_code error;
@@ -125,6 +133,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   request.OutFile = "standard output";
   request.InFormat = reading.format.entry;
   request.useAttributes = UsesAttributes(reading.options);
+  request.options = FilterOptionsOf(reading.options);
   if (reading.format.severalFiles) request.chosenFiles = {"", reading.input};
   reading.summary = ConversionRun(table, reading.interaction, settings).Run(request);
   FlushOutput();

@@ -100,29 +100,24 @@ LineReader::LineReader(const std::string& path) : file_(path), buffer_(kFirstLin
   if (block.find('\n') == std::string_view::npos && block.find('\r') != std::string_view::npos) lineEnd_ = '\r';
 }
 
-bool LineReader::ReadLine(std::string_view& line) {
-  std::size_t searched = begin_;
+// Goes on where the first bytes of the line, `searched` of them, hold no line end.
+bool LineReader::ReadLongLine(std::string_view& line, std::size_t searched) {
   for (;;) {
-    const void* found = std::memchr(buffer_.data() + searched, lineEnd_, end_ - searched);
-    if (found != nullptr) {
-      const auto end = static_cast<std::size_t>(static_cast<const char*>(found) - buffer_.data());
-      line = std::string_view(buffer_.data() + begin_, end - begin_);
-      begin_ = end + 1;
-      break;
-    }
+    const char* const begin = buffer_.data() + begin_;
     const std::size_t length = end_ - begin_;
-    if (length > kLongestLine) ThrowTooLong();
-    if (!FillMore()) {
-      if (length == 0) return false;
-      line = std::string_view(buffer_.data() + begin_, length);
-      begin_ = end_;
-      break;
+    const void* found = length > searched ? std::memchr(begin + searched, lineEnd_, length - searched) : nullptr;
+    if (found != nullptr) {
+      TakeLine(line, static_cast<std::size_t>(static_cast<const char*>(found) - begin));
+      return true;
     }
-    searched = begin_ + length;
+    if (length > kLongestLine) ThrowTooLong();
+    searched = length;
+    if (FillMore()) continue;
+    if (length == 0) return false;
+    TakeLine(line, length);
+    begin_ = end_;
+    return true;
   }
-  while (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-  ++lineNumber_;
-  return true;
 }
 
 // Moves the unfinished line to the front of the buffer and reads behind it; a line that fills the buffer doubles it.

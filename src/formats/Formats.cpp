@@ -1,5 +1,6 @@
 #include "formats/Formats.h"
 
+#include "formats/dxf/DXFInFilter.h"
 #include "formats/dxf/DXFOutFilter.h"
 #include "formats/landmark/AscInFilter.h"
 #include "formats/landmark/AscOutFilter.h"
@@ -26,7 +27,7 @@ const FormatTable& AllFormats() {
   static const FormatTable kTable(
       {
           {{"ESRI Shapefile (*.shp)", "shp", "ESRIInFilt"}, false, true, {"SHX", "DBF"}, kReader<ESRIInFilt>},
-          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}, {}},
+          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}, kReader<DXFInFilter>},
           {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}, kReader<MolInFilter>},
           {{"Landmark ASCII File (*.asc)", "asc", "AscInFilter"}, false, false, {}, kReader<AscInFilter>},
           {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}, {}},

@@ -1,0 +1,13 @@
+// Where the program's own data files lie.
+#pragma once
+
+#include <string>
+
+namespace tesselink {
+
+/// The folder with the data files that come with the program: that of the executable when they lie beside it, as in a
+/// build tree, else the share/tesselink that belongs to the executable's bin folder. Empty when the executable cannot
+/// be told.
+std::string ProgramDataFolder();
+
+}  // namespace tesselink

@@ -1,0 +1,121 @@
+#include "formats/dxf/DXFInFilter.h"
+
+#include <algorithm>
+
+#include "core/Errors.h"
+#include "core/Interaction.h"
+#include "core/Report.h"
+
+namespace tesselink {
+
+void DXFInFilter::Open(const std::string& path) {
+  entities_.reset();
+  scanner_.reset();
+  layers_.clear();
+  inEntities_ = tablesSeen_ = sectionSeen_ = endSeen_ = false;
+  filename_ = path;
+  drawing_ = std::make_unique<Drawing>(report());
+  scanner_ = std::make_unique<GroupScanner>(path, report());
+  inEntities_ = GoToEntities(*scanner_, false);
+  interaction().HideScan();
+  if (!sectionSeen_ && !endSeen_) throw Error(path + ": is no DXF drawing; it has no section");
+  if (inEntities_ && !tablesSeen_) ReadTablesBehindEntities();
+  layers_ = drawing_->LayerNames();
+  entities_ = std::make_unique<EntityReader>(
+      EntitySource{*scanner_, *drawing_, report(), options().programFolder, options().paperSpace});
+  if (!inEntities_) LeaveEntities();
+}
+
+// Reads on to the first group of code 0 within a section of entities, taking in the header and the tables on the way.
+// False when there is none. With `passEntities` such sections are passed over, and the whole file is read.
+bool DXFInFilter::GoToEntities(GroupScanner& scanner, bool passEntities) {
+  Section section = Section::None;
+  bool named = true;  // false between a SECTION and its name
+  while (scanner.Next()) {
+    ShowScan(scanner);
+    if (scanner.Code() == 0) {
+      const std::string_view keyword = scanner.Keyword();
+      if (section == Section::Tables) drawing_->TakeTableGroup(scanner);
+      if (section == Section::Entities && !passEntities && keyword != "ENDSEC") return true;
+      if (keyword == "EOF") {
+        endSeen_ = true;
+        return false;
+      }
+      named = keyword != "SECTION";
+      if (!named || keyword == "ENDSEC") section = Section::None;
+    } else if (!named && scanner.Code() == 2) {
+      const std::string_view name = scanner.Keyword();
+      section = name == "HEADER"     ? Section::Header
+                : name == "TABLES"   ? Section::Tables
+                : name == "ENTITIES" ? Section::Entities
+                                     : Section::Other;
+      tablesSeen_ = tablesSeen_ || section == Section::Tables;
+      named = sectionSeen_ = true;
+    } else {
+      TakeGroup(scanner, section);
+    }
+  }
+  return false;
+}
+
+void DXFInFilter::TakeGroup(const GroupScanner& scanner, Section section) {
+  if (section == Section::Header) drawing_->TakeHeaderGroup(scanner);
+  if (section == Section::Tables) drawing_->TakeTableGroup(scanner);
+}
+
+// The layers are wanted before the first entity, wherever they stand. What is wrong on the way is told when it is read.
+void DXFInFilter::ReadTablesBehindEntities() {
+  Report unheeded;
+  GroupScanner scanner(filename_, unheeded);
+  scanShown_ = 0;
+  GoToEntities(scanner, true);
+  interaction().HideScan();
+  endSeen_ = false;
+}
+
+void DXFInFilter::ShowScan(const GroupScanner& scanner) {
+  constexpr std::int64_t kShownEvery = std::int64_t{1} << 18;
+  if (scanner.Position() - scanShown_ < kShownEvery) return;
+  scanShown_ = scanner.Position();
+  interaction().ShowScan("Scanning file for Layers...", scanShown_, scanner.Size());
+  interaction().Yield();
+  if (interaction().CancelRequested()) throw OperationCanceled();
+}
+
+double DXFInFilter::Progress() const {
+  if (!scanner_ || scanner_->Size() == 0) return 0;
+  return std::min(static_cast<double>(Loc()) / static_cast<double>(scanner_->Size()) * 100, 100.0);
+}
+
+std::string DXFInFilter::Where() const {
+  return entities_ && entities_->Place() > 0 ? scanner_->PlaceText(entities_->Place()) : filename_;
+}
+
+bool DXFInFilter::Next(tEntity& entity) {
+  if (!entities_) return false;
+  entity.Reset();
+  bool delivered = entities_->NextWire(entity);
+  while (!delivered && inEntities_) {
+    const std::string_view keyword = scanner_->Keyword();
+    if (keyword == "ENDSEC" || keyword == "EOF" || keyword == "SECTION") {
+      endSeen_ = keyword == "EOF";
+      LeaveEntities();
+      continue;
+    }
+    delivered = entities_->Read(entity);
+    if (entities_->AtEnd()) LeaveEntities();
+  }
+  if (delivered) entity.CDFCode = codes_.CodeOf(entity.Layer);
+  return delivered;
+}
+
+// Goes on to a further section of entities, as joined drawings have, or to the end.
+void DXFInFilter::LeaveEntities() {
+  inEntities_ = !endSeen_ && GoToEntities(*scanner_, false);
+  interaction().HideScan();
+  if (inEntities_ || endSeen_) return;
+  report().Warn("no end",
+                scanner_->PlaceText(scanner_->Place()) + ": the drawing ends without EOF; something may be missing");
+}
+
+}  // namespace tesselink

@@ -1,0 +1,53 @@
+// The DXF reader: the entities of drawings of any release, text or binary.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "core/Filters.h"
+#include "formats/dxf/Drawing.h"
+#include "formats/dxf/EntityReader.h"
+#include "formats/dxf/GroupScanner.h"
+
+namespace tesselink {
+
+/// Delivers the entities of the ENTITIES section; the layers are those of the LAYER table. How each entity type arrives
+/// is told in docs/formats/dxf.md. Definitions in BLOCKS are no elements, and paper space is left out unless the
+/// context asks for it.
+class DXFInFilter final : public InputFilter {
+ public:
+  explicit DXFInFilter(const FilterContext& context) : InputFilter(context) {}
+
+  int FileNumber() const override { return scanner_ ? scanner_->FileNumber() : 0; }
+  /// The position in bytes.
+  std::int64_t Loc() const override { return scanner_ ? scanner_->Position() : 0; }
+  double Progress() const override;
+  bool Eof() const override { return !inEntities_ && !HasWires(); }
+  std::string Where() const override;
+
+ private:
+  enum class Section { None, Header, Tables, Entities, Other };
+
+  void Open(const std::string& path) override;
+  bool Next(tEntity& entity) override;
+
+  bool HasWires() const { return entities_ && entities_->HasWires(); }
+  bool GoToEntities(GroupScanner& scanner, bool passEntities);
+  void TakeGroup(const GroupScanner& scanner, Section section);
+  void ReadTablesBehindEntities();
+  void LeaveEntities();
+  void ShowScan(const GroupScanner& scanner);
+
+  std::unique_ptr<Drawing> drawing_;
+  std::unique_ptr<GroupScanner> scanner_;
+  std::unique_ptr<EntityReader> entities_;
+  bool inEntities_ = false;
+  bool tablesSeen_ = false;
+  bool sectionSeen_ = false;
+  bool endSeen_ = false;
+  std::int64_t scanShown_ = 0;
+};
+
+}  // namespace tesselink

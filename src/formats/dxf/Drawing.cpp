@@ -1,0 +1,100 @@
+#include "formats/dxf/Drawing.h"
+
+#include <cmath>
+#include <cstdlib>
+
+#include "core/Report.h"
+#include "core/Text.h"
+#include "formats/dxf/GroupScanner.h"
+
+namespace tesselink {
+
+void Drawing::TakeHeaderGroup(const GroupScanner& scanner) {
+  if (scanner.Code() == 9) {
+    variable_ = scanner.Keyword();
+  } else if (variable_ == "$ACADVER" && scanner.Code() == 1) {
+    text_.Release(scanner.Keyword());
+  } else if (variable_ == "$DWGCODEPAGE" && scanner.Code() == 3) {
+    if (!text_.CodePage(scanner.Keyword())) {
+      report_.Warn("code page", scanner.PlaceText(scanner.Place()) + ": the code page " +
+                                    std::string(scanner.Keyword().substr(0, 40)) +
+                                    " is not known; its letters are read as UTF-8 or ANSI_1252");
+    }
+  } else if (variable_ == "$ANGBASE" && scanner.Code() == 50) {
+    const double angle = scanner.Number();
+    if (!std::isnan(angle)) angleBase_ = angle;
+  } else if (variable_ == "$ANGDIR" && scanner.Code() == 70) {
+    clockwise_ = scanner.Integer() == 1;
+  }
+}
+
+void Drawing::TakeTableGroup(const GroupScanner& scanner) {
+  if (scanner.Code() == 0) {
+    EndLayer();
+    inLayer_ = scanner.Keyword() == "LAYER";
+    return;
+  }
+  if (!inLayer_) return;
+  switch (scanner.Code()) {
+    case 2:
+      layerBytes_ = scanner.Text();
+      break;
+    case 62:
+      // Negative: the layer is off. Its elements are drawn all the same.
+      if (const auto colour = scanner.Integer(); colour && *colour >= -255 && *colour <= 255 && *colour != 0) {
+        read_.colour = std::abs(*colour);
+      }
+      break;
+    case 420:
+      read_.trueColour = scanner.Integer();
+      break;
+    default:
+      break;
+  }
+}
+
+void Drawing::EndLayer() {
+  if (inLayer_ && !layerBytes_.empty() && byBytes_.find(layerBytes_) == byBytes_.end()) {
+    text_.DecodeName(layerBytes_, read_.name);
+    Add(layerBytes_, read_);
+  }
+  inLayer_ = false;
+  layerBytes_.clear();
+  read_ = {};
+}
+
+const DrawingLayer& Drawing::Add(std::string_view bytes, DrawingLayer layer) {
+  layers_.push_back(std::move(layer));
+  const DrawingLayer& added = layers_.back();
+  byBytes_.emplace(bytes, &added);
+  byFoldedName_.emplace(LowerCase(added.name), &added);
+  return added;
+}
+
+const DrawingLayer& Drawing::LayerOf(std::string_view bytes) {
+  if (last_ != nullptr && bytes == lastBytes_) return *last_;
+  auto known = byBytes_.find(bytes);
+  if (known == byBytes_.end()) {
+    text_.DecodeName(bytes, name_);
+    const auto folded = byFoldedName_.find(LowerCase(name_));
+    if (folded != byFoldedName_.end()) {
+      known = byBytes_.emplace(bytes, folded->second).first;
+    } else {
+      DrawingLayer layer;
+      layer.name = name_;
+      Add(bytes, std::move(layer));
+      known = byBytes_.find(bytes);
+    }
+  }
+  last_ = known->second;
+  lastBytes_ = bytes;
+  return *last_;
+}
+
+std::vector<std::string> Drawing::LayerNames() const {
+  std::vector<std::string> names;
+  for (const DrawingLayer& layer : layers_) names.push_back(layer.name);
+  return names;
+}
+
+}  // namespace tesselink

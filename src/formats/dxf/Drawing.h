@@ -1,0 +1,72 @@
+// What a drawing says of itself before its entities: header variables and the layer table.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "formats/dxf/DrawingText.h"
+
+namespace tesselink {
+
+class GroupScanner;
+class Report;
+
+struct DrawingLayer {
+  std::string name;
+  std::int32_t colour = 7;                 ///< 1 to 255
+  std::optional<std::int32_t> trueColour;  ///< red in the high byte
+};
+
+/// Header variables and layers. Layer names match without regard to the case of ASCII letters.
+class Drawing {
+ public:
+  explicit Drawing(Report& report) : report_(report) {}
+
+  /// Takes a group of the HEADER section.
+  void TakeHeaderGroup(const GroupScanner& scanner);
+  /// Takes a group of the TABLES section.
+  void TakeTableGroup(const GroupScanner& scanner);
+
+  /// The layer of a name as it stands in the drawing; one that the table does not hold is added with the colour 7.
+  const DrawingLayer& LayerOf(std::string_view bytes);
+  /// The names of the layer table, in its order.
+  std::vector<std::string> LayerNames() const;
+
+  const DrawingText& Text() const { return text_; }
+  /// An angle of a text as degrees counter-clockwise from the x axis, by $ANGBASE and $ANGDIR.
+  double TextAngle(double degrees) const { return clockwise_ ? angleBase_ - degrees : angleBase_ + degrees; }
+
+ private:
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+  };
+  using LayerIndex = std::unordered_map<std::string, const DrawingLayer*, Hash, std::equal_to<>>;
+
+  void EndLayer();
+  const DrawingLayer& Add(std::string_view bytes, DrawingLayer layer);
+
+  Report& report_;
+  DrawingText text_;
+  std::string variable_;
+  double angleBase_ = 0;
+  bool clockwise_ = false;
+
+  bool inLayer_ = false;
+  std::string layerBytes_;
+  DrawingLayer read_;
+
+  std::deque<DrawingLayer> layers_;
+  LayerIndex byBytes_, byFoldedName_;
+  const DrawingLayer* last_ = nullptr;
+  std::string lastBytes_;
+  std::string name_;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,37 @@
+// The texts of a drawing as UTF-8: its code page, and the codes for letters and typography within texts.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tesselink {
+
+/// Decodes the texts of one drawing. From release AC1021 on drawings are UTF-8; before, $DWGCODEPAGE names the code
+/// page. A drawing that names none is taken for UTF-8 as far as its texts are valid UTF-8, else for ANSI_1252.
+class DrawingText {
+ public:
+  DrawingText();
+
+  /// $ACADVER, as in "AC1015".
+  void Release(std::string_view release);
+  /// $DWGCODEPAGE. False for a code page that is not known: its texts are then read as if it were not named.
+  bool CodePage(std::string_view name);
+
+  /// Each function replaces `text` by the decoded bytes.
+  /// A name: the code page, and "\U+XXXX" for any letter.
+  void DecodeName(std::string_view bytes, std::string& text) const;
+  /// The text of a TEXT or ATTRIB: also "%%d" and its like, and "^J" and its like for control characters.
+  void DecodeText(std::string_view bytes, std::string& text) const;
+  /// The text of an MTEXT: also its inline codes; lines are joined by a blank.
+  void DecodeMText(std::string_view bytes, std::string& text) const;
+
+ private:
+  void DecodePage(std::string_view bytes, std::string& text) const;
+
+  bool utf8Release_ = false;
+  bool pageNamed_ = false;
+  std::u16string_view upperHalf_;
+  mutable std::string decoded_;
+};
+
+}  // namespace tesselink

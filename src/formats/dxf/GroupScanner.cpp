@@ -1,0 +1,310 @@
+#include "formats/dxf/GroupScanner.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+#include "core/Errors.h"
+#include "core/Report.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+constexpr int kComment = 999;
+
+std::string_view WithoutBlanks(std::string_view text) {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+// A group code: a whole number of up to five digits, blanks around it allowed.
+inline bool ParseCode(std::string_view line, int& code) {
+  // Nearly every code stands in three columns.
+  if (line.size() == 3 && line[0] == ' ') {
+    const int tens = line[1] == ' ' ? 0 : line[1] - '0', ones = line[2] - '0';
+    code = tens * 10 + ones;
+    if (tens >= 0 && tens <= 9 && ones >= 0 && ones <= 9) return true;
+  }
+  const char* c = line.data();
+  const char* const end = c + line.size();
+  while (c != end && (*c == ' ' || *c == '\t')) ++c;
+  const bool negative = c != end && *c == '-';
+  if (negative) ++c;
+  const char* const first = c;
+  int value = 0;
+  for (; c != end && *c >= '0' && *c <= '9' && c - first < 5; ++c) value = value * 10 + (*c - '0');
+  const bool digits = c != first && value <= 32767;
+  while (c != end && (*c == ' ' || *c == '\t')) ++c;
+  code = negative ? -value : value;
+  return digits && c == end;
+}
+
+// Plain decimals of up to 18 digits, which is nearly every number of a drawing: whole and power are both exact, so one
+// division rounds correctly. Anything else is left to the library.
+bool ParsePlain(std::string_view text, double& value) {
+  static constexpr std::array<double, 19> kPowers{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
+                                                  1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
+  constexpr std::uint64_t kExact = std::uint64_t{1} << 53;
+  const char* c = text.data();
+  const char* const end = c + text.size();
+  const bool negative = c != end && *c == '-';
+  if (negative) ++c;
+  const char* const first = c;
+  std::uint64_t whole = 0;
+  for (; c != end && *c >= '0' && *c <= '9'; ++c) whole = whole * 10 + static_cast<std::uint64_t>(*c - '0');
+  auto digits = static_cast<std::size_t>(c - first);
+  std::size_t decimals = 0;
+  if (c != end && *c == '.') {
+    const char* const point = ++c;
+    for (; c != end && *c >= '0' && *c <= '9'; ++c) whole = whole * 10 + static_cast<std::uint64_t>(*c - '0');
+    decimals = static_cast<std::size_t>(c - point);
+    digits += decimals;
+  }
+  if (c != end || digits == 0 || digits > 18 || whole > kExact) return false;
+  value = static_cast<double>(whole) / kPowers[decimals];
+  if (negative) value = -value;
+  return true;
+}
+
+double ParseNumber(std::string_view text) {
+  double value = 0;
+  if (ParsePlain(text, value)) return value;
+  text = WithoutBlanks(text);
+  if (ParsePlain(text, value)) return value;
+  if (text.starts_with('+')) text.remove_prefix(1);
+  // from_chars takes "inf" and "nan", which are no numbers of a drawing.
+  if (text.find_first_not_of("0123456789+-.eE") != std::string_view::npos) return kNoNumber;
+  const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (end != text.data() + text.size()) return kNoNumber;
+  if (status == std::errc()) return value;
+  const std::size_t exponent = text.find_first_of("eE");
+  const bool tiny = exponent != std::string_view::npos && text.substr(exponent + 1).starts_with('-');
+  return status == std::errc::result_out_of_range && tiny ? 0 : kNoNumber;
+}
+
+// How a binary drawing holds the value of a group code.
+enum class Storage { Text, Chunk, Double, Int16, Int32, Int64, Byte, Unknown };
+
+Storage StorageOf(int code) {
+  struct Range {
+    int first, last;
+    Storage storage;
+  };
+  static constexpr std::array kRanges{
+      Range{-5, 9, Storage::Text},       Range{10, 59, Storage::Double},    Range{60, 79, Storage::Int16},
+      Range{90, 99, Storage::Int32},     Range{100, 105, Storage::Text},    Range{110, 149, Storage::Double},
+      Range{160, 169, Storage::Int64},   Range{170, 179, Storage::Int16},   Range{210, 239, Storage::Double},
+      Range{270, 289, Storage::Int16},   Range{290, 299, Storage::Byte},    Range{300, 309, Storage::Text},
+      Range{310, 319, Storage::Chunk},   Range{320, 369, Storage::Text},    Range{370, 389, Storage::Int16},
+      Range{390, 399, Storage::Text},    Range{400, 409, Storage::Int16},   Range{410, 419, Storage::Text},
+      Range{420, 429, Storage::Int32},   Range{430, 439, Storage::Text},    Range{440, 459, Storage::Int32},
+      Range{460, 469, Storage::Double},  Range{470, 481, Storage::Text},    Range{999, 1003, Storage::Text},
+      Range{1004, 1004, Storage::Chunk}, Range{1005, 1009, Storage::Text},  Range{1010, 1059, Storage::Double},
+      Range{1060, 1070, Storage::Int16}, Range{1071, 1071, Storage::Int32},
+  };
+  for (const Range& range : kRanges) {
+    if (code <= range.last) return code >= range.first ? range.storage : Storage::Unknown;
+  }
+  return Storage::Unknown;
+}
+
+}  // namespace
+
+struct GroupScanner::Binary {
+  explicit Binary(BinaryFile&& opened) : file(std::move(opened)), window(file) {}
+
+  std::span<const std::byte> Bytes(std::size_t count) { return window.At(position, count); }
+
+  // Takes a number off the file; false when the file ends within it.
+  template <typename T>
+  bool Take(T& value) {
+    const auto bytes = Bytes(sizeof value);
+    if (bytes.size() < sizeof value) return false;
+    std::memcpy(&value, bytes.data(), sizeof value);
+    position += static_cast<std::int64_t>(sizeof value);
+    return true;
+  }
+
+  template <typename T>
+  bool TakeAs(double& number) {
+    T value{};
+    if (!Take(value)) return false;
+    number = static_cast<double>(value);
+    return true;
+  }
+
+  BinaryFile file;
+  ReadWindow window;
+  std::int64_t position = static_cast<std::int64_t>(kBinarySentinel.size());
+  bool wideCodes = false;  // two bytes a code, as from AC1012 on; before, one
+  bool ended = false;
+};
+
+GroupScanner::GroupScanner(const std::string& path, Report& report) : path_(path), report_(report) {
+  BinaryFile file(path);
+  std::array<char, 26> head{};
+  const std::size_t got = file.ReadAt(0, head.data(), head.size());
+  const std::string_view beginning(head.data(), got);
+  if (beginning.starts_with(kBinarySentinel)) {
+    binary_ = std::make_unique<Binary>(std::move(file));
+    // The first group is "0 SECTION", or a comment.
+    const std::string_view code = beginning.substr(kBinarySentinel.size(), 2);
+    binary_->wideCodes = code == std::string_view("\0\0", 2) || code == "\xE7\x03";
+    return;
+  }
+  if (beginning.starts_with("AC10") && beginning.find('\0') != std::string_view::npos) {
+    throw Error(path + ": is a DWG drawing; save it as DXF");
+  }
+  if (beginning.starts_with("\xFF\xFE") || beginning.starts_with("\xFE\xFF")) {
+    throw Error(path + ": is text of two bytes a letter; save it as DXF anew, or as UTF-8");
+  }
+  CheckBeginning();
+  lines_ = LineReader(path);
+}
+
+GroupScanner::~GroupScanner() = default;
+
+// A drawing's first line is a group code.
+void GroupScanner::CheckBeginning() {
+  LineReader lines(path_);
+  std::string_view line;
+  int code = 0;
+  while (lines.ReadLine(line)) {
+    if (line.starts_with(kByteOrderMark)) line.remove_prefix(kByteOrderMark.size());
+    if (WithoutBlanks(line).empty()) continue;
+    if (ParseCode(line, code)) return;
+    throw Error(path_ + ", line " + std::to_string(lines.LineNumber()) +
+                ": is no DXF drawing; expected a group code, which is a whole number");
+  }
+  throw Error(path_ + ": is no DXF drawing; it holds nothing");
+}
+
+bool GroupScanner::Next() { return binary_ ? NextBinaryGroup() : NextTextGroup(); }
+
+bool GroupScanner::NextTextGroup() {
+  std::string_view line;
+  do {
+    int code = 0;
+    do {
+      if (!lines_.ReadLine(line)) return false;
+    } while (!ParseCode(line, code) && !ParseOddLine(line, code));
+    code_ = code;
+    if (!lines_.ReadLine(text_)) return false;
+  } while (code_ == kComment);
+  return true;
+}
+
+// A line that is no group code as it stands: the first one may be so behind a byte-order mark. Any other is the value
+// of a wrong code, or a line too many, and what follows it is taken for a code again.
+bool GroupScanner::ParseOddLine(std::string_view line, int& code) {
+  if (lines_.LineNumber() == 1 && line.starts_with(kByteOrderMark)) {
+    return ParseCode(line.substr(kByteOrderMark.size()), code);
+  }
+  if (!WithoutBlanks(line).empty()) Warn("group codes", "expected a group code; the line was passed over");
+  return false;
+}
+
+bool GroupScanner::NextBinaryGroup() {
+  while (!binary_->ended) {
+    const std::optional<int> code = ReadBinaryCode();
+    if (!code || !ReadBinaryValue()) binary_->ended = true;
+    if (!binary_->ended && code_ != kComment) return true;
+  }
+  return false;
+}
+
+std::optional<int> GroupScanner::ReadBinaryCode() {
+  std::int16_t wide = 0;
+  if (binary_->wideCodes) {
+    if (!binary_->Take(wide)) return std::nullopt;
+  } else {
+    std::uint8_t narrow = 0;
+    if (!binary_->Take(narrow)) return std::nullopt;
+    wide = narrow;
+    // Extended data has codes beyond one byte.
+    if (narrow == 255 && !binary_->Take(wide)) return std::nullopt;
+  }
+  code_ = wide;
+  return code_;
+}
+
+bool GroupScanner::ReadBinaryValue() {
+  text_ = {};
+  number_ = kNoNumber;
+  switch (StorageOf(code_)) {
+    case Storage::Text:
+      return ReadBinaryText();
+    case Storage::Chunk: {
+      std::uint8_t length = 0;
+      if (!binary_->Take(length)) return false;
+      binary_->position += length;
+      return true;
+    }
+    case Storage::Double:
+      return binary_->TakeAs<double>(number_);
+    case Storage::Int16:
+      return binary_->TakeAs<std::int16_t>(number_);
+    case Storage::Int32:
+      return binary_->TakeAs<std::int32_t>(number_);
+    case Storage::Int64:
+      return binary_->TakeAs<std::int64_t>(number_);
+    case Storage::Byte:
+      return binary_->TakeAs<std::uint8_t>(number_);
+    case Storage::Unknown:
+      break;
+  }
+  Warn("group codes", "the group code " + std::to_string(code_) + " is none that a binary drawing holds; the rest " +
+                          "of the drawing was not read");
+  return false;
+}
+
+bool GroupScanner::ReadBinaryText() {
+  for (const std::size_t count : {std::size_t{256}, ReadWindow::kCapacity}) {
+    const auto bytes = binary_->Bytes(count);
+    if (bytes.empty()) return false;
+    const void* end = std::memchr(bytes.data(), 0, bytes.size());
+    if (end == nullptr) continue;
+    text_ = std::string_view(reinterpret_cast<const char*>(bytes.data()),
+                             static_cast<std::size_t>(static_cast<const std::byte*>(end) - bytes.data()));
+    binary_->position += static_cast<std::int64_t>(text_.size()) + 1;
+    return true;
+  }
+  Warn("text without end", "a text of the drawing does not end; the rest of the drawing was not read");
+  return false;
+}
+
+std::string_view GroupScanner::Keyword() const { return WithoutBlanks(text_); }
+
+double GroupScanner::Number() const {
+  if (!binary_) return ParseNumber(text_);
+  return std::isfinite(number_) ? number_ : kNoNumber;
+}
+
+std::optional<std::int32_t> GroupScanner::Integer() const {
+  const double number = Number();
+  if (!(number >= -2147483648.0 && number <= 2147483647.0)) return std::nullopt;
+  return static_cast<std::int32_t>(number);
+}
+
+std::int64_t GroupScanner::Position() const { return binary_ ? binary_->position : lines_.Position(); }
+std::int64_t GroupScanner::Size() const { return binary_ ? binary_->file.Size() : lines_.Size(); }
+int GroupScanner::FileNumber() const { return binary_ ? binary_->file.Number() : lines_.Number(); }
+std::int64_t GroupScanner::Place() const { return binary_ ? binary_->position : lines_.LineNumber(); }
+
+std::string GroupScanner::PlaceText(std::int64_t place) const {
+  return path_ + (binary_ ? ", byte " : ", line ") + std::to_string(place);
+}
+
+void GroupScanner::Warn(std::string_view kind, const std::string& what) {
+  report_.Warn(kind, PlaceText(Place()) + ": " + what);
+}
+
+}  // namespace tesselink

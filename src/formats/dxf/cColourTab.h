@@ -1,0 +1,33 @@
+// DXF colour numbers to 24-bit colours, by the table file "ACADTBL.TBL" in the program's folder: three bytes a colour
+// number, the record of number n at byte 3 n + 3.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/Files.h"
+
+namespace tesselink {
+
+class cColourTab {
+ public:
+  /// The folder is the one that holds the program's data.
+  explicit cColourTab(std::string programFolder) : folder_(std::move(programFolder)) {}
+
+  /// Opens the table, closing one that is open. Throws Error when there is none.
+  void Create();
+  /// The order of a record's bytes: "I" (Intel), the first is the lowest, or "M" (Motorola), the first is the highest,
+  /// which is also the order while none is set. Only the first letter counts, in either case; throws Error for another.
+  void ByteOrd(std::string_view order);
+  /// The colour of a number, the table being opened when it is not. Throws Error when it cannot be opened, when the
+  /// record's position does not fit 16 bits (numbers above 10921), and when the table holds no such record.
+  std::int32_t Colour(std::int32_t number);
+
+ private:
+  std::string folder_;
+  BinaryFile file_;
+  char byteOrder_ = 'M';
+};
+
+}  // namespace tesselink

@@ -6,6 +6,8 @@
 #include <memory>
 
 #include "cli/Exit.h"
+#include "core/Errors.h"
+#include "core/Numbers.h"
 #include "formats/Formats.h"
 
 namespace tesselink {
@@ -51,6 +53,22 @@ CLI::Validator KnownKey(const Rows& rows, const std::string& what) {
         return known ? std::string() : "\"" + key + "\" is no " + what + " format; the keys are " + KeyList(rows);
       },
       "");
+}
+
+// A field of a line: a comma or a control character would break it.
+std::string HeaderText(const std::string& text) {
+  const bool breaks =
+      std::any_of(text.begin(), text.end(), [](char c) { return c == ',' || static_cast<unsigned char>(c) < ' '; });
+  return breaks ? "a comma or a control character has no place there" : "";
+}
+
+std::string FiniteNumber(const std::string& text) {
+  try {
+    StrictNumber(text);
+    return {};
+  } catch (const Error& error) {
+    return error.what();
+  }
 }
 
 void SetLineEnds(ReadingOptions& options, const std::string& choice) {
@@ -104,9 +122,12 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
           "polylines; without it, what the first element is")
       ->type_name("CHOICE")
       ->check(CLI::IsMember({"points", "polylines"}));
-  convert->add_option("--units", command.units, "Units in the header of a Landmark output (M)")->type_name("TEXT");
+  convert->add_option("--units", command.units, "Units in the header of a Landmark output (M)")
+      ->type_name("TEXT")
+      ->check(HeaderText);
   convert->add_option("--map-scale", command.mapScale, "Map scale in the header of a Landmark output (1)")
-      ->type_name("NUMBER");
+      ->type_name("NUMBER")
+      ->check(FiniteNumber);
   convert->add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
       "Show a progress bar (the default on a terminal)");

@@ -17,6 +17,7 @@ int Run(const ParsingEnded& ended) {
 }
 
 int RunCommand(const Command& command) {
+  OpenStandardStreams();
   CatchInterrupts();
   try {
     const int exitCode = std::visit([](const auto& c) { return Run(c); }, command);

@@ -5,6 +5,7 @@
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -41,6 +42,14 @@ bool StandardErrorIsTerminal() {
 #endif
 }
 
+void OpenStandardStreams() {
+#ifndef _WIN32
+  for (int stream = 0; stream <= 2; ++stream) {
+    if (fcntl(stream, F_GETFD) == -1 && open("/dev/null", O_RDWR) == -1) return;
+  }
+#endif
+}
+
 void CatchInterrupts() {
   for (const int signal : {SIGINT, SIGTERM
 #ifdef SIGHUP
@@ -48,7 +57,8 @@ void CatchInterrupts() {
                            SIGHUP
 #endif
        }) {
-    std::signal(signal, OnInterrupt);
+    // What the caller had ignored, as nohup does, stays ignored.
+    if (std::signal(signal, OnInterrupt) == SIG_IGN) std::signal(signal, SIG_IGN);
   }
 }
 

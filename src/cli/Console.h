@@ -19,6 +19,8 @@ void FlushOutput();
 void PrintError(const std::string& text);
 bool StandardErrorIsTerminal();
 
+/// Opens a standard stream that the caller had closed on nothing, lest an output file take its number and its messages.
+void OpenStandardStreams();
 /// Makes Ctrl-C, and the signals that ask a program to end, a cancel request; a second one ends the program at once.
 void CatchInterrupts();
 /// Whether such a signal has come.

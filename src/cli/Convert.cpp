@@ -9,12 +9,36 @@
 #include "cli/Reading.h"
 #include "core/Errors.h"
 #include "core/Paths.h"
+#include "core/Text.h"
 #include "formats/Formats.h"
 
 namespace tesselink {
 namespace {
 
 namespace fs = std::filesystem;
+
+// The files that a conversion writes, whether or not they exist; those beside the output in either letter case.
+std::vector<std::string> WrittenFiles(const ConvertCommand& command) {
+  std::vector<std::string> files{command.output};
+  const std::string stem = FolderOf(command.output) + StripExtension(FileNameOf(command.output)) + ".";
+  for (const std::string& extension : OutputFormatOf(command.to, command.output).partners) {
+    files.push_back(stem + extension);
+    files.push_back(stem + LowerCase(extension));
+    if (const std::string other = PartnerFile(command.output, extension); !other.empty()) files.push_back(other);
+  }
+  return files;
+}
+
+void RefuseCopyOnOutput(const ConvertCommand& command) {
+  if (command.reading.lineEnds != LineEndsChoice::Copy) return;
+  std::error_code error;
+  const fs::path copy = fs::weakly_canonical(fs::absolute(command.reading.lineEndsCopy), error);
+  for (const std::string& file : WrittenFiles(command)) {
+    if (fs::weakly_canonical(fs::absolute(file), error) != copy) continue;
+    throw UsageError("--line-ends copy=" + command.reading.lineEndsCopy +
+                     " would be replaced by the output; give it another name");
+  }
+}
 
 ConversionRequest RequestOf(const ConvertCommand& command) {
   const InputFormat* format = &InputFormatOf(command.reading, command.inputs[0]);
@@ -28,9 +52,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
     several.from = "multishp";
     format = &InputFormatOf(several, command.inputs[0]);
   }
-  if (command.reading.lineEnds == LineEndsChoice::Copy && command.reading.lineEndsCopy == command.output) {
-    throw UsageError("--line-ends copy=" + command.output + " would be replaced by the output; give it another name");
-  }
+  RefuseCopyOnOutput(command);
   ConversionRequest request;
   request.Infile = command.inputs[0];
   request.OutFile = command.output;
@@ -56,12 +78,9 @@ void RefuseExistingOutput(const ConvertCommand& command) {
     if (input == command.output || SameFile(input, command.output)) return;  // the run has its own words for that
   }
   if (command.overwrite) return;
-  std::vector<std::string> outputs{command.output};
-  for (const std::string& extension : OutputFormatOf(command.to, command.output).partners) {
-    outputs.push_back(PartnerFile(command.output, extension));
-  }
-  for (const std::string& output : outputs) {
-    if (!fs::is_regular_file(output, error)) continue;
+  for (const std::string& output : WrittenFiles(command)) {
+    const fs::file_status status = fs::status(output, error);
+    if (!fs::is_regular_file(status) && !fs::is_directory(status)) continue;
     throw Error(output + ": exists already; give -O (--overwrite) to replace it");
   }
 }
@@ -88,16 +107,19 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
   if (summary.written.Total() > 0) text += " (" + Listed(summary.written) + ")";
   text += "\n";
   if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
-  if (summary.skipped.Total() > 0) text += "  not written: " + Listed(summary.skipped) + "\n";
   Print(text);
+}
+
+// Elements that the output's format cannot hold, or that have no vertex.
+void PrintSkipped(const RunSummary& summary) {
+  if (summary.skipped.Total() > 0) PrintError("warning: not written: " + Listed(summary.skipped));
 }
 
 // What an interrupted or failed run left behind.
 void PrintWhatTheOutputHolds(const ConvertCommand& command, const RunSummary& summary) {
   if (summary.outcome == RunOutcome::Done || summary.outcome == RunOutcome::Refused) return;
-  PrintError(summary.outputs.empty()
-                 ? "no output was written"
-                 : command.output + " is incomplete; it holds " + Elements(InOutput(summary)));
+  PrintError(summary.outputs.empty() ? "no output was written"
+                                     : command.output + " is incomplete; it holds " + Elements(InOutput(summary)));
 }
 
 Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interaction) {
@@ -134,6 +156,7 @@ int Run(const ConvertCommand& command) {
   QtSettings settings;
   const RunSummary summary = ConversionRun(AllFormats(), interaction, settings).Run(request);
   PrintWarnings(summary, interaction);
+  PrintSkipped(summary);
   PrintOutcome(summary, interaction);
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {

@@ -1,5 +1,6 @@
 // cat and info: what a drawing holds.
-#include <algorithm>
+#include <string>
+#include <unordered_set>
 
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -69,8 +70,9 @@ int Run(const InfoCommand& command) {
   if (exitCode != kExitDone && exitCode != kExitEndedEarly) return exitCode;
 
   std::vector<std::string> layers = reading.interaction.ReportedLayers();
+  const std::unordered_set<std::string> reported(layers.begin(), layers.end());
   for (const std::string& layer : reading.summary.layers) {
-    if (std::find(layers.begin(), layers.end(), layer) == layers.end()) layers.push_back(layer);
+    if (!reported.contains(layer)) layers.push_back(layer);
   }
   const Json info{{"format", reading.format.key},
                   {"elements", CountsJson(reading.summary.read)},

@@ -176,7 +176,7 @@ bool ConversionRun::PumpElements(State& state) {
   while (!state.reader->Eof()) {
     const bool delivered = state.reader->GetNextEntity(state.entity);
     if (delivered) ++state.elements;
-    state.reader->UpdateExtents(state.entity, state.summary.extents);
+    if (delivered) state.reader->UpdateExtents(state.entity, state.summary.extents);
     interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.elements});
     interaction_.Yield();
     if (delivered) ConvertElement(state);

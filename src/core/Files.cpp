@@ -97,6 +97,7 @@ void ReadWindow::Refill(std::int64_t offset, std::size_t count) {
 LineReader::LineReader(const std::string& path) : file_(path), buffer_(kFirstLineBlock) {
   FillMore();
   const std::string_view block(buffer_.data(), end_);
+  if (block.starts_with("\xEF\xBB\xBF")) begin_ = 3;  // a byte-order mark is no text
   if (block.find('\n') == std::string_view::npos && block.find('\r') != std::string_view::npos) lineEnd_ = '\r';
 }
 
@@ -132,6 +133,9 @@ bool LineReader::FillMore() {
   if (end_ == buffer_.size()) buffer_.resize(buffer_.size() * 2);
   const std::size_t got =
       file_.ReadAt(bufferStart_ + static_cast<std::int64_t>(end_), buffer_.data() + end_, buffer_.size() - end_);
+  if (got == 0 && bufferStart_ + static_cast<std::int64_t>(end_) < file_.Size()) {
+    throw Error(Path() + ": became shorter while it was read");
+  }
   end_ += got;
   return got > 0;
 }
@@ -257,6 +261,12 @@ void MoveFile(const std::string& from, const std::string& to) {
 void RemoveFile(const std::string& path) noexcept {
   std::error_code error;
   if (fs::is_regular_file(fs::symlink_status(path, error))) fs::remove(path, error);
+}
+
+void RemoveWritten(const std::string& path) noexcept {
+  std::error_code error;
+  const fs::path target = fs::canonical(path, error);
+  if (!error && fs::is_regular_file(target, error)) fs::remove(target, error);
 }
 
 }  // namespace tesselink

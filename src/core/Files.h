@@ -86,7 +86,7 @@ class ReadWindow {
 class LineReader {
  public:
   /// A longer line ends the reading with an Error: no drawing has one, and memory stays bounded.
-  static constexpr std::size_t kLongestLine = std::size_t{8} << 20;
+  static constexpr std::size_t kLongestLine = std::size_t{6} << 20;
 
   LineReader() = default;
   /// Opens a file. Throws Error when it cannot be opened or is no regular file.
@@ -250,6 +250,8 @@ std::string TempFileName(std::string_view prefix);
 void MoveFile(const std::string& from, const std::string& to);
 /// Deletes a file; a device or a pipe, and a link, is left where it is. Whether it was deleted does not matter.
 void RemoveFile(const std::string& path) noexcept;
+/// Deletes what was written under a name, through a link too, so that nothing half-written looks whole.
+void RemoveWritten(const std::string& path) noexcept;
 /// "path: what: reason", the reason being the system's for the last failed call.
 std::string SystemReason(const std::string& path, std::string_view what);
 

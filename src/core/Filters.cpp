@@ -17,7 +17,7 @@ void OutputFilter::filename(const std::string& path) {
 }
 
 WriteResult OutputFilter::WriteEntity(tEntity& entity) {
-  if (!open_) throw Error("File Name not yet entered", "GetNextEntity");
+  if (!open_) throw Error("File Name not yet entered", "WriteEntity");
   return Write(entity);
 }
 

@@ -21,7 +21,7 @@ class Settings;
 struct FilterOptions {
   std::string units = "M";   ///< of the Landmark header line
   double mapScale = 1;       ///< of the Landmark header line
-  bool paperSpace = false;  ///< deliver what a drawing holds in paper space too
+  bool paperSpace = false;   ///< deliver what a drawing holds in paper space too
   bool layersWanted = true;  ///< false: nobody will match layers, so readers need not look through a file for them
   std::string programFolder = {};  ///< where the data files lie that come with the program
 };

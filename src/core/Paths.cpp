@@ -45,7 +45,7 @@ bool SameFile(const std::string& a, const std::string& b) {
 }
 
 std::string PartnerFile(const std::string& path, const std::string& extension) {
-  const std::string stem = StripExtension(path) + ".";
+  const std::string stem = FolderOf(path) + StripExtension(FileNameOf(path)) + ".";
   for (const std::string& candidate : {stem + extension, stem + LowerCase(extension)}) {
     if (FileExists(candidate)) return candidate;
   }

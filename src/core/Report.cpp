@@ -4,6 +4,11 @@
 #include <numeric>
 
 namespace tesselink {
+namespace {
+
+constexpr std::size_t kMostTypes = 200;
+
+}  // namespace
 
 std::int64_t KindCounts::Of(std::string_view name) const {
   const auto found = std::find(kNames.begin(), kNames.end(), name);
@@ -25,8 +30,10 @@ void Report::Undelivered(std::string_view type) {
   const auto known = undelivered_.find(type);
   if (known != undelivered_.end()) {
     ++known->second;
-  } else {
+  } else if (undelivered_.size() < kMostTypes) {
     undelivered_.emplace(type, 1);
+  } else {
+    ++undelivered_["other types"];
   }
 }
 

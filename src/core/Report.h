@@ -46,7 +46,8 @@ class Report {
  public:
   /// Counts a warning; of each kind only the first text is kept.
   void Warn(std::string_view kind, std::string_view text);
-  /// Counts something that a file holds and that is not delivered, by the file's own name for it, as in "PointZ".
+  /// Counts something that a file holds and that is not delivered, by the file's own name for it, as in "PointZ"; after
+  /// 200 names the rest are counted as "other types".
   void Undelivered(std::string_view type);
 
   const std::vector<Warning>& Warnings() const { return warnings_; }

@@ -43,7 +43,20 @@ TEST(LineReader, LinesAcrossBlocksAndOneThatIsTooLong) {
   LineReader reader(folder.Put("long", "first\n" + std::string(LineReader::kLongestLine * 2, 'x') + "\n"));
   std::string_view line;
   EXPECT_TRUE(reader.ReadLine(line));
-  EXPECT_NE(ErrorOf([&] { reader.ReadLine(line); }).find("long, line 2: is longer than 8 MB"), std::string::npos);
+  EXPECT_NE(ErrorOf([&] { reader.ReadLine(line); }).find("long, line 2: is longer than 6 MB"), std::string::npos);
+}
+
+TEST(LineReader, AFileThatBecomesShorterIsAnErrorAndAByteOrderMarkIsNoText) {
+  const Folder folder;
+  const std::string path = folder.Put("t", std::string(1000000, 'a') + "\nend\n");
+  LineReader reader(path);
+  std::filesystem::resize_file(path, 100);
+  std::string_view line;
+  EXPECT_NE(ErrorOf([&] {
+              while (!reader.AtEnd()) reader.ReadLine(line);
+            }).find("became shorter while it was read"),
+            std::string::npos);
+  EXPECT_EQ(Lines(folder.Put("u", "\xEF\xBB\xBFone\n")), std::vector<std::string>{"one"});
 }
 
 TEST(ReadWindow, GivesTheFilesBytesInAnyOrder) {

@@ -176,6 +176,33 @@ TEST_F(ESRIInFiltTest, BrokenRecordsAreSkippedWithAWarningAndTheRestIsRead) {
       std::string::npos);
 }
 
+TEST_F(ESRIInFiltTest, WhereTheTwoLengthsOfARecordDiffer) {
+  ShapeFile file({kTriangle, kTriangle, PointContent(5, 6)});
+  const auto words = static_cast<std::int32_t>(kTriangle.size() / 2);
+  const std::size_t second = 100 + 8 + kTriangle.size();
+  file.shx.replace(100 + 4, 4, Big(words - 20));              // too short in the index: the record's own counts
+  file.shp.replace(second + 4, 4, Big(words + 1000));         // too long in the record: the index counts
+  file.shp.replace(second + 48, 4, Little(std::int32_t{4}));  // and a point more than there is room for
+  const auto elements = ReadPlain(file);
+  ASSERT_EQ(elements.size(), 2U);
+  EXPECT_EQ(XY(elements[0]), "0,0 4,0 4,8");
+  EXPECT_EQ(XY(elements[1]), "5,6") << "nothing is read out of the neighbour";
+  EXPECT_NE(rig.WarningOf("index length"), nullptr);
+  EXPECT_NE(rig.WarningOf("record counts"), nullptr);
+}
+
+TEST_F(ESRIInFiltTest, AFileThatBecomesShorterIsAnError) {
+  Points points;
+  for (int i = 0; i < 20000; ++i) points.emplace_back(i, i);
+  reader.Layered = false;
+  const std::string path = Put(ShapeFile({ChainContent(3, {0, 10}, points)}));
+  reader.filename(path);
+  tEntity entity;
+  ASSERT_TRUE(reader.GetNextEntity(entity));
+  std::filesystem::resize_file(path, 200);
+  EXPECT_NE(ErrorOf([&] { reader.GetNextEntity(entity); }).find("became shorter"), std::string::npos);
+}
+
 TEST_F(ESRIInFiltTest, ARecordByItsNumber) {
   reader.Layered = false;
   reader.filename(Put(ShapeFile({PointContent(1, 1), kTriangle, PointContent(3, 3)})));

@@ -197,7 +197,7 @@ void DXFOutFilter::Merge(const std::string& headerPath, const std::string& entit
     output.Close();
   } catch (...) {
     output.Discard();
-    RemoveFile(path_);
+    RemoveWritten(path_);
     throw;
   }
 }

@@ -178,6 +178,9 @@ bool AscInFilter::Next(tEntity& entity) {
         report().Warn("no records", filename_ + ": holds no Landmark record; is it a file of this format?");
       return false;
     } else {
+      if (EqualsIgnoringCase(word.substr(0, 2), kVertexKeyword)) {
+        WarnAtLine("stray vertices", "a vertex line outside a record is not read");
+      }
       continue;
     }
     EndRecord(entity, line);
@@ -267,7 +270,11 @@ bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
     commas = Split(line, ',');
     break;
   }
-  if (isVector) ReadVector(entity, commas);
+  if (isVector) {
+    ReadVector(entity, commas);
+    if (vertices_ > 0) WarnAtLine("overwritten", "a VECTOR line takes the place of its record's first two vertices");
+    vertices_ = entity.PointCount() + 1;
+  }
   if (isVertex) {
     Require(commas, 3);
     const double x = Lenient(commas, 1), y = Lenient(commas, 2);

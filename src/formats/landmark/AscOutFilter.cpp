@@ -41,13 +41,14 @@ WriteResult AscOutFilter::Write(tEntity& entity) {
   if (file_.Size() < kShortestHeader) WriteHeader();
   WriteResult result = WriteResult::Skipped;
   if (entity.bType == kCircle || entity.bType == kArc) {
+    if (HasHeight(entity)) ++heights_;
     ToChain(entity);
     result = WriteResult::Converted;
   } else if (entity.bType >= kLine && entity.bType <= kText) {
     result = WriteResult::Written;
   }
   if (result != WriteResult::Skipped) {
-    if (HasHeight(entity)) ++heights_;
+    if (result == WriteResult::Written && HasHeight(entity)) ++heights_;
     entity.bType == kText ? WriteText(entity) : WriteLine(entity);
   }
   entity.ClearVertices();
@@ -108,6 +109,7 @@ void AscOutFilter::ToChain(tEntity& entity) {
   };
   constexpr tEntity::Index kMostVertices = 100000;  // angles come from files and may be anything
   for (double angle = start * kPi / 180; angle <= end * kPi / 180 && i < kMostVertices; angle += kStep) append(angle);
+  if (i == kMostVertices) report().Warn("long arc", path_ + ": an arc of more than 2,000 turns was cut short");
   append(end);
   entity.bType = kPolyline;
 }
@@ -127,7 +129,7 @@ void AscOutFilter::Complete() {
 
 void AscOutFilter::Drop() noexcept {
   file_.Discard();
-  RemoveFile(path_);
+  RemoveWritten(path_);
 }
 
 }  // namespace tesselink

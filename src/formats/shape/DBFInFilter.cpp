@@ -74,7 +74,8 @@ std::int64_t DBFInFilter::NumRecs() const {
 
 const DBFInFilter::Field& DBFInFilter::Descriptor(int field) const {
   if (field < 0 || field > NumFields()) {
-    throw Error(filename_ + ": has no field number " + std::to_string(field), "Subscript out of range");
+    throw Error("Subscript out of range: " + filename_ + " has no field number " + std::to_string(field),
+                "GetFieldData");
   }
   return fields_[static_cast<std::size_t>(field)];
 }

@@ -88,7 +88,8 @@ void ESRIInFilt::OpenMainFile(const std::string& path) {
   layers_.clear();
   table_.reset();
   record_ = records_ = position_ = 0;
-  furthest_ = kHeaderSize;
+  listed_ = kHeaderSize;
+  inOrder_ = true;
   current_ = {};
   part_ = 0;
   labelPending_ = tableTried_ = false;
@@ -174,6 +175,7 @@ bool ESRIInFilt::GetNextEntity(tEntity& entity, std::int64_t record) {
   if (record > 0) {
     if (filename_.empty() || record > records_) return false;
     record_ = record - 1;
+    inOrder_ = false;
     current_ = {};
     part_ = 0;
     labelPending_ = false;
@@ -189,10 +191,10 @@ bool ESRIInFilt::Next(tEntity& entity) {
 }
 
 void ESRIInFilt::WarnOfUnlisted() {
-  if (furthest_ >= shp_.Size()) return;
-  report().Warn("beyond the index", filename_ + ": the index lists nothing of the last " +
-                                        Bytes(shp_.Size() - furthest_) + " of the file; they were not read");
-  furthest_ = shp_.Size();
+  if (!inOrder_ || listed_ >= shp_.Size()) return;
+  report().Warn("not in the index", filename_ + ": the index lists nothing of " + Bytes(shp_.Size() - listed_) +
+                                        " of the file; they were not read");
+  inOrder_ = false;
 }
 
 bool ESRIInFilt::Deliver(tEntity& entity) {
@@ -225,6 +227,44 @@ bool ESRIInFilt::NextRecord() {
   return false;
 }
 
+// The bytes of the record at a position, its header included, by the index; 0 when there are none. What the record
+// itself says, up to where the index puts the next one, is kept for a record that needs more: real files carry a wrong
+// length in one of the two places.
+std::int64_t ESRIInFilt::RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords) {
+  const auto following = index_.At(kHeaderSize + kIndexEntrySize * record_, kIndexEntrySize);
+  const std::int64_t next = following.size() < 4 ? 0 : std::int64_t{BigEndian32(following.data())} * 2;
+  const std::int64_t room = (next > at ? std::min(next, shp_.Size()) : shp_.Size()) - at;
+  const auto bounded = [](std::int64_t words, std::int64_t most) {
+    return words < 2 ? 0 : std::min(words * 2 + kRecordHeaderSize, most);
+  };
+  std::int64_t available = bounded(indexWords, shp_.Size() - at);
+  ownLength_ = bounded(ownWords, room);
+  if (available == 0 && ownLength_ == 0) {
+    WarnRecord("record length", "its length is given as " + Bytes(indexWords * 2) + "; it was skipped");
+  } else if (available == 0) {
+    WarnOfLength();
+    available = ownLength_;
+  }
+  listed_ += std::min(std::max(bounded(ownWords, room), available), room);
+  if (listed_ > shp_.Size() && inOrder_) {
+    WarnRecord("repeated in the index", "the index lists bytes more than once, and so they are read");
+    inOrder_ = false;
+  }
+  return available;
+}
+
+void ESRIInFilt::WarnOfLength() {
+  WarnRecord("index length", "the index gives it fewer bytes than it needs; the record's own length was taken");
+}
+
+// Whether the record has so many bytes, by the index or else by its own word.
+bool ESRIInFilt::Holds(std::int64_t bytes, std::int64_t available) {
+  if (bytes <= available) return true;
+  if (bytes > ownLength_) return false;
+  WarnOfLength();
+  return true;
+}
+
 // Finds out what the current record holds. False when it holds nothing that is delivered.
 bool ESRIInFilt::LoadRecord() {
   const auto entry = index_.At(kHeaderSize + kIndexEntrySize * (record_ - 1), kIndexEntrySize);
@@ -239,16 +279,9 @@ bool ESRIInFilt::LoadRecord() {
                                     Bytes(shp_.Size()) + " holds no record; it was skipped");
     return false;
   }
-  // Real files carry a wrong length in one of the two places; the points tell by themselves how many bytes they need.
-  const std::int64_t content =
-      std::max(std::int64_t{BigEndian32(&entry[4])} * 2, std::int64_t{BigEndian32(&head[4])} * 2);
-  const std::int64_t available = std::min(content, shp_.Size() - at - kRecordHeaderSize) + kRecordHeaderSize;
-  if (content < 4) {
-    WarnRecord("record length", "its length is given as " + Bytes(content) + "; it was skipped");
-    return false;
-  }
+  const std::int64_t available = RecordLength(at, BigEndian32(&entry[4]), BigEndian32(&head[4]));
+  if (available == 0) return false;
   position_ = at + available;
-  furthest_ = std::max(furthest_, position_);
   whole_ = {};
   if (available <= static_cast<std::int64_t>(ReadWindow::kCapacity)) {
     head = whole_ = recordBytes_.At(at, static_cast<std::size_t>(available));
@@ -302,7 +335,7 @@ bool ESRIInFilt::LoadChain(std::span<const std::byte> head, std::int64_t availab
   const auto parts = LittleEndian<std::int32_t>(&head[44]);
   const auto points = LittleEndian<std::int32_t>(&head[48]);
   const std::int64_t needed = 52 + std::int64_t{parts} * 4 + std::int64_t{points} * kPointSize;
-  if (parts < 0 || points < 0 || needed > available) {
+  if (parts < 0 || points < 0 || !Holds(needed, available)) {
     WarnRecord("record counts", "gives " + Counted(parts, "part") + " and " + Counted(points, "point") +
                                     ", which its " + Bytes(available) + " cannot hold; it was skipped");
     return false;
@@ -313,7 +346,7 @@ bool ESRIInFilt::LoadChain(std::span<const std::byte> head, std::int64_t availab
   current_.points = points;
   if (current_.type == kPolyLineZ || current_.type == kPolygonZ) {
     const std::int64_t zEnd = needed + 16 + std::int64_t{points} * 8;
-    if (zEnd <= available) {
+    if (Holds(zEnd, available)) {
       current_.zAt = current_.pointsAt + std::int64_t{points} * kPointSize + 16;
     } else {
       WarnRecord("no z values", "has no room for the z values of its type; z is 0");
@@ -325,7 +358,7 @@ bool ESRIInFilt::LoadChain(std::span<const std::byte> head, std::int64_t availab
 
 bool ESRIInFilt::LoadMultiPoint(std::span<const std::byte> head, std::int64_t available) {
   const auto points = head.size() < 48 || available < 48 ? -1 : LittleEndian<std::int32_t>(&head[44]);
-  if (points < 0 || 48 + points * kPointSize > available) {
+  if (points < 0 || !Holds(48 + points * kPointSize, available)) {
     WarnRecord("record counts", "gives more points than its " + Bytes(available) + " can hold; it was skipped");
     return false;
   }
@@ -339,7 +372,9 @@ std::span<const std::byte> ESRIInFilt::Piece(ReadWindow& window, std::int64_t of
   const std::int64_t inside = offset - wholeAt_;
   const bool isWhole = !whole_.empty() && inside >= 0 &&
                        inside + static_cast<std::int64_t>(count) <= static_cast<std::int64_t>(whole_.size());
-  return isWhole ? whole_.subspan(static_cast<std::size_t>(inside), count) : window.At(offset, count);
+  const auto piece = isWhole ? whole_.subspan(static_cast<std::size_t>(inside), count) : window.At(offset, count);
+  if (piece.size() < count) throw Error(filename_ + ": became shorter while it was read");
+  return piece;
 }
 
 // The next part's range of points. Parts follow one another: where a start lies before the end of the part before, or
@@ -350,7 +385,7 @@ bool ESRIInFilt::NextRange(Range& range) {
     range = {0, current_.points};
     return true;
   }
-  const auto starts = Piece(partStarts_, current_.partsAt + std::int64_t{part} * 4, 8);
+  const auto starts = Piece(partStarts_, current_.partsAt + std::int64_t{part} * 4, part_ < current_.parts ? 8 : 4);
   const auto first = LittleEndian<std::int32_t>(starts.data());
   const std::int32_t end = part_ < current_.parts ? LittleEndian<std::int32_t>(&starts[4]) : current_.points;
   if (first < nextPoint_ || end < first || end > current_.points) {
@@ -445,7 +480,10 @@ bool ESRIInFilt::DropWildVertices(tEntity& entity) {
     ++kept;
   }
   WarnRecord("not finite", "vertices without a finite x and y were left out: " + std::to_string(count - kept));
-  if (kept == 0) return false;
+  if (kept == 0) {
+    entity.ClearVertices();
+    return false;
+  }
   for (tEntity::Index i = kept; i < count; ++i) entity.RemoveLastVertex();
   return true;
 }

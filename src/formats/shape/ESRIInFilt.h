@@ -63,6 +63,9 @@ class ESRIInFilt final : public InputFilter {
   void UseTable();
   bool NextRecord();
   bool LoadRecord();
+  std::int64_t RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords);
+  void WarnOfLength();
+  bool Holds(std::int64_t bytes, std::int64_t available);
   bool LoadPoint(std::span<const std::byte> head);
   bool LoadChain(std::span<const std::byte> head, std::int64_t available);
   bool LoadMultiPoint(std::span<const std::byte> head, std::int64_t available);
@@ -87,7 +90,9 @@ class ESRIInFilt final : public InputFilter {
   std::int64_t records_ = 0;
   std::int64_t record_ = 0;  // 1-based; 0 before the first
   std::int64_t position_ = 0;
-  std::int64_t furthest_ = 0;  // the end of the record that lies last
+  std::int64_t ownLength_ = 0;  // of the current record, by its own header
+  std::int64_t listed_ = 0;     // bytes of the header and of every record so far
+  bool inOrder_ = true;         // every record so far was read once, so that the sum above says something
   Record current_;
   std::int32_t part_ = 0;       // the next part of the current record
   std::int32_t nextPoint_ = 0;  // no part may begin before it

@@ -47,26 +47,38 @@ bool HasHeight(const tEntity& entity) {
   return std::any_of(z.begin(), z.end(), [](double value) { return value != 0; });
 }
 
-// The partner's extension is in capitals where the main file's is.
+// The file beside the main file: the one that is there, in whatever letter case, since readers would find it first;
+// else a new one, its extension in capitals where the main file's is.
 std::string Partner(const std::string& path, const std::string& extension) {
-  return StripExtension(path) + (path.ends_with(".SHP") ? "." + UpperCase(extension) : "." + extension);
+  const std::string existing = PartnerFile(path, UpperCase(extension));
+  if (!existing.empty()) return existing;
+  return FolderOf(path) + StripExtension(FileNameOf(path)) + "." +
+         (path.ends_with(".SHP") ? UpperCase(extension) : extension);
 }
 
 }  // namespace
 
 void ESRIOutFilt::Create(const std::string& path) {
+  if (const std::string extension = ExtensionOf(path); extension == ".shx" || extension == ".dbf") {
+    throw Error(path + ": that is the name of a shapefile's " + (extension == ".shx" ? "index" : "table") +
+                "; name the output .shp");
+  }
   shpPath_ = path;
   shxPath_ = Partner(path, "shx");
   dbfPath_ = Partner(path, "dbf");
   kind_.reset();
   extents_ = {};
   shapes_ = 0;
-  heights_ = cutValues_ = bars_ = 0;
+  heights_ = cutValues_ = bars_ = controls_ = 0;
   colourName_ = {};
   try {
+    created_.clear();
     shp_ = FileWriter(shpPath_);
+    created_.push_back(shpPath_);
     shx_ = FileWriter(shxPath_);
+    created_.push_back(shxPath_);
     table_.filename(dbfPath_);
+    created_.push_back(dbfPath_);
     for (FileWriter* file : {&shp_, &shx_}) file->Write(Header(kPolyLineShape, kHeaderSize, extents_));
     table_.AddField("Desc", kTextLengths[0], "C");
     table_.AddField("Code", kTextLengths[1], "C");
@@ -205,12 +217,15 @@ std::string_view ESRIOutFilt::Fitting(const std::string& value, std::size_t fiel
   const auto room = static_cast<std::size_t>(kTextLengths[field] - 1);
   const bool cut = value.size() > room;
   const bool bars = value.find('|') != std::string::npos;
-  if (!cut && !bars) return value;
   std::string& fitted = fitted_[field];
-  fitted = value.substr(0, room);
+  const bool controls = &WithoutControls(value, fitted) != &value;
+  if (!cut && !bars && !controls) return value;
+  if (!controls) fitted = value;
+  fitted.resize(std::min(fitted.size(), room));
   std::replace(fitted.begin(), fitted.end(), '|', ' ');
   if (cut) ++cutValues_;
   if (bars) ++bars_;
+  if (controls) ++controls_;
   return fitted;
 }
 
@@ -231,13 +246,15 @@ void ESRIOutFilt::Complete() {
   warn("heights", shpPath_ + ": the shape types written have no z; elements that lost theirs", heights_);
   warn("cut values", dbfPath_ + ": values too long for their field were cut", cutValues_);
   warn("bars", dbfPath_ + ": values with a \"|\" got a blank in its place", bars_);
+  warn("control characters", dbfPath_ + ": values in which control characters became blanks", controls_);
 }
 
 void ESRIOutFilt::Drop() noexcept {
   shp_.Discard();
   shx_.Discard();
   table_.Discard();
-  for (const std::string& path : {shpPath_, shxPath_, dbfPath_}) RemoveFile(path);
+  for (const std::string& path : created_) RemoveWritten(path);
+  created_.clear();
 }
 
 }  // namespace tesselink

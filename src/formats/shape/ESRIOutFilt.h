@@ -50,6 +50,7 @@ class ESRIOutFilt final : public OutputFilter {
   std::string_view Fitting(const std::string& value, std::size_t field);
 
   std::string shpPath_, shxPath_, dbfPath_;
+  std::vector<std::string> created_;  // those of the three that this writer has opened
   FileWriter shp_, shx_;
   DBFOutFilter table_;
   std::optional<ShapeKind> kind_;
@@ -60,7 +61,7 @@ class ESRIOutFilt final : public OutputFilter {
   std::array<std::string, 3> fitted_;
   std::int32_t colour_ = 0;  // the colour that the name below is of
   std::string_view colourName_;
-  std::int64_t heights_ = 0, cutValues_ = 0, bars_ = 0;
+  std::int64_t heights_ = 0, cutValues_ = 0, bars_ = 0, controls_ = 0;
 };
 
 }  // namespace tesselink

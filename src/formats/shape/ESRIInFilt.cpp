@@ -293,7 +293,7 @@ bool ESRIInFilt::LoadRecord() {
     case kNullShape:
       return false;
     case kPointShape:
-      return LoadPoint(head);
+      return LoadPoint(available);
     case kPolyLine:
     case kPolygon:
     case kPolyLineZ:
@@ -317,9 +317,10 @@ void ESRIInFilt::ReportUnhandled(std::int32_t type) {
   }
 }
 
-bool ESRIInFilt::LoadPoint(std::span<const std::byte> head) {
-  if (head.size() < 28) {
-    WarnRecord("record cut", "the file ends within this point; it was skipped");
+bool ESRIInFilt::LoadPoint(std::int64_t available) {
+  constexpr std::int64_t kWithHeader = 28;
+  if (!Holds(kWithHeader, available)) {
+    WarnRecord("record cut", "its " + Bytes(available) + " cannot hold a point; it was skipped");
     return false;
   }
   current_.parts = current_.points = 1;

@@ -66,7 +66,7 @@ class ESRIInFilt final : public InputFilter {
   std::int64_t RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords);
   void WarnOfLength();
   bool Holds(std::int64_t bytes, std::int64_t available);
-  bool LoadPoint(std::span<const std::byte> head);
+  bool LoadPoint(std::int64_t available);
   bool LoadChain(std::span<const std::byte> head, std::int64_t available);
   bool LoadMultiPoint(std::span<const std::byte> head, std::int64_t available);
   void ReportUnhandled(std::int32_t type);

@@ -34,6 +34,9 @@ class SilentPerson final : public Interaction {
   }
   std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion&) override { return std::nullopt; }
   ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override { return ofFirstElement; }
+  std::string AskText(const TextQuestion& question) override { throw Error(question.title); }
+  PointChoice ChoosePoints() override { return PointChoice::SecondFile; }
+  GridFields LocateGridFields(const std::string&) override { return {}; }
   void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
   void HideScan() override {}
   void RunStarted() override {}

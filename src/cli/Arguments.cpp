@@ -116,7 +116,7 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
       ->add_option_function<std::string>(
           "--shape-type",
           [&command](const std::string& kind) {
-            command.shapeType = kind == "points" ? ShapeTypeChoice::Points : ShapeTypeChoice::Polylines;
+            command.answers.shapeType = kind == "points" ? ShapeTypeChoice::Points : ShapeTypeChoice::Polylines;
           },
           "What a shapefile output holds: points (and texts) or\n"
           "polylines; without it, what the first element is")

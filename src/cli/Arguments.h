@@ -5,6 +5,9 @@
 #include <variant>
 #include <vector>
 
+#include "core/Dialect.h"
+#include "core/Interaction.h"
+
 namespace tesselink {
 
 enum class LineEndsChoice { Keep, Replace, Copy };
@@ -17,6 +20,11 @@ struct ReadingOptions {
   LineEndsChoice lineEnds = LineEndsChoice::Keep;
   std::string lineEndsCopy;  ///< where LineEndsChoice::Copy writes
   bool paperSpace = false;   ///< a drawing's paper space too
+  std::string layerCodes;    ///< a CSV file with the entity codes of layers
+  bool smartAssign = false;  ///< guess the codes that nobody gave
+  std::string cdfMap;        ///< where the entity-type list lies; empty: it is searched for
+  std::string lngsl;         ///< where the colour list lies; empty: it is searched for
+  Dialect dialect = Dialect::Classic;
 };
 
 enum class ProgressChoice { WhenTerminal, Always, Never };
@@ -24,12 +32,19 @@ enum class ProgressChoice { WhenTerminal, Always, Never };
 /// What a shapefile output holds.
 enum class ShapeTypeChoice { FirstElement, Points, Polylines };
 
+/// The answers to what writers ask.
+struct WritingAnswers {
+  ShapeTypeChoice shapeType = ShapeTypeChoice::FirstElement;
+  PointChoice points = PointChoice::SecondFile;
+  GridFields grid;
+};
+
 struct ConvertCommand {
   std::vector<std::string> inputs;
   std::string output;
   ReadingOptions reading;
   std::string to;  ///< a format key; empty: by the extension
-  ShapeTypeChoice shapeType = ShapeTypeChoice::FirstElement;
+  WritingAnswers answers;
   std::string units = "M";  ///< of the Landmark header line
   double mapScale = 1;      ///< of the Landmark header line
   bool overwrite = false;

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "cli/Console.h"
+#include "core/Errors.h"
 #include "core/FieldSelection.h"
 #include "core/Filters.h"
 
@@ -26,8 +27,8 @@ std::string OneLine(std::string_view text) {
 
 }  // namespace
 
-ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress, ShapeTypeChoice shapeType)
-    : options_(options), showProgress_(showProgress), shapeType_(shapeType) {}
+ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress, const WritingAnswers& answers)
+    : options_(options), showProgress_(showProgress), answers_(answers) {}
 
 Answer ConsoleInteraction::ShowMessage(const Message& message) {
   switch (message.topic) {
@@ -66,7 +67,7 @@ std::optional<std::vector<std::string>> ConsoleInteraction::MatchLayers(const La
 }
 
 ShapeKind ConsoleInteraction::ChooseShapeKind(ShapeKind ofFirstElement) {
-  switch (shapeType_) {
+  switch (answers_.shapeType) {
     case ShapeTypeChoice::Points:
       return ShapeKind::PointsOrText;
     case ShapeTypeChoice::Polylines:
@@ -75,6 +76,21 @@ ShapeKind ConsoleInteraction::ChooseShapeKind(ShapeKind ofFirstElement) {
       break;
   }
   return ofFirstElement;
+}
+
+std::string ConsoleInteraction::AskText(const TextQuestion& question) {
+  const std::string option = question.subject == "$LNGSL.DAT" ? "--lngsl" : "--cdf-map";
+  throw Error("could not locate " + question.subject + "; give its place with " + option + " FILE");
+}
+
+PointChoice ConsoleInteraction::ChoosePoints() { return answers_.points; }
+
+GridFields ConsoleInteraction::LocateGridFields(const std::string& suggestedTable) {
+  GridFields fields = answers_.grid;
+  if (fields.table.empty()) fields.table = suggestedTable;
+  if (fields.table.empty())
+    throw Error("the output needs a table of townships, ranges and sections; give --table FILE.dbf");
+  return fields;
 }
 
 void ConsoleInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {

@@ -13,14 +13,16 @@ namespace tesselink {
 
 class ConsoleInteraction final : public Interaction {
  public:
-  ConsoleInteraction(const ReadingOptions& options, bool showProgress,
-                     ShapeTypeChoice shapeType = ShapeTypeChoice::FirstElement);
+  ConsoleInteraction(const ReadingOptions& options, bool showProgress, const WritingAnswers& answers = {});
 
   Answer ShowMessage(const Message& message) override;
   std::string SaveFileName(const SaveFileQuestion& question) override;
   void SelectFields(FieldSelection& selection) override;
   std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) override;
   ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override;
+  std::string AskText(const TextQuestion& question) override;
+  PointChoice ChoosePoints() override;
+  GridFields LocateGridFields(const std::string& suggestedTable) override;
   void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
   void HideScan() override;
   void RunStarted() override {}
@@ -44,7 +46,7 @@ class ConsoleInteraction final : public Interaction {
 
   ReadingOptions options_;
   bool showProgress_;
-  ShapeTypeChoice shapeType_;
+  WritingAnswers answers_;
   bool barDrawn_ = false;
   std::chrono::steady_clock::time_point nextBar_{};
   bool stalled_ = false;

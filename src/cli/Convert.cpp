@@ -5,11 +5,11 @@
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
-#include "cli/QtSettings.h"
 #include "cli/Reading.h"
 #include "core/Errors.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "faces/QtSettings.h"
 #include "formats/Formats.h"
 
 namespace tesselink {
@@ -152,7 +152,7 @@ int Run(const ConvertCommand& command) {
   const bool showProgress =
       command.progress == ProgressChoice::Always ||
       (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
-  ConsoleInteraction interaction(command.reading, showProgress, command.shapeType);
+  ConsoleInteraction interaction(command.reading, showProgress, command.answers);
   QtSettings settings;
   const RunSummary summary = ConversionRun(AllFormats(), interaction, settings).Run(request);
   PrintWarnings(summary, interaction);

@@ -4,10 +4,10 @@
 
 #include "cli/Console.h"
 #include "cli/Exit.h"
-#include "cli/ProgramFolder.h"
-#include "cli/QtSettings.h"
 #include "core/Errors.h"
 #include "core/Paths.h"
+#include "faces/ProgramFolder.h"
+#include "faces/QtSettings.h"
 #include "formats/Formats.h"
 
 namespace tesselink {

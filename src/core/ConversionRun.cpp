@@ -1,6 +1,7 @@
 #include "core/ConversionRun.h"
 
 #include <algorithm>
+
 #include "core/Errors.h"
 #include "core/Numbers.h"
 #include "core/Paths.h"
@@ -132,8 +133,12 @@ std::string ConversionRun::OutputThatIsRead(const State& state) const {
   return file == written.end() ? std::string() : *file;
 }
 
+FilterContext ConversionRun::ContextOf(State& state) const {
+  return {interaction_, settings_, state.summary.report, state.request.options};
+}
+
 void ConversionRun::CreateFilters(State& state) {
-  const FilterContext context{interaction_, settings_, state.summary.report, state.request.options};
+  const FilterContext context = ContextOf(state);
   const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
   state.reader = CreateReader(*state.inFormat, context);
   state.writer = CreateWriter(outFormat, context);
@@ -163,6 +168,7 @@ void ConversionRun::OpenInput(State& state, bool first) {
   if (state.reader->filename().empty()) throw ToldFailure();
   if (state.inFormat->severalFiles && state.request.useAttributes) state.reader->SetDBFObj(state.fields);
   if (first && !state.reader->Layers().empty()) MatchLayers(state);
+  state.writer->SourceOpened(*state.reader);
 }
 
 void ConversionRun::MatchLayers(State& state) {
@@ -191,7 +197,9 @@ void ConversionRun::ConvertElement(State& state) {
   tEntity& entity = state.entity;
   const std::int16_t kind = entity.bType;
   summary.read.Add(kind);
-  if (fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty()) fillLayer_(entity);
+  if (fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty()) {
+    fillLayer_(entity, ContextOf(state));
+  }
   if (entity.PointCount() == -1) {
     summary.skipped.Add(kind);
     return;

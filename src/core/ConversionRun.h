@@ -50,7 +50,7 @@ struct RunSummary {
 };
 
 /// Fills the layer and the colours of an element that has a code but no layer.
-using LayerFiller = std::function<void(tEntity&)>;
+using LayerFiller = std::function<void(tEntity&, const FilterContext&)>;
 
 class ConversionRun {
  public:
@@ -64,6 +64,7 @@ class ConversionRun {
 
   bool Validate(State& state);
   std::string OutputThatIsRead(const State& state) const;
+  FilterContext ContextOf(State& state) const;
   void CreateFilters(State& state);
   void ConvertFiles(State& state);
   void OpenInput(State& state, bool first);

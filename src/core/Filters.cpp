@@ -17,7 +17,7 @@ void OutputFilter::filename(const std::string& path) {
 }
 
 WriteResult OutputFilter::WriteEntity(tEntity& entity) {
-  if (!open_) throw Error("File Name not yet entered", "WriteEntity");
+  if (!open_) throw Error("File Name not yet entered", NoFileSource());
   return Write(entity);
 }
 

@@ -6,12 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "core/Dialect.h"
 #include "core/Extents.h"
 #include "core/LayerCodes.h"
 #include "core/tEntity.h"
 
 namespace tesselink {
 
+class AttributeTable;
 class FieldSelection;
 class Interaction;
 class Report;
@@ -24,6 +26,9 @@ struct FilterOptions {
   bool paperSpace = false;   ///< deliver what a drawing holds in paper space too
   bool layersWanted = true;  ///< false: nobody will match layers, so readers need not look through a file for them
   std::string programFolder = {};  ///< where the data files lie that come with the program
+  std::string cdfMap = {};         ///< the entity-type list; empty: searched for
+  std::string lngsl = {};          ///< the colour list; empty: searched for
+  Dialect dialect = Dialect::Classic;
 };
 
 /// What a filter is handed when it is created; nothing reaches for a global.
@@ -78,6 +83,9 @@ class InputFilter {
 
   /// Hands over the field selection that several files share; only readers with attribute tables heed it.
   virtual void SetDBFObj(FieldSelection&) {}
+  /// The table in whose rows the elements' `Record` counts, and its path; nothing for formats without one.
+  virtual AttributeTable* Attributes() { return nullptr; }
+  virtual std::string AttributesPath() const { return {}; }
 
  protected:
   virtual void Open(const std::string& path) = 0;
@@ -113,6 +121,8 @@ class OutputFilter {
   /// Creates a file, releasing the one before.
   void filename(const std::string& path);
   const std::string& filename() const { return filename_; }
+  /// Told of each input once it is open, before its first element, for writers that take more from it than elements.
+  virtual void SourceOpened(InputFilter&) {}
   /// Writes one element and may change it on the way. Throws Error when no file is open or the writing fails.
   WriteResult WriteEntity(tEntity& entity);
   /// Completes and closes the file. Throws Error when that fails; calling it again does nothing.
@@ -127,6 +137,8 @@ class OutputFilter {
   virtual WriteResult Write(tEntity& entity) = 0;
   virtual void Complete() = 0;
   virtual void Drop() noexcept = 0;
+  /// The source of the error that is raised when no file is open.
+  virtual const char* NoFileSource() const { return "WriteEntity"; }
   /// What every writer's destructor does: release, and ignore what goes wrong.
   void ReleaseQuietly() noexcept;
 

@@ -42,6 +42,22 @@ struct SaveFileQuestion {
 /// Which kind of element a shapefile holds; it can hold only one.
 enum class ShapeKind { PointsOrText, Polyline };
 
+/// An input box.
+struct TextQuestion {
+  std::string title;
+  std::string prompt;
+  std::string subject;  ///< what the answer is about, for faces without an input box, as in "$CDF.MAP"
+};
+
+/// What becomes of the points of a drawing whose output cannot hold them.
+enum class PointChoice { SecondFile, Ignore };
+
+/// Where the townships, ranges and sections of a T/R Digitizer file come from.
+struct GridFields {
+  std::string table;                     ///< path of a dBase table
+  std::string township, range, section;  ///< names of its fields
+};
+
 struct LayerMatchingQuestion {
   const std::vector<std::string>& layers;  ///< in source order
   std::string heading;                     ///< of the layer column
@@ -69,6 +85,14 @@ class Interaction {
 
   /// Asked at the first element; what that element is may serve as the answer.
   virtual ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) = 0;
+
+  /// What the person typed; empty when the box was cancelled. A face without an input box throws Error and names what
+  /// answers the question there.
+  virtual std::string AskText(const TextQuestion& question) = 0;
+  /// Asked at the first point of an output that cannot hold points.
+  virtual PointChoice ChoosePoints() = 0;
+  /// Asked once for a T/R Digitizer file; `suggestedTable` is the input's own table, or empty.
+  virtual GridFields LocateGridFields(const std::string& suggestedTable) = 0;
 
   /// A long scan before the first element; position and size in one unit. The text is what the progress window shows.
   virtual void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) = 0;

@@ -72,6 +72,7 @@ void tEntity::Clear() {
   TextJust = 0;
   Closed = false;
   RGB = 0;
+  Record = 0;
 }
 
 void tEntity::Reset() {

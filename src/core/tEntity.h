@@ -43,6 +43,7 @@ class tEntity {
   std::string CDFCode;        ///< feature code of up to 7 characters
   bool Closed = false;        ///< goes with CDFCode; a polygon
   std::int32_t RGB = 0;       ///< 24-bit colour, red in the low byte
+  std::int64_t Record = 0;    ///< number, from 1, of the input's record that it came from; 0 where there are none
 
   tEntity() : x_(1), y_(1), z_(1) {}
 

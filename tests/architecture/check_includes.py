@@ -4,12 +4,13 @@ import pathlib
 import re
 import sys
 
-FLOORS = {"core": {"core"}, "formats": {"core", "formats"}, "cli": {"core", "formats", "cli"},
-          "ui": {"core", "formats", "ui"}}
+FLOORS = {"core": {"core"}, "formats": {"core", "formats"}, "faces": {"core", "formats", "faces"},
+          "cli": {"core", "formats", "faces", "cli"}, "ui": {"core", "formats", "faces", "ui"}}
 # A file of one format folder that may include a header of another.
 LEANINGS = {
     ("Formats.cpp", "dxf"), ("Formats.cpp", "landmark"), ("Formats.cpp", "shape"), ("Formats.cpp", "cdf"),
     ("Formats.cpp", "grid"), ("AscOutFilter", "grid"), ("TRDigOut", "shape"), ("CodeTables", "grid"),
+    ("CodeTables", "dxf"),
 }
 STANDARD_ONLY = {"core", "formats"}
 

@@ -1,4 +1,4 @@
-#include "cli/QtSettings.h"
+#include "faces/QtSettings.h"
 
 #include <gtest/gtest.h>
 

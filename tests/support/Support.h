@@ -63,6 +63,11 @@ class ScriptedInteraction final : public Interaction {
   std::int64_t cancelAfter = -1;  ///< elements; -1: never
   std::optional<ShapeKind> shapeKind;
   int shapeQuestions = 0;
+  std::vector<TextQuestion> textQuestions;
+  std::vector<std::string> textAnswers;  ///< one for each input box; then the box throws
+  PointChoice pointChoice = PointChoice::SecondFile;
+  int pointQuestions = 0;
+  GridFields gridFields;
   int fieldQuestions = 0, beeps = 0, held = 0;
 
   Answer ShowMessage(const Message& message) override {
@@ -85,6 +90,21 @@ class ScriptedInteraction final : public Interaction {
   ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override {
     ++shapeQuestions;
     return shapeKind.value_or(ofFirstElement);
+  }
+  std::string AskText(const TextQuestion& question) override {
+    textQuestions.push_back(question);
+    if (textAnswers.empty()) throw Error("nobody answers \"" + question.title + "\"");
+    const std::string typed = textAnswers.front();
+    textAnswers.erase(textAnswers.begin());
+    return typed;
+  }
+  PointChoice ChoosePoints() override {
+    ++pointQuestions;
+    return pointChoice;
+  }
+  GridFields LocateGridFields(const std::string& suggestedTable) override {
+    calls.push_back("grid fields, " + suggestedTable);
+    return gridFields;
   }
   void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
   void HideScan() override {}

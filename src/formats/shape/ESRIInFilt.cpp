@@ -199,6 +199,7 @@ void ESRIInFilt::WarnOfUnlisted() {
 
 bool ESRIInFilt::Deliver(tEntity& entity) {
   for (;;) {
+    entity.Record = record_;
     if (part_ < current_.parts) {
       if (DeliverPart(entity)) return true;
     } else if (labelPending_) {

@@ -9,6 +9,7 @@
 #include "core/FieldSelection.h"
 #include "core/Files.h"
 #include "core/Filters.h"
+#include "core/Paths.h"
 #include "formats/shape/DBFInFilter.h"
 
 namespace tesselink {
@@ -31,6 +32,7 @@ class ESRIInFilt final : public InputFilter {
   std::string Where() const override;
   /// Turns attribute use on and takes the selection that several files share.
   void SetDBFObj(FieldSelection& selection) override;
+  std::string AttributesPath() const override { return PartnerFile(filename_, "DBF"); }
 
   /// The number of records, by the length of the index.
   std::int64_t NumPoints() const { return records_; }

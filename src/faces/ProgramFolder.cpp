@@ -1,4 +1,4 @@
-#include "cli/ProgramFolder.h"
+#include "faces/ProgramFolder.h"
 
 #include <filesystem>
 #ifdef _WIN32

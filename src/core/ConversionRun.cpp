@@ -173,7 +173,8 @@ void ConversionRun::OpenInput(State& state, bool first) {
 
 void ConversionRun::MatchLayers(State& state) {
   const std::vector<std::string>& layers = state.reader->Layers();
-  auto codes = interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication});
+  const FilterContext context = ContextOf(state);
+  auto codes = interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication, context});
   if (codes) state.reader->AssignCodes(layers, std::move(*codes));
 }
 

@@ -12,6 +12,7 @@ namespace tesselink {
 class FieldSelection;
 class InputFilter;
 struct Extents;
+struct FilterContext;
 
 enum class MessageIcon { None, Information, Question, Warning, Critical };
 enum class MessageButtons { Ok, YesNo, YesNoCancel };
@@ -62,6 +63,7 @@ struct LayerMatchingQuestion {
   const std::vector<std::string>& layers;  ///< in source order
   std::string heading;                     ///< of the layer column
   std::string application;                 ///< under which pairs are remembered
+  const FilterContext& context;            ///< of the run: where lists and remembered pairs are found
 };
 
 /// Where a run stands after an element.

@@ -28,8 +28,11 @@ class HelpFormatter final : public CLI::Formatter {
  public:
   HelpFormatter() { column_width(34); }
   std::string make_usage(const CLI::App* app, std::string) const override {
-    static const std::map<std::string, std::string> kPositionals{
-        {"convert", " INPUT... OUTPUT"}, {"info", " INPUT"}, {"cat", " INPUT"}, {"table", " FILE.dbf"}};
+    static const std::map<std::string, std::string> kPositionals{{"convert", " INPUT... OUTPUT"},
+                                                                 {"info", " INPUT"},
+                                                                 {"cat", " INPUT"},
+                                                                 {"layers", " INPUT"},
+                                                                 {"table", " FILE.dbf"}};
     if (app->get_parent() == nullptr) return "Usage: tesselink COMMAND [OPTIONS] ...\n";
     const auto positionals = kPositionals.find(app->get_name());
     return "Usage: tesselink " + app->get_name() + " [OPTIONS]" +
@@ -100,6 +103,14 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
           "For a text file with bare line feeds: keep (default),\n"
           "replace (repair the file), copy=FILE (repair a copy)")
       ->type_name("CHOICE");
+  command
+      .add_option("--layer-codes", options.layerCodes,
+                  "CSV file with the columns layer and code: the entity\ncodes of layers (see \"tesselink layers\")")
+      ->type_name("FILE");
+  command.add_flag("--smart-assign", options.smartAssign,
+                   "Guess the entity codes of layers from their names,\nafter the remembered ones");
+  command.add_option("--cdf-map", options.cdfMap, "Where the entity-type list $CDF.MAP lies")->type_name("FILE");
+  command.add_option("--lngsl", options.lngsl, "Where the colour list $LNGSL.DAT lies")->type_name("FILE");
   command.add_flag("--paper-space", options.paperSpace, "Read a DXF drawing's paper space too");
 }
 
@@ -122,6 +133,15 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
           "polylines; without it, what the first element is")
       ->type_name("CHOICE")
       ->check(CLI::IsMember({"points", "polylines"}));
+  convert
+      ->add_option_function<std::string>(
+          "--points",
+          [&command](const std::string& choice) {
+            command.answers.points = choice == "ignore" ? PointChoice::Ignore : PointChoice::SecondFile;
+          },
+          "Points in a CDF conversion: second-file (default; a\n.pts file beside the output) or ignore")
+      ->type_name("CHOICE")
+      ->check(CLI::IsMember({"second-file", "ignore"}));
   convert->add_option("--units", command.units, "Units in the header of a Landmark output (M)")
       ->type_name("TEXT")
       ->check(HeaderText);
@@ -154,9 +174,16 @@ CLI::App* AddCat(CLI::App& app, CatCommand& command) {
   return cat;
 }
 
+CLI::App* AddLayers(CLI::App& app, LayersCommand& command) {
+  CLI::App* layers = app.add_subcommand("layers", "List layers and their entity codes as CSV, ready for --layer-codes");
+  layers->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddReadingOptions(*layers, command.reading);
+  return layers;
+}
+
 // The library's words, but for the mistakes that people make first.
 std::string Wording(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
-  constexpr const char* kCommands = "the commands are convert, info, cat, table and formats";
+  constexpr const char* kCommands = "the commands are convert, info, cat, layers, table and formats";
   if (app.get_subcommands().empty()) {
     if (arguments.empty()) return std::string("give a command; ") + kCommands;
     const bool isOption = arguments.front().starts_with('-');
@@ -194,11 +221,13 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   ConvertCommand convert;
   InfoCommand info;
   CatCommand cat;
+  LayersCommand layers;
   TableCommand table;
   FormatsCommand formats;
   const CLI::App* convertApp = AddConvert(app, convert);
   const CLI::App* infoApp = AddInfo(app, info);
   const CLI::App* catApp = AddCat(app, cat);
+  const CLI::App* layersApp = AddLayers(app, layers);
   CLI::App* tableApp = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
   tableApp->add_option("FILE", table.file, "The table")->required()->type_name("");
   CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
@@ -216,6 +245,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   }
   if (infoApp->parsed()) return info;
   if (catApp->parsed()) return cat;
+  if (layersApp->parsed()) return layers;
   if (tableApp->parsed()) return table;
   return formats;
 }

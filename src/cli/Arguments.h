@@ -64,6 +64,11 @@ struct CatCommand {
   ReadingOptions reading;
 };
 
+struct LayersCommand {
+  std::string input;
+  ReadingOptions reading;
+};
+
 struct TableCommand {
   std::string file;
 };
@@ -78,7 +83,8 @@ struct ParsingEnded {
   int exitCode = 0;
 };
 
-using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, TableCommand, FormatsCommand>;
+using Command =
+    std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, TableCommand, FormatsCommand>;
 
 /// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
 Command ParseArguments(const std::vector<std::string>& arguments);

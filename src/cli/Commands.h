@@ -9,6 +9,7 @@ int Run(const ParsingEnded& ended);
 int Run(const ConvertCommand& command);
 int Run(const InfoCommand& command);
 int Run(const CatCommand& command);
+int Run(const LayersCommand& command);
 int Run(const TableCommand& command);
 int Run(const FormatsCommand& command);
 

@@ -28,7 +28,7 @@ std::string OneLine(std::string_view text) {
 }  // namespace
 
 ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress, const WritingAnswers& answers)
-    : options_(options), showProgress_(showProgress), answers_(answers) {}
+    : options_(options), layerOptions_(options), showProgress_(showProgress), answers_(answers) {}
 
 Answer ConsoleInteraction::ShowMessage(const Message& message) {
   switch (message.topic) {
@@ -63,7 +63,9 @@ void ConsoleInteraction::SelectFields(FieldSelection& selection) {
 
 std::optional<std::vector<std::string>> ConsoleInteraction::MatchLayers(const LayerMatchingQuestion& question) {
   reportedLayers_ = question.layers;
-  return std::nullopt;
+  if (proposing_) proposedCodes_ = layerOptions_.Proposal(question);
+  if (proposing_ || !layerOptions_.Wanted()) return std::nullopt;
+  return layerOptions_.Codes(question);
 }
 
 ShapeKind ConsoleInteraction::ChooseShapeKind(ShapeKind ofFirstElement) {

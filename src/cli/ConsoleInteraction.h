@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/Arguments.h"
+#include "cli/LayerOptions.h"
 #include "core/Interaction.h"
 
 namespace tesselink {
@@ -33,6 +34,11 @@ class ConsoleInteraction final : public Interaction {
   bool CancelRequested() override;
   void Yield() override {}
 
+  /// For a list of layers to be edited: collects what is known of them, and matches nothing.
+  void ProposeCodes() { proposing_ = true; }
+  const std::vector<std::string>& ProposedCodes() const { return proposedCodes_; }
+  /// Whether codes were asked for and no layer was there to get one.
+  bool LayersLeftUnmatched() const { return layerOptions_.Wanted() && !proposing_ && reportedLayers_.empty(); }
   /// The layers that the reader reported.
   const std::vector<std::string>& ReportedLayers() const { return reportedLayers_; }
   /// Where the input began to repeat without end; empty when it did not.
@@ -45,13 +51,15 @@ class ConsoleInteraction final : public Interaction {
   void EraseBar();
 
   ReadingOptions options_;
+  LayerOptions layerOptions_;
   bool showProgress_;
   WritingAnswers answers_;
   bool barDrawn_ = false;
   std::chrono::steady_clock::time_point nextBar_{};
   bool stalled_ = false;
   std::string stalledAt_;
-  std::vector<std::string> reportedLayers_;
+  bool proposing_ = false;
+  std::vector<std::string> reportedLayers_, proposedCodes_;
   std::vector<std::pair<std::string, std::int64_t>> notices_;
 };
 

@@ -11,6 +11,7 @@
 #include "core/Text.h"
 #include "faces/QtSettings.h"
 #include "formats/Formats.h"
+#include "formats/cdf/CodeTables.h"
 
 namespace tesselink {
 namespace {
@@ -62,7 +63,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.options = FilterOptionsOf(command.reading);
   request.options.units = command.units;
   request.options.mapScale = command.mapScale;
-  request.options.layersWanted = false;
+  request.options.layersWanted = !command.reading.layerCodes.empty() || command.reading.smartAssign;
   if (format->severalFiles) {
     request.chosenFiles = {""};
     request.chosenFiles.insert(request.chosenFiles.end(), command.inputs.begin(), command.inputs.end());
@@ -129,6 +130,9 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
   };
   for (const auto& [text, count] : interaction.Notices()) add("message", text, count);
   for (const Warning& warning : summary.report.Warnings()) add(warning.kind, warning.text, warning.count);
+  if (const std::string unmatched = UnmatchedWarning(summary, interaction); !unmatched.empty()) {
+    add("unmatched", unmatched, 1);
+  }
   if (const std::string endless = EndlessWarning(interaction); !endless.empty()) add("endless", endless, 1);
   Json undelivered = Json::object();
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) undelivered[Utf8(type)] = count;
@@ -154,7 +158,7 @@ int Run(const ConvertCommand& command) {
       (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
   ConsoleInteraction interaction(command.reading, showProgress, command.answers);
   QtSettings settings;
-  const RunSummary summary = ConversionRun(AllFormats(), interaction, settings).Run(request);
+  const RunSummary summary = ConversionRun(AllFormats(), interaction, settings, FillerFromCodeTables()).Run(request);
   PrintWarnings(summary, interaction);
   PrintSkipped(summary);
   PrintOutcome(summary, interaction);

@@ -1,6 +1,7 @@
 // table and formats: an attribute table as CSV, and the list of formats.
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "cli/Csv.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "core/Errors.h"
@@ -9,20 +10,6 @@
 #include "formats/shape/DBFInFilter.h"
 
 namespace tesselink {
-namespace {
-
-// A value as RFC 4180 has it.
-std::string CsvField(std::string_view value) {
-  if (value.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(value);
-  std::string quoted = "\"";
-  for (const char c : value) {
-    if (c == '"') quoted += '"';
-    quoted += c;
-  }
-  return quoted + "\"";
-}
-
-}  // namespace
 
 int Run(const TableCommand& command) {
   if (!FileExists(command.file)) throw Error(command.file + ": is no file that can be opened for reading");

@@ -9,6 +9,7 @@
 #include "faces/ProgramFolder.h"
 #include "faces/QtSettings.h"
 #include "formats/Formats.h"
+#include "formats/cdf/CodeTables.h"
 
 namespace tesselink {
 namespace {
@@ -67,6 +68,9 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   FilterOptions result;
   result.paperSpace = options.paperSpace;
   result.programFolder = ProgramDataFolder();
+  result.cdfMap = options.cdfMap;
+  result.lngsl = options.lngsl;
+  result.dialect = options.dialect;
   return result;
 }
 
@@ -101,6 +105,12 @@ std::string EndlessWarning(const ConsoleInteraction& interaction) {
                                          : interaction.StalledAt() + ": repeats without end; the rest was not read";
 }
 
+std::string UnmatchedWarning(const RunSummary& summary, const ConsoleInteraction& interaction) {
+  if (summary.outcome != RunOutcome::Done || !interaction.LayersLeftUnmatched()) return {};
+  return "--layer-codes and --smart-assign had nothing to match: the input reports no layers (a shapefile does with "
+         "--layer-field)";
+}
+
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction) {
   for (const Warning& warning : summary.report.Warnings()) {
     PrintError("warning: " + warning.text +
@@ -109,7 +119,9 @@ void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interact
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
     PrintError("warning: not read, and so not converted: " + std::to_string(count) + " of type " + type);
   }
-  if (const std::string endless = EndlessWarning(interaction); !endless.empty()) PrintError("warning: " + endless);
+  for (const std::string& warning : {UnmatchedWarning(summary, interaction), EndlessWarning(interaction)}) {
+    if (!warning.empty()) PrintError("warning: " + warning);
+  }
 }
 
 void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction) {
@@ -135,7 +147,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   request.useAttributes = UsesAttributes(reading.options);
   request.options = FilterOptionsOf(reading.options);
   if (reading.format.severalFiles) request.chosenFiles = {"", reading.input};
-  reading.summary = ConversionRun(table, reading.interaction, settings).Run(request);
+  reading.summary = ConversionRun(table, reading.interaction, settings, FillerFromCodeTables()).Run(request);
   FlushOutput();
   PrintWarnings(reading.summary, reading.interaction);
   PrintOutcome(reading.summary, reading.interaction);

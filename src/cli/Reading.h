@@ -42,6 +42,8 @@ int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction)
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction);
 /// Why the run did not end normally, where the person has not been told yet.
 void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction);
+/// The warning of layer options that had no layer to match; empty where they had one, or are not given.
+std::string UnmatchedWarning(const RunSummary& summary, const ConsoleInteraction& interaction);
 /// The warning of an input that repeats without end; empty for any other.
 std::string EndlessWarning(const ConsoleInteraction& interaction);
 

@@ -1,0 +1,119 @@
+#include "cli/LayerOptions.h"
+
+#include <algorithm>
+
+#include "cli/Csv.h"
+#include "cli/Json.h"
+#include "core/Errors.h"
+#include "core/Files.h"
+#include "core/Filters.h"
+#include "core/Report.h"
+#include "core/Text.h"
+#include "formats/cdf/LayerMatching.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::size_t kCodeLength = 7;
+constexpr std::int64_t kLargestFile = std::int64_t{64} << 20;
+using CodesByLayer = std::unordered_map<std::string, std::string>;
+
+std::string WholeFile(const std::string& path) {
+  BinaryFile file(path);
+  if (file.Size() > kLargestFile) throw Error(path + ": is larger than any list of layers");
+  std::string text(static_cast<std::size_t>(file.Size()), '\0');
+  text.resize(file.ReadAt(0, text.data(), text.size()));
+  if (constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; text.starts_with(kByteOrderMark)) {
+    text.erase(0, kByteOrderMark.size());
+  }
+  return text;
+}
+
+std::size_t ColumnOf(const std::vector<std::string>& names, std::string_view wanted) {
+  const auto column = std::find_if(names.begin(), names.end(),
+                                   [&](const std::string& name) { return EqualsIgnoringCase(Trimmed(name), wanted); });
+  if (column != names.end()) return static_cast<std::size_t>(column - names.begin());
+  throw Error("line 1: a column named \"" + std::string(wanted) +
+              "\" is expected; \"tesselink layers INPUT\" prints such a list");
+}
+
+CodesByLayer CodesIn(const std::string& text) {
+  CodesByLayer codes;
+  CsvReader csv(text);
+  std::vector<std::string> record;
+  csv.Read(record);
+  const std::size_t layer = ColumnOf(record, "layer"), code = ColumnOf(record, "code");
+  while (csv.Read(record)) {
+    const std::string line = "line " + std::to_string(csv.Line()) + ": ";
+    if (record.size() <= std::max(layer, code)) throw Error(line + "has fewer columns than the first line");
+    if (record[code].size() > kCodeLength) {
+      throw Error(line + "\"" + record[code] + "\" is longer than the 7 characters of an entity code");
+    }
+    if (const auto [known, isNew] = codes.emplace(record[layer], record[code]);
+        !isNew && known->second != record[code]) {
+      throw Error(line + "layer \"" + record[layer] + "\" has another code further up");
+    }
+  }
+  return codes;
+}
+
+// What was typed or cut short on the way through another program, as by a spreadsheet that drops a leading zero.
+void WarnOfShortCodes(const std::vector<std::string>& layers, const std::vector<std::string>& codes, Report& report) {
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    if (codes[i].empty() || codes[i].size() == kCodeLength) continue;
+    report.Warn("short codes", "layer \"" + layers[i] + "\": the code \"" + codes[i] + "\" has " +
+                                   Counted(static_cast<std::int64_t>(codes[i].size()), "character") +
+                                   " where 7 are usual; it is used as it stands");
+  }
+}
+
+std::vector<std::string> RememberedAndGuessed(const LayerMatchingQuestion& question, bool guess) {
+  LayerMatching matching(question.context);
+  matching.Create(question.layers, question.heading, question.application, false, LayerMatching::kNoLimit);
+  if (!guess) return matching.Codes();
+  const auto remembered = matching.Rows();
+  matching.SmartAssign();
+  for (std::size_t i = 0; i < remembered.size(); ++i) {
+    if (!remembered[i].type.empty()) matching.Choose(i, remembered[i].type);
+  }
+  return matching.Codes();
+}
+
+}  // namespace
+
+LayerOptions::LayerOptions(const ReadingOptions& options)
+    : fromFile_(!options.layerCodes.empty()), guess_(options.smartAssign) {
+  if (!fromFile_) return;
+  const std::string text = WholeFile(options.layerCodes);
+  try {
+    codes_ = CodesIn(text);
+  } catch (const Error& error) {
+    throw Error(options.layerCodes + ", " + error.what());
+  }
+}
+
+std::vector<std::string> LayerOptions::Codes(const LayerMatchingQuestion& question) const {
+  const std::vector<std::string> codes = FromFileOr(
+      guess_ ? RememberedAndGuessed(question, true) : std::vector<std::string>(question.layers.size()), question);
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    if (!codes[i].empty()) continue;
+    question.context.report.Warn("without a code", "layer \"" + question.layers[i] + "\" has no entity code");
+  }
+  return codes;
+}
+
+std::vector<std::string> LayerOptions::Proposal(const LayerMatchingQuestion& question) const {
+  return FromFileOr(RememberedAndGuessed(question, guess_), question);
+}
+
+std::vector<std::string> LayerOptions::FromFileOr(std::vector<std::string> codes,
+                                                  const LayerMatchingQuestion& question) const {
+  for (std::size_t i = 0; i < codes.size(); ++i) {
+    const auto given = codes_.find(Utf8(question.layers[i]));
+    if (given != codes_.end()) codes[i] = given->second;
+  }
+  WarnOfShortCodes(question.layers, codes, question.context.report);
+  return codes;
+}
+
+}  // namespace tesselink

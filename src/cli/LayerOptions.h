@@ -1,0 +1,34 @@
+// The command line's answer to layer-name matching: codes from a file, remembered ones and guessed ones.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "cli/Arguments.h"
+#include "core/Interaction.h"
+
+namespace tesselink {
+
+class LayerOptions {
+ public:
+  /// Reads the file of codes, where one is given: a CSV file with the columns "layer" and "code"; layer names are
+  /// UTF-8. Throws Error that names the file, the line and what is expected.
+  explicit LayerOptions(const ReadingOptions& options);
+
+  /// Whether layers are to be matched.
+  bool Wanted() const { return fromFile_ || guess_; }
+  /// One code for each layer: that of the file, else the remembered one, else the guessed one; empty for the rest,
+  /// which are a warning of the question's report. Remembered codes count where codes are guessed.
+  std::vector<std::string> Codes(const LayerMatchingQuestion& question) const;
+  /// As Codes, for a list to be edited: remembered codes always count, and layers without one are no warning.
+  std::vector<std::string> Proposal(const LayerMatchingQuestion& question) const;
+
+ private:
+  std::vector<std::string> FromFileOr(std::vector<std::string> codes, const LayerMatchingQuestion& question) const;
+
+  bool fromFile_ = false, guess_ = false;
+  std::unordered_map<std::string, std::string> codes_;
+};
+
+}  // namespace tesselink

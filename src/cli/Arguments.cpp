@@ -112,6 +112,16 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
   command.add_option("--cdf-map", options.cdfMap, "Where the entity-type list $CDF.MAP lies")->type_name("FILE");
   command.add_option("--lngsl", options.lngsl, "Where the colour list $LNGSL.DAT lies")->type_name("FILE");
   command.add_flag("--paper-space", options.paperSpace, "Read a DXF drawing's paper space too");
+  command
+      .add_option_function<std::string>(
+          "--dialect",
+          [&options](const std::string& name) {
+            options.dialect = name == "standard" ? Dialect::Standard : Dialect::Classic;
+          },
+          "Conventions that files follow: classic (default) or\n"
+          "standard, as other programs read them")
+      ->type_name("NAME")
+      ->check(CLI::IsMember({"classic", "standard"}));
 }
 
 CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {

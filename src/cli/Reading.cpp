@@ -67,6 +67,7 @@ bool UsesAttributes(const ReadingOptions& options) { return !options.layerField.
 FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   FilterOptions result;
   result.paperSpace = options.paperSpace;
+  result.dialect = options.dialect;
   result.programFolder = ProgramDataFolder();
   result.cdfMap = options.cdfMap;
   result.lngsl = options.lngsl;

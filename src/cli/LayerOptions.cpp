@@ -70,6 +70,9 @@ void WarnOfShortCodes(const std::vector<std::string>& layers, const std::vector<
 std::vector<std::string> RememberedAndGuessed(const LayerMatchingQuestion& question, bool guess) {
   LayerMatching matching(question.context);
   matching.Create(question.layers, question.heading, question.application, false, LayerMatching::kNoLimit);
+  if (matching.Types().empty()) {
+    question.context.report.Warn("empty list", "the entity-type list holds no entity type, so no code is proposed");
+  }
   if (!guess) return matching.Codes();
   const auto remembered = matching.Rows();
   matching.SmartAssign();

@@ -151,7 +151,7 @@ def read_cases(path):
 # ---- set-up
 
 
-def set_up(folder, line, text):
+def set_up(folder, line, text, environment):
     words = shlex.split(line)
     word, arguments = words[0], words[1:]
     if word in ("text", "landmark"):  # lines end with LF, or with CR LF as Landmark's do
@@ -175,7 +175,8 @@ def set_up(folder, line, text):
             for _ in range(int(arguments[1])):
                 file.write(b"7" * (1 << 20))
     else:
-        subprocess.run(["sh", "-eu", "-c", line], cwd=folder, check=True, stdin=subprocess.DEVNULL)
+        subprocess.run(["sh", "-eu", "-c", line], cwd=folder, env=environment, check=True,
+                       stdin=subprocess.DEVNULL)
 
 
 # ---- running
@@ -208,7 +209,7 @@ class Runner:
         folder = home / "work"
         shutil.copytree(self.options.examples, folder)
         for line, text in case.setup:
-            set_up(folder, line, text)
+            set_up(folder, line, text, self.environment(home))
         before = snapshot(folder)
         streams = {name: open(home / name, "w+b") for name in ("out", "err")}
         # "exec", so that the signal of an interrupted case reaches the program itself.

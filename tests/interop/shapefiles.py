@@ -90,7 +90,8 @@ def expected(path, table, fields, keep_origin=False):
             if not shape.points or (shape.shapeType in CHAINS and not len(shape.parts)):
                 continue
             # The row behind the shape's own.
-            layer = table.value(fields[0], number) if fields else "0"
+            # An element with attributes but an empty layer gets that of its code.
+            layer = table.value(fields[0], number) or "Unassociated" if fields else "0"
             z = [single(v) for v in getattr(shape, "z", [])] if shape.shapeType in (13, 15) else []
             vertices = [(*map(float, p[:2]), z[i] if i < len(z) else 0.0) for i, p in enumerate(shape.points)]
             if not all(math.isfinite(c) for v in vertices for c in v):

@@ -96,6 +96,8 @@ TEST_F(ESRIInFiltTest, LayerAndLabelComeFromTheRowBehindTheShapesOwn) {
   const auto elements = rig.ReadAll(reader);
   ASSERT_EQ(elements.size(), 7U) << "each part, then one label a record";
   EXPECT_EQ(elements[0].Layer + elements[0].CDFCode, "CREEKCR00001");
+  for (const int i : {0, 1}) EXPECT_EQ(elements[static_cast<std::size_t>(i)].Record, 1) << "the label's too";
+  EXPECT_EQ(elements[5].Record, 3);
   EXPECT_EQ(elements[0].Text, "");
   const tEntity& label = elements[1];
   EXPECT_EQ(label.bType, kText);

@@ -199,7 +199,6 @@ void ESRIInFilt::WarnOfUnlisted() {
 
 bool ESRIInFilt::Deliver(tEntity& entity) {
   for (;;) {
-    entity.Record = record_;
     if (part_ < current_.parts) {
       if (DeliverPart(entity)) return true;
     } else if (labelPending_) {
@@ -409,6 +408,7 @@ bool ESRIInFilt::NextRange(Range& range) {
 bool ESRIInFilt::DeliverPart(tEntity& entity) {
   Range range;
   entity.Reset();
+  entity.Record = record_;
   if (!NextRange(range)) return false;
   const bool isPoint = current_.type == kPointShape || current_.type == kMultiPoint;
   entity.bType = isPoint ? kPoint : kPolyline;
@@ -420,6 +420,7 @@ bool ESRIInFilt::DeliverPart(tEntity& entity) {
 
 bool ESRIInFilt::DeliverLabel(tEntity& entity) {
   entity.Reset();
+  entity.Record = record_;
   if (!StoreVertices(entity, {0, current_.points})) return false;
   entity.ResetToCentroid();
   entity.Layer.assign(1, '0');

@@ -6,6 +6,8 @@
 #include <numbers>
 #include <span>
 
+#include "core/tEntity.h"
+
 namespace tesselink {
 namespace {
 
@@ -48,6 +50,17 @@ void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double s
 }
 
 void AppendCircle(VertexChain& chain, const Vertex& centre, double radius) { AppendArc(chain, centre, radius, 0, 360); }
+
+void AppendCurve(VertexChain& chain, const tEntity& circleOrArc) {
+  const Vertex centre{circleOrArc.x(0), circleOrArc.Y(0), 0};
+  const double radius = static_cast<double>(circleOrArc.Rad);
+  if (circleOrArc.bType == kCircle) {
+    AppendCircle(chain, centre, radius);
+  } else {
+    const double start = static_cast<double>(circleOrArc.AngStart), end = static_cast<double>(circleOrArc.AngEnd);
+    AppendArc(chain, centre, radius, start, end > start ? end - start : end - start + 360);
+  }
+}
 
 // A point of the arc is reached from `from` along a secant, whose direction and length follow from the angle passed.
 // That stays exact for the flattest arcs, whose centre is too far away to compute with.

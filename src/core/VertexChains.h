@@ -12,6 +12,8 @@
 
 namespace tesselink {
 
+class tEntity;
+
 struct Vertex {
   double x = 0, y = 0, z = 0;
   bool operator==(const Vertex&) const = default;
@@ -24,6 +26,8 @@ using VertexChain = std::vector<Vertex>;
 void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double start, double sweep);
 /// The whole circle, from its easternmost point counter-clockwise.
 void AppendCircle(VertexChain& chain, const Vertex& centre, double radius);
+/// What an element that is a circle or an arc draws in the plane of x and y; arcs run counter-clockwise.
+void AppendCurve(VertexChain& chain, const tEntity& circleOrArc);
 
 /// The segment from one vertex to another that is an arc in the plane of x and y, without its first vertex: the bulge
 /// is the tangent of a quarter of the arc's angle, positive counter-clockwise; 0 is a straight segment. z runs evenly.

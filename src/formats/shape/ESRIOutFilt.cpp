@@ -123,20 +123,6 @@ WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
   return WriteResult::Written;
 }
 
-// A circle or an arc as the chain that stands for it.
-const VertexChain& ESRIOutFilt::Curve(const tEntity& entity) {
-  chain_.clear();
-  const Vertex centre{entity.x(0), entity.Y(0), 0};
-  const double radius = static_cast<double>(entity.Rad), start = static_cast<double>(entity.AngStart);
-  const double end = static_cast<double>(entity.AngEnd);
-  if (entity.bType == kCircle) {
-    AppendCircle(chain_, centre, radius);
-  } else {
-    AppendArc(chain_, centre, radius, start, end > start ? end - start : end - start + 360);
-  }
-  return chain_;
-}
-
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
   const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
   Extents box;
@@ -152,9 +138,10 @@ WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
     box.Add(x, y, 0);
   };
   if (isCurve) {
-    const VertexChain& curve = Curve(entity);
-    begin(curve.size());
-    for (const Vertex& vertex : curve) put(vertex.x, vertex.y);
+    chain_.clear();
+    AppendCurve(chain_, entity);
+    begin(chain_.size());
+    for (const Vertex& vertex : chain_) put(vertex.x, vertex.y);
   } else {
     const tEntity::Index last = entity.PointCount();
     begin(static_cast<std::size_t>(last) + 2);

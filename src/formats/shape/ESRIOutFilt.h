@@ -45,7 +45,6 @@ class ESRIOutFilt final : public OutputFilter {
   void ChooseKind(const tEntity& entity);
   WriteResult WritePoints(const tEntity& entity);
   WriteResult WriteChain(const tEntity& entity);
-  const VertexChain& Curve(const tEntity& entity);
   void AddShape(std::string_view content, const tEntity& entity);
   std::string_view Fitting(const std::string& value, std::size_t field);
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Makes quarter-section.shp and wells.shp, with their indexes and tables, from quarter-section.asc.
+"""Makes quarter-section.shp, wells.shp and sections.shp, with their indexes and tables, from quarter-section.asc.
 
 Uses pyshp (Debian: python3-pyshp), so the files come from a writer that is not our own. Run it in any
 folder; the files land beside this script, byte for byte the same every time.
@@ -39,6 +39,9 @@ WELLS = {
     "O'DELL 1": ("WATER", 412),
     "STATE 14-C": ("OIL", 8507),
 }
+
+# The plat's section and its neighbours in township 3N, range 68W: number, and place in miles from section 14.
+SECTIONS = [(14, 0, 0), (15, -1, 0), (11, 0, 1), (10, -1, 1)]
 
 
 def read_drawing(path):
@@ -93,10 +96,27 @@ def write_wells(texts, path):
     set_table_date(path.with_suffix(".dbf"))
 
 
+def write_sections(chains, path):
+    south_west, north_west, north_east, south_east = (chains[0][i] for i in (0, 2, 4, 6))
+    east = [b - a for a, b in zip(south_west, south_east)]
+    north = [b - a for a, b in zip(south_west, north_west)]
+    with shapefile.Writer(str(path), shapeType=shapefile.POLYGON) as sections:
+        sections.field("SEC", "N", 2, 0)
+        sections.field("TWP", "C", 4)
+        sections.field("RGE", "C", 4)
+        for number, miles_east, miles_north in SECTIONS:
+            ring = [tuple(round(c + miles_east * e + miles_north * n, 2) for c, e, n in zip(corner, east, north))
+                    for corner in (south_west, north_west, north_east, south_east, south_west)]
+            sections.poly([ring])
+            sections.record(number, "3N", "68W")
+    set_table_date(path.with_suffix(".dbf"))
+
+
 def main():
     chains, texts = read_drawing(FOLDER / "quarter-section.asc")
     write_plat(chains, FOLDER / "quarter-section.shp")
     write_wells(texts, FOLDER / "wells.shp")
+    write_sections(chains, FOLDER / "sections.shp")
 
 
 if __name__ == "__main__":

@@ -124,6 +124,15 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->check(CLI::IsMember({"classic", "standard"}));
 }
 
+void AddGridOptions(CLI::App& convert, GridFields& grid) {
+  convert.add_option("--township", grid.township, "Field of the townships, for a T/R Digitizer output")
+      ->type_name("NAME");
+  convert.add_option("--range", grid.range, "Field of the ranges")->type_name("NAME");
+  convert.add_option("--section", grid.section, "Field of the sections")->type_name("NAME");
+  convert.add_option("--table", grid.table, "Table with these three fields (the shapefile's own)")
+      ->type_name("FILE.dbf");
+}
+
 CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
   const auto& formats = AllFormats().Outputs();
   CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
@@ -152,6 +161,7 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
           "Points in a CDF conversion: second-file (default; a\n.pts file beside the output) or ignore")
       ->type_name("CHOICE")
       ->check(CLI::IsMember({"second-file", "ignore"}));
+  AddGridOptions(*convert, command.answers.grid);
   convert->add_option("--units", command.units, "Units in the header of a Landmark output (M)")
       ->type_name("TEXT")
       ->check(HeaderText);

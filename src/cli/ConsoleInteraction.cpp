@@ -90,8 +90,18 @@ PointChoice ConsoleInteraction::ChoosePoints() { return answers_.points; }
 GridFields ConsoleInteraction::LocateGridFields(const std::string& suggestedTable) {
   GridFields fields = answers_.grid;
   if (fields.table.empty()) fields.table = suggestedTable;
-  if (fields.table.empty())
-    throw Error("the output needs a table of townships, ranges and sections; give --table FILE.dbf");
+  std::string missing;
+  const auto need = [&missing](const std::string& value, const char* option) {
+    if (value.empty()) missing += (missing.empty() ? "" : ", ") + std::string(option);
+  };
+  need(fields.township, "--township NAME");
+  need(fields.range, "--range NAME");
+  need(fields.section, "--section NAME");
+  need(fields.table, "--table FILE.dbf");
+  if (!missing.empty()) {
+    throw Error("the output needs a table of townships, ranges and sections, and the names of its fields; give " +
+                missing);
+  }
   return fields;
 }
 

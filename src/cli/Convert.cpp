@@ -41,6 +41,20 @@ void RefuseCopyOnOutput(const ConvertCommand& command) {
   }
 }
 
+// Options that say nothing about this output are a mistake, not a wish.
+void RefuseFieldsOfOtherOutputs(const ConvertCommand& command) {
+  const OutputFormat& format = OutputFormatOf(command.to, command.output);
+  const GridFields& grid = command.answers.grid;
+  const bool isGrid = format.key == "grd";
+  const std::string isWritten = "; " + command.output + " is written as " + format.Name();
+  if (!isGrid && !(grid.township + grid.range + grid.section + grid.table).empty()) {
+    throw UsageError("--township, --range, --section and --table go with a T/R Digitizer output" + isWritten);
+  }
+  if (isGrid && UsesAttributes(command.reading)) {
+    throw UsageError("--layer-field and --text-field do not go with an output without layers and texts" + isWritten);
+  }
+}
+
 ConversionRequest RequestOf(const ConvertCommand& command) {
   const InputFormat* format = &InputFormatOf(command.reading, command.inputs[0]);
   if (command.inputs.size() > 1) {
@@ -53,6 +67,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
     several.from = "multishp";
     format = &InputFormatOf(several, command.inputs[0]);
   }
+  RefuseFieldsOfOtherOutputs(command);
   RefuseCopyOnOutput(command);
   ConversionRequest request;
   request.Infile = command.inputs[0];

@@ -86,6 +86,8 @@ class InputFilter {
   /// The table in whose rows the elements' `Record` counts, and its path; nothing for formats without one.
   virtual AttributeTable* Attributes() { return nullptr; }
   virtual std::string AttributesPath() const { return {}; }
+  /// How many records the open file has, the highest value of `Record`; 0 for formats without.
+  virtual std::int64_t Records() const { return 0; }
 
  protected:
   virtual void Open(const std::string& path) = 0;

@@ -2,6 +2,7 @@
 
 #include "formats/dxf/DXFInFilter.h"
 #include "formats/dxf/DXFOutFilter.h"
+#include "formats/grid/TRDigOut.h"
 #include "formats/landmark/AscInFilter.h"
 #include "formats/landmark/AscOutFilter.h"
 #include "formats/landmark/MolInFilter.h"
@@ -42,7 +43,7 @@ const FormatTable& AllFormats() {
           {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFOutFilter", true}, false, {}, kWriter<DXFOutFilter>},
           {{"Landmark ASCII File (*.asc)", "asc", "AscOutFilter"}, false, {}, kWriter<AscOutFilter>},
           {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {}, {}},
-          {{"T/R Digitizer Format (*.grd)", "grd", "TRDigOut"}, true, {}, {}},
+          {{"T/R Digitizer Format (*.grd)", "grd", "TRDigOut"}, true, {}, kWriter<TRDigOut>},
       });
   return kTable;
 }

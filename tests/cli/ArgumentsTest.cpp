@@ -20,6 +20,15 @@ TEST(Arguments, ConvertTakesTheLastFileAsItsOutput) {
   EXPECT_TRUE(convert->overwrite && convert->json && !convert->quiet);
 }
 
+TEST(Arguments, WhereTownshipsRangesAndSectionsAre) {
+  const Command command = ParseArguments(
+      {"convert", "--township", "T", "--range=R", "--section", "S", "--table", "t.dbf", "a.shp", "out.grd"});
+  const auto* convert = std::get_if<ConvertCommand>(&command);
+  ASSERT_NE(convert, nullptr);
+  const GridFields& grid = convert->answers.grid;
+  EXPECT_EQ(grid.township + grid.range + grid.section + grid.table, "TRSt.dbf");
+}
+
 TEST(Arguments, ReadingOptionsServeEveryReadingCommand) {
   for (const char* name : {"info", "cat"}) {
     const Command command = ParseArguments({name, "--from", "shp", "--text-field", "T", "--line-ends", "replace", "a"});

@@ -33,6 +33,7 @@ class ESRIInFilt final : public InputFilter {
   /// Turns attribute use on and takes the selection that several files share.
   void SetDBFObj(FieldSelection& selection) override;
   std::string AttributesPath() const override { return PartnerFile(filename_, "DBF"); }
+  std::int64_t Records() const override { return records_; }
 
   /// The number of records, by the length of the index.
   std::int64_t NumPoints() const { return records_; }

@@ -1,0 +1,160 @@
+#include "formats/grid/TRDigOut.h"
+
+#include <algorithm>
+
+#include "core/Errors.h"
+#include "core/Paths.h"
+#include "core/Report.h"
+#include "core/Text.h"
+
+namespace tesselink {
+namespace {
+
+// Of a table that is none, the header announces any number of fields.
+constexpr int kMostNamed = 40;
+constexpr const char* kAdvice = "; name a dBase table of townships, ranges and sections";
+
+// What would break a line, or be taken for the quotes that these files do not have.
+bool Breaks(char c) { return c == ',' || c == '"' || static_cast<unsigned char>(c) < ' '; }
+
+bool SameName(std::string_view a, std::string_view b) { return EqualsIgnoringCase(Trimmed(a), Trimmed(b)); }
+
+}  // namespace
+
+void TRDigOut::Create(const std::string& path) {
+  path_ = path;
+  created_ = asked_ = ownTables_ = tableReady_ = false;
+  records_ = recordsBefore_ = chains_ = heights_ = 0;
+}
+
+void TRDigOut::CreateFile() {
+  file_ = FileWriter(path_);
+  created_ = true;
+}
+
+void TRDigOut::SourceOpened(InputFilter& source) {
+  recordsBefore_ += records_;
+  records_ = source.Records();
+  source_ = source.filename();
+  ownTable_ = source.AttributesPath();
+  if (ownTables_) tableReady_ = false;
+}
+
+std::vector<std::string> TRDigOut::Outputs() const {
+  return created_ ? OutputFilter::Outputs() : std::vector<std::string>();
+}
+
+void TRDigOut::PrepareTable() {
+  if (!asked_) {
+    asked_ = true;
+    answer_ = interaction().LocateGridFields(ownTable_);
+    ownTables_ = answer_.table == ownTable_ || SameFile(answer_.table, ownTable_);
+  }
+  OpenTable(ownTables_ ? ownTable_ : answer_.table);
+  tableReady_ = true;
+}
+
+void TRDigOut::OpenTable(const std::string& path) {
+  if (path.empty()) {
+    throw Error(source_ + ": has no table beside it that tells townships, ranges and sections; name one");
+  }
+  if (!FileExists(path)) throw Error(path + ": is no file that can be opened for reading" + kAdvice);
+  if (SameFile(path, path_)) throw Error(path + ": is the table to be read; give the output another name");
+  try {
+    table_.filename(path);
+    rows_ = table_.NumRecs();
+  } catch (const Error& error) {
+    throw Error(error.what() + std::string(kAdvice));
+  }
+  fields_ = {FieldOf(answer_.township, "township"), FieldOf(answer_.range, "range"),
+             FieldOf(answer_.section, "section")};
+}
+
+// The table itself takes an unknown name for its first field, which would be the wrong township without a word.
+int TRDigOut::FieldOf(const std::string& name, const char* meaning) const {
+  for (int i = 0; i <= table_.NumFields(); ++i) {
+    if (SameName(table_.GetFieldName(i), name)) return i;
+  }
+  throw Error(table_.filename() + ": has no field \"" + name + "\" for the " + meaning + "; " + FieldNames());
+}
+
+std::string TRDigOut::FieldNames() const {
+  std::string names, cleaned;
+  const int last = table_.NumFields();
+  for (int i = 0; i <= std::min(last, kMostNamed - 1); ++i) {
+    names += (i == 0 ? "its fields are " : ", ") + WithoutControls(table_.GetFieldName(i), cleaned);
+  }
+  if (last >= kMostNamed) names += " and " + std::to_string(last + 1 - kMostNamed) + " more";
+  return names.empty() ? "it has no fields at all" : names;
+}
+
+WriteResult TRDigOut::Write(tEntity& entity) {
+  const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
+  if (!isCurve && entity.bType != kLine && entity.bType != kPolyline) return WriteResult::Skipped;
+  if (!tableReady_) PrepareTable();
+  if (!created_) CreateFile();
+  const std::int64_t row = RowOf(entity);
+  isCurve ? WriteCurve(entity, row) : WriteChain(entity, row);
+  ++chains_;
+  const auto z = entity.AllZ();
+  if (std::any_of(z.begin(), z.end(), [](double value) { return value != 0; })) ++heights_;
+  return isCurve ? WriteResult::Converted : WriteResult::Written;
+}
+
+// Counted from 0.
+std::int64_t TRDigOut::RowOf(const tEntity& entity) const {
+  if (entity.Record == 0) return chains_;
+  return entity.Record - 1 + (ownTables_ ? 0 : recordsBefore_);
+}
+
+void TRDigOut::WriteHead(std::int64_t row, std::size_t vertices) {
+  if (row >= rows_) {
+    report().Warn("no row", table_.filename() + ": has " + Counted(rows_, "row") + "; for row " +
+                                std::to_string(row + 1) + " township, range and section were left empty");
+  }
+  file_.Write("SEC");
+  for (const int field : fields_) file_.Write(",").Write(Value(field, row));
+  file_.Write(",").Integer(static_cast<std::int64_t>(vertices)).EndLine();
+}
+
+std::string_view TRDigOut::Value(int field, std::int64_t row) {
+  if (row >= rows_) return {};
+  const std::string_view value = table_.GetFieldData(field, row);
+  if (std::none_of(value.begin(), value.end(), Breaks)) return value;
+  report().Warn("characters", table_.filename() + ", row " + std::to_string(row + 1) +
+                                  ": a comma, a quote or a control character became a blank");
+  cleaned_ = value;
+  std::replace_if(cleaned_.begin(), cleaned_.end(), Breaks, ' ');
+  return cleaned_;
+}
+
+void TRDigOut::WriteChain(const tEntity& entity, std::int64_t row) {
+  const tEntity::Index last = entity.PointCount();
+  const bool closes = entity.Closed && (entity.x(0) != entity.x(last) || entity.Y(0) != entity.Y(last));
+  WriteHead(row, static_cast<std::size_t>(last) + (closes ? 2 : 1));
+  for (tEntity::Index i = 0; i <= last; ++i) file_.Number(entity.x(i)).Write(",").Number(entity.Y(i)).EndLine();
+  if (closes) file_.Number(entity.x(0)).Write(",").Number(entity.Y(0)).EndLine();
+}
+
+void TRDigOut::WriteCurve(const tEntity& entity, std::int64_t row) {
+  chain_.clear();
+  AppendCurve(chain_, entity);
+  WriteHead(row, chain_.size());
+  for (const Vertex& vertex : chain_) file_.Number(vertex.x).Write(",").Number(vertex.y).EndLine();
+}
+
+// Where a table was asked for and none came of it, there is nothing to complete, and the name may be the table's.
+void TRDigOut::Complete() {
+  if (!asked_) CreateFile();
+  file_.Close();
+  if (heights_ > 0) {
+    report().Warn("heights", path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
+  }
+}
+
+void TRDigOut::Drop() noexcept {
+  file_.Discard();
+  if (created_) RemoveWritten(path_);
+}
+
+}  // namespace tesselink

@@ -1,0 +1,178 @@
+// The T/R Digitizer writer: its lines, and above all which row of which table a chain gets.
+#include "formats/grid/TRDigOut.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "formats/Formats.h"
+#include "formats/shape/ESRIInFilt.h"
+#include "support/Shapes.h"
+#include "support/Support.h"
+
+namespace tesselink {
+namespace {
+
+class TRDigOutTest : public testing::Test, protected Rig {
+ protected:
+  TRDigOutTest() { person.gridFields = {folder.Path("grid.dbf"), "TWP", "rge", " Sec "}; }
+
+  // A table whose townships are numbered with a prefix, as in N1, N2.
+  std::string PutTable(const std::string& name, const std::string& prefix, int rows) const {
+    std::vector<std::vector<std::string>> values;
+    for (int i = 1; i <= rows; ++i) values.push_back({std::to_string(i), prefix + std::to_string(i), "68W"});
+    return folder.Put(name, Table({{"SEC", 4}, {"TWP", 12}, {"RGE", 12}}, values));
+  }
+  // A shapefile with a Null shape in the middle and at the end; its third shape has two parts.
+  std::string PutShapes(const std::string& name) const {
+    const std::string line = ChainContent(3, {0}, {{1, 1}, {2, 2}}), null = Little(std::int32_t{0});
+    const ShapeFile file({line, null, ChainContent(3, {0, 2}, {{3, 3}, {4, 4}, {5, 5}, {6, 6}}), null});
+    folder.Put(name + ".shx", file.shx);
+    return folder.Put(name + ".shp", file.shp);
+  }
+  static tEntity Chain(const Points& points, std::int64_t record = 0) {
+    tEntity entity;
+    entity.bType = kPolyline;
+    entity.Record = record;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      entity.x(static_cast<tEntity::Index>(i), points[i].first);
+      entity.Y(static_cast<tEntity::Index>(i), points[i].second);
+    }
+    return entity;
+  }
+  std::string Written(std::vector<tEntity> elements) {
+    TRDigOut writer(context);
+    writer.filename(folder.Path("out.grd"));
+    for (tEntity& element : elements) writer.WriteEntity(element);
+    writer.Release();
+    return Folder::Get(folder.Path("out.grd"));
+  }
+  // Townships of the chains in the output of a multiple-shapefile run, and its error.
+  std::string Townships(const std::vector<std::string>& inputs) {
+    ESRIInFilt reader(context);
+    reader.Layered = false;
+    TRDigOut writer(context);
+    writer.filename(folder.Path("out.grd"));
+    for (const std::string& input : inputs) {
+      reader.filename(input);
+      writer.SourceOpened(reader);
+      for (tEntity& element : ReadAll(reader)) writer.WriteEntity(element);
+    }
+    writer.Release();
+    const std::string bytes = Folder::Get(folder.Path("out.grd"));
+    std::string townships;
+    for (std::size_t at = bytes.find("SEC,"); at != std::string::npos; at = bytes.find("SEC,", at + 1)) {
+      townships += bytes.substr(at + 4, bytes.find(',', at + 4) - at - 4) + " ";
+    }
+    return townships;
+  }
+};
+
+TEST_F(TRDigOutTest, LinesByTheLetter) {
+  PutTable("grid.dbf", "3N-", 4);
+  tEntity closed = Chain({{0, 0}, {10.5, 0}, {10.5, -7.25}});
+  closed.Closed = true;
+  tEntity text = Chain({{1, 1}});
+  text.bType = kText;
+  tEntity point = Chain({{1, 1}});
+  point.bType = kPoint;
+  tEntity high = Chain({{1846000.125, 464000.5}, {2, 3}});
+  high.bType = kLine;
+  high.Z(1, 7);
+  EXPECT_EQ(Written({point, text, closed, point, high}),
+            "SEC,3N-1,68W,1,4\r\n0,0\r\n10.5,0\r\n10.5,-7.25\r\n0,0\r\n"
+            "SEC,3N-2,68W,2,2\r\n1846000.125,464000.5\r\n2,3\r\n")
+      << "elements without a record take the rows in the chains' order";
+  EXPECT_EQ(WarningOf("heights")->text, folder.Path("out.grd") + ": the format has no z; elements that lost theirs: 1");
+  EXPECT_EQ(person.calls.size(), 1U) << "asked once";
+  person.calls.clear();
+  EXPECT_EQ(Written({point, text}), "");
+  EXPECT_TRUE(person.calls.empty()) << "without a chain nobody is asked";
+}
+
+TEST_F(TRDigOutTest, CirclesAndArcsAreChains) {
+  PutTable("grid.dbf", "3N-", 2);
+  TRDigOut writer(context);
+  writer.filename(folder.Path("out.grd"));
+  tEntity arc = Chain({{100, 100}});
+  arc.bType = kArc;
+  arc.Rad = 10;
+  arc.AngStart = 350;
+  arc.AngEnd = 0;
+  EXPECT_EQ(writer.WriteEntity(arc), WriteResult::Converted);
+  tEntity circle = arc;
+  circle.bType = kCircle;
+  EXPECT_EQ(writer.WriteEntity(circle), WriteResult::Converted);
+  writer.Release();
+  const std::string bytes = Folder::Get(folder.Path("out.grd"));
+  EXPECT_TRUE(bytes.starts_with("SEC,3N-1,68W,1,7\r\n109.848077530122,98.2635182233307\r\n")) << bytes;
+  EXPECT_NE(bytes.find("\r\n110,100\r\nSEC,3N-2,68W,2,73\r\n110,100\r\n"), std::string::npos) << "over 0 degrees, on";
+  EXPECT_TRUE(bytes.ends_with("\r\n110,100\r\n")) << bytes;
+}
+
+TEST_F(TRDigOutTest, AShapeTakesItsOwnRowAndItsPartsShareIt) {
+  const std::string north = PutShapes("north"), south = PutShapes("south");
+  const std::string table = PutTable("north.dbf", "N", 4);
+  PutTable("south.dbf", "S", 4);
+  PutTable("grid.dbf", "G", 8);
+  EXPECT_EQ(Townships({north}), "G1 G3 G3 ");
+  EXPECT_EQ(person.calls.back(), "grid fields, " + table);
+  EXPECT_EQ(Townships({north, south}), "G1 G3 G3 G5 G7 G7 ") << "Null shapes have rows too";
+  person.gridFields.table = table;
+  EXPECT_EQ(Townships({north, south}), "N1 N3 N3 S1 S3 S3 ") << "each file's own";
+  person.gridFields.table = folder.Path("./north.dbf");
+  EXPECT_EQ(Townships({north, south}), "N1 N3 N3 S1 S3 S3 ") << "spelt otherwise";
+  std::filesystem::remove(folder.Path("south.dbf"));
+  EXPECT_EQ(ErrorOf([&] {
+              Townships({north, south});
+            }),
+            south + ": has no table beside it that tells townships, ranges and sections; name one");
+}
+
+TEST_F(TRDigOutTest, RowsThatAreNotThereAndValuesThatBreakALine) {
+  PutTable("grid.dbf", "N", 2);
+  EXPECT_EQ(Written({Chain({{1, 2}}, 3), Chain({{1, 2}}, 2), Chain({{1, 2}}, 9)}),
+            "SEC,,,,1\r\n1,2\r\nSEC,N2,68W,2,1\r\n1,2\r\nSEC,,,,1\r\n1,2\r\n");
+  EXPECT_EQ(WarningOf("no row")->text,
+            folder.Path("grid.dbf") + ": has 2 rows; for row 3 township, range and section were left empty");
+  EXPECT_EQ(WarningOf("no row")->count, 2);
+
+  std::string deleted = Table({{"SEC", 9}, {"TWP", 9}, {"RGE", 9}}, {{"1,\"2\"", "3\tN", "6\r\n8"}});
+  deleted[33 + 3 * 32] = '*';
+  folder.Put("grid.dbf", deleted);
+  EXPECT_EQ(Written({Chain({{1, 2}})}), "SEC,3 N,6  8,1  2 ,1\r\n1,2\r\n");
+  EXPECT_EQ(WarningOf("characters")->count, 3);
+}
+
+TEST_F(TRDigOutTest, TablesAndFieldsThatCannotServe) {
+  const std::string table = folder.Path("grid.dbf");
+  const auto error = [this] { return ErrorOf([&] { Written({Chain({{1, 2}})}); }); };
+  const std::string advice = "; name a dBase table of townships, ranges and sections";
+  EXPECT_EQ(error(), table + ": is no file that can be opened for reading" + advice);
+  folder.Put("grid.dbf", "x");
+  EXPECT_EQ(error(), table + ": holds 1 bytes; a dBase table begins with a header of 32" + advice);
+  PutTable("grid.dbf", "N", 2);
+  person.gridFields.range = "RANGE";
+  EXPECT_EQ(error(), table + ": has no field \"RANGE\" for the range; its fields are SEC, TWP, RGE");
+  person.gridFields.range = "";
+  EXPECT_EQ(error(), table + ": has no field \"\" for the range; its fields are SEC, TWP, RGE");
+  folder.Put("grid.dbf", Table({}, {}));
+  EXPECT_EQ(error(), table + ": has no field \"TWP\" for the township; it has no fields at all");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("out.grd")));
+}
+
+TEST_F(TRDigOutTest, TheTableIsNeverWritten) {
+  const std::string table = PutTable("grid.dbf", "N", 2), before = Folder::Get(table);
+  const std::string same = folder.Path("./grid.dbf");
+  {
+    TRDigOut writer(context);
+    writer.filename(same);
+    tEntity chain = Chain({{1, 2}});
+    EXPECT_EQ(ErrorOf([&] { writer.WriteEntity(chain); }),
+              table + ": is the table to be read; give the output another name");
+  }
+  EXPECT_EQ(Folder::Get(table), before);
+}
+
+}  // namespace
+}  // namespace tesselink

@@ -51,15 +51,12 @@ void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double s
 
 void AppendCircle(VertexChain& chain, const Vertex& centre, double radius) { AppendArc(chain, centre, radius, 0, 360); }
 
-void AppendCurve(VertexChain& chain, const tEntity& circleOrArc) {
-  const Vertex centre{circleOrArc.x(0), circleOrArc.Y(0), 0};
-  const double radius = static_cast<double>(circleOrArc.Rad);
-  if (circleOrArc.bType == kCircle) {
-    AppendCircle(chain, centre, radius);
-  } else {
-    const double start = static_cast<double>(circleOrArc.AngStart), end = static_cast<double>(circleOrArc.AngEnd);
-    AppendArc(chain, centre, radius, start, end > start ? end - start : end - start + 360);
-  }
+void AppendCurve(VertexChain& chain, const tEntity& entity) {
+  const Vertex centre{entity.x(0), entity.Y(0), static_cast<double>(entity.Z(0))};
+  const double radius = static_cast<double>(entity.Rad);
+  if (entity.bType == kCircle) return AppendCircle(chain, centre, radius);
+  const double start = static_cast<double>(entity.AngStart), end = static_cast<double>(entity.AngEnd);
+  AppendArc(chain, centre, radius, start, end > start ? end - start : end - start + 360);
 }
 
 // A point of the arc is reached from `from` along a secant, whose direction and length follow from the angle passed.

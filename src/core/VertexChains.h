@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "core/tEntity.h"
+
 namespace tesselink {
 
 class tEntity;
@@ -26,7 +28,7 @@ using VertexChain = std::vector<Vertex>;
 void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double start, double sweep);
 /// The whole circle, from its easternmost point counter-clockwise.
 void AppendCircle(VertexChain& chain, const Vertex& centre, double radius);
-/// What an element that is a circle or an arc draws in the plane of x and y; arcs run counter-clockwise.
+/// What an element that is a circle or an arc draws, in the plane of its z; arcs run counter-clockwise.
 void AppendCurve(VertexChain& chain, const tEntity& circleOrArc);
 
 /// The segment from one vertex to another that is an arc in the plane of x and y, without its first vertex: the bulge

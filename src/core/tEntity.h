@@ -74,6 +74,9 @@ class tEntity {
   Index YCount() const { return Count(y_); }
   Index ZCount() const { return Count(z_); }
 
+  /// Whether any z is other than 0, which formats without heights lose.
+  bool HasHeight() const;
+
   /// The arrays as they stand, the single 0 of an empty one included.
   std::span<const double> AllX() const { return x_; }
   std::span<const double> AllY() const { return y_; }

@@ -22,13 +22,6 @@ bool LooksGeographic(const tEntity& entity) {
   return entity.x(0) >= -180 && entity.x(0) <= 180 && entity.Y(0) >= -90 && entity.Y(0) <= 90;
 }
 
-bool HasHeight(const tEntity& entity) {
-  for (tEntity::Index i = 0; i <= entity.ZCount(); ++i) {
-    if (entity.Z(i) != 0) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 void AscOutFilter::Create(const std::string& path) {
@@ -41,14 +34,14 @@ WriteResult AscOutFilter::Write(tEntity& entity) {
   if (file_.Size() < kShortestHeader) WriteHeader();
   WriteResult result = WriteResult::Skipped;
   if (entity.bType == kCircle || entity.bType == kArc) {
-    if (HasHeight(entity)) ++heights_;
+    if (entity.HasHeight()) ++heights_;
     ToChain(entity);
     result = WriteResult::Converted;
   } else if (entity.bType >= kLine && entity.bType <= kText) {
     result = WriteResult::Written;
   }
   if (result != WriteResult::Skipped) {
-    if (result == WriteResult::Written && HasHeight(entity)) ++heights_;
+    if (result == WriteResult::Written && entity.HasHeight()) ++heights_;
     entity.bType == kText ? WriteText(entity) : WriteLine(entity);
   }
   entity.ClearVertices();

@@ -42,11 +42,6 @@ std::string Header(std::int32_t type, std::int64_t size, const Extents& extents)
   return header;
 }
 
-bool HasHeight(const tEntity& entity) {
-  const auto z = entity.AllZ();
-  return std::any_of(z.begin(), z.end(), [](double value) { return value != 0; });
-}
-
 // The file beside the main file: the one that is there, in whatever letter case, since readers would find it first;
 // else a new one, its extension in capitals where the main file's is.
 std::string Partner(const std::string& path, const std::string& extension) {
@@ -96,7 +91,7 @@ WriteResult ESRIOutFilt::Write(tEntity& entity) {
   const bool isChain =
       entity.bType == kLine || entity.bType == kPolyline || entity.bType == kCircle || entity.bType == kArc;
   if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !isChain) return WriteResult::Skipped;
-  if (HasHeight(entity)) ++heights_;
+  if (entity.HasHeight()) ++heights_;
   return isPoint ? WritePoints(entity) : WriteChain(entity);
 }
 

@@ -1,5 +1,7 @@
 #include "formats/Formats.h"
 
+#include "formats/cdf/CDFInFilter.h"
+#include "formats/cdf/CDFOutFilter.h"
 #include "formats/dxf/DXFInFilter.h"
 #include "formats/dxf/DXFOutFilter.h"
 #include "formats/grid/TRDigOut.h"
@@ -31,7 +33,7 @@ const FormatTable& AllFormats() {
           {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}, kReader<DXFInFilter>},
           {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}, kReader<MolInFilter>},
           {{"Landmark ASCII File (*.asc)", "asc", "AscInFilter"}, false, false, {}, kReader<AscInFilter>},
-          {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}, {}},
+          {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}, kReader<CDFInFilter>},
           {{"Multiple Shapefile Input (*.shp)", "multishp", "ESRIInFilt"},
            true,
            true,
@@ -42,7 +44,7 @@ const FormatTable& AllFormats() {
           {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"}, false, {"SHX", "DBF"}, kWriter<ESRIOutFilt>},
           {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFOutFilter", true}, false, {}, kWriter<DXFOutFilter>},
           {{"Landmark ASCII File (*.asc)", "asc", "AscOutFilter"}, false, {}, kWriter<AscOutFilter>},
-          {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {}, {}},
+          {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {"PTS"}, kWriter<CDFOutFilter>},
           {{"T/R Digitizer Format (*.grd)", "grd", "TRDigOut"}, true, {}, kWriter<TRDigOut>},
       });
   return kTable;

@@ -4,6 +4,7 @@
 
 #include "core/Errors.h"
 #include "core/Report.h"
+#include "core/Text.h"
 
 namespace tesselink {
 namespace {
@@ -46,6 +47,7 @@ void CodeTables::Fill(tEntity& entity) {
 CodeTables::Meaning CodeTables::Look(const std::string& code) {
   if (!opened_) Open();
   Meaning meaning;
+  if (Trimmed(code).empty()) return meaning;  // as a pattern it would fit every type
   std::string pattern = code;
   const std::int16_t type = types_.SearchCode(pattern);
   if (type == 0) return meaning;

@@ -1,0 +1,195 @@
+#include "formats/cdf/CDFInFilter.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "core/Errors.h"
+#include "core/LineEnds.h"
+#include "core/Numbers.h"
+#include "core/Report.h"
+#include "core/Text.h"
+
+namespace tesselink {
+namespace {
+
+// A pen letter and two coordinates.
+constexpr std::size_t kGroup = 31;
+constexpr std::size_t kBeforeX = 16;
+constexpr char kPenUp = 'U', kPenDown = 'D';
+
+// Columns of a line, counted from 1 and both included, as far as the line has them.
+std::string_view Columns(std::string_view line, std::size_t first, std::size_t last) {
+  return first > line.size() ? std::string_view() : line.substr(first - 1, last - first + 1);
+}
+
+std::string_view CodeOf(std::string_view header) { return Columns(header, 2, 8); }
+
+// Horizontal letter first; anything else counts as left or bottom.
+std::int16_t JustificationOf(std::string_view letters) {
+  const char horizontal = letters.empty() ? 'L' : letters.front();
+  const char vertical = letters.size() < 2 ? 'B' : letters[1];
+  const int column = horizontal == 'C' ? 1 : horizontal == 'R' ? 2 : 0;
+  const int row = vertical == 'C' ? 32 : vertical == 'T' ? 48 : 16;
+  return static_cast<std::int16_t>(row + column);
+}
+
+}  // namespace
+
+void CDFInFilter::Open(const std::string& path) {
+  filename_ = path;
+  pending_ = anyLine_ = closed_ = false;
+  code_.clear();
+  loneHeader_ = began_ = 0;
+  const std::string readable = CheckLineEnds(path, interaction());
+  if (readable == kOperationCanceled) throw OperationCanceled();
+  filename_ = readable;
+  reader_ = LineReader(readable);
+}
+
+double CDFInFilter::Progress() const {
+  if (reader_.Size() == 0) return 0;
+  return std::min(static_cast<double>(Loc()) / static_cast<double>(reader_.Size()) * 100, 100.0);
+}
+
+std::vector<std::string> CDFInFilter::GetLayerCodes() const {
+  std::vector<std::string> codes;
+  if (!reader_.IsOpen()) return codes;
+  std::unordered_set<std::string> seen;
+  LineReader scan(reader_.Path());
+  std::string_view line;
+  std::string code;
+  while (scan.ReadLine(line)) {
+    if (!line.starts_with('B')) continue;
+    code = CodeOf(line);
+    if (seen.insert(code).second) codes.push_back(code);
+  }
+  return codes;
+}
+
+void CDFInFilter::WarnAtLine(std::string_view kind, std::string_view what) {
+  report().Warn(kind, PlaceOf(reader_.LineNumber()) + ": " + std::string(what));
+}
+
+// Reads on to a line of this format.
+bool CDFInFilter::NextLine() {
+  while (reader_.ReadLine(line_)) {
+    if (line_.empty()) continue;
+    kind_ = line_.front();
+    if (kind_ == 'C') groups_ = Trimmed(line_.substr(1));
+    if (kind_ == 'B' || kind_ == 'D' || (kind_ == 'C' && !groups_.empty())) return anyLine_ = true;
+    if (Trimmed(line_).empty()) continue;
+    WarnAtLine("other lines", kind_ == 'C' ? "a \"C\" line without coordinates was skipped"
+                                           : "a line that begins with none of B, C and D was skipped");
+  }
+  return false;
+}
+
+bool CDFInFilter::Next(tEntity& entity) {
+  entity.Reset();
+  for (;; pending_ = false) {
+    if (!pending_ && !NextLine()) break;
+    if (kind_ == 'B') {
+      ReadHeader();
+      continue;
+    }
+    began_ = reader_.LineNumber();
+    kind_ == 'C' ? ReadChain(entity) : ReadText(entity);
+    if (Trimmed(code_).empty()) {
+      WarnAtLine("no code", "an element has no entity code; the header before it gives none, or is missing");
+    }
+    loneHeader_ = 0;
+    entity.CDFCode = code_;
+    entity.Closed = closed_;
+    tables_.Fill(entity);
+    return true;
+  }
+  WarnOfLoneHeader();
+  if (!anyLine_ && reader_.LineNumber() > 0) {
+    report().Warn("no records", filename_ + ": holds no line of a CDF drawing; is it a file of this format?");
+  }
+  return false;
+}
+
+void CDFInFilter::ReadHeader() {
+  WarnOfLoneHeader();
+  loneHeader_ = reader_.LineNumber();
+  code_ = CodeOf(line_);
+  closed_ = Columns(line_, 9, 9) == "1";
+}
+
+// As a writer leaves one for a text of blanks.
+void CDFInFilter::WarnOfLoneHeader() {
+  if (loneHeader_ > 0) report().Warn("lone headers", PlaceOf(loneHeader_) + ": a header without an element behind it");
+  loneHeader_ = 0;
+}
+
+// The line's groups and those of the lines that go on with the pen down.
+void CDFInFilter::ReadChain(tEntity& entity) {
+  entity.bType = kPolyline;
+  vertices_ = 0;
+  do {
+    if (!ReadGroups(entity)) {
+      pending_ = true;
+      return;
+    }
+    pending_ = NextLine();
+  } while (pending_ && kind_ == 'C' && groups_.front() != kPenUp);
+}
+
+// False when a group with the pen up is left: it begins the next element.
+bool CDFInFilter::ReadGroups(tEntity& entity) {
+  do {
+    const double y = Number(Columns(groups_, 2, 16)), x = Number(Columns(groups_, 17, 31));
+    AddVertex(entity, x, y);
+    if (groups_.front() != kPenUp && groups_.front() != kPenDown) {
+      WarnAtLine("pen letters", "coordinates behind another letter than U and D were read as those of a vertex");
+    }
+    if (groups_.size() <= kBeforeX) {
+      WarnAtLine("short groups", "a vertex has no x, which was read as 0; x stands behind the 15 columns of y");
+    }
+    groups_.remove_prefix(std::min(kGroup, groups_.size()));
+    if (groups_.empty()) return true;
+    if (groups_.front() == kPenUp) return false;
+  } while (groups_.size() >= kGroup || groups_.front() == kPenDown);
+  WarnAtLine("ends of lines", "what stands behind the last coordinates of a line was not read");
+  return true;
+}
+
+// Behind the last coordinate of each array. Where the first one is exactly 0 its array counts as empty, and what comes
+// next takes its place: vertices are lost, or x and y no longer belong together.
+void CDFInFilter::AddVertex(tEntity& entity, double x, double y) {
+  const tEntity::Index atX = entity.XCount() + 1, atY = entity.YCount() + 1;
+  entity.Y(atY, y);
+  entity.x(atX, x);
+  if (atX != vertices_ || atY != vertices_) {
+    WarnAtLine("out of step", "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
+  }
+  ++vertices_;
+}
+
+void CDFInFilter::ReadText(tEntity& entity) {
+  entity.bType = kText;
+  entity.Y(0, Number(Columns(line_, 2, 16)));
+  entity.x(0, Number(Columns(line_, 17, 31)));
+  entity.TextUnits = Trimmed(Columns(line_, 32, 32));
+  entity.TextSize = RoundHalfEven(Number(Columns(line_, 33, 37)));
+  entity.TextAng = Number(Columns(line_, 38, 40));
+  entity.TextJust = JustificationOf(Columns(line_, 42, 43));
+  entity.Text = Trimmed(Columns(line_, 47, line_.size()));
+  pending_ = false;
+}
+
+// Leniently; a number on its own between blanks, as nearly all are, needs no second look.
+double CDFInFilter::Number(std::string_view field) const {
+  const char* first = field.data();
+  const char* const last = first + field.size();
+  while (first != last && *first == ' ') ++first;
+  try {
+    double value = 0;
+    return ParseNumber(first, last, value) == last ? value : LenientNumber(field);
+  } catch (const Error& error) {
+    throw Error(PlaceOf(reader_.LineNumber()) + ": " + error.what(), "GetNextEntity");
+  }
+}
+
+}  // namespace tesselink

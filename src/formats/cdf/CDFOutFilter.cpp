@@ -1,0 +1,239 @@
+#include "formats/cdf/CDFOutFilter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "core/Errors.h"
+#include "core/Justification.h"
+#include "core/Numbers.h"
+#include "core/Paths.h"
+#include "core/Report.h"
+#include "core/Text.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::size_t kCoordinate = 15;  // columns
+constexpr std::size_t kPointCoordinate = 10;
+constexpr std::size_t kCode = 7;
+constexpr const char* kUnassociated = "09000000";
+constexpr const char* kSupport = "https://github.com/tesselink/tesselink/issues";
+
+// The point file beside an output: the one that is there, in whatever letter case, else a new one.
+std::string PointFileOf(const std::string& path) {
+  const std::string existing = PartnerFile(path, "PTS");
+  return existing.empty() ? FolderOf(path) + StripExtension(FileNameOf(path)) + ".pts" : existing;
+}
+
+}  // namespace
+
+std::vector<std::string> CDFOutFilter::Outputs() const {
+  std::vector<std::string> outputs{filename()};
+  if (points_.created) outputs.push_back(points_.path);
+  return outputs;
+}
+
+void CDFOutFilter::Create(const std::string& path) {
+  drawing_ = Target{path, FileWriter(path), true, {}, {}, {}};
+  points_ = Target{PointFileOf(path), {}, false, {}, {}, {}};
+  elements_ = pointNumber_ = heights_ = roundedSizes_ = unmarked_ = 0;
+}
+
+WriteResult CDFOutFilter::Write(tEntity& entity) {
+  ++elements_;
+  kind_ = entity.bType;
+  SetDefaults(entity);
+  switch (kind_) {
+    case kCircle:
+    case kArc:
+      ToChain(entity);
+      [[fallthrough]];
+    case kLine:
+    case kPolyline:
+      WriteChain(entity);
+      break;
+    case kText:
+      WriteText(entity);
+      break;
+    case kPoint:
+      if (WritePoints(entity) == WriteResult::Skipped) return WriteResult::Skipped;
+      break;
+    default:
+      throw Error(std::string("Unsuported bType value, please contact ") + kSupport, "WriteEntity");
+  }
+  if (entity.HasHeight()) ++heights_;
+  return kind_ == kCircle || kind_ == kArc ? WriteResult::Converted : WriteResult::Written;
+}
+
+void CDFOutFilter::SetDefaults(tEntity& entity) {
+  if (entity.TextUnits.empty()) entity.TextUnits = "M";
+  if (entity.CDFCode.empty()) entity.CDFCode = kUnassociated;
+  if (entity.CDFCode.size() == kCode) entity.CDFCode += entity.Closed ? '1' : '0';
+}
+
+void CDFOutFilter::ToChain(tEntity& entity) {
+  chain_.clear();
+  AppendCurve(chain_, entity);
+  entity.ClearVertices();
+  tEntity::Index i = 0;
+  for (const Vertex& vertex : chain_) {
+    entity.x(i, vertex.x);
+    entity.Y(i, vertex.y);
+    entity.Z(tEntity::Index{i++}, static_cast<float>(vertex.z));
+  }
+  entity.bType = kPolyline;
+}
+
+void CDFOutFilter::WriteHeader(const tEntity& entity) { drawing_.file.Write("B").Line(Printable(entity.CDFCode)); }
+
+void CDFOutFilter::WriteChain(const tEntity& entity) {
+  if (entity.Closed && (entity.CDFCode.size() <= kCode || entity.CDFCode[kCode] != '1')) ++unmarked_;
+  WriteHeader(entity);
+  char line[4 + 2 * kCoordinate] = {'C', 'U'};
+  std::memcpy(line + 2 + 2 * kCoordinate, "\r\n", 2);
+  const tEntity::Index last = entity.PointCount();
+  tEntity::Index i = 0;
+  do {
+    PutRightAligned(line + 2, entity.Y(i));
+    PutRightAligned(line + 2 + kCoordinate, entity.x(i));
+    drawing_.file.Write({line, sizeof line});
+    line[1] = 'D';
+  } while (++i <= last);
+}
+
+// The number is made behind as many blanks as there are columns; they end where it ends.
+void CDFOutFilter::PutRightAligned(char* columns, double value) {
+  char text[kCoordinate + kNumberTextSize];
+  std::memset(text, ' ', kCoordinate);
+  char* const number = text + kCoordinate;
+  const auto length = static_cast<std::size_t>(FormatNumber(number, value) - number);
+  std::memcpy(columns, text + std::min(length, kCoordinate), kCoordinate);
+  if (length > kCoordinate || !std::isfinite(value)) NoteNumber(drawing_, {number, length}, kCoordinate);
+}
+
+void CDFOutFilter::WriteText(const tEntity& entity) {
+  WriteHeader(entity);
+  const char unit = Printable(entity.TextUnits).front();
+  const std::string_view text = Printable(entity.Text);
+  if (Trimmed(text).empty()) return;
+  const double size = RoundHalfEven(entity.TextSize);
+  if (size != entity.TextSize) ++roundedSizes_;
+  line_.fill(' ');
+  line_[0] = 'D';
+  PutNumber(drawing_, 2, 16, entity.Y(0));
+  PutNumber(drawing_, 17, 31, entity.x(0));
+  line_[31] = unit;
+  PutNumber(drawing_, 33, 37, size);
+  PutNumber(drawing_, 38, 40, entity.TextAng);
+  line_[40] = 'H';
+  PutText(drawing_, 42, 43, JustificationLetters(entity.TextJust));
+  PutNumber(drawing_, 44, 46, static_cast<double>(text.size()));
+  PutText(drawing_, 47, line_.size(), text);
+  drawing_.file.Line({line_.data(), line_.size()});
+}
+
+WriteResult CDFOutFilter::WritePoints(const tEntity& entity) {
+  if (!pointChoice_) pointChoice_ = interaction().ChoosePoints();
+  if (*pointChoice_ == PointChoice::Ignore) return WriteResult::Skipped;
+  if (!points_.created) CreatePoints();
+  const tEntity::Index last = entity.PointCount();
+  tEntity::Index i = 0;
+  do {
+    line_.fill(' ');
+    label_.assign("DXF Point (").append(Printable(entity.Text.empty() ? entity.Layer : entity.Text)).append(") ");
+    label_.append(std::to_string(++pointNumber_));
+    PutText(points_, 1, 40, label_);
+    PutNumber(points_, 41, 50, entity.x(i));
+    PutNumber(points_, 54, 63, entity.Y(i));
+    points_.file.Line(Trimmed({line_.data(), line_.size()}));
+  } while (++i <= last);
+  return WriteResult::Written;
+}
+
+void CDFOutFilter::CreatePoints() {
+  if (SameFile(points_.path, drawing_.path)) {
+    throw Error(points_.path + ": the points need a file of this name beside the output; give the output another one");
+  }
+  points_.file = FileWriter(points_.path);
+  points_.created = true;
+}
+
+// Columns are counted from 1, both included.
+void CDFOutFilter::PutText(Target& target, std::size_t first, std::size_t last, std::string_view text) {
+  const std::string_view kept = text.substr(0, last - first + 1);
+  std::copy(kept.begin(), kept.end(), line_.begin() + static_cast<std::ptrdiff_t>(first - 1));
+  if (kept.size() == text.size() || target.texts.count++ > 0) return;
+  target.texts.first = Element() + ", \"" + std::string(text) + "\", became \"" + std::string(kept) + "\"";
+}
+
+void CDFOutFilter::PutNumber(Target& target, std::size_t first, std::size_t last, double value) {
+  char text[kNumberTextSize];
+  const std::string_view number(text, static_cast<std::size_t>(FormatNumber(text, value) - text));
+  const std::size_t width = last - first + 1;
+  std::copy_n(text, std::min(width, number.size()), line_.begin() + static_cast<std::ptrdiff_t>(first - 1));
+  if (number.size() > width || !std::isfinite(value)) NoteNumber(target, number, width);
+}
+
+// A number that its columns cut: behind the point of a coordinate, or so that it reads as another one.
+void CDFOutFilter::NoteNumber(Target& target, std::string_view number, std::size_t width) {
+  const std::string_view kept = number.substr(0, width);
+  const bool onlyDigits = number.find_first_not_of("-.0123456789") == std::string_view::npos;
+  const bool whole = onlyDigits && width >= kPointCoordinate && number.find('.') <= width;
+  Loss& loss = whole ? target.digits : target.numbers;
+  if (loss.count++ > 0) return;
+  loss.first = Element() + ": " + std::string(number) + " was written as \"" + std::string(kept) + "\"";
+  if (!whole) loss.first += ", which reads as " + NumberText(LenientNumber(kept));
+}
+
+std::string CDFOutFilter::Element() const {
+  return "in element " + std::to_string(elements_) + " (" + std::string(KindCounts::NameOf(kind_)) + ")";
+}
+
+// Control characters would break the lines.
+std::string_view CDFOutFilter::Printable(const std::string& value) {
+  const std::string& clean = WithoutControls(value, cleaned_);
+  if (&clean != &value) {
+    report().Warn("control characters", drawing_.path + ": control characters in a code or a text became blanks");
+  }
+  return clean;
+}
+
+void CDFOutFilter::Complete() {
+  drawing_.file.Close();
+  points_.file.Close();
+  WarnOfLosses(drawing_, "");
+  WarnOfLosses(points_, " of points");
+  const auto warn = [this](const char* kind, const char* what, std::int64_t count) {
+    if (count > 0) report().Warn(kind, drawing_.path + ": " + what + ": " + std::to_string(count));
+  };
+  warn("heights", "the format has no z; elements that lost theirs", heights_);
+  warn("sizes", "texts whose size was rounded to a whole number", roundedSizes_);
+  warn("closed", "closed chains without their mark, for their entity code is not of 7 characters", unmarked_);
+  if (!points_.created && FileExists(points_.path)) {
+    report().Warn("older points",
+                  points_.path + ": is older than this conversion, which wrote no points; it was left as it is");
+  }
+}
+
+void CDFOutFilter::WarnOfLosses(const Target& target, const std::string& suffix) {
+  const auto warn = [&](const std::string& kind, const std::string& what, const Loss& loss) {
+    if (loss.count == 0) return;
+    report().Warn(kind + suffix,
+                  target.path + ": " + what + ": " + std::to_string(loss.count) + ", the first one " + loss.first);
+  };
+  warn("cut digits", "coordinates that lost digits behind the point, for which the columns have no room",
+       target.digits);
+  warn("cut numbers", "numbers that became others, for the columns do not hold them", target.numbers);
+  warn("cut texts", "texts that the columns cut", target.texts);
+}
+
+void CDFOutFilter::Drop() noexcept {
+  for (Target* target : {&drawing_, &points_}) {
+    target->file.Discard();
+    if (target->created) RemoveWritten(target->path);
+    target->created = false;
+  }
+}
+
+}  // namespace tesselink

@@ -1,0 +1,76 @@
+// The Geographix CDF writer: card-style lines in fixed columns, and a second file ".pts" for points.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Files.h"
+#include "core/Filters.h"
+#include "core/Interaction.h"
+#include "core/VertexChains.h"
+
+namespace tesselink {
+
+/// Chains become a header "B" and a line "C" for each vertex, y before x; texts a header and a line "D". Circles and
+/// arcs become chains. The first point asks once whether points go to the second file or are left out. What does not
+/// fit its columns is cut at the right, and counted.
+class CDFOutFilter final : public OutputFilter {
+ public:
+  explicit CDFOutFilter(const FilterContext& context) : OutputFilter(context) {}
+  ~CDFOutFilter() override { ReleaseQuietly(); }
+
+  std::vector<std::string> Outputs() const override;
+
+ private:
+  // What was lost of one kind: how often, and the first time in words.
+  struct Loss {
+    std::int64_t count = 0;
+    std::string first;
+  };
+  struct Target {
+    std::string path;
+    FileWriter file;
+    bool created = false;
+    Loss digits;   // numbers cut behind their point
+    Loss numbers;  // numbers that do not read as what they are
+    Loss texts;    // texts that were cut
+  };
+
+  void Create(const std::string& path) override;
+  /// Writes the element, fills its empty `TextUnits` and `CDFCode`, and makes a circle or an arc a chain.
+  WriteResult Write(tEntity& entity) override;
+  void Complete() override;
+  void Drop() noexcept override;
+  const char* NoFileSource() const override { return "GetNextEntity"; }
+
+  void SetDefaults(tEntity& entity);
+  void ToChain(tEntity& entity);
+  void WriteHeader(const tEntity& entity);
+  void WriteChain(const tEntity& entity);
+  void WriteText(const tEntity& entity);
+  WriteResult WritePoints(const tEntity& entity);
+  void CreatePoints();
+  void PutRightAligned(char* columns, double value);
+  void PutText(Target& target, std::size_t first, std::size_t last, std::string_view text);
+  void PutNumber(Target& target, std::size_t first, std::size_t last, double value);
+  void NoteNumber(Target& target, std::string_view number, std::size_t width);
+  std::string Element() const;
+  std::string_view Printable(const std::string& value);
+  void WarnOfLosses(const Target& target, const std::string& suffix);
+
+  Target drawing_, points_;
+  std::array<char, 80> line_{};
+  std::optional<PointChoice> pointChoice_;
+  VertexChain chain_;
+  std::string cleaned_, label_;
+  std::int64_t elements_ = 0, pointNumber_ = 0;
+  std::int16_t kind_ = 0;  // of the element that is being written
+  std::int64_t heights_ = 0, roundedSizes_ = 0, unmarked_ = 0;
+};
+
+}  // namespace tesselink

@@ -16,6 +16,7 @@ import shlex
 import shutil
 import signal
 import stat
+import struct
 import subprocess
 import sys
 import tempfile
@@ -151,6 +152,31 @@ def read_cases(path):
 # ---- set-up
 
 
+def entity_type(line):
+    """A record of $CDF.MAP from a line "CODE DESCRIPTION"."""
+    code, description = line.encode().split(b" ", 1)
+    code = code.ljust(7, b"\0")
+    return b"\0\0" + code[:3] + bytes(7) + code[3:] + bytes(8) + description.ljust(43, b"\0")
+
+
+def entity_colours(line):
+    """A record of $LNGSL.DAT from a line "LINE-COLOUR TEXT-COLOUR DESCRIPTION"."""
+    of_lines, of_texts, description = line.split(" ", 2)
+    return description.encode().ljust(40, b"\0") + struct.pack("<hh", int(of_lines), int(of_texts)) + bytes(82)
+
+
+LOOKUPS = {"entity-types": (entity_type, "CDFMAP", "$CDF.MAP"), "entity-colours": (entity_colours, "LNGSL", "$LNGSL.DAT")}
+
+
+def put_lookup(folder, word, name, text):
+    """Writes a lookup file and, as if it had been found before, its place into the settings."""
+    record, application, key = LOOKUPS[word]
+    (folder / name).write_bytes(b"".join(record(line) for line in text))
+    settings = folder.parent / "home" / ".config" / "Tesselink" / f"{application}.ini"
+    settings.parent.mkdir(parents=True, exist_ok=True)
+    settings.write_text(f"[Locations]\n{key.replace('$', '%2524')}={name}\n")
+
+
 def set_up(folder, line, text, environment):
     words = shlex.split(line)
     word, arguments = words[0], words[1:]
@@ -164,6 +190,8 @@ def set_up(folder, line, text, environment):
             file.write(bytes.fromhex("".join(arguments[2:])))
     elif word == "cut":
         os.truncate(folder / arguments[0], int(arguments[1]))
+    elif word in LOOKUPS:
+        put_lookup(folder, word, arguments[0], text)
     elif word == "repeat":  # FILE MEGABYTES: the text below it, again and again
         block = written(text, "\r\n")
         with open(folder / arguments[0], "wb") as file:

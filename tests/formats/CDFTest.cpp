@@ -263,7 +263,9 @@ TEST_F(CDFOutFilterTest, CirclesAndArcsBecomeChains) {
   const std::size_t second = lines.find("|B", 1);
   EXPECT_EQ(lines.substr(second - 31, 31), "D            200            110") << "closed on its first vertex";
   EXPECT_EQ(lines.substr(second + 13, 15), "            -10");
+  EXPECT_EQ(lines.substr(second + 28, 15), "              0") << "not 1.8E-15, which the columns would cut to 1.8";
   EXPECT_EQ(lines.substr(lines.size() - 16), "             10|");
+  EXPECT_EQ(Warned("cut digits") + Warned("cut numbers"), "");
   EXPECT_NE(Warned("heights").find(": 1"), std::string::npos);
 }
 

@@ -26,6 +26,15 @@ std::string PointFileOf(const std::string& path) {
   return existing.empty() ? FolderOf(path) + StripExtension(FileNameOf(path)) + ".pts" : existing;
 }
 
+// The vertices of a curve are this writer's own, so they are rounded to what the columns hold. Cutting would be worse
+// than it seems: the nought of a quarter turn comes out as 6.12E-16 with 15 digits, and without its exponent as 6.12.
+double RoundedToColumns(double value) {
+  const double magnitude = std::fabs(value);
+  double scale = 1e12;  // a sign, a digit, the point and 12 decimals
+  for (double limit = 10; scale > 1 && magnitude >= limit; limit *= 10) scale /= 10;
+  return std::round(value * scale) / scale;
+}
+
 }  // namespace
 
 std::vector<std::string> CDFOutFilter::Outputs() const {
@@ -78,8 +87,8 @@ void CDFOutFilter::ToChain(tEntity& entity) {
   entity.ClearVertices();
   tEntity::Index i = 0;
   for (const Vertex& vertex : chain_) {
-    entity.x(i, vertex.x);
-    entity.Y(i, vertex.y);
+    entity.x(i, RoundedToColumns(vertex.x));
+    entity.Y(i, RoundedToColumns(vertex.y));
     entity.Z(tEntity::Index{i++}, static_cast<float>(vertex.z));
   }
   entity.bType = kPolyline;

@@ -20,11 +20,13 @@ MEMORY_LIMIT_MB = 32
 
 
 def features(path):
-    """Drawing elements of a DXF file, or records of a shapefile."""
+    """Drawing elements of a DXF file, or records of a shapefile, or headers of a CDF file."""
     if path.suffix == ".shp":
         return (path.with_suffix(".shx").stat().st_size - 100) // 8
     count, tail = 0, b""
     with open(path, "rb") as file:
+        if path.suffix == ".cdf":
+            return sum(line.startswith(b"B") for line in file)
         while block := file.read(1 << 20):
             block = tail + block.replace(b"\r", b"")
             count += sum(block.count(b"\n" + name + b"\n") for name in (b"POLYLINE", b"LWPOLYLINE", b"POINT"))
@@ -82,6 +84,10 @@ def rows(tesselink, folder):
     drawing = [tesselink, "convert", "-q", "-O", folder / "lines.shp", folder / "drawing.dxf"]
     subprocess.run(drawing, check=True)
     yield "lines  dxf -> shp", ours("drawing.dxf", "drawing-ours.shp"), theirs("drawing.dxf", "drawing-ogr.shp", "Layer"), 5
+    yield "lines  shp -> cdf, to ogr shp -> dxf", ours("lines.shp", "lines-ours.cdf"), theirs("lines.shp", "lines-ogr.dxf"), 12
+    source = [tesselink, "convert", "-q", "-O", folder / "lines.shp", folder / "source.cdf"]
+    subprocess.run(source, check=True)
+    yield "lines  cdf -> dxf, to ogr shp -> dxf", ours("source.cdf", "cdf-ours.dxf"), theirs("lines.shp", "lines-ogr.dxf"), 12
     yield "start, --version", Side([tesselink, "--version"], None), Side(["ogr2ogr", "--version"], None), 1
 
 

@@ -105,7 +105,7 @@ std::string_view LookupFile::Record(int number) {
   record_.assign(length, '\0');
   if (file_.IsOpen() && number > 0) {
     const auto bytes = window_.At((number - std::int64_t{1}) * kind_.recordLength, length);
-    std::memcpy(record_.data(), bytes.data(), bytes.size());
+    if (!bytes.empty()) std::memcpy(record_.data(), bytes.data(), bytes.size());
   }
   return record_;
 }

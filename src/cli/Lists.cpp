@@ -34,10 +34,7 @@ int Run(const FormatsCommand& command) {
   Json list{{"input", Json::array()}, {"output", Json::array()}};
   const auto add = [](Json& rows, const auto& formats) {
     for (const auto& format : formats) {
-      rows.push_back({{"key", format.key},
-                      {"extension", format.Extension()},
-                      {"name", format.Name()},
-                      {"available", static_cast<bool>(format.create)}});
+      rows.push_back({{"key", format.key}, {"extension", format.Extension()}, {"name", format.Name()}});
     }
   };
   add(list["input"], AllFormats().Inputs());
@@ -52,8 +49,7 @@ int Run(const FormatsCommand& command) {
       std::string key = row["key"], extension = row["extension"];
       key.resize(10, ' ');
       extension.resize(6, ' ');
-      Print("  " + key.append(extension).append(row["name"].get<std::string>()) +
-            (row["available"] ? "\n" : " (not available in this version)\n"));
+      Print("  " + key.append(extension).append(row["name"].get<std::string>()) + "\n");
     }
   }
   return kExitDone;

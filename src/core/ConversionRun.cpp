@@ -140,8 +140,8 @@ FilterContext ConversionRun::ContextOf(State& state) const {
 void ConversionRun::CreateFilters(State& state) {
   const FilterContext context = ContextOf(state);
   const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
-  state.reader = CreateReader(*state.inFormat, context);
-  state.writer = CreateWriter(outFormat, context);
+  state.reader = state.inFormat->create(context);
+  state.writer = outFormat.create(context);
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
   state.writer->filename(state.request.OutFile);

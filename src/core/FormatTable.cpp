@@ -15,14 +15,6 @@ const Row& RowOf(const std::vector<Row>& rows, std::string_view entry) {
   return *row;
 }
 
-template <typename Row>
-auto CreateFilter(const Row& format, const FilterContext& context, std::string_view direction) {
-  if (!format.create) {
-    throw Error(format.Name() + " " + std::string(direction) + " is not available in this version");
-  }
-  return format.create(context);
-}
-
 }  // namespace
 
 std::string Format::Pattern() const {
@@ -32,12 +24,5 @@ std::string Format::Pattern() const {
 
 const InputFormat& FormatTable::Input(std::string_view entry) const { return RowOf(inputs_, entry); }
 const OutputFormat& FormatTable::Output(std::string_view entry) const { return RowOf(outputs_, entry); }
-
-std::unique_ptr<InputFilter> CreateReader(const InputFormat& format, const FilterContext& context) {
-  return CreateFilter(format, context, "input");
-}
-std::unique_ptr<OutputFilter> CreateWriter(const OutputFormat& format, const FilterContext& context) {
-  return CreateFilter(format, context, "output");
-}
 
 }  // namespace tesselink

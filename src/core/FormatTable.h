@@ -30,13 +30,13 @@ struct InputFormat : Format {
   bool severalFiles = false;          ///< reads a list of files in one run
   bool hasAttributes = false;         ///< has an attribute table that may give layer and text
   std::vector<std::string> partners;  ///< extensions of the files that are read beside the input, as in "SHX"
-  std::function<std::unique_ptr<InputFilter>(const FilterContext&)> create;  ///< empty: not available in this version
+  std::function<std::unique_ptr<InputFilter>(const FilterContext&)> create;
 };
 
 struct OutputFormat : Format {
   bool ignoresLayers = false;         ///< the reader's `Layered` is set false
   std::vector<std::string> partners;  ///< extensions of the files that are written beside the output, as in "SHX"
-  std::function<std::unique_ptr<OutputFilter>(const FilterContext&)> create;  ///< empty: not available in this version
+  std::function<std::unique_ptr<OutputFilter>(const FilterContext&)> create;
 };
 
 class FormatTable {
@@ -56,9 +56,5 @@ class FormatTable {
   std::vector<InputFormat> inputs_;
   std::vector<OutputFormat> outputs_;
 };
-
-/// Creates the filter of a row. Throws Error "… is not available in this version" for a row without one.
-std::unique_ptr<InputFilter> CreateReader(const InputFormat& format, const FilterContext& context);
-std::unique_ptr<OutputFilter> CreateWriter(const OutputFormat& format, const FilterContext& context);
 
 }  // namespace tesselink

@@ -30,16 +30,10 @@ TEST(FormatTable, UnknownTextsFallBack) {
   EXPECT_EQ(AllFormats().Output("T/R Digitizer Format (*.grd)").Extension(), ".grd");
 }
 
-TEST(FormatTable, ARowWithoutAClassSaysSo) {
+TEST(FormatTable, EveryRowMakesAFilter) {
   Rig rig;
-  for (const InputFormat& format : AllFormats().Inputs()) {
-    const std::string error = ErrorOf([&] { EXPECT_NE(CreateReader(format, rig.context), nullptr); });
-    EXPECT_EQ(error, format.create ? "" : format.Name() + " input is not available in this version");
-  }
-  for (const OutputFormat& format : AllFormats().Outputs()) {
-    const std::string error = ErrorOf([&] { EXPECT_NE(CreateWriter(format, rig.context), nullptr); });
-    EXPECT_EQ(error, format.create ? "" : format.Name() + " output is not available in this version");
-  }
+  for (const InputFormat& format : AllFormats().Inputs()) EXPECT_NE(format.create(rig.context), nullptr);
+  for (const OutputFormat& format : AllFormats().Outputs()) EXPECT_NE(format.create(rig.context), nullptr);
 }
 
 }  // namespace

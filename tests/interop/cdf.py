@@ -164,6 +164,28 @@ def check_file(program, path, folder):
     return count + points
 
 
+def check_chain(program, survey, folder):
+    """A survey through every text format, a drawing and a shapefile: its chains arrive in the last file as they began."""
+    steps = [(survey, "1.cdf", "--smart-assign"), ("1.cdf", "2.dxf"), ("2.dxf", "3.shp", "--shape-type=polylines"),
+             ("3.shp", "4.grd", "--township=DESC", "--range=CODE", "--section=COLORNUM")]
+    for source, target, *options in steps:
+        code, _, errors = run(program, "convert", *options, folder / source, folder / target)
+        check(code == 0, f"{target}: exit code {code}: {errors[:200]}")
+    lines = (folder / "4.grd").read_bytes().decode().split("\r\n")
+    check(lines.pop() == "", "the last line has no end")
+    start = [e for e in elements_of(program, survey) if e["bType"] == POLYLINE]
+    matched = [e for e in elements_of(program, folder / "1.cdf") if e["bType"] == POLYLINE]
+    at = 0
+    for number, (element, coded) in enumerate(zip(start, matched, strict=True), 1):
+        head = lines[at].rsplit(",", 1)[0].split(",", 1)
+        vertices = [tuple(map(float, line.split(","))) for line in lines[at + 1:at + 2 + len(element["x"]) - 1]]
+        check(head[0] == "SEC" and int(lines[at].rsplit(",", 1)[1]) == len(vertices), f"chain {number} begins {lines[at]}")
+        check(coded["CDFCode"] != "0900000" and head[1].startswith(coded["Layer"]), f"chain {number} is of {head[1]}")
+        check(vertices == list(zip(element["x"], element["Y"])), f"chain {number} arrived as {vertices[:3]}")
+        at += 1 + len(vertices)
+    check(start and at == len(lines), f"{len(lines) - at} lines more than the survey's {len(start)} chains have")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--tesselink", required=True)
@@ -179,6 +201,8 @@ def main():
     bad = total = unread = 0
     with tempfile.TemporaryDirectory() as folder:
         os.environ["XDG_CONFIG_HOME"] = folder
+        if options.examples:
+            check_chain(options.tesselink, options.examples.resolve() / "quarter-section.asc", pathlib.Path(folder))
         for path in paths:
             try:
                 count = check_file(options.tesselink, path, pathlib.Path(folder))

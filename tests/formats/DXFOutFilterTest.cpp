@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "formats/dxf/DXFInFilter.h"
 #include "support/Support.h"
 
 namespace tesselink {
@@ -12,10 +13,14 @@ namespace {
 class DXFOutFilterTest : public testing::Test {
  protected:
   Rig rig;
-  DXFOutFilter writer{rig.context};
+  DXFOutFilter writer;
   const std::string path = rig.folder.Path("out.dxf");
 
-  DXFOutFilterTest() { writer.filename(path); }
+  explicit DXFOutFilterTest(Dialect dialect = Dialect::Classic) : writer(ContextIn(dialect)) { writer.filename(path); }
+  const FilterContext& ContextIn(Dialect dialect) {
+    rig.context.options = {.programFolder = TESSELINK_DATA_FOLDER, .dialect = dialect};
+    return rig.context;
+  }
 
   // The entities section with "|" for line ends.
   std::string Entities() {
@@ -128,6 +133,156 @@ TEST_F(DXFOutFilterTest, NothingIsLeftBehindWhicheverWayItEnds) {
   }
   EXPECT_EQ(files(), 2) << "b.dxf, and e.dxf by the destructor";
   unsetenv("TMPDIR");
+}
+
+class StandardDXFOutFilterTest : public DXFOutFilterTest {
+ protected:
+  StandardDXFOutFilterTest() : DXFOutFilterTest(Dialect::Standard) {}
+
+  std::string EntitiesOf(const tEntity& entity, WriteResult expected = WriteResult::Written) {
+    writer.filename(path);
+    EXPECT_EQ(Write(entity), expected);
+    return Entities();
+  }
+  std::vector<tEntity> ReadBack() {
+    writer.Release();
+    DXFInFilter reader(rig.context);
+    reader.filename(path);
+    return rig.ReadAll(reader);
+  }
+};
+
+TEST_F(StandardDXFOutFilterTest, ChainsSayWhatTheyAre) {
+  const std::string head = "  0|POLYLINE|  8|L|  6|CONTINUOUS| 62|0| 66|1| 10|0| 20|0| 30|";
+  const std::string vertex = "  0|VERTEX|  8|L| 10|";
+  tEntity chain = Element(kPolyline, {{0, 0, 5}, {4, 0, 5}, {4, 3, 5}, {0, 0, 5}});
+  const std::string open = vertex + "0| 20|0| 30|5|" + vertex + "4| 20|0| 30|5|" + vertex + "4| 20|3| 30|5|";
+  EXPECT_EQ(EntitiesOf(chain), head + "5| 70|0|" + open + vertex + "0| 20|0| 30|5|  0|SEQEND|");
+  chain.Closed = true;
+  EXPECT_EQ(EntitiesOf(chain), head + "5| 70|1|" + open + "  0|SEQEND|") << "the closing vertex is left to the flag";
+  const std::string space = " 70|32|";
+  EXPECT_EQ(EntitiesOf(Element(kPolyline, {{0, 0, 0}, {1, 1, 2}})),
+            head + "0| 70|8|" + vertex + "0| 20|0| 30|0|" + space + vertex + "1| 20|1| 30|2|" + space + "  0|SEQEND|");
+}
+
+TEST_F(StandardDXFOutFilterTest, ArcsAndWhatIsOnlyAPlace) {
+  tEntity arc = Element(kArc, {{1, 2, 0}});
+  arc.Rad = 3;
+  arc.AngStart = 350;
+  arc.AngEnd = 370;
+  const std::string head = "  0|ARC|  8|L|  6|CONTINUOUS| 62|0| 10|1| 20|2| 30|0| 40|3| 50|";
+  EXPECT_EQ(EntitiesOf(arc), head + "350| 51|10|");
+  arc.AngEnd = 710;
+  EXPECT_EQ(EntitiesOf(arc), head + "350| 51|710|") << "a whole turn stays one";
+  const std::string point = "  0|POINT|  8|L|  6|CONTINUOUS| 62|0| 10|1| 20|2| 30|0|";
+  arc.Rad = 0;
+  EXPECT_EQ(EntitiesOf(arc, WriteResult::Converted), point);
+  EXPECT_EQ(EntitiesOf(Element(kCircle, {{1, 2, 0}}), WriteResult::Converted), point);
+  EXPECT_EQ(EntitiesOf(Element(kPolyline, {{1, 2, 0}}), WriteResult::Converted), point);
+  EXPECT_EQ(EntitiesOf(Element(kLine, {{1, 2, 0}}), WriteResult::Converted), point);
+  EXPECT_EQ(EntitiesOf(Element(kPoint, {{0, 0, 0}, {1, 0, 0}})),
+            "  0|POINT|  8|L|  6|CONTINUOUS| 62|0| 10|0| 20|0| 30|0|"
+            "  0|POINT|  8|L|  6|CONTINUOUS| 62|0| 10|1| 20|0| 30|0|");
+  EXPECT_EQ(rig.WarningOf("vertices at the origin"), nullptr);
+}
+
+TEST_F(StandardDXFOutFilterTest, TheTablesHoldWhatTheElementsName) {
+  tEntity element = Element(kPoint, {{1, 2, 3}});
+  const auto write = [&](const std::string& layer, const std::string& lineType, std::int32_t colour) {
+    element.Layer = layer;
+    element.LineStyle = lineType;
+    element.Colour = colour;
+    Write(element);
+  };
+  write("Gas", "", 0);
+  write("Gas", "Continuous", 256);
+  write("Gas", "dash.dot", 70000);
+  write("Gas", "ByBlock", 5);
+  write("Gas", "DASH.DOT", 6);
+  write("", "", 0);
+  const std::string entities = Entities(), text = Piped();
+  EXPECT_NE(text.find("AC1009|  9|$DWGCODEPAGE|  3|ANSI_1252|"), std::string::npos);
+  const std::string solid = "| 70|64|  3|Solid Line| 72|65| 73|0| 40|0|  0|";
+  EXPECT_NE(text.find("LTYPE| 70|2|  0|LTYPE|  2|CONTINUOUS" + solid + "LTYPE|  2|dash_dot" + solid + "ENDTAB"),
+            std::string::npos);
+  EXPECT_NE(text.find("LAYER| 70|2|  0|LAYER|  2|0| 70|64| 62|7|  6|CONTINUOUS|"
+                      "  0|LAYER|  2|Gas| 70|64| 62|5|  6|CONTINUOUS|  0|ENDTAB|"),
+            std::string::npos)
+      << "layer 0, and the first colour of the other one";
+  EXPECT_NE(text.find("STYLE|  2|STANDARD|"), std::string::npos);
+  for (const char* expected : {"  6|CONTINUOUS| 62|0|", "  6|CONTINUOUS| 62|256|", "  6|dash_dot| 62|256|",
+                               "  6|ByBlock| 62|5|", "  6|dash_dot| 62|6|", "  8|0|  6|CONTINUOUS| 62|0|"}) {
+    EXPECT_NE(entities.find(expected), std::string::npos) << expected;
+  }
+  EXPECT_EQ(rig.WarningOf("colour numbers")->count, 1);
+}
+
+TEST_F(StandardDXFOutFilterTest, LayersStayDistinctAndComeBack) {
+  const std::string cut(300, 'x');
+  const std::pair<std::string, std::string> layers[] = {
+      {"DRY HOLE", "DRY HOLE"},
+      {"Dry Hole", "Dry Hole_2"},
+      {"A/B", "A_B"},
+      {"A_B_2", "A_B_2"},
+      {"A:B", "A_B_3"},
+      {" edge ", "_edge_"},
+      {"$-_09", "$-_09"},
+      {"\xC3\x96l \xD0\x96 \xF0\x9F\x98\x80", "\xC3\x96l \xD0\x96 \xF0\x9F\x98\x80"},
+      {"W\xE4rme", "W\xC3\xA4rme"},
+      {cut, cut.substr(0, 240)},
+      {cut + "y", cut.substr(0, 240) + "_2"},
+  };
+  tEntity element = Element(kPoint, {{1, 2, 3}});
+  for (const auto& [given, written] : layers) {
+    element.Layer = given;
+    Write(element);
+  }
+  const auto elements = ReadBack();
+  ASSERT_EQ(elements.size(), std::size(layers));
+  for (std::size_t i = 0; i < elements.size(); ++i) EXPECT_EQ(elements[i].Layer, layers[i].second);
+  EXPECT_EQ(rig.WarningOf("names")->count, 6);
+}
+
+TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
+  const std::string texts[] = {"plain \\ 1/4 \"x\"",
+                               "100%% of 5%",
+                               "%%d %%%d %%%%065 %%",
+                               "a^J ^ b^",
+                               "\\U+0041 \\u+00e9 \\M+1 \\P",
+                               "Gr\xC3\xB6\xC3\x9F"
+                               "e \xC2\xBD \xE2\x82\xAC",
+                               "\xD0\x96\xD1\x83\xD0\xBA \xC2\x81",
+                               "\xF0\x9F\x98\x80",
+                               "\xEF\xBF\xBD"};
+  const std::int16_t placements[] = {0, 1, 2, 16, 17, 18, 33, 48, 50};
+  tEntity element = Element(kText, {{0, 2, 3}});
+  element.TextSize = 2.5;
+  for (std::size_t i = 0; i < std::size(texts); ++i) {
+    element.Text = texts[i];
+    element.TextJust = placements[i];
+    Write(element);
+  }
+  element.Text = "Caf\xE9 \x81";
+  element.TextJust = 0x43;
+  Write(element);
+  const auto elements = ReadBack();
+  ASSERT_EQ(elements.size(), std::size(texts) + 1);
+  for (std::size_t i = 0; i < std::size(texts); ++i) {
+    EXPECT_EQ(elements[i].Text, texts[i]);
+    EXPECT_EQ(elements[i].TextJust, placements[i]) << texts[i];
+    EXPECT_EQ(XY(elements[i]), "0,2");
+  }
+  EXPECT_EQ(elements.back().Text, "Caf\xC3\xA9 \xC2\x81") << "bytes that are no UTF-8 are ANSI_1252";
+  EXPECT_EQ(elements.back().TextJust, 0) << "placements that drawings do not have";
+  const std::string bytes = Piped();
+  EXPECT_NE(bytes.find(" 10|0| 20|2| 30|3| 40|2.5|  1|plain"), std::string::npos)
+      << "no alignment point at the left of the baseline";
+  EXPECT_NE(bytes.find(" 10|0| 20|2| 30|3| 11|0| 21|2| 31|3| 40|2.5|  1|a^ J ^  b^ | 50|0| 72|0| 73|1|"),
+            std::string::npos);
+  EXPECT_NE(bytes.find("|Gr\xF6\xDF"
+                       "e \xBD \x80|"),
+            std::string::npos);
+  EXPECT_NE(bytes.find("|\\U+D83D\\U+DE00|"), std::string::npos);
 }
 
 }  // namespace

@@ -21,8 +21,12 @@ void DXFInFilter::Open(const std::string& path) {
   if (!sectionSeen_ && !endSeen_) throw Error(path + ": is no DXF drawing; it has no section");
   if (inEntities_ && !tablesSeen_) ReadTablesBehindEntities();
   layers_ = drawing_->LayerNames();
-  entities_ = std::make_unique<EntityReader>(
-      EntitySource{*scanner_, *drawing_, report(), options().programFolder, options().paperSpace});
+  entities_ = std::make_unique<EntityReader>(EntitySource{.scanner = *scanner_,
+                                                          .drawing = *drawing_,
+                                                          .report = report(),
+                                                          .programFolder = options().programFolder,
+                                                          .paperSpace = options().paperSpace,
+                                                          .baselines = options().dialect == Dialect::Standard});
   if (!inEntities_) LeaveEntities();
 }
 

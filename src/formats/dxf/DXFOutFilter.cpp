@@ -1,22 +1,72 @@
 #include "formats/dxf/DXFOutFilter.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "core/Errors.h"
 #include "core/Paths.h"
 #include "core/Report.h"
 #include "core/Text.h"
+#include "formats/dxf/DrawingEncoding.h"
 
 namespace tesselink {
 namespace {
 
 namespace fs = std::filesystem;
 
-bool IsMissing(const tEntity& entity, tEntity::Index i) {
-  return entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
+constexpr std::size_t kShownName = 60;
+constexpr std::int32_t kGreatestColour = 255, kByLayer = 256, kWhite = 7;
+
+bool SameVertex(const tEntity& entity, tEntity::Index a, tEntity::Index b) {
+  return entity.x(a) == entity.x(b) && entity.Y(a) == entity.Y(b) && entity.Z(a) == entity.Z(b);
+}
+
+bool IsFlat(const tEntity& entity, tEntity::Index last) {
+  for (tEntity::Index i = 1; i <= last; ++i) {
+    if (entity.Z(i) != entity.Z(0)) return false;
+  }
+  return true;
+}
+
+// Line types that no table holds.
+bool IsInherited(const std::string& lineType) {
+  return EqualsIgnoringCase(lineType, "BYLAYER") || EqualsIgnoringCase(lineType, "BYBLOCK");
 }
 
 }  // namespace
+
+constexpr DXFOutFilter::Conventions DXFOutFilter::kClassic{
+    .originIsMissing = true,
+    .chainsAsStored = true,
+    .placementAsByte = true,
+    .arcsSkipped = true,
+    .degenerateKept = true,
+    .layerColourIsPosition = true,
+    .fullTables = false,
+    .coloursAsGiven = true,
+    .textsAsGiven = true,
+    .layerNames = DrawingNames::Rule::AsGiven,
+    .lineTypeNames = DrawingNames::Rule::AsGiven,
+};
+constexpr DXFOutFilter::Conventions DXFOutFilter::kStandard{
+    .originIsMissing = false,
+    .chainsAsStored = false,
+    .placementAsByte = false,
+    .arcsSkipped = false,
+    .degenerateKept = false,
+    .layerColourIsPosition = false,
+    .fullTables = true,
+    .coloursAsGiven = false,
+    .textsAsGiven = false,
+    .layerNames = DrawingNames::Rule::KeepDistinct,
+    .lineTypeNames = DrawingNames::Rule::MergeCase,
+};
+
+DXFOutFilter::DXFOutFilter(const FilterContext& context)
+    : OutputFilter(context),
+      conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
+      layers_(conventions_.layerNames),
+      lineTypes_(conventions_.lineTypeNames) {}
 
 void DXFOutFilter::Create(const std::string& path) {
   const std::string folder = FolderOf(path);
@@ -29,17 +79,24 @@ void DXFOutFilter::Create(const std::string& path) {
   entityFile_ = TempFile("DXF");
   header_ = FileWriter(headerFile_.TakeHandle(), headerFile_.Path());
   entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
-  layers_.clear();
-  knownLayers_.clear();
+  layers_ = DrawingNames(conventions_.layerNames);
+  lineTypes_ = DrawingNames(conventions_.lineTypeNames);
+  lineTypes_.Of("CONTINUOUS");
+  if (conventions_.fullTables) layers_.Of("0");
   extents_ = {};
   missingVertices_ = 0;
 }
 
 WriteResult DXFOutFilter::Write(tEntity& entity) {
   if (entity.LineStyle.empty()) entity.LineStyle = "CONTINUOUS";
-  NoteLayer(entity.Layer);
-  const tEntity::Index last = entity.PointCount();
+  NoteNames(entity);
+  tEntity::Index last = entity.PointCount();
+  if (!conventions_.originIsMissing) last = std::max<tEntity::Index>(last, 0);
   NoteExtents(entity, last);
+  if (IsDegenerate(entity, last)) {
+    WritePoints(entity, last);
+    return WriteResult::Converted;
+  }
   switch (entity.bType) {
     case kPoint:
       WritePoints(entity, last);
@@ -56,16 +113,46 @@ WriteResult DXFOutFilter::Write(tEntity& entity) {
     case kCircle:
       WriteCircle(entity);
       break;
+    case kArc:
+      if (conventions_.arcsSkipped) return WriteResult::Skipped;
+      WriteArc(entity);
+      break;
     default:
       return WriteResult::Skipped;
   }
   return WriteResult::Written;
 }
 
-void DXFOutFilter::NoteLayer(const std::string& layer) {
-  if (!layers_.empty() && layer == lastLayer_) return;
-  lastLayer_ = layer;
-  if (knownLayers_.insert(layer).second) layers_.push_back(layer);
+bool DXFOutFilter::IsMissing(const tEntity& entity, tEntity::Index i) const {
+  return conventions_.originIsMissing && entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
+}
+
+// Whether the element is but a place, of a kind that must have more.
+bool DXFOutFilter::IsDegenerate(const tEntity& entity, tEntity::Index last) const {
+  if (conventions_.degenerateKept) return false;
+  const bool isChain = entity.bType == kLine || entity.bType == kPolyline;
+  const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
+  return (isChain && last == 0) || (isCurve && !(entity.Rad > 0));
+}
+
+void DXFOutFilter::NoteNames(const tEntity& entity) {
+  DrawingNames::Entry& layer = NameIn(layers_, entity.Layer, "layer");
+  const bool isColour = entity.Colour > 0 && entity.Colour <= kGreatestColour;
+  if (layer.colour == 0 && isColour) layer.colour = entity.Colour;
+  layer_ = &layer.name;
+  const bool asGiven = !conventions_.fullTables || IsInherited(entity.LineStyle);
+  lineType_ = asGiven ? &entity.LineStyle : &NameIn(lineTypes_, entity.LineStyle, "line type").name;
+}
+
+DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string& name, const char* what) {
+  const std::size_t before = names.All().size();
+  DrawingNames::Entry& entry = names.Of(name);
+  if (entry.changed && names.All().size() > before) {
+    report().Warn("names", path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
+                               "\" has another name there; names hold letters, digits, $, -, _ and blanks within, "
+                               "and differ in more than letter case");
+  }
+  return entry;
 }
 
 void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
@@ -79,7 +166,7 @@ void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
 }
 
 // Values are lines of their own: a line end or another control character within one would shift everything behind it.
-std::string_view DXFOutFilter::Printable(const std::string& value) {
+const std::string& DXFOutFilter::Printable(const std::string& value) {
   const std::string& clean = WithoutControls(value, printable_);
   if (&clean != &value) {
     report().Warn("control characters", path_ + ": control characters in a layer or a text became blanks");
@@ -87,14 +174,31 @@ std::string_view DXFOutFilter::Printable(const std::string& value) {
   return clean;
 }
 
+std::string_view DXFOutFilter::Encoded(const std::string& text) {
+  const std::string& printable = Printable(text);
+  if (conventions_.textsAsGiven) return printable;
+  EncodeText(printable, encoded_);
+  return encoded_;
+}
+
 void DXFOutFilter::Text(std::string_view code, std::string_view value) { entities_.Line(code).Line(value); }
 
 // The lines that most kinds begin with.
 void DXFOutFilter::Open(std::string_view type, const tEntity& entity) {
   Text("  0", type);
-  Text("  8", Printable(entity.Layer));
-  Text("  6", Printable(entity.LineStyle));
-  entities_.Line(" 62").Integer(entity.Colour).EndLine();
+  Text("  8", Printable(*layer_));
+  Text("  6", Printable(*lineType_));
+  Colour(entity);
+}
+
+void DXFOutFilter::Colour(const tEntity& entity) {
+  std::int32_t colour = entity.Colour;
+  if (!conventions_.coloursAsGiven && (colour < 0 || colour > kByLayer)) {
+    report().Warn("colour numbers", path_ + ": the number " + std::to_string(colour) +
+                                        " is no colour of a drawing; such elements have the colour of their layer");
+    colour = kByLayer;
+  }
+  entities_.Line(" 62").Integer(colour).EndLine();
 }
 
 void DXFOutFilter::Vertex(const tEntity& entity, tEntity::Index index, bool second) {
@@ -122,45 +226,76 @@ void DXFOutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
 
 void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
   Open("POLYLINE", entity);
-  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Printable(entity.Layer)).append("\r\n");
+  const bool inSpace = !conventions_.chainsAsStored && !IsFlat(entity, last);
+  if (!conventions_.chainsAsStored) {
+    WritePolylineForm(entity, inSpace);
+    // The vertex that closes the chain goes without saying.
+    if (entity.Closed && last > 1 && SameVertex(entity, 0, last) && !SameVertex(entity, 0, last - 1)) --last;
+  }
+  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Printable(*layer_)).append("\r\n");
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) continue;
     entities_.Write(vertexHead_);
     Vertex(entity, i);
+    if (inSpace) entities_.Write(" 70\r\n32\r\n");
   }
   Text("  0", "SEQEND");
 }
 
+// That vertices follow, the height of a flat chain behind two numbers without a meaning, and the flags.
+void DXFOutFilter::WritePolylineForm(const tEntity& entity, bool inSpace) {
+  constexpr int kClosed = 1, kInSpace = 8;
+  entities_.Write(" 66\r\n1\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n").Single(inSpace ? 0 : entity.Z(0)).EndLine();
+  entities_.Line(" 70").Integer((entity.Closed ? kClosed : 0) + (inSpace ? kInSpace : 0)).EndLine();
+}
+
 void DXFOutFilter::WriteText(const tEntity& entity) {
+  int across = entity.TextJust & 15, up = entity.TextJust & 240;
+  if (!conventions_.placementAsByte) {
+    across = across > 2 ? 0 : across;
+    up = up > 48 ? 0 : up / 16;
+  }
   Open("TEXT", entity);
   Vertex(entity, 0);
-  Vertex(entity, 0, true);
+  // A text at its left on its baseline has no alignment point.
+  if (conventions_.placementAsByte || across != 0 || up != 0) Vertex(entity, 0, true);
   entities_.Line(" 40").Number(entity.TextSize).EndLine();
-  Text("  1", Printable(entity.Text));
+  Text("  1", Encoded(entity.Text));
   entities_.Line(" 50").Number(entity.TextAng).EndLine();
-  entities_.Line(" 72").Integer(entity.TextJust & 15).EndLine();
-  entities_.Line(" 73").Integer(entity.TextJust & 240).EndLine();
+  entities_.Line(" 72").Integer(across).EndLine();
+  entities_.Line(" 73").Integer(up).EndLine();
 }
 
 void DXFOutFilter::WriteCircle(const tEntity& entity) {
   Text("  0", "CIRCLE");
-  entities_.Line(" 62").Integer(entity.Colour).EndLine();
-  Text("  8", Printable(entity.Layer));
+  Colour(entity);
+  Text("  8", Printable(*layer_));
   Vertex(entity, 0);
   entities_.Line(" 40").Number(static_cast<double>(entity.Rad)).EndLine();
-  Text("  6", Printable(entity.LineStyle));
+  Text("  6", Printable(*lineType_));
+}
+
+// The end of an arc through 0 degrees counts from there again.
+void DXFOutFilter::WriteArc(const tEntity& entity) {
+  const auto start = static_cast<double>(entity.AngStart), end = static_cast<double>(entity.AngEnd);
+  Open("ARC", entity);
+  Vertex(entity, 0);
+  entities_.Line(" 40").Number(static_cast<double>(entity.Rad)).EndLine();
+  entities_.Line(" 50").Number(start).EndLine();
+  entities_.Line(" 51").Number(end > 360 && end - start < 360 ? end - 360 : end).EndLine();
 }
 
 void DXFOutFilter::WriteHead() {
-  constexpr std::string_view kBeforeExtents =
-      "  0\r\nSECTION\r\n  2\r\nHEADER\r\n  9\r\n$ACADVER\r\n  1\r\nAC1009\r\n"
-      "  9\r\n$INSBASE\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n0\r\n";
-  constexpr std::string_view kLineTypes =
-      "  0\r\nENDSEC\r\n  0\r\nSECTION\r\n  2\r\nTABLES\r\n"
-      "  0\r\nTABLE\r\n  2\r\nLTYPE\r\n 70\r\n1\r\n  0\r\nLTYPE\r\n  2\r\nCONTINUOUS\r\n 70\r\n64\r\n"
-      "  3\r\nSolid Line\r\n 72\r\n65\r\n 73\r\n0\r\n 40\r\n0\r\n  0\r\nENDTAB\r\n";
-  constexpr std::string_view kAfterLayers =
-      "  0\r\nTABLE\r\n  2\r\nSTYLE\r\n 70\r\n0\r\n  0\r\nENDTAB\r\n  0\r\nENDSEC\r\n"
+  constexpr std::string_view kRelease = "  0\r\nSECTION\r\n  2\r\nHEADER\r\n  9\r\n$ACADVER\r\n  1\r\nAC1009\r\n";
+  constexpr std::string_view kCodePage = "  9\r\n$DWGCODEPAGE\r\n  3\r\nANSI_1252\r\n";
+  constexpr std::string_view kBase = "  9\r\n$INSBASE\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n0\r\n";
+  constexpr std::string_view kTables = "  0\r\nENDSEC\r\n  0\r\nSECTION\r\n  2\r\nTABLES\r\n";
+  constexpr std::string_view kNoStyles = "  0\r\nTABLE\r\n  2\r\nSTYLE\r\n 70\r\n0\r\n  0\r\nENDTAB\r\n";
+  constexpr std::string_view kStyles =
+      "  0\r\nTABLE\r\n  2\r\nSTYLE\r\n 70\r\n1\r\n  0\r\nSTYLE\r\n  2\r\nSTANDARD\r\n 70\r\n0\r\n 40\r\n0\r\n"
+      " 41\r\n1\r\n 50\r\n0\r\n 71\r\n0\r\n 42\r\n1\r\n  3\r\ntxt\r\n  4\r\n\r\n  0\r\nENDTAB\r\n";
+  constexpr std::string_view kBehindTables =
+      "  0\r\nENDSEC\r\n"
       "  0\r\nSECTION\r\n  2\r\nBLOCKS\r\n  0\r\nENDSEC\r\n"
       "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n";
   const auto corner = [this](std::string_view name, double x, double y, double z) {
@@ -168,21 +303,35 @@ void DXFOutFilter::WriteHead() {
     header_.Line(" 10").Number(x).EndLine().Line(" 20").Number(y).EndLine();
     header_.Line(" 30").Single(static_cast<float>(z)).EndLine();
   };
-  header_.Write(kBeforeExtents);
+  header_.Write(kRelease);
+  if (!conventions_.textsAsGiven) header_.Write(kCodePage);
+  header_.Write(kBase);
   corner("$EXTMIN", extents_.minX, extents_.minY, extents_.minZ);
   corner("$EXTMAX", extents_.maxX, extents_.maxY, extents_.maxZ);
-  header_.Write(kLineTypes);
+  header_.Write(kTables);
+  WriteLineTypeTable();
   WriteLayerTable();
-  header_.Write(kAfterLayers);
+  header_.Write(conventions_.fullTables ? kStyles : kNoStyles).Write(kBehindTables);
 }
 
-// A layer's colour number is its position in the table.
+// The patterns of line types are not known: each is a solid line.
+void DXFOutFilter::WriteLineTypeTable() {
+  header_.Write("  0\r\nTABLE\r\n  2\r\nLTYPE\r\n 70\r\n").Integer(std::ssize(lineTypes_.All())).EndLine();
+  for (const DrawingNames::Entry& lineType : lineTypes_.All()) {
+    header_.Write("  0\r\nLTYPE\r\n  2\r\n").Write(Printable(lineType.name));
+    header_.Write("\r\n 70\r\n64\r\n  3\r\nSolid Line\r\n 72\r\n65\r\n 73\r\n0\r\n 40\r\n0\r\n");
+  }
+  header_.Write("  0\r\nENDTAB\r\n");
+}
+
 void DXFOutFilter::WriteLayerTable() {
-  header_.Write("  0\r\nTABLE\r\n  2\r\nLAYER\r\n 70\r\n").Integer(static_cast<std::int64_t>(layers_.size())).EndLine();
+  header_.Write("  0\r\nTABLE\r\n  2\r\nLAYER\r\n 70\r\n").Integer(std::ssize(layers_.All())).EndLine();
   std::int64_t position = 0;
-  for (const std::string& layer : layers_) {
-    header_.Write("  0\r\nLAYER\r\n  2\r\n").Write(Printable(layer)).Write("\r\n 70\r\n64\r\n 62\r\n");
-    header_.Integer(++position).Write("\r\n  6\r\nCONTINUOUS\r\n");
+  for (const DrawingNames::Entry& layer : layers_.All()) {
+    header_.Write("  0\r\nLAYER\r\n  2\r\n").Write(Printable(layer.name)).Write("\r\n 70\r\n64\r\n 62\r\n");
+    ++position;
+    header_.Integer(conventions_.layerColourIsPosition ? position : layer.colour == 0 ? kWhite : layer.colour);
+    header_.Write("\r\n  6\r\nCONTINUOUS\r\n");
   }
   header_.Write("  0\r\nENDTAB\r\n");
 }

@@ -3,12 +3,11 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
-#include <vector>
 
 #include "core/Extents.h"
 #include "core/Files.h"
 #include "core/Filters.h"
+#include "formats/dxf/DrawingNames.h"
 
 namespace tesselink {
 
@@ -17,9 +16,10 @@ namespace tesselink {
 ///
 /// By convention circles become "CIRCLE", arcs are not written, a closed chain is written through its stored vertices,
 /// the vertical placement of a text stands in group 73 as 0, 16, 32 or 48, and a vertex at (0, 0, 0) counts as missing.
+/// The standard dialect departs from that as `Conventions` tells.
 class DXFOutFilter final : public OutputFilter {
  public:
-  explicit DXFOutFilter(const FilterContext& context) : OutputFilter(context) {}
+  explicit DXFOutFilter(const FilterContext& context);
   ~DXFOutFilter() override { ReleaseQuietly(); }
 
   /// Writes the sections before the entities into the header file.
@@ -28,32 +28,56 @@ class DXFOutFilter final : public OutputFilter {
   void Merge(const std::string& headerPath, const std::string& entityPath);
 
  private:
+  // All that the dialects decide differently.
+  struct Conventions {
+    bool originIsMissing;        // a vertex at (0, 0, 0) is left out
+    bool chainsAsStored;         // polylines without flags; else with what they are: closed, flat, in space
+    bool placementAsByte;        // group 73 of a text is 0, 16, 32 or 48; else 0 to 3
+    bool arcsSkipped;            // else written as ARC
+    bool degenerateKept;         // a chain of one vertex, a circle without radius; else a POINT
+    bool layerColourIsPosition;  // in the table; else the first colour that an element of the layer has
+    bool fullTables;             // every line type, layer 0 and a text style; else a single line type and no style
+    bool coloursAsGiven;         // else a number that is no colour is "by layer"
+    bool textsAsGiven;           // byte by byte; else in the code page that the header names
+    DrawingNames::Rule layerNames, lineTypeNames;
+  };
+  static const Conventions kClassic, kStandard;
+
   void Create(const std::string& path) override;
   WriteResult Write(tEntity& entity) override;
   void Complete() override;
   void Drop() noexcept override;
 
-  void NoteLayer(const std::string& layer);
+  bool IsMissing(const tEntity& entity, tEntity::Index i) const;
+  bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
+  void NoteNames(const tEntity& entity);
+  DrawingNames::Entry& NameIn(DrawingNames& names, const std::string& name, const char* what);
   void NoteExtents(const tEntity& entity, tEntity::Index last);
   void WritePoints(const tEntity& entity, tEntity::Index last);
   void WriteLines(const tEntity& entity, tEntity::Index last);
   void WritePolyline(const tEntity& entity, tEntity::Index last);
+  void WritePolylineForm(const tEntity& entity, bool inSpace);
   void WriteText(const tEntity& entity);
   void WriteCircle(const tEntity& entity);
+  void WriteArc(const tEntity& entity);
   void Open(std::string_view type, const tEntity& entity);
   void Vertex(const tEntity& entity, tEntity::Index index, bool second = false);
   void Text(std::string_view code, std::string_view value);
+  void Colour(const tEntity& entity);
+  void WriteLineTypeTable();
   void WriteLayerTable();
-  std::string_view Printable(const std::string& value);
+  const std::string& Printable(const std::string& value);
+  std::string_view Encoded(const std::string& text);
 
   std::string path_;
   TempFile headerFile_, entityFile_;
   FileWriter header_, entities_;
-  std::vector<std::string> layers_;
-  std::unordered_set<std::string> knownLayers_;
-  std::string lastLayer_;
+  const Conventions& conventions_;
+  DrawingNames layers_, lineTypes_;
+  const std::string* layer_ = nullptr;     // of the element at hand, as the drawing holds it
+  const std::string* lineType_ = nullptr;  // likewise
   Extents extents_;
-  std::string printable_;
+  std::string printable_, encoded_;
   std::string vertexHead_;
   std::int64_t missingVertices_ = 0;
 };

@@ -7,65 +7,13 @@
 
 #include "core/Text.h"
 #include "formats/dxf/CodePages.h"
+#include "formats/dxf/Utf8.h"
 
 namespace tesselink {
 namespace {
 
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-
 bool IsAscii(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 128; });
-}
-
-// The length of the valid UTF-8 sequence that the bytes begin with; 0 when there is none.
-std::size_t Utf8Length(std::string_view bytes) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  const unsigned char lead = byte(0);
-  if (lead < 0x80) return 1;
-  const std::size_t length = lead >= 0xC2 && lead < 0xE0   ? 2
-                             : lead >= 0xE0 && lead < 0xF0 ? 3
-                             : lead >= 0xF0 && lead < 0xF5 ? 4
-                                                           : 0;
-  if (length == 0 || bytes.size() < length) return 0;
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0) != 0x80) return 0;
-  }
-  // Overlong forms, surrogates, and what is beyond U+10FFFF.
-  if ((lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)) return 0;
-  if ((lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F)) return 0;
-  return length;
-}
-
-bool IsUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const std::size_t length = Utf8Length(bytes);
-    if (length == 0) return false;
-    bytes.remove_prefix(length);
-  }
-  return true;
-}
-
-void AppendUtf8(std::string& text, std::uint32_t letter) {
-  const auto put = [&](std::uint32_t byte) { text += static_cast<char>(byte); };
-  if (letter < ' ') {
-    text += ' ';
-  } else if (letter < 0x80) {
-    put(letter);
-  } else if (letter < 0x800) {
-    put(0xC0 | letter >> 6);
-    put(0x80 | (letter & 0x3F));
-  } else if ((letter >= 0xD800 && letter < 0xE000) || letter > 0x10FFFF) {
-    text += kReplacement;
-  } else if (letter < 0x10000) {
-    put(0xE0 | letter >> 12);
-    put(0x80 | (letter >> 6 & 0x3F));
-    put(0x80 | (letter & 0x3F));
-  } else {
-    put(0xF0 | letter >> 18);
-    put(0x80 | (letter >> 12 & 0x3F));
-    put(0x80 | (letter >> 6 & 0x3F));
-    put(0x80 | (letter & 0x3F));
-  }
 }
 
 // The number that the first `count` letters are, all of them digits of the base.

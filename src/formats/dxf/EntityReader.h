@@ -27,6 +27,7 @@ struct EntitySource {
   Report& report;
   std::string programFolder;  ///< where the colour table lies
   bool paperSpace = false;    ///< deliver paper space too
+  bool baselines = false;     ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
 };
 
 /// Reads the entities of an ENTITIES section. What it cannot deliver it counts or warns of, with type and place.

@@ -16,11 +16,12 @@ enum Horizontal : std::int32_t { kAligned = 3, kMiddle = 4, kFit = 5 };
 constexpr int kBottom = 16, kCentre = 32, kTop = 48;
 
 // The justification code of groups 72 and 73. Besides 0 to 3, group 73 may hold the code's own 16, 32 or 48.
-std::int16_t JustificationOf(std::int32_t horizontal, std::int32_t vertical) {
+std::int16_t JustificationOf(std::int32_t horizontal, std::int32_t vertical, int baseline) {
   const int across = horizontal == 1 || horizontal == kMiddle ? 1 : horizontal == 2 ? 2 : 0;
   const int up = vertical == 2 || vertical == kCentre || horizontal == kMiddle ? kCentre
                  : vertical == 3 || vertical == kTop                           ? kTop
-                                                                               : kBottom;
+                 : vertical == 1 || vertical == kBottom                        ? kBottom
+                                                                               : baseline;
   return static_cast<std::int16_t>(up + across);
 }
 
@@ -43,7 +44,7 @@ bool EntityReader::MakePlacedText(tEntity& element, std::int32_t vertical) {
   }
   source_.drawing.Text().DecodeText(groups_.Text(), element.Text);
   element.TextAng = plane.AngleToWorld(angle);
-  element.TextJust = JustificationOf(horizontal, vertical);
+  element.TextJust = JustificationOf(horizontal, vertical, source_.baselines ? 0 : kBottom);
   FinishText(element);
   return StorePoint(element, kText, plane.ToWorld(groups_.Point(second ? 1 : 0)));
 }

@@ -1,0 +1,108 @@
+#include "formats/dxf/DrawingEncoding.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "formats/dxf/CodePages.h"
+#include "formats/dxf/Utf8.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::uint32_t kNoLetter = 0xFFFD;
+
+const std::u16string_view& CodePage() {
+  static const std::u16string_view page = UpperHalf("ANSI_1252");
+  return page;
+}
+
+bool IsDigit(std::uint32_t c) { return c >= '0' && c <= '9'; }
+bool IsAsciiLetter(std::uint32_t c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+// Takes off the first letter. A byte without a letter in the code page is the letter of its own number.
+std::uint32_t TakeLetter(std::string_view& rest, bool utf8) {
+  const std::size_t length = utf8 ? Utf8Length(rest) : 1;
+  const std::string_view sequence = rest.substr(0, length);
+  rest.remove_prefix(length);
+  const auto byte = static_cast<unsigned char>(sequence[0]);
+  if (utf8 || byte < 128) return Utf8Letter(sequence);
+  const std::uint32_t letter = CodePage()[byte - 128U];
+  return letter == kNoLetter ? byte : letter;
+}
+
+void AppendUnicode(std::string& bytes, std::uint32_t unit) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  bytes += "\\U+";
+  for (int shift = 12; shift >= 0; shift -= 4) bytes += kDigits[unit >> shift & 15];
+}
+
+void AppendLetter(std::string& bytes, std::uint32_t letter) {
+  const std::u16string_view page = CodePage();
+  if (letter < 128) {
+    bytes += static_cast<char>(letter);
+  } else if (letter > 0xFFFF) {
+    AppendUnicode(bytes, 0xD800 + ((letter - 0x10000) >> 10));
+    AppendUnicode(bytes, 0xDC00 + ((letter - 0x10000) & 0x3FF));
+  } else if (const auto at = page.find(static_cast<char16_t>(letter));
+             at != std::u16string_view::npos && letter != kNoLetter) {
+    bytes += static_cast<char>(128 + at);
+  } else {
+    AppendUnicode(bytes, letter);
+  }
+}
+
+// Two percent signs before a letter or a digit begin a code, and three are one sign.
+bool TakePercents(std::string_view& rest, std::string& bytes) {
+  const std::size_t count = std::min(rest.find_first_not_of('%'), rest.size());
+  if (count < 2) return false;
+  const unsigned char next = count < rest.size() ? static_cast<unsigned char>(rest[count]) : ' ';
+  const bool isCode = count > 2 || IsDigit(next) || IsAsciiLetter(next);
+  for (std::size_t i = 0; i < count; ++i) bytes += isCode ? "%%%" : "%";
+  rest.remove_prefix(count);
+  return true;
+}
+
+bool TakeSpecial(std::string_view& rest, std::string& bytes) {
+  if (rest[0] == '%') return TakePercents(rest, bytes);
+  const bool isUnicode = rest.size() > 2 && rest[0] == '\\' && rest[2] == '+' &&
+                         std::string_view("UuMm").find(rest[1]) != std::string_view::npos;
+  if (isUnicode) {
+    AppendUnicode(bytes, '\\');
+  } else if (rest[0] == '^') {
+    bytes += "^ ";
+  } else {
+    return false;
+  }
+  rest.remove_prefix(1);
+  return true;
+}
+
+}  // namespace
+
+void EncodeText(std::string_view text, std::string& bytes) {
+  bytes.clear();
+  const bool utf8 = IsUtf8(text);
+  for (std::string_view rest = text; !rest.empty();) {
+    if (!TakeSpecial(rest, bytes)) AppendLetter(bytes, TakeLetter(rest, utf8));
+  }
+}
+
+bool EncodeName(std::string_view name, std::string& bytes) {
+  constexpr int kLongest = 240;  // 255 would be read; the rest is room for what tells names apart
+  bytes.clear();
+  const bool utf8 = IsUtf8(name);
+  bool kept = true;
+  std::string_view rest = name;
+  for (int length = 0; !rest.empty() && length < kLongest; ++length) {
+    const bool first = rest.size() == name.size();
+    const std::uint32_t letter = TakeLetter(rest, utf8);
+    const bool within = !first && !rest.empty();
+    const bool allowed = letter >= 128 || IsAsciiLetter(letter) || IsDigit(letter) || letter == '$' || letter == '-' ||
+                         letter == '_' || (letter == ' ' && within);
+    AppendLetter(bytes, allowed ? letter : '_');
+    kept = kept && allowed;
+  }
+  return kept && rest.empty();
+}
+
+}  // namespace tesselink

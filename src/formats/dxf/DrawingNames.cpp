@@ -1,0 +1,43 @@
+#include "formats/dxf/DrawingNames.h"
+
+#include "core/Text.h"
+#include "formats/dxf/DrawingEncoding.h"
+
+namespace tesselink {
+
+DrawingNames::Entry& DrawingNames::Of(const std::string& name) {
+  if (last_ == nullptr || name != lastName_) {
+    last_ = &Find(name);
+    lastName_ = name;
+  }
+  return *last_;
+}
+
+DrawingNames::Entry& DrawingNames::Find(const std::string& name) {
+  const bool unnamed = name.empty() && rule_ != Rule::AsGiven;
+  const auto added = byName_.emplace(unnamed ? "0" : rule_ == Rule::MergeCase ? UpperCase(name) : name, nullptr);
+  if (added.second) {
+    Add(unnamed ? added.first->first : name);
+    added.first->second = &entries_.back();
+  }
+  return *added.first->second;
+}
+
+void DrawingNames::Add(const std::string& name) {
+  Entry entry;
+  if (rule_ == Rule::AsGiven) {
+    entry.name = name;
+  } else {
+    entry.changed = !EncodeName(name, entry.name);
+    const std::string base = entry.name;
+    int& number = written_[LowerCase(base)];
+    while (++number > 1) {
+      entry.name = base + "_" + std::to_string(number);
+      if (written_.emplace(LowerCase(entry.name), 1).second) break;
+    }
+    entry.changed = entry.changed || entry.name != base;
+  }
+  entries_.push_back(std::move(entry));
+}
+
+}  // namespace tesselink

@@ -1,0 +1,45 @@
+// The names in a table of a drawing that is being written.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <unordered_map>
+
+namespace tesselink {
+
+/// A table of layers or of line types, each once, in order of first appearance.
+class DrawingNames {
+ public:
+  enum class Rule {
+    AsGiven,       ///< by the letter
+    KeepDistinct,  ///< as EncodeName writes them; a name that becomes another one but for letter case gets a number
+    MergeCase,     ///< likewise, but names that are given in different letter case are one
+  };
+  struct Entry {
+    std::string name;  ///< as the drawing holds it
+    std::int32_t colour = 0;
+    bool changed = false;  ///< it is not the name that was given
+  };
+
+  explicit DrawingNames(Rule rule) : rule_(rule) {}
+  DrawingNames(DrawingNames&&) = default;
+  DrawingNames& operator=(DrawingNames&&) = default;
+
+  /// The entry of a name, added when it is new; it stays where it is. No name is that of layer 0, except by the letter.
+  Entry& Of(const std::string& name);
+  const std::deque<Entry>& All() const { return entries_; }
+
+ private:
+  Entry& Find(const std::string& name);
+  void Add(const std::string& name);
+
+  Rule rule_;
+  std::deque<Entry> entries_;
+  std::unordered_map<std::string, Entry*> byName_;
+  std::unordered_map<std::string, int> written_;  // in lower case, with the number that was tried last
+  Entry* last_ = nullptr;
+  std::string lastName_;
+};
+
+}  // namespace tesselink

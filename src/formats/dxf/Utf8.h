@@ -1,0 +1,19 @@
+// UTF-8, letter by letter.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tesselink {
+
+/// The length of the valid sequence that the bytes, one at least, begin with; 0 when there is none.
+std::size_t Utf8Length(std::string_view bytes);
+bool IsUtf8(std::string_view bytes);
+/// The letter of a valid sequence.
+std::uint32_t Utf8Letter(std::string_view sequence);
+/// Appends a letter: a blank for a control character, U+FFFD for a number that is no letter.
+void AppendUtf8(std::string& text, std::uint32_t letter);
+
+}  // namespace tesselink

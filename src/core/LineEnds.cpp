@@ -1,6 +1,5 @@
 #include "core/LineEnds.h"
 
-#include <array>
 #include <filesystem>
 #include <string_view>
 #include <vector>
@@ -14,12 +13,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLookedAt = 20;
-
-bool BeginsWithPairedLineEnds(const std::string& path) {
-  std::array<char, kLookedAt> head{};
-  const std::size_t got = BinaryFile(path).ReadAt(0, head.data(), head.size());
-  return std::string_view(head.data(), got).find("\r\n") != std::string_view::npos;
+bool BeginsWithPairedLineEnds(const std::string& path, std::size_t lookedAt) {
+  std::string head(lookedAt, '\0');
+  head.resize(BinaryFile(path).ReadAt(0, head.data(), head.size()));
+  return head.find("\r\n") != std::string::npos;
 }
 
 Message LineEndsQuestion() {
@@ -52,8 +49,8 @@ std::string PutInPlace(const std::string& original, const std::string& target, I
 
 }  // namespace
 
-std::string CheckLineEnds(const std::string& path, Interaction& interaction) {
-  if (BeginsWithPairedLineEnds(path)) return path;
+std::string CheckLineEnds(const std::string& path, Interaction& interaction, std::size_t lookedAt) {
+  if (BeginsWithPairedLineEnds(path, lookedAt)) return path;
   switch (interaction.ShowMessage(LineEndsQuestion())) {
     case Answer::Yes: {
       // The file itself is replaced, not a link to it.

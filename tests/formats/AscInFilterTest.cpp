@@ -10,7 +10,13 @@ namespace {
 class AscInFilterTest : public testing::Test {
  protected:
   Rig rig;
-  AscInFilter reader{rig.context};
+  AscInFilter reader;
+
+  explicit AscInFilterTest(Dialect dialect = Dialect::Classic) : reader(ContextIn(dialect)) {}
+  const FilterContext& ContextIn(Dialect dialect) {
+    rig.context.options.dialect = dialect;
+    return rig.context;
+  }
 
   // Lines end with CR LF, and the first one within 20 bytes.
   std::vector<tEntity> Read(const std::string& lines, int most = 100) {
@@ -131,6 +137,55 @@ TEST_F(AscInFilterTest, CancelledLineEndsEndTheRunWithoutAnError) {
   rig.person.answer = Answer::No;
   reader.filename(rig.folder.Path("unix.asc"));
   EXPECT_EQ(XY(rig.ReadAll(reader).at(0)), "1,1") << "left alone, bare line feeds are read all the same";
+}
+
+class StandardAscInFilterTest : public AscInFilterTest {
+ protected:
+  StandardAscInFilterTest() : AscInFilterTest(Dialect::Standard) {}
+};
+
+TEST_F(StandardAscInFilterTest, WhatEndsAKeywordDoesNotMatter) {
+  for (const char* line :
+       {"XY,10.5,20.25", "XY, 10.5, 20.25", "XY 10.5, 20.25", " xy , 10.5,20.25 ", "Xy  10.5,20.25"}) {
+    EXPECT_EQ(XY(Read("LINE,RED\nXY,1,1\n" + std::string(line) + "\nend\n").at(0)), "1,1 10.5,20.25") << line;
+  }
+  for (const char* line : {"XYZ,1,2", "XY10,20", "end", ""}) {
+    EXPECT_EQ(XY(Read("LINE,RED\nXY,1,1\n" + std::string(line) + "\nXY,3,4\n").at(0)), "1,1") << line;
+  }
+  EXPECT_EQ(Failure("LINE,RED\n XY 1\n"), "a.asc, line 3: \"XY\" has 2 fields where at least 3 are needed");
+}
+
+TEST_F(StandardAscInFilterTest, EveryRecordIsDeliveredOnce) {
+  const auto elements = Read(
+      "VECTOR,1,2,3,4, RED \nLINE,RED\nXY,1,1\nVECTOR 5,6,7,8,BLUE\nPOLYGON,RED\nVECTOR,1,2,3,4\nvector 3,4,5,6\n"
+      "VECTOR,9,9,0,0,\nLINE,RED\nXY,2,2\nTEXT,A,1,2,3,,RED");
+  const std::string expected[] = {"1,2 3,4", "1,1", "5,6 7,8", "1,2 3,4 5,6 9,9 0,0", "2,2", "1,2"};
+  ASSERT_EQ(elements.size(), std::size(expected));
+  for (std::size_t i = 0; i < elements.size(); ++i) EXPECT_EQ(XY(elements[i]), expected[i]);
+  EXPECT_EQ(elements[0].Layer, "RED");
+  EXPECT_EQ(elements[2].Layer, "BLUE");
+  EXPECT_TRUE(elements[3].Closed);
+  EXPECT_EQ(elements[5].Text, "A") << "a record that begins on the last line";
+  EXPECT_FALSE(reader.Stalled());
+  EXPECT_NE(rig.WarningOf("gaps"), nullptr);
+  EXPECT_EQ(Read("LINE,RED\nXY,1,1\nend").size(), 1U);
+}
+
+TEST_F(StandardAscInFilterTest, ZerosKeepTheirPlaceAndCommasTheirText) {
+  EXPECT_EQ(XY(Read("LINE,RED\nXY,0,5\nXY,7,0\nXY,8,9\n").at(0)), "0,5 7,0 8,9");
+  EXPECT_EQ(XY(Read("LINE,RED\nXY,0,0\nXY,0,0\nXY, 1, 0\n").at(0)), "0,0 0,0 1,0");
+  EXPECT_EQ(rig.WarningOf("out of step"), nullptr);
+  const std::pair<const char*, const char*> texts[] = {{"'WELL 1, PLUGGED'", "WELL 1, PLUGGED"},
+                                                       {" 'a','b' ,' ", "a','b' ,"},
+                                                       {"O'Hara", "O'Hara"},
+                                                       {"'", ""},
+                                                       {"''", ""}};
+  for (const auto& [field, text] : texts) {
+    const tEntity entity = Read("TEXT," + std::string(field) + ",10,20,12,,45,TR,,RED\n").at(0);
+    EXPECT_EQ(entity.Text, text);
+    EXPECT_EQ(XY(entity) + entity.Layer, "10,20RED") << field;
+    EXPECT_EQ(entity.TextJust, 50);
+  }
 }
 
 }  // namespace

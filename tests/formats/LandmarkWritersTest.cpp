@@ -96,6 +96,64 @@ TEST_F(AscOutFilterTest, AGeographicCircleIsConvertedWithItsCentre) {
   EXPECT_NE(rig.WarningOf("geographic circles"), nullptr);
 }
 
+TEST_F(AscOutFilterTest, TheStandardDialectComesBack) {
+  tEntity chain = Element(kPolyline, 0, 0);
+  chain.x(1, 4.5);
+  chain.Y(1, 0);
+  tEntity polygon = chain;
+  polygon.Closed = true;
+  tEntity text = Element(kText, 0, 20);
+  text.Text = "O'Hara, \"1\"";
+  text.TextSize = 12;
+  text.TextAng = 30.25;
+  text.TextJust = 50;
+  tEntity circle = Element(kCircle, 100, 40);
+  circle.Rad = 10;
+  tEntity arc = Element(kArc, 100, 40);
+  arc.Rad = 10;
+  arc.AngStart = 270;
+  arc.AngEnd = 360;
+  const FilterOptions options{.dialect = Dialect::Standard};
+  const std::string written =
+      Written({Element(kPoint, 1, 1), chain, polygon, text, circle, arc, Element(kLine, 0, 7)}, options);
+  EXPECT_TRUE(
+      written.starts_with("METAFILE,COUNTYPL,M,1,0,0\r\n"
+                          "LINE, , , , ,BLACK\r\nXY,0,0\r\nXY,4.5,0\r\n"
+                          "POLYGON, , , , ,BLACK\r\nXY,0,0\r\nXY,4.5,0\r\n"
+                          "TEXT, 'O'Hara, \"1\"',0,20,12,,30.25,TR,,BLACK\r\n"
+                          "POLYGON, , , , ,BLACK\r\nXY,110,40\r\n"))
+      << written;
+  AscInFilter reader(rig.context);
+  reader.filename(rig.folder.Path("COUNTYPLAT2.asc"));
+  const auto elements = rig.ReadAll(reader);
+  ASSERT_EQ(elements.size(), 6U);
+  EXPECT_EQ(XY(elements[0]), XY(chain));
+  EXPECT_FALSE(elements[0].Closed);
+  EXPECT_TRUE(elements[1].Closed);
+  EXPECT_EQ(elements[2].Text, text.Text);
+  EXPECT_EQ(elements[2].TextJust, 50);
+  const tEntity& round = elements[3];
+  const tEntity::Index last = round.PointCount();
+  EXPECT_TRUE(round.Closed);
+  EXPECT_EQ(round.x(0), round.x(last));
+  EXPECT_EQ(round.Y(0), round.Y(last));
+  for (tEntity::Index i = 0; i <= last; ++i) EXPECT_NEAR(std::hypot(round.x(i) - 100, round.Y(i) - 40), 10, 1e-9);
+  EXPECT_TRUE(XY(elements[4]).starts_with("100,30 "));
+  EXPECT_TRUE(XY(elements[4]).ends_with(" 110,40"));
+  EXPECT_EQ(XY(elements[5]), "0,7");
+  EXPECT_TRUE(rig.report.Warnings().empty());
+}
+
+TEST(MolInFilter, TheStandardDialectRefusesWhatItCannotDecode) {
+  Rig rig;
+  rig.context.options.dialect = Dialect::Standard;
+  MolInFilter reader(rig.context);
+  EXPECT_NE(ErrorOf([&] { reader.filename(rig.folder.Put("a.mol", "twelve bytes")); }).find("cannot be decoded"),
+            std::string::npos);
+  reader.filename(rig.folder.Put("empty.mol", ""));
+  EXPECT_TRUE(reader.Eof());
+}
+
 TEST(MolInFilter, DeliversNothingAndNeverEnds) {
   Rig rig;
   MolInFilter reader(rig.context);

@@ -63,11 +63,35 @@ std::int16_t JustificationOf(std::string_view letters) {
 
 }  // namespace
 
+constexpr AscInFilter::Conventions AscInFilter::kClassic{
+    .lineEndWithin = 20,
+    .keywordByBlanks = true,
+    .ownLinePending = true,
+    .lastPendingRead = false,
+    .zeroGivesWay = true,
+    .vectorsOverwrite = true,
+    .vectorLayerAsIs = true,
+    .quotesHoldCommas = false,
+};
+constexpr AscInFilter::Conventions AscInFilter::kStandard{
+    .lineEndWithin = std::size_t{1} << 16,
+    .keywordByBlanks = false,
+    .ownLinePending = false,
+    .lastPendingRead = true,
+    .zeroGivesWay = false,
+    .vectorsOverwrite = false,
+    .vectorLayerAsIs = false,
+    .quotesHoldCommas = true,
+};
+
+AscInFilter::AscInFilter(const FilterContext& context)
+    : InputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
+
 void AscInFilter::Open(const std::string& path) {
   filename_ = path;
   pending_.clear();
   hasPending_ = repeating_ = anyRecord_ = false;
-  const std::string readable = CheckLineEnds(path, interaction());
+  const std::string readable = CheckLineEnds(path, interaction(), conventions_.lineEndWithin);
   if (readable == kOperationCanceled) throw OperationCanceled();
   filename_ = readable;
   reader_ = LineReader(readable);
@@ -119,6 +143,26 @@ AscInFilter::Fields AscInFilter::Split(std::string_view line, char separator) {
   }
 }
 
+void AscInFilter::Fields::Prepend(std::string_view field) {
+  std::copy_backward(first.begin(), first.end() - 1, first.end());
+  first[0] = field;
+  ++count;
+}
+
+// The comma fields of a line whose second one may stand in quotes. The fields behind a text hold none, so that the last
+// quote of the line ends it, whatever it holds.
+AscInFilter::Fields AscInFilter::SplitQuoted(std::string_view line) {
+  const std::size_t begin = line.find(',') + 1;
+  const std::size_t open = line.find_first_not_of(' ', begin), close = line.rfind('\'');
+  if (begin == 0 || open == std::string_view::npos || line[open] != '\'' || close == open) return Split(line, ',');
+  const std::size_t end = line.find_first_not_of(' ', close + 1);
+  if (end == std::string_view::npos || line[end] != ',') return Split(line, ',');
+  Fields fields = Split(line.substr(end + 1), ',');
+  fields.Prepend(line.substr(open, close + 1 - open));
+  fields.Prepend(line.substr(0, begin - 1));
+  return fields;
+}
+
 void AscInFilter::Require(const Fields& fields, std::size_t count) const {
   if (fields.count >= count) return;
   ThrowAtLine("\"" + std::string(Trimmed(fields.first[0]).substr(0, 20)) + "\" has " + std::to_string(fields.count) +
@@ -160,7 +204,7 @@ bool AscInFilter::Next(tEntity& entity) {
     const auto is = [word](std::string_view keyword) { return EqualsIgnoringCase(word, keyword); };
     anyRecord_ = anyRecord_ || BeginsRecord(line);
     if (is("TEXT")) {
-      ReadText(entity, fields);
+      ReadText(entity, conventions_.quotesHoldCommas ? SplitQuoted(line) : fields);
     } else if (is("LINE") || is("POLYGON")) {
       entity.Layer = Trimmed(fields.last);
       entity.bType = kPolyline;
@@ -168,12 +212,12 @@ bool AscInFilter::Next(tEntity& entity) {
       ReadPointLines(entity, line);
       return true;
     } else if (is(kVectorKeyword)) {
-      entity.Layer = fields.last;
+      entity.Layer = conventions_.vectorLayerAsIs ? fields.last : Trimmed(fields.last);
       ReadVector(entity, fields);
       entity.bType = kPolyline;
-      repeating_ = true;
+      repeating_ = conventions_.ownLinePending;
     } else if (Eof()) {
-      EndRecord(entity, line);
+      EndRecord(entity, line, false);
       if (!anyRecord_)
         report().Warn("no records", filename_ + ": holds no Landmark record; is it a file of this format?");
       return false;
@@ -183,7 +227,7 @@ bool AscInFilter::Next(tEntity& entity) {
       }
       continue;
     }
-    EndRecord(entity, line);
+    EndRecord(entity, line, false);
     return true;
   }
   return false;
@@ -215,14 +259,18 @@ void AscInFilter::ReadVector(tEntity& entity, const Fields& fields) {
 // Reads point lines until one ends the record; `line` is the record's own line.
 void AscInFilter::ReadPointLines(tEntity& entity, std::string_view line) {
   vertices_ = 0;
-  while (!Eof() && reader_.ReadLine(line)) {
-    if (ReadPointLine(entity, line)) continue;
-    if (Eof() && BeginsRecord(line)) {
-      WarnAtLine("last line", "a record that begins on the last line, right behind another one, is not read");
-    }
-    break;
+  bool unread = false;
+  while (!unread && !reader_.AtEnd() && reader_.ReadLine(line)) unread = !ReadPointLine(entity, line);
+  if (unread && reader_.AtEnd() && !conventions_.lastPendingRead && BeginsRecord(line)) {
+    WarnAtLine("last line", "a record that begins on the last line, right behind another one, is not read");
   }
-  EndRecord(entity, line);
+  EndRecord(entity, line, unread);
+}
+
+// Reads one point line. False for any other line, which ends the record; `line` may then be another form of it.
+bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
+  if (ReadPlainVertex(entity, line)) return true;
+  return conventions_.keywordByBlanks ? ReadPointLineByBlanks(entity, line) : ReadPointLineByWord(entity, line);
 }
 
 // The form of nearly every line of a drawing: "XY,x,y" with nothing else, which needs no look at blanks. False for any
@@ -245,7 +293,8 @@ bool AscInFilter::ReadPlainVertex(tEntity& entity, std::string_view line) {
 // Behind the last coordinate of each array. Where the first one is exactly 0 its array counts as empty, and what comes
 // next takes its place: vertices are lost, or x and y no longer belong together.
 void AscInFilter::AddVertex(tEntity& entity, double x, double y) {
-  const tEntity::Index atX = entity.XCount() + 1, atY = entity.YCount() + 1;
+  const tEntity::Index atX = conventions_.zeroGivesWay ? entity.XCount() + 1 : vertices_;
+  const tEntity::Index atY = conventions_.zeroGivesWay ? entity.YCount() + 1 : vertices_;
   entity.x(atX, x);
   entity.Y(atY, y);
   if (atX != vertices_ || atY != vertices_) {
@@ -254,10 +303,9 @@ void AscInFilter::AddVertex(tEntity& entity, double x, double y) {
   ++vertices_;
 }
 
-// Reads one point line. False for any other line, which ends the record. A line that has the keyword glued to the rest
-// is rewritten, and `line` is what it became; the word that decides is that of the line as read.
-bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
-  if (ReadPlainVertex(entity, line)) return true;
+// A line that has the keyword glued to the rest is rewritten, and `line` is what it became; the word that decides is
+// that of the line as read.
+bool AscInFilter::ReadPointLineByBlanks(tEntity& entity, std::string_view& line) {
   Fields commas = Split(line, ',');
   const Fields blanks = Split(line, ' ');
   const std::string_view word = blanks.count < 3 ? commas.first[0] : blanks.first[0];
@@ -270,11 +318,7 @@ bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
     commas = Split(line, ',');
     break;
   }
-  if (isVector) {
-    ReadVector(entity, commas);
-    if (vertices_ > 0) WarnAtLine("overwritten", "a VECTOR line takes the place of its record's first two vertices");
-    vertices_ = entity.PointCount() + 1;
-  }
+  if (isVector) AddVector(entity, commas);
   if (isVertex) {
     Require(commas, 3);
     const double x = Lenient(commas, 1), y = Lenient(commas, 2);
@@ -283,8 +327,54 @@ bool AscInFilter::ReadPointLine(tEntity& entity, std::string_view& line) {
   return isVertex || isVector;
 }
 
-void AscInFilter::EndRecord(tEntity& entity, std::string_view line) {
-  if (entity.bType != kText) {
+// The first word of the line decides, whatever separates it from the numbers. A VECTOR line with a colour behind its
+// numbers is a record of its own; `line` then has a comma behind the keyword.
+bool AscInFilter::ReadPointLineByWord(tEntity& entity, std::string_view& line) {
+  const std::string_view text = Trimmed(line);
+  const std::string_view word = text.substr(0, text.find_first_of(" ,"));
+  const bool isVector = EqualsIgnoringCase(word, kVectorKeyword);
+  if (!isVector && !EqualsIgnoringCase(word, kVertexKeyword)) return false;
+  std::string_view numbers = Trimmed(text.substr(word.size()));
+  if (numbers.starts_with(',')) numbers.remove_prefix(1);
+  Fields fields = Split(numbers, ',');
+  fields.Prepend(word);
+  constexpr std::size_t kVectorFields = 5;
+  if (isVector && fields.count > kVectorFields && !Trimmed(fields.last).empty()) {
+    rewritten_.assign(kVectorKeyword).append(",").append(numbers);
+    line = rewritten_;
+    return false;
+  }
+  if (isVector) {
+    AddVector(entity, fields);
+  } else {
+    Require(fields, 3);
+    AddVertex(entity, Lenient(fields, 1), Lenient(fields, 2));
+  }
+  return true;
+}
+
+// A VECTOR line within a record.
+void AscInFilter::AddVector(tEntity& entity, const Fields& fields) {
+  if (conventions_.vectorsOverwrite) {
+    ReadVector(entity, fields);
+    if (vertices_ > 0) WarnAtLine("overwritten", "a VECTOR line takes the place of its record's first two vertices");
+    vertices_ = entity.PointCount() + 1;
+    return;
+  }
+  Require(fields, 5);
+  const double x = Lenient(fields, 1), y = Lenient(fields, 2);
+  const tEntity::Index last = vertices_ - 1;
+  if (vertices_ == 0 || entity.x(last) != x || entity.Y(last) != y) {
+    if (vertices_ > 0)
+      WarnAtLine("gaps", "a VECTOR line begins where its record's chain does not end; they were joined");
+    AddVertex(entity, x, y);
+  }
+  AddVertex(entity, Lenient(fields, 3), Lenient(fields, 4));
+}
+
+// `unread` tells that the line is none of the record.
+void AscInFilter::EndRecord(tEntity& entity, std::string_view line, bool unread) {
+  if (conventions_.ownLinePending ? entity.bType != kText : unread) {
     pending_.assign(line.data(), line.size());
     hasPending_ = true;
   }

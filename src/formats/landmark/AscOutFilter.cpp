@@ -1,5 +1,6 @@
 #include "formats/landmark/AscOutFilter.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/ColourNames.h"
@@ -23,6 +24,26 @@ bool LooksGeographic(const tEntity& entity) {
 }
 
 }  // namespace
+
+constexpr AscOutFilter::Conventions AscOutFilter::kClassic{
+    .separator = ", ",
+    .closedAsLine = true,
+    .horizontalFirst = true,
+    .endsByFirstZero = true,
+    .curvesInSteps = true,
+    .curvesToMetres = true,
+};
+constexpr AscOutFilter::Conventions AscOutFilter::kStandard{
+    .separator = ",",
+    .closedAsLine = false,
+    .horizontalFirst = false,
+    .endsByFirstZero = false,
+    .curvesInSteps = false,
+    .curvesToMetres = false,
+};
+
+AscOutFilter::AscOutFilter(const FilterContext& context)
+    : OutputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
 
 void AscOutFilter::Create(const std::string& path) {
   file_ = FileWriter(path);
@@ -55,11 +76,20 @@ void AscOutFilter::WriteHeader() {
 }
 
 void AscOutFilter::WriteLine(const tEntity& entity) {
-  file_.Write("LINE, , , , ,").Line(ColourName(entity.RGB));
-  const tEntity::Index last = entity.XCount();
+  const bool polygon = entity.Closed && !conventions_.closedAsLine;
+  file_.Write(polygon ? "POLYGON" : "LINE").Write(", , , , ,").Line(ColourName(entity.RGB));
+  const tEntity::Index last =
+      conventions_.endsByFirstZero ? entity.XCount() : std::max<tEntity::Index>(entity.PointCount(), 0);
   for (tEntity::Index i = 0; i <= last; ++i) {
-    file_.Write("XY, ").Number(entity.x(i)).Write(", ").Number(entity.Y(i)).EndLine();
+    file_.Write("XY").Write(conventions_.separator).Number(entity.x(i));
+    file_.Write(conventions_.separator).Number(entity.Y(i)).EndLine();
   }
+}
+
+std::string AscOutFilter::Justification(std::int16_t code) const {
+  std::string letters = JustificationLetters(code);
+  if (!conventions_.horizontalFirst) std::swap(letters[0], letters[1]);
+  return letters;
 }
 
 void AscOutFilter::WriteText(const tEntity& entity) {
@@ -68,7 +98,7 @@ void AscOutFilter::WriteText(const tEntity& entity) {
     report().Warn("control characters", path_ + ": control characters in a text became blanks");
   file_.Write("TEXT, '").Write(text).Write("',").Number(entity.x(0)).Write(",").Number(entity.Y(0)).Write(",");
   file_.Number(RoundHalfEven(entity.TextSize)).Write(",,").Number(entity.TextAng).Write(",");
-  file_.Write(JustificationLetters(entity.TextJust)).Write(",,").Line(ColourName(entity.RGB));
+  file_.Write(Justification(entity.TextJust)).Write(",,").Line(ColourName(entity.RGB));
 }
 
 // The centre in metres, and the radius as far as it reaches along the parallel, in the centre's zone.
@@ -87,10 +117,15 @@ void AscOutFilter::ToMetres(tEntity& entity) {
   ++geographic_;
 }
 
+void AscOutFilter::ToChain(tEntity& entity) {
+  if (conventions_.curvesToMetres && LooksGeographic(entity)) ToMetres(entity);
+  conventions_.curvesInSteps ? ToSteps(entity) : ToCurve(entity);
+  entity.bType = kPolyline;
+}
+
 // A vertex every 10 degrees, and a closing one for which the end's number of degrees is taken as radians: the system's
 // own way.
-void AscOutFilter::ToChain(tEntity& entity) {
-  if (LooksGeographic(entity)) ToMetres(entity);
+void AscOutFilter::ToSteps(tEntity& entity) {
   const double cx = entity.x(0), cy = entity.Y(0), radius = static_cast<double>(entity.Rad);
   const double start = entity.bType == kCircle ? 0 : static_cast<double>(entity.AngStart);
   const double end = entity.bType == kCircle ? 360 : static_cast<double>(entity.AngEnd);
@@ -104,7 +139,24 @@ void AscOutFilter::ToChain(tEntity& entity) {
   for (double angle = start * kPi / 180; angle <= end * kPi / 180 && i < kMostVertices; angle += kStep) append(angle);
   if (i == kMostVertices) report().Warn("long arc", path_ + ": an arc of more than 2,000 turns was cut short");
   append(end);
-  entity.bType = kPolyline;
+}
+
+void AscOutFilter::ToCurve(tEntity& entity) {
+  const Vertex centre{entity.x(0), entity.Y(0), 0};
+  const double radius = static_cast<double>(entity.Rad), start = static_cast<double>(entity.AngStart);
+  const double end = static_cast<double>(entity.AngEnd);
+  chain_.clear();
+  entity.Closed = entity.bType == kCircle;
+  if (entity.Closed) {
+    AppendCircle(chain_, centre, radius);
+  } else {
+    AppendArc(chain_, centre, radius, start, end > start ? end - start : end - start + 360);
+  }
+  entity.ClearVertices();
+  for (tEntity::Index i = std::ssize(chain_); i-- > 0;) {
+    entity.x(i, chain_[static_cast<std::size_t>(i)].x);
+    entity.Y(i, chain_[static_cast<std::size_t>(i)].y);
+  }
 }
 
 void AscOutFilter::Complete() {

@@ -3,21 +3,34 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "core/Files.h"
 #include "core/Filters.h"
+#include "core/VertexChains.h"
 
 namespace tesselink {
 
 /// Circles and arcs become chains; points have no form. Layers do not appear: the last field of a record is the name of
 /// the colour nearest to `RGB`. The blanks behind the commas of "XY" lines keep a Landmark reader of this system from
-/// reading them back, which is the system's own way.
+/// reading them back, which is the system's own way. The standard dialect departs from it as `Conventions` tells.
 class AscOutFilter final : public OutputFilter {
  public:
-  explicit AscOutFilter(const FilterContext& context) : OutputFilter(context) {}
+  explicit AscOutFilter(const FilterContext& context);
   ~AscOutFilter() override { ReleaseQuietly(); }
 
  private:
+  // All that the dialects decide differently.
+  struct Conventions {
+    std::string_view separator;  // behind "XY" and between its numbers
+    bool closedAsLine;           // else closed chains are POLYGON records
+    bool horizontalFirst;        // of the justification's letters; else the order in which they are read
+    bool endsByFirstZero;        // a single vertex whose x is 0 is left out
+    bool curvesInSteps;          // of 10 degrees and a closing angle in radians; else the curve's own chain
+    bool curvesToMetres;         // where they look geographic; else they stay where they are
+  };
+  static const Conventions kClassic, kStandard;
+
   void Create(const std::string& path) override;
   /// Writes the element and clears its vertices.
   WriteResult Write(tEntity& entity) override;
@@ -26,13 +39,18 @@ class AscOutFilter final : public OutputFilter {
 
   void WriteHeader();
   void WriteLine(const tEntity& entity);
+  std::string Justification(std::int16_t code) const;
   void WriteText(const tEntity& entity);
   void ToChain(tEntity& entity);
+  void ToSteps(tEntity& entity);
+  void ToCurve(tEntity& entity);
   void ToMetres(tEntity& entity);
 
+  const Conventions& conventions_;
   std::string path_;
   FileWriter file_;
   std::string cleaned_;
+  VertexChain chain_;
   std::int64_t geographic_ = 0;
   std::int64_t heights_ = 0;
 };

@@ -19,6 +19,11 @@ constexpr std::int64_t kBehindColour = 4;
 
 void MolInFilter::Open(const std::string& path) {
   file_ = BinaryFile(path);
+  if (options().dialect == Dialect::Standard && !Eof()) {
+    throw Error(path +
+                ": the drawing elements of a map overlay cannot be decoded; export them in another format from "
+                "the program that made the overlay");
+  }
   filename_ = path;
   ScanLayers();
   if (!Eof()) {

@@ -11,7 +11,7 @@ namespace tesselink {
 
 /// Delivers nothing and never comes to the end of a file that holds anything, which shows in `Stalled`: a run is ended
 /// by a cancel only. The layer scan reads colour numbers where it would need names, so the layer list stays empty. Both
-/// are the system's own way.
+/// are the system's own way; in the standard dialect a file that holds anything is refused.
 class MolInFilter final : public InputFilter {
  public:
   explicit MolInFilter(const FilterContext& context) : InputFilter(context) {}

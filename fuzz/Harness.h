@@ -83,11 +83,11 @@ inline std::string PutFile(const std::string& name, std::string_view bytes) {
 /// Reads a file to its end. What is delivered must be finite in number: an element may not come from nothing, so
 /// more elements than the file has bytes are a finding.
 template <typename Reader>
-void ReadToTheEnd(const std::string& path, std::size_t bytes) {
+void ReadToTheEnd(const std::string& path, std::size_t bytes, const FilterOptions& options = {}) {
   SilentPerson person;
   NoSettings settings;
   Report report;
-  Reader reader({person, settings, report});
+  Reader reader({person, settings, report, options});
   tEntity entity;
   std::size_t delivered = 0;
   try {

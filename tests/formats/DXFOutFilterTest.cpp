@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <random>
 
 #include "formats/dxf/DXFInFilter.h"
+#include "formats/dxf/DrawingEncoding.h"
+#include "formats/dxf/DrawingText.h"
 #include "support/Support.h"
 
 namespace tesselink {
@@ -283,6 +286,38 @@ TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
                        "e \xBD \x80|"),
             std::string::npos);
   EXPECT_NE(bytes.find("|\\U+D83D\\U+DE00|"), std::string::npos);
+}
+
+TEST(DrawingEncoding, EveryTextComesBack) {
+  const char* pieces[] = {"%",
+                          "%%",
+                          "^",
+                          "\\",
+                          "U",
+                          "u",
+                          "+",
+                          "M",
+                          "0",
+                          "1",
+                          "d",
+                          "J",
+                          "[",
+                          " ",
+                          "\xC3\xA9",
+                          "\xD0\x96",
+                          "\xF0\x9F\x98\x80"};
+  DrawingText drawing;
+  drawing.Release("AC1009");
+  ASSERT_TRUE(drawing.CodePage("ANSI_1252"));
+  std::mt19937 dice(1);
+  std::string text, bytes, decoded;
+  for (int i = 0; i < 100000; ++i) {
+    text.clear();
+    for (auto length = dice() % 12; length-- > 0;) text += pieces[dice() % std::size(pieces)];
+    EncodeText(text, bytes);
+    drawing.DecodeText(bytes, decoded);
+    ASSERT_EQ(decoded, text) << bytes;
+  }
 }
 
 }  // namespace

@@ -33,7 +33,9 @@ struct ToldFailure {};
 }  // namespace
 
 struct ConversionRun::State {
-  explicit State(const ConversionRequest& r) : request(r), infile(r.Infile), layerNotes(summary.layers) {}
+  explicit State(const ConversionRequest& r) : request(r), infile(r.Infile), layerNotes(summary.layers) {
+    entity.CountOrigin(r.options.dialect == Dialect::Standard);
+  }
 
   const ConversionRequest& request;
   std::string infile;

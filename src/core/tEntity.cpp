@@ -40,7 +40,7 @@ bool tEntity::Grow(Coordinates& values, Index index) {
 tEntity::Index tEntity::PointCount() const {
   state_ = ErrorState::None;
   const std::size_t size = std::min(x_.size(), y_.size());
-  if (size == 1 && x_[0] == 0 && y_[0] == 0) return -1;
+  if (size == 1 && x_[0] == 0 && y_[0] == 0 && !(countsOrigin_ && stored_)) return -1;
   return static_cast<Index>(size) - 1;
 }
 
@@ -65,6 +65,7 @@ void tEntity::ClearVertices() {
     values->resize(1);
     values->front() = 0;
   }
+  stored_ = false;
 }
 
 void tEntity::Clear() {

@@ -57,7 +57,10 @@ class tEntity {
   float Z(Index index) const { return static_cast<float>(Read(z_, index)); }
   /// Stores a coordinate; an index above the upper bound grows the array (new elements are 0). An index below 0 is
   /// noted in `State` and stores nothing.
-  void x(Index index, double value) { Write(x_, index, value); }
+  void x(Index index, double value) {
+    Write(x_, index, value);
+    stored_ = true;
+  }
   void Y(Index index, double value) { Write(y_, index, value); }
   /// As for x, but an index below the lower bound writes to the lower bound and becomes it.
   void Z(Index& index, float value) {
@@ -67,8 +70,10 @@ class tEntity {
   void Z(Index&& index, float value) { Z(index, value); }
 
   /// Index of the last vertex, the smaller of the bounds of x and y; -1 when there is none, which is also what a single
-  /// vertex at (0, 0) counts as.
+  /// vertex at (0, 0) counts as unless `CountOrigin` says otherwise.
   Index PointCount() const;
+  /// Whether a single vertex that was stored at (0, 0) is one; clearing leaves that as it is.
+  void CountOrigin(bool counts) { countsOrigin_ = counts; }
   /// The upper bound of one array; -1 when it holds a single 0.
   Index XCount() const { return Count(x_); }
   Index YCount() const { return Count(y_); }
@@ -123,6 +128,8 @@ class tEntity {
   double maxX_ = -99999999, maxY_ = -99999999, maxZ_ = -99999999;
   double minX_ = 99999999, minY_ = 99999999, minZ_ = 99999999;
   bool clockwise_ = false;
+  bool countsOrigin_ = false;
+  bool stored_ = false;  // a vertex, since they were cleared
   mutable ErrorState state_ = ErrorState::None;
 };
 

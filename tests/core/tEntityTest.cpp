@@ -34,6 +34,19 @@ TEST(tEntity, CountsOfAClearedEntityAreMinusOne) {
   EXPECT_EQ(entity.Layer, "");
 }
 
+TEST(tEntity, ASingleVertexAtTheOriginCountsOnRequest) {
+  tEntity entity;
+  entity.x(0, 0);
+  entity.Y(0, 0);
+  EXPECT_EQ(entity.PointCount(), -1);
+  entity.CountOrigin(true);
+  EXPECT_EQ(entity.PointCount(), 0);
+  entity.Reset();
+  EXPECT_EQ(entity.PointCount(), -1) << "none was stored";
+  entity.AddPoint(0, 0, 0);
+  EXPECT_EQ(entity.PointCount(), 0);
+}
+
 TEST(tEntity, AFirstCoordinateOfZeroLetsTheArraysFallOutOfStep) {
   tEntity entity;
   entity.AddPoint(0, 6, 1);

@@ -1,6 +1,5 @@
 #include "formats/dxf/DXFOutFilter.h"
 
-#include <algorithm>
 #include <filesystem>
 
 #include "core/Errors.h"
@@ -90,8 +89,7 @@ void DXFOutFilter::Create(const std::string& path) {
 WriteResult DXFOutFilter::Write(tEntity& entity) {
   if (entity.LineStyle.empty()) entity.LineStyle = "CONTINUOUS";
   NoteNames(entity);
-  tEntity::Index last = entity.PointCount();
-  if (!conventions_.originIsMissing) last = std::max<tEntity::Index>(last, 0);
+  const tEntity::Index last = entity.PointCount();
   NoteExtents(entity, last);
   if (IsDegenerate(entity, last)) {
     WritePoints(entity, last);

@@ -1,6 +1,5 @@
 #include "formats/landmark/AscOutFilter.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "core/ColourNames.h"
@@ -78,8 +77,7 @@ void AscOutFilter::WriteHeader() {
 void AscOutFilter::WriteLine(const tEntity& entity) {
   const bool polygon = entity.Closed && !conventions_.closedAsLine;
   file_.Write(polygon ? "POLYGON" : "LINE").Write(", , , , ,").Line(ColourName(entity.RGB));
-  const tEntity::Index last =
-      conventions_.endsByFirstZero ? entity.XCount() : std::max<tEntity::Index>(entity.PointCount(), 0);
+  const tEntity::Index last = conventions_.endsByFirstZero ? entity.XCount() : entity.PointCount();
   for (tEntity::Index i = 0; i <= last; ++i) {
     file_.Write("XY").Write(conventions_.separator).Number(entity.x(i));
     file_.Write(conventions_.separator).Number(entity.Y(i)).EndLine();
@@ -142,16 +140,9 @@ void AscOutFilter::ToSteps(tEntity& entity) {
 }
 
 void AscOutFilter::ToCurve(tEntity& entity) {
-  const Vertex centre{entity.x(0), entity.Y(0), 0};
-  const double radius = static_cast<double>(entity.Rad), start = static_cast<double>(entity.AngStart);
-  const double end = static_cast<double>(entity.AngEnd);
   chain_.clear();
+  AppendCurve(chain_, entity);
   entity.Closed = entity.bType == kCircle;
-  if (entity.Closed) {
-    AppendCircle(chain_, centre, radius);
-  } else {
-    AppendArc(chain_, centre, radius, start, end > start ? end - start : end - start + 360);
-  }
   entity.ClearVertices();
   for (tEntity::Index i = std::ssize(chain_); i-- > 0;) {
     entity.x(i, chain_[static_cast<std::size_t>(i)].x);

@@ -388,8 +388,8 @@ def tesselink(*arguments):
     return run.returncode, run.stdout.decode("utf-8"), run.stderr.decode("utf-8", "replace")
 
 
-def elements_of(path):
-    code, out, errors = tesselink("cat", path)
+def elements_of(*arguments):
+    code, out, errors = tesselink("cat", *arguments)
     check(code == 0, f"cat: exit code {code}: {errors.strip()[:200]}")
     return [json.loads(line) for line in out.splitlines()]
 

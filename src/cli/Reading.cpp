@@ -65,6 +65,9 @@ const OutputFormat& OutputFormatOf(const std::string& key, const std::string& pa
 bool UsesAttributes(const ReadingOptions& options) { return !options.layerField.empty() || !options.textField.empty(); }
 
 FilterOptions FilterOptionsOf(const ReadingOptions& options) {
+  for (const std::string& list : {options.cdfMap, options.lngsl}) {
+    if (!list.empty() && !FileExists(list)) throw Error(list + ": is no file that can be opened for reading");
+  }
   FilterOptions result;
   result.paperSpace = options.paperSpace;
   result.dialect = options.dialect;

@@ -46,7 +46,7 @@ std::vector<std::string> CDFOutFilter::Outputs() const {
 void CDFOutFilter::Create(const std::string& path) {
   drawing_ = Target{path, FileWriter(path), true, {}, {}, {}};
   points_ = Target{PointFileOf(path), {}, false, {}, {}, {}};
-  elements_ = pointNumber_ = heights_ = roundedSizes_ = unmarked_ = 0;
+  elements_ = pointNumber_ = heights_ = roundedSizes_ = blankTexts_ = unmarked_ = 0;
 }
 
 WriteResult CDFOutFilter::Write(tEntity& entity) {
@@ -125,7 +125,10 @@ void CDFOutFilter::WriteText(const tEntity& entity) {
   WriteHeader(entity);
   const char unit = Printable(entity.TextUnits).front();
   const std::string_view text = Printable(entity.Text);
-  if (Trimmed(text).empty()) return;
+  if (Trimmed(text).empty()) {
+    ++blankTexts_;
+    return;
+  }
   const double size = RoundHalfEven(entity.TextSize);
   if (size != entity.TextSize) ++roundedSizes_;
   line_.fill(' ');
@@ -218,6 +221,7 @@ void CDFOutFilter::Complete() {
   };
   warn("heights", "the format has no z; elements that lost theirs", heights_);
   warn("sizes", "texts whose size was rounded to a whole number", roundedSizes_);
+  warn("blank texts", "texts of nothing but blanks, of which the format keeps the code alone", blankTexts_);
   warn("closed", "closed chains without their mark, for their entity code is not of 7 characters", unmarked_);
   if (!points_.created && FileExists(points_.path)) {
     report().Warn("older points",

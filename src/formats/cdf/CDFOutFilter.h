@@ -70,7 +70,7 @@ class CDFOutFilter final : public OutputFilter {
   std::string cleaned_, label_;
   std::int64_t elements_ = 0, pointNumber_ = 0;
   std::int16_t kind_ = 0;  // of the element that is being written
-  std::int64_t heights_ = 0, roundedSizes_ = 0, unmarked_ = 0;
+  std::int64_t heights_ = 0, roundedSizes_ = 0, blankTexts_ = 0, unmarked_ = 0;
 };
 
 }  // namespace tesselink

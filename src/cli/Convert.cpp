@@ -8,8 +8,9 @@
 #include "cli/Reading.h"
 #include "core/Errors.h"
 #include "core/Paths.h"
-#include "core/Text.h"
 #include "faces/QtSettings.h"
+#include "faces/SummaryText.h"
+#include "faces/WrittenFiles.h"
 #include "formats/Formats.h"
 #include "formats/cdf/CodeTables.h"
 
@@ -18,23 +19,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The files that a conversion writes, whether or not they exist; those beside the output in either letter case.
-std::vector<std::string> WrittenFiles(const ConvertCommand& command) {
-  std::vector<std::string> files{command.output};
-  const std::string stem = FolderOf(command.output) + StripExtension(FileNameOf(command.output)) + ".";
-  for (const std::string& extension : OutputFormatOf(command.to, command.output).partners) {
-    files.push_back(stem + extension);
-    files.push_back(stem + LowerCase(extension));
-    if (const std::string other = PartnerFile(command.output, extension); !other.empty()) files.push_back(other);
-  }
-  return files;
-}
+const OutputFormat& FormatOf(const ConvertCommand& command) { return OutputFormatOf(command.to, command.output); }
 
 void RefuseCopyOnOutput(const ConvertCommand& command) {
   if (command.reading.lineEnds != LineEndsChoice::Copy) return;
   std::error_code error;
   const fs::path copy = fs::weakly_canonical(fs::absolute(command.reading.lineEndsCopy), error);
-  for (const std::string& file : WrittenFiles(command)) {
+  for (const std::string& file : WrittenFiles(command.output, FormatOf(command))) {
     if (fs::weakly_canonical(fs::absolute(file), error) != copy) continue;
     throw UsageError("--line-ends copy=" + command.reading.lineEndsCopy +
                      " would be replaced by the output; give it another name");
@@ -73,7 +64,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.Infile = command.inputs[0];
   request.OutFile = command.output;
   request.InFormat = format->entry;
-  request.OutFormat = OutputFormatOf(command.to, command.output).entry;
+  request.OutFormat = FormatOf(command).entry;
   request.useAttributes = UsesAttributes(command.reading);
   request.options = FilterOptionsOf(command.reading);
   request.options.units = command.units;
@@ -94,28 +85,9 @@ void RefuseExistingOutput(const ConvertCommand& command) {
     if (input == command.output || SameFile(input, command.output)) return;  // the run has its own words for that
   }
   if (command.overwrite) return;
-  for (const std::string& output : WrittenFiles(command)) {
-    const fs::file_status status = fs::status(output, error);
-    if (!fs::is_regular_file(status) && !fs::is_directory(status)) continue;
-    throw Error(output + ": exists already; give -O (--overwrite) to replace it");
+  if (const auto files = ReplacedFiles(command.output, FormatOf(command)); !files.empty()) {
+    throw Error(files[0] + ": exists already; give -O (--overwrite) to replace it");
   }
-}
-
-std::string Listed(const KindCounts& counts) {
-  std::string list;
-  for (std::size_t i = 0; i < KindCounts::kNames.size(); ++i) {
-    const std::int64_t count = counts.All()[i];
-    if (count == 0) continue;
-    list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + std::string(KindCounts::kNames[i]) +
-            (count == 1 ? "" : "s");
-  }
-  return list;
-}
-
-std::int64_t InOutput(const RunSummary& summary) { return summary.written.Total() + summary.converted.Total(); }
-
-std::string Elements(std::int64_t count) {
-  return (count == 0 ? "no" : std::to_string(count)) + (count == 1 ? " element" : " elements");
 }
 
 void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
@@ -134,8 +106,7 @@ void PrintSkipped(const RunSummary& summary) {
 // What an interrupted or failed run left behind.
 void PrintWhatTheOutputHolds(const ConvertCommand& command, const RunSummary& summary) {
   if (summary.outcome == RunOutcome::Done || summary.outcome == RunOutcome::Refused) return;
-  PrintError(summary.outputs.empty() ? "no output was written"
-                                     : command.output + " is incomplete; it holds " + Elements(InOutput(summary)));
+  PrintError(WhatTheOutputHolds(summary, command.output));
 }
 
 Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interaction) {

@@ -8,6 +8,7 @@
 #include "core/Paths.h"
 #include "faces/ProgramFolder.h"
 #include "faces/QtSettings.h"
+#include "faces/SummaryText.h"
 #include "formats/Formats.h"
 #include "formats/cdf/CodeTables.h"
 
@@ -117,11 +118,10 @@ std::string UnmatchedWarning(const RunSummary& summary, const ConsoleInteraction
 
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction) {
   for (const Warning& warning : summary.report.Warnings()) {
-    PrintError("warning: " + warning.text +
-               (warning.count > 1 ? " (and " + std::to_string(warning.count - 1) + " more of this kind)" : ""));
+    PrintError("warning: " + WarningText(warning));
   }
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
-    PrintError("warning: not read, and so not converted: " + std::to_string(count) + " of type " + type);
+    PrintError("warning: " + UndeliveredText(type, count));
   }
   for (const std::string& warning : {UnmatchedWarning(summary, interaction), EndlessWarning(interaction)}) {
     if (!warning.empty()) PrintError("warning: " + warning);

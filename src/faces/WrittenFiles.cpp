@@ -1,0 +1,37 @@
+#include "faces/WrittenFiles.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/Paths.h"
+#include "core/Text.h"
+
+namespace tesselink {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format) {
+  std::vector<std::string> files{output};
+  const auto add = [&files](const std::string& file) {
+    if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
+  };
+  const std::string stem = FolderOf(output) + StripExtension(FileNameOf(output)) + ".";
+  for (const std::string& extension : format.partners) {
+    add(stem + extension);
+    add(stem + LowerCase(extension));
+    add(PartnerFile(output, extension));
+  }
+  return files;
+}
+
+std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format) {
+  std::vector<std::string> files;
+  for (const std::string& file : WrittenFiles(output, format)) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (fs::is_regular_file(status) || fs::is_directory(status)) files.push_back(file);
+  }
+  return files;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,121 @@
+#include "ui/FileChoice.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QMimeData>
+#include <QUrl>
+#include <algorithm>
+
+#include "core/Paths.h"
+#include "core/Text.h"
+#include "faces/UiText.h"
+#include "formats/shape/DBFInFilter.h"
+
+namespace tesselink {
+namespace {
+
+constexpr QChar kNul(0);
+
+template <typename Row>
+QString EntryOf(const std::vector<Row>& formats, const QString& path) {
+  const std::string extension = ExtensionOf(path.toStdString());
+  const auto row =
+      std::find_if(formats.begin(), formats.end(), [&](const Row& r) { return r.Extension() == extension; });
+  return row == formats.end() ? QString() : Shown(row->entry);
+}
+
+std::string NameIn(const std::string& folder, const std::string& path) {
+  return FolderOf(path) == folder ? FileNameOf(path) : path;
+}
+
+// Percent signs are decoded here: the file's name may be no UTF-8, and the toolkit would replace its bytes.
+QString LocalFile(const QUrl& url) {
+  const QString path = url.toLocalFile();
+  if (!path.contains('%') && !path.contains(QChar::ReplacementCharacter)) return path;
+  return Shown(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
+}
+
+}  // namespace
+
+QString PatternOf(const QString& entry) {
+  const qsizetype open = entry.lastIndexOf('('), close = entry.lastIndexOf(')');
+  return open < 0 || close < open ? QString() : entry.mid(open + 1, close - open - 1);
+}
+
+QString FilterList(const QStringList& entries) {
+  QString list;
+  for (const QString& entry : entries) list += entry + "|" + PatternOf(entry) + "|";
+  return list;
+}
+
+QStringList NameFilters(const QString& filterList) {
+  QStringList filters;
+  const QStringList parts = filterList.split('|');
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    // Elsewhere "*.*" leaves out the files whose names have no period.
+    const QString pattern = parts[i + 1] == "*.*" ? "*" : parts[i + 1];
+    const QString description =
+        PatternOf(parts[i]).startsWith('*') ? parts[i].left(parts[i].lastIndexOf('(')) : parts[i];
+    filters.append(description.trimmed() + " (" + pattern + ")");
+  }
+  return filters;
+}
+
+QString JoinedByNuls(const QStringList& paths) {
+  const std::string folder = FolderOf(paths.value(0).toStdString());
+  QString joined = QString::fromStdString(folder);
+  for (const QString& path : paths) joined += kNul + QString::fromStdString(NameIn(folder, path.toStdString()));
+  return joined;
+}
+
+QStringList SplitAtNuls(const QString& joined) {
+  QStringList parts = joined.split(kNul);
+  if (parts.size() == 1) return parts;
+  const std::string folder = parts.takeFirst().toStdString();
+  for (QString& part : parts) part = QString::fromStdString(JoinPath(folder, part.toStdString()));
+  return parts;
+}
+
+std::vector<std::string> ChosenFiles(const QStringList& paths) {
+  const std::string folder = FolderOf(PathOf(paths.value(0)));
+  std::vector<std::string> files{folder};
+  for (const QString& path : paths) files.push_back(NameIn(folder, PathOf(path)));
+  return files;
+}
+
+QString EntryByExtension(const std::vector<InputFormat>& formats, const QString& path) {
+  return EntryOf(formats, path);
+}
+
+QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString& path) {
+  return EntryOf(formats, path);
+}
+
+QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringList& paths) {
+  QStringList inputs;
+  for (const QString& path : paths) {
+    if (!EntryByExtension(formats, path).isEmpty()) inputs.append(path);
+  }
+  return paths.size() == 1 || inputs.isEmpty() ? paths : inputs;
+}
+
+QStringList LocalFiles(const QMimeData& data) {
+  QStringList paths;
+  for (const QUrl& url : data.urls()) {
+    if (url.isLocalFile()) paths.append(QDir::toNativeSeparators(LocalFile(url)));
+  }
+  return paths;
+}
+
+QStringList FieldNames(const std::string& table) {
+  DBFInFilter reader;
+  reader.filename(table);
+  QStringList names;
+  for (int i = 0; i <= reader.NumFields(); ++i) {
+    const QString name = Shown(UpperCase(Trimmed(reader.GetFieldName(i))));
+    if (!names.contains(name)) names.append(name);
+  }
+  return names;
+}
+
+}  // namespace tesselink

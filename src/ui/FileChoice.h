@@ -1,0 +1,45 @@
+// The rules about chosen files: filter lists, lists of several files, and the format that a file's extension tells.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <string>
+#include <vector>
+
+#include "core/FormatTable.h"
+
+class QMimeData;
+
+namespace tesselink {
+
+/// The filter list of a drop-down: for every entry its text and the pattern between its parentheses, each followed by
+/// "|".
+QString FilterList(const QStringList& entries);
+/// A filter list as the toolkit takes it: a text for every pair, its pattern in parentheses at the end.
+QStringList NameFilters(const QString& filterList);
+/// The pattern in the last parentheses, as in "*.shp".
+QString PatternOf(const QString& entry);
+
+/// Several paths as one text: the folder of the first, then the names, separated by NULs. A file that lies elsewhere
+/// stands with its whole path.
+QString JoinedByNuls(const QStringList& paths);
+/// The paths of such a text, or the only one.
+QStringList SplitAtNuls(const QString& joined);
+/// The list of chosen files that a run takes: the folder of the first, then the names.
+std::vector<std::string> ChosenFiles(const QStringList& paths);
+
+/// The entry of the first format whose extension the path has; empty when there is none.
+QString EntryByExtension(const std::vector<InputFormat>& formats, const QString& path);
+QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString& path);
+
+/// What a drop of files means: of several, those that are inputs by themselves, so that a shapefile may come with its
+/// index and its table.
+QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringList& paths);
+/// The local files of a drop.
+QStringList LocalFiles(const QMimeData& data);
+
+/// The names of a table's fields as the person chooses from them: in capitals, trimmed, each once. Throws Error when
+/// the table cannot be read.
+QStringList FieldNames(const std::string& table);
+
+}  // namespace tesselink

@@ -1,0 +1,96 @@
+// The main window: which file is converted into which.
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/ConversionRun.h"
+#include "core/FormatTable.h"
+#include "core/Settings.h"
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSplitter;
+
+namespace tesselink {
+
+class CommonDlg;
+class QtInteraction;
+
+class MainWindow final : public QWidget {
+  Q_OBJECT
+ public:
+  /// The format table and the settings must outlive the window.
+  MainWindow(const FormatTable& formats, Settings& settings, const FilterOptions& options = {});
+  ~MainWindow() override;
+
+  /// Puts a view of the input beside the controls; the window owns it from then on.
+  void SetPreview(QWidget* preview);
+  /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles.
+  void TakeFiles(const QStringList& paths);
+  /// The input, or the first of several; empty when none is chosen.
+  QString InputPath() const;
+
+ signals:
+  /// The input's path or its format has changed.
+  void inputChanged(const QString& path, const QString& formatEntry);
+  /// A run has begun or ended.
+  void runningChanged(bool running);
+
+ private:
+  class Busy;
+
+  QWidget* BuildControls();
+  QGroupBox* BuildInputFrame();
+  QGroupBox* BuildOutputFrame();
+  QWidget* BuildTitle();
+  QWidget* BuildButtons();
+  void Connect();
+
+  bool SeveralFiles() const;
+  void InFormatClick();
+  void ShowFieldNames();
+  void BrowseInClick();
+  void BrowseOutClick();
+  void ForFilesClick();
+  void InfileEdited();
+  void TakeOne(const QString& path);
+  void TakeSeveral(const QStringList& paths);
+  void TakeOutput(const QString& path);
+  void TellInput();
+
+  ConversionRequest Request() const;
+  bool MayReplaceOutput(const ConversionRequest& request);
+  void Apply();
+  void SetRunning(bool running);
+
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void KeepLook();
+  void RestoreLook();
+
+  const FormatTable& formats_;
+  Settings& settings_;
+  FilterOptions options_;
+  std::unique_ptr<QtInteraction> interaction_;
+  CommonDlg* dialog_;
+  QSplitter* splitter_;
+  QWidget* controls_;
+  QComboBox *inFormat_, *outFormat_;
+  QLineEdit *infile_, *outFile_;
+  QPushButton *browseIn_, *forFiles_, *browseOut_, *apply_, *cancel_;
+  QLabel *selected_, *fields_;
+  std::vector<std::string> chosenFiles_;  // the folder, then the names
+  QString confirmedOutput_;               // to be replaced, as the person has said in the save dialog
+  QString toldPath_, toldFormat_;
+  bool running_ = false;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,226 @@
+#include "ui/QtInteraction.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QEvent>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QStringList>
+
+#include "core/Filters.h"
+#include "faces/SummaryText.h"
+#include "faces/UiText.h"
+#include "ui/CommonDlg.h"
+#include "ui/FrmScan.h"
+#include "ui/Questions.h"
+#include "ui/frmDBFScan.h"
+#include "ui/frmProgress.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenEvents{15};
+// A scan that is over sooner shows no window: it would only flicker.
+constexpr int kScanShownAfter = 200;
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Information:
+      return QMessageBox::Information;
+    case MessageIcon::Question:
+      return QMessageBox::Question;
+    case MessageIcon::Warning:
+      return QMessageBox::Warning;
+    case MessageIcon::Critical:
+      return QMessageBox::Critical;
+    case MessageIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+// The answer that changes nothing is the one that a careless key press gives.
+void AddButtons(QMessageBox& box, MessageButtons buttons) {
+  switch (buttons) {
+    case MessageButtons::Ok:
+      box.setStandardButtons(QMessageBox::Ok);
+      break;
+    case MessageButtons::YesNo:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      box.setDefaultButton(QMessageBox::No);
+      break;
+    case MessageButtons::YesNoCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      box.setDefaultButton(QMessageBox::Cancel);
+      break;
+  }
+}
+
+Answer AnswerOf(int button) {
+  switch (button) {
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    case QMessageBox::No:
+      return Answer::No;
+    case QMessageBox::Cancel:
+      return Answer::Cancel;
+    default:
+      return Answer::Ok;
+  }
+}
+
+int Percent(std::int64_t position, std::int64_t size) {
+  return size > 0 ? static_cast<int>(static_cast<double>(position) / static_cast<double>(size) * 100) : 0;
+}
+
+}  // namespace
+
+QtInteraction::QtInteraction(QWidget& window) : window_(window), pace_(kBetweenEvents) {}
+
+QtInteraction::~QtInteraction() = default;
+
+QWidget* QtInteraction::Front() const { return progress_ && progress_->isVisible() ? progress_.get() : &window_; }
+
+Answer QtInteraction::ShowMessage(const Message& message) {
+  const bool repeats = message.topic == Topic::UnhandledShape;
+  if (repeats && silenced_) return Answer::Ok;
+  QMessageBox box(Front());
+  box.setIcon(IconOf(message.icon));
+  box.setWindowTitle(Shown(message.title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(Shown(message.text));
+  AddButtons(box, message.buttons);
+  if (repeats) box.setCheckBox(new QCheckBox("&Don't show again for this run"));
+  const Answer answer = AnswerOf(box.exec());
+  if (repeats) silenced_ = box.checkBox()->isChecked();
+  return answer;
+}
+
+std::string QtInteraction::SaveFileName(const SaveFileQuestion& question) {
+  CommonDlg dialog(Front());
+  dialog.Filter = Shown(question.filter);
+  dialog.DialogTitle = Shown(question.title);
+  dialog.Flags = CommonDlg::kOverwritePrompt;
+  dialog.InitDir(Shown(question.folder));
+  return PathOf(dialog.ShowSave());
+}
+
+void QtInteraction::SelectFields(FieldSelection& selection) { AskFields(selection, Front()); }
+
+std::optional<std::vector<std::string>> QtInteraction::MatchLayers(const LayerMatchingQuestion& question) {
+  return AskLayers(question, Front());
+}
+
+ShapeKind QtInteraction::ChooseShapeKind(ShapeKind ofFirstElement) { return AskShapeKind(ofFirstElement, Front()); }
+
+std::string QtInteraction::AskText(const TextQuestion& question) {
+  QInputDialog box(Front());
+  box.setObjectName("InputBox");
+  box.setWindowTitle(Shown(question.title));
+  box.setLabelText(Shown(question.prompt));
+  return box.exec() == QDialog::Accepted ? PathOf(box.textValue()) : std::string();
+}
+
+PointChoice QtInteraction::ChoosePoints() { return AskPoints(Front()); }
+
+GridFields QtInteraction::LocateGridFields(const std::string& suggestedTable) {
+  return AskGridFields(suggestedTable, Front());
+}
+
+void QtInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {
+  if (!scanning_.isValid()) scanning_.start();
+  if (scanning_.elapsed() < kScanShownAfter) return;
+  const int percent = Percent(position, size);
+  if (text.starts_with("Loading")) {
+    tableScan_->ShowProgress(percent);
+  } else {
+    fileScan_->ShowProgress(percent);
+  }
+}
+
+void QtInteraction::HideScan() {
+  scanning_.invalidate();
+  if (fileScan_) fileScan_->hide();
+  if (tableScan_) tableScan_->hide();
+}
+
+void QtInteraction::RunStarted() {
+  progress_ = std::make_unique<frmProgress>(&window_);
+  fileScan_ = std::make_unique<FrmScan>(&window_);
+  tableScan_ = std::make_unique<frmDBFScan>(&window_);
+  fileScan_->installEventFilter(this);
+  tableScan_->installEventFilter(this);
+  silenced_ = stalled_ = false;
+  percent_ = 0;
+  extents_ = {};
+  elements_ = 0;
+}
+
+void QtInteraction::RunEnded() {
+  HideScan();
+  fileScan_.reset();
+  tableScan_.reset();
+}
+
+void QtInteraction::ShowRunProgress(const RunProgress& progress) {
+  percent_ = progress.reader.Progress();
+  extents_ = progress.extents;
+  elements_ = progress.elements;
+  if (!progress_->isVisible()) {
+    Refresh();
+    progress_->show();
+  }
+  if (!stalled_ && progress.reader.Stalled()) {
+    stalled_ = true;
+    progress_->ShowHint(Shown(progress.reader.Where() + ": repeats without end. Cancel keeps what was written."));
+  }
+}
+
+// The progress comes back with the summary, which can be told once the run has completed its files.
+void QtInteraction::HoldRunProgress() { progress_->hide(); }
+
+void QtInteraction::Beep() { QApplication::beep(); }
+
+bool QtInteraction::CancelRequested() { return progress_->CancelRequest; }
+
+void QtInteraction::Yield() {
+  if (!pace_.Due()) return;
+  if (progress_->isVisible()) Refresh();
+  QApplication::processEvents();
+  pace_.Restart();
+}
+
+void QtInteraction::Refresh() { progress_->ShowProgress(percent_, extents_, elements_); }
+
+void QtInteraction::ShowSummary(const RunSummary& summary, const std::string& output) {
+  const Report& report = summary.report;
+  const bool more = elements_ > 0 || !report.Warnings().empty() || !report.UndeliveredTypes().empty();
+  // The message has said it all.
+  if (summary.outcome == RunOutcome::Refused || (summary.outcome == RunOutcome::Failed && !more))
+    return CloseProgress();
+  QStringList lines;
+  for (const std::string& line : SummaryLines(summary, output)) lines.append(Shown(line));
+  Refresh();
+  progress_->ShowSummary(lines.join('\n'),
+                         summary.outputs.empty() ? QString() : QFileInfo(Shown(summary.outputs[0])).absolutePath());
+  if (summary.outcome == RunOutcome::Cancelled) {
+    progress_->exec();
+  } else {
+    progress_->show();
+    progress_->activateWindow();
+  }
+}
+
+void QtInteraction::AskCancel() { progress_->AskCancel(); }
+
+void QtInteraction::CloseProgress() {
+  if (progress_) progress_->hide();
+}
+
+bool QtInteraction::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Close) AskCancel();
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace tesselink

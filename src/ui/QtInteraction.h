@@ -1,0 +1,71 @@
+// The window as the person whom a run asks.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <memory>
+
+#include "core/ConversionRun.h"
+#include "core/Interaction.h"
+#include "ui/Pace.h"
+
+class QWidget;
+
+namespace tesselink {
+
+class FrmScan;
+class frmDBFScan;
+class frmProgress;
+
+/// Message boxes, dialogs and progress windows over a window. Events are handled while a run goes on; the owner sees to
+/// it that none of them touches the run's inputs.
+class QtInteraction final : public QObject, public Interaction {
+ public:
+  explicit QtInteraction(QWidget& window);
+  ~QtInteraction() override;
+
+  Answer ShowMessage(const Message& message) override;
+  std::string SaveFileName(const SaveFileQuestion& question) override;
+  void SelectFields(FieldSelection& selection) override;
+  std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) override;
+  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override;
+  std::string AskText(const TextQuestion& question) override;
+  PointChoice ChoosePoints() override;
+  GridFields LocateGridFields(const std::string& suggestedTable) override;
+  void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
+  void HideScan() override;
+  void RunStarted() override;
+  void RunEnded() override;
+  void ShowRunProgress(const RunProgress& progress) override;
+  void HoldRunProgress() override;
+  void Beep() override;
+  bool CancelRequested() override;
+  void Yield() override;
+
+  /// The account of the run that has just ended; after a cancel it returns when the person has closed it.
+  void ShowSummary(const RunSummary& summary, const std::string& output);
+  /// The question of the progress window's cancel button.
+  void AskCancel();
+  /// Closes what is left of the last run.
+  void CloseProgress();
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  QWidget* Front() const;
+  void Refresh();
+
+  QWidget& window_;
+  std::unique_ptr<frmProgress> progress_;
+  std::unique_ptr<FrmScan> fileScan_;
+  std::unique_ptr<frmDBFScan> tableScan_;
+  Pace pace_;
+  QElapsedTimer scanning_;
+  bool silenced_ = false;  // messages about records that are not read
+  bool stalled_ = false;   // the input repeats without end
+
+  double percent_ = 0;
+  Extents extents_;
+  std::int64_t elements_ = 0;
+};
+
+}  // namespace tesselink

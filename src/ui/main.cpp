@@ -1,0 +1,86 @@
+#include <QApplication>
+#include <QLocale>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "faces/ProgramFolder.h"
+#include "faces/QtSettings.h"
+#include "faces/UiText.h"
+#include "formats/Formats.h"
+#include "ui/MainWindow.h"
+
+namespace {
+
+constexpr const char* kHelp =
+    "Usage: tesselink-gui [INPUT...]\n"
+    "\n"
+    "Opens the window. INPUT is taken as if it were dropped there: one drawing, or several shapefiles.\n"
+    "\n"
+    "  -h, --help     this help\n"
+    "  --version      the version\n"
+    "\n"
+    "Conversions without a window: tesselink convert --help\n";
+
+constexpr int kExitUsage = 2;
+
+// The inputs among the words, or the text to print and the exit code.
+struct Arguments {
+  QStringList inputs;
+  std::string text;
+  int exitCode = 0;
+};
+
+Arguments Parse(const std::vector<std::string>& words) {
+  Arguments arguments;
+  bool options = true;
+  for (const std::string& word : words) {
+    if (!options || !word.starts_with("-")) {
+      arguments.inputs.append(tesselink::Shown(word));
+    } else if (word == "--") {
+      options = false;
+    } else if (word == "-h" || word == "--help") {
+      return {{}, kHelp, 0};
+    } else if (word == "--version") {
+      return {{}, "tesselink-gui " TESSELINK_VERSION "\n", 0};
+    } else {
+      return {{}, "tesselink-gui: unknown option " + word + "\n\n" + kHelp, kExitUsage};
+    }
+  }
+  return arguments;
+}
+
+bool AsksForText(int count, char** values) {
+  for (int i = 1; i < count; ++i) {
+    const std::string word = values[i];
+    if (word == "--") return false;
+    if (word == "-h" || word == "--help" || word == "--version") return true;
+  }
+  return false;
+}
+
+int Print(const Arguments& arguments) {
+  std::fputs(arguments.text.c_str(), arguments.exitCode == 0 ? stdout : stderr);
+  return arguments.exitCode;
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+  // Help needs no display; what else there is may be an option of the toolkit, which takes its own away.
+  if (AsksForText(count, values)) return Print(Parse({values + 1, values + count}));
+  QApplication application(count, values);
+  QApplication::setApplicationName("Tesselink");
+  QApplication::setApplicationVersion(TESSELINK_VERSION);
+  QApplication::setDesktopFileName("org.tesselink.Tesselink");
+  QLocale::setDefault(QLocale::c());
+  const Arguments arguments = Parse({values + 1, values + count});
+  if (!arguments.text.empty()) return Print(arguments);
+  tesselink::QtSettings settings;
+  tesselink::FilterOptions options;
+  options.programFolder = tesselink::ProgramDataFolder();
+  tesselink::MainWindow window(tesselink::AllFormats(), settings, options);
+  window.show();
+  window.TakeFiles(arguments.inputs);
+  return QApplication::exec();
+}

@@ -44,7 +44,7 @@ QComboBox* FormatBox(const char* name, const QString& meaning) {
 QLineEdit* PathBox(const char* name, const QString& meaning) {
   auto* box = Named(new QLineEdit, name);
   box->setAccessibleName(meaning);
-  box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 30);
+  box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 40);
   // Files dropped here are for the window to take.
   box->setAcceptDrops(false);
   return box;

@@ -59,7 +59,9 @@ void frmProgress::BuildControls() {
   layout->addWidget(remaining_);
   layout->addWidget(summary_, 1);
   layout->addWidget(BuildButtons());
-  setMinimumWidth(fontMetrics().averageCharWidth() * 64);
+  // Labels that change all the time must not have the window's size worked out anew each time.
+  layout->setSizeConstraint(QLayout::SetNoConstraint);
+  resize(sizeHint().expandedTo({fontMetrics().averageCharWidth() * 64, 0}));
 }
 
 QWidget* frmProgress::BuildExtents() {
@@ -127,6 +129,7 @@ void frmProgress::ShowSummary(const QString& summary, const QString& folder) {
   copy_->show();
   cancel_->hide();
   done_->show();
+  resize(size().expandedTo(sizeHint()));
   done_->setDefault(true);
   done_->setFocus();
 }

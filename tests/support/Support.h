@@ -20,6 +20,7 @@
 #include "core/Numbers.h"
 #include "core/Report.h"
 #include "core/Settings.h"
+#include "support/MemorySettings.h"
 
 namespace tesselink {
 
@@ -118,27 +119,6 @@ class ScriptedInteraction final : public Interaction {
 
  private:
   std::int64_t elements_ = 0;
-};
-
-class MemorySettings final : public Settings {
- public:
-  std::string Get(const std::string& a, const std::string& s, const std::string& k, const std::string& d) override {
-    const auto found = store_.find({a + "\n" + s, k});
-    return found == store_.end() ? d : found->second;
-  }
-  void Set(const std::string& a, const std::string& s, const std::string& k, const std::string& v) override {
-    store_[{a + "\n" + s, k}] = v;
-  }
-  std::map<std::string, std::string> All(const std::string& a, const std::string& s) override {
-    std::map<std::string, std::string> pairs;
-    for (const auto& [key, value] : store_) {
-      if (key.first == a + "\n" + s) pairs[key.second] = value;
-    }
-    return pairs;
-  }
-
- private:
-  std::map<std::pair<std::string, std::string>, std::string> store_;
 };
 
 /// Everything a filter is handed.

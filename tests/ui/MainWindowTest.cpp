@@ -1,0 +1,418 @@
+// The main window: its controls, what the browse buttons do, typed and dropped files, and a conversion from end to end.
+#include "ui/MainWindow.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+#include "faces/UiText.h"
+#include "formats/Formats.h"
+#include "support/MemorySettings.h"
+#include "support/Shapes.h"
+#include "ui/Answers.h"
+#include "ui/CommonDlg.h"
+#include "ui/FileChoice.h"
+
+namespace tesselink {
+namespace {
+
+constexpr const char* kShapefile = "ESRI Shapefile (*.shp)";
+constexpr const char* kDrawing = "AutoCAD DXF File (*.dxf)";
+constexpr const char* kLandmark = "Landmark ASCII File (*.asc)";
+constexpr const char* kSeveral = "Multiple Shapefile Input (*.shp)";
+
+QByteArray Bytes(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file: " + path.toUtf8());
+}
+
+QString Example(const QString& name) { return QStringLiteral(TESSELINK_EXAMPLES "/") + name; }
+
+// A window and a folder of its own.
+struct Desk {
+  Desk() {
+    window.show();
+    options.programFolder = TESSELINK_DATA_FOLDER;
+  }
+  QString Path(const QString& name) const { return folder.path() + '/' + name; }
+  QString Put(const QString& name, const std::string& bytes = {}) const {
+    QFile file(Path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(QByteArray::fromStdString(bytes)) < 0) qFatal("no room");
+    return Path(name);
+  }
+  QString Copy(const QString& example) const {
+    QFile::copy(Example(example), Path(example));
+    return Path(example);
+  }
+  template <typename T>
+  T& Get(const char* name) const {
+    return Control<T>(window, name);
+  }
+  QString InFormat() const { return Get<QComboBox>("InFormat").currentText(); }
+  QString OutFormat() const { return Get<QComboBox>("OutFormat").currentText(); }
+  QString Infile() const { return Get<QLineEdit>("Infile").text(); }
+  QString OutFile() const { return Get<QLineEdit>("OutFile").text(); }
+  void Click(const char* button) { Get<QPushButton>(button).click(); }
+  void Type(const char* box, const QString& text) {
+    Get<QLineEdit>(box).clear();
+    QTest::keyClicks(&Get<QLineEdit>(box), text);
+  }
+  void Drop(const QStringList& paths) {
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const QString& path : paths) urls.append(QUrl::fromLocalFile(path));
+    data.setUrls(urls);
+    Drop(data);
+  }
+  void Drop(const QMimeData& data) {
+    QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &enter);
+    QDropEvent drop(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    if (enter.isAccepted()) QApplication::sendEvent(&window, &drop);
+  }
+
+  QTemporaryDir folder;
+  MemorySettings settings;
+  FilterOptions options;
+  MainWindow window{AllFormats(), settings, options};
+  Answers person;
+};
+
+// Chooses files, by their names in the dialog's folder, and leaves the dialog by its own button.
+std::function<void(QWidget&)> Choose(const QStringList& names) {
+  return [names](QWidget& window) {
+    auto& dialog = dynamic_cast<QFileDialog&>(window);
+    QStringList quoted;
+    for (const QString& name : names) quoted.append('"' + name + '"');
+    Control<QLineEdit>(dialog, "fileNameEdit").setText(names.size() == 1 ? names[0] : quoted.join(' '));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  };
+}
+
+}  // namespace
+
+class MainWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void HasItsControls();
+  void ConvertsAsTheCommandLineDoes();
+  void RefusesWhatCannotBeConverted_data();
+  void RefusesWhatCannotBeConverted();
+  void SwitchesToSeveralFilesAndBack();
+  void TellsTheFieldsOfSeveralFiles();
+  void TakesOneOrSeveralChosenShapefiles();
+  void BrowsesForTheInput();
+  void BrowsesForTheOutput();
+  void AsksBeforeReplacingATypedOutput();
+  void FollowsTheExtensionOfATypedPath();
+  void TakesDroppedFiles_data();
+  void TakesDroppedFiles();
+  void ReadsAFileWhoseNameIsNotUtf8();
+  void KeepsItsSize();
+  void BuildsFilterLists();
+  void KeepsTheFolderUntilAnotherExists();
+};
+
+void MainWindowTest::HasItsControls() {
+  const Desk desk;
+  QCOMPARE(desk.window.windowTitle(), QString("Tesselink File Conversion"));
+  QCOMPARE(desk.Get<QGroupBox>("fIO").title(), QString("Input Parameters"));
+  QCOMPARE(desk.Get<QGroupBox>("format").title(), QString("Output Parameters"));
+  QCOMPARE(desk.Get<QPushButton>("cmdApply").text(), QString("&Apply"));
+  QCOMPARE(desk.Get<QPushButton>("cmdCancel").text(), QString("&Cancel"));
+  for (const char* name : {"BrowseIn", "forFiles", "BrowseOut"}) {
+    QCOMPARE(desk.Get<QPushButton>(name).text(), QString("Browse..."));
+  }
+  QVERIFY(desk.window.findChild<QObject*>("Dialog") != nullptr);
+  const QString words = Answers::Words(desk.window).remove('&');
+  for (const char* text :
+       {"Input Format:", "Input File", "Output Format:", "Output File", "Tesselink File Converter", "2001"}) {
+    QVERIFY2(words.contains(text), text);
+  }
+  QStringList inputs, outputs;
+  for (int i = 0; i < desk.Get<QComboBox>("InFormat").count(); ++i) {
+    inputs.append(desk.Get<QComboBox>("InFormat").itemText(i));
+  }
+  for (int i = 0; i < desk.Get<QComboBox>("OutFormat").count(); ++i) {
+    outputs.append(desk.Get<QComboBox>("OutFormat").itemText(i));
+  }
+  QCOMPARE(inputs, (QStringList{kShapefile, kDrawing, "WinPICS Map Overlay (*.mol)", kLandmark,
+                                "Geographix CDF File (*.cdf)", kSeveral}));
+  QCOMPARE(outputs, (QStringList{kShapefile, kDrawing, kLandmark, "Geographix CDF File (*.cdf)",
+                                 "T/R Digitizer Format (*.grd)"}));
+}
+
+void MainWindowTest::ConvertsAsTheCommandLineDoes() {
+  Desk desk;
+  desk.Type("Infile", desk.Copy("quarter-section.asc"));
+  desk.Type("OutFile", desk.Path("plat.dxf"));
+  desk.Click("cmdApply");
+  QCOMPARE(desk.person.Complaint(), QString());
+  QCOMPARE(Bytes(desk.Path("plat.dxf")), Bytes(Example("../tests/cli/golden/quarter-section-asc.dxf")));
+}
+
+void MainWindowTest::RefusesWhatCannotBeConverted_data() {
+  QTest::addColumn<QString>("input");
+  QTest::addColumn<QString>("output");
+  QTest::addColumn<QString>("message");
+  QTest::newRow("nothing chosen") << ""
+                                  << ""
+                                  << "You must specify a valid input file";
+  QTest::newRow("no such file") << "absent.asc"
+                                << "plat.dxf"
+                                << "You must specify a valid input file";
+  QTest::newRow("no output") << "in.asc"
+                             << ""
+                             << "You must select an output file";
+  QTest::newRow("the same") << "in.asc"
+                            << "in.asc"
+                            << "Input and Output files can not be the same";
+}
+
+void MainWindowTest::RefusesWhatCannotBeConverted() {
+  QFETCH(QString, input);
+  QFETCH(QString, output);
+  QFETCH(QString, message);
+  Desk desk;
+  desk.Put("in.asc", "anything");
+  desk.Get<QLineEdit>("Infile").setText(input.isEmpty() ? "" : desk.Path(input));
+  desk.Get<QLineEdit>("OutFile").setText(output.isEmpty() ? "" : desk.Path(output));
+  desk.person.Do(message, [](QWidget& window) {
+    auto& box = dynamic_cast<QMessageBox&>(window);
+    QCOMPARE(box.windowTitle(), QString("Error"));
+    QCOMPARE(box.icon(), QMessageBox::Critical);
+    box.accept();
+  });
+  desk.Click("cmdApply");
+  QCOMPARE(desk.person.Complaint(), QString());
+  QCOMPARE(QDir(desk.folder.path()).entryList(QDir::Files), QStringList{"in.asc"});
+  QCOMPARE(Bytes(desk.Path("in.asc")), QByteArray("anything"));
+  QVERIFY(desk.Get<QPushButton>("cmdApply").isEnabled());
+}
+
+void MainWindowTest::SwitchesToSeveralFilesAndBack() {
+  Desk desk;
+  const auto shown = [&desk](const char* name) { return desk.Get<QWidget>(name).isVisible(); };
+  QVERIFY(shown("Infile") && shown("BrowseIn") && !shown("forFiles") && !shown("lblSelected"));
+  desk.Get<QComboBox>("InFormat").setCurrentText(kSeveral);
+  QVERIFY(!shown("Infile") && !shown("BrowseIn") && shown("forFiles") && shown("lblSelected"));
+  desk.Get<QComboBox>("InFormat").setCurrentText(kDrawing);
+  QVERIFY(shown("Infile") && shown("BrowseIn") && !shown("forFiles") && !shown("lblSelected"));
+}
+
+void MainWindowTest::TellsTheFieldsOfSeveralFiles() {
+  Desk desk;
+  desk.Put("wells.dbf", Table({{"layer", 4}, {" Name ", 4}, {"LAYER", 4}}, {}));
+  desk.Get<QLineEdit>("Infile").setText(desk.Put("wells.shp"));
+  desk.Get<QComboBox>("InFormat").setCurrentText(kSeveral);
+  QCOMPARE(desk.Get<QLabel>("lblFields").text(), QString("Fields: LAYER, NAME"));
+  QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("1 files selected"));
+
+  desk.Put("bad.dbf", "no table");
+  desk.Drop({desk.Put("bad.shp"), desk.Path("wells.shp")});
+  QVERIFY(desk.Get<QLabel>("lblFields").text().contains("bad.dbf"));
+}
+
+void MainWindowTest::TakesOneOrSeveralChosenShapefiles() {
+  Desk desk;
+  for (const char* name : {"a.shp", "b.shp", "c.shp"}) desk.Put(name);
+  desk.Get<QLineEdit>("Infile").setText(desk.Path(""));
+  desk.Get<QComboBox>("InFormat").setCurrentText(kSeveral);
+  const QString title = "Select Shape File Directory...";
+  desk.person.Do(title, [](QWidget& window) { dynamic_cast<QDialog&>(window).reject(); });
+  desk.Click("forFiles");
+  QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("0 files selected"));
+
+  desk.person.Do(title, Choose({"a.shp", "b.shp", "c.shp"}));
+  desk.Click("forFiles");
+  QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("3 files selected"));
+  QCOMPARE(desk.InFormat(), QString(kSeveral));
+  QCOMPARE(desk.Infile(), desk.Path(""));
+  QCOMPARE(desk.window.InputPath(), desk.Path("a.shp"));
+
+  desk.person.Do(title, Choose({"b.shp"}));
+  desk.Click("forFiles");
+  QCOMPARE(desk.InFormat(), QString(kShapefile));
+  QCOMPARE(desk.Infile(), desk.Path("b.shp"));
+  QVERIFY(desk.Get<QLineEdit>("Infile").isVisible());
+  QCOMPARE(desk.person.Complaint(), QString());
+}
+
+void MainWindowTest::BrowsesForTheInput() {
+  Desk desk;
+  desk.Put("plat.dxf");
+  desk.Get<QLineEdit>("Infile").setText(desk.Path("other.asc"));
+  desk.Get<QComboBox>("InFormat").setCurrentText(kLandmark);
+  QSignalSpy told(&desk.window, &MainWindow::inputChanged);
+  desk.person.Do("Browsing...", [&desk](QWidget& window) {
+    auto& dialog = dynamic_cast<QFileDialog&>(window);
+    QCOMPARE(dialog.directory().path(), desk.folder.path());
+    QCOMPARE(dialog.selectedNameFilter(), QString(kLandmark));
+    QCOMPARE(dialog.nameFilters().size(), 7);
+    QCOMPARE(dialog.nameFilters().last(), QString("All Files (*)"));
+    Choose({"plat.dxf"})(window);
+  });
+  desk.Click("BrowseIn");
+  QCOMPARE(desk.Infile(), desk.Path("plat.dxf"));
+  QCOMPARE(desk.InFormat(), QString(kDrawing));
+  QCOMPARE(told.last(), (QVariantList{desk.Path("plat.dxf"), kDrawing}));
+  desk.person.Do("Browsing...", [](QWidget& window) { dynamic_cast<QDialog&>(window).reject(); });
+  desk.Click("BrowseIn");
+  QCOMPARE(desk.Infile(), desk.Path("plat.dxf"));
+  QCOMPARE(desk.person.Complaint(), QString());
+}
+
+void MainWindowTest::BrowsesForTheOutput() {
+  Desk desk;
+  desk.Put("old.dxf", "old");
+  desk.Get<QLineEdit>("Infile").setText(desk.Copy("quarter-section.asc"));
+  desk.Get<QComboBox>("InFormat").setCurrentText(kLandmark);
+  desk.Get<QComboBox>("OutFormat").setCurrentText(kDrawing);
+  desk.person.Do("Browsing...", [&desk](QWidget& window) {
+    auto& dialog = dynamic_cast<QFileDialog&>(window);
+    QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptSave);
+    QCOMPARE(dialog.directory().path(), desk.folder.path());
+    QCOMPARE(dialog.selectedNameFilter(), QString(kDrawing));
+    QCOMPARE(Control<QLineEdit>(dialog, "fileNameEdit").text(), QString("quarter-section"));
+    Choose({"new"})(window);
+  });
+  desk.Click("BrowseOut");
+  QCOMPARE(desk.OutFile(), desk.Path("new.dxf"));
+
+  // What the save dialog has asked is not asked again, but it is for the run that follows.
+  desk.person.Do("Browsing...", Choose({"old.dxf"}));
+  desk.person.Press("already exists", "Yes");
+  desk.Click("BrowseOut");
+  QCOMPARE(desk.OutFile(), desk.Path("old.dxf"));
+  desk.Click("cmdApply");
+  QVERIFY(Bytes(desk.Path("old.dxf")).size() > 3);
+  desk.person.Press("exists already. Replace it?", "No");
+  desk.Click("cmdApply");
+  QCOMPARE(desk.person.Complaint(), QString());
+}
+
+void MainWindowTest::AsksBeforeReplacingATypedOutput() {
+  Desk desk;
+  desk.Type("Infile", desk.Copy("quarter-section.asc"));
+  desk.Put("plat.dbf", "a table of somebody else");
+  desk.Type("OutFile", desk.Path("plat.shp"));
+  desk.person.Press(desk.Path("plat.dbf"), "No");
+  desk.Click("cmdApply");
+  QVERIFY(!QFile::exists(desk.Path("plat.shp")));
+  desk.Type("OutFile", desk.Path("plat.dxf"));
+  desk.Put("plat.dxf", "old");
+  desk.person.Press(desk.Path("plat.dxf"), "Yes");
+  desk.Click("cmdApply");
+  QVERIFY(Bytes(desk.Path("plat.dxf")).size() > 3);
+  QCOMPARE(Bytes(desk.Path("plat.dbf")), QByteArray("a table of somebody else"));
+  QCOMPARE(desk.person.Complaint(), QString());
+}
+
+void MainWindowTest::FollowsTheExtensionOfATypedPath() {
+  Desk desk;
+  desk.Type("Infile", "a.DXF");
+  QCOMPARE(desk.InFormat(), QString(kDrawing));
+  desk.Type("Infile", "a.unknown");
+  QCOMPARE(desk.InFormat(), QString(kDrawing));
+  desk.Type("OutFile", "b.asc");
+  QCOMPARE(desk.OutFormat(), QString(kLandmark));
+  desk.Type("OutFile", "b.dxf/c");
+  QCOMPARE(desk.OutFormat(), QString(kDrawing));  // as far as it was typed
+  desk.Get<QComboBox>("OutFormat").setCurrentText(kShapefile);
+  QCOMPARE(desk.OutFile(), QString("b.dxf/c"));
+}
+
+void MainWindowTest::TakesDroppedFiles_data() {
+  QTest::addColumn<QStringList>("dropped");
+  QTest::addColumn<QString>("format");
+  QTest::addColumn<QString>("input");
+  QTest::newRow("one") << QStringList{"plat.dxf"} << kDrawing << "plat.dxf";
+  QTest::newRow("of no known extension") << QStringList{"plat.txt"} << kShapefile << "plat.txt";
+  QTest::newRow("a shapefile with its partners") << QStringList{"a.dbf", "a.shx", "a.shp"} << kShapefile << "a.shp";
+  QTest::newRow("several") << QStringList{"a.shp", "b.shp", "b.dbf"} << kSeveral << "";
+}
+
+void MainWindowTest::TakesDroppedFiles() {
+  QFETCH(QStringList, dropped);
+  QFETCH(QString, format);
+  QFETCH(QString, input);
+  Desk desk;
+  QStringList paths;
+  for (const QString& name : dropped) paths.append(desk.Path(name));
+  desk.Drop(paths);
+  QCOMPARE(desk.InFormat(), format);
+  QCOMPARE(desk.Infile(), desk.Path(input));
+  if (format == kSeveral) QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("2 files selected"));
+  desk.person.Press("all of them are shapefiles", "OK");
+  desk.Drop({desk.Path("a.shp"), desk.Path("b.dxf")});
+  QCOMPARE(desk.Infile(), desk.Path(input));
+  desk.Drop({desk.Path("z.asc")});
+  QCOMPARE(desk.InFormat(), QString(kLandmark));
+  QCOMPARE(desk.person.Complaint(), QString());
+}
+
+void MainWindowTest::ReadsAFileWhoseNameIsNotUtf8() {
+  Desk desk;
+  const std::string name = desk.Path("caf").toStdString() + "\xe9.asc";
+  QVERIFY(QFile::copy(Example("quarter-section.asc"), desk.Path("in.asc")));
+  QCOMPARE(std::rename(desk.Path("in.asc").toStdString().c_str(), name.c_str()), 0);
+  QMimeData data;
+  data.setData("text/uri-list", "file://" + QByteArray::fromStdString(name).toPercentEncoding("/") + "\r\n");
+  desk.Drop(data);
+  QCOMPARE(desk.Infile(), desk.Path(QStringLiteral("caf\u00e9.asc")));
+  desk.Type("OutFile", desk.Path("plat.dxf"));
+  desk.Click("cmdApply");
+  QCOMPARE(Bytes(desk.Path("plat.dxf")), Bytes(Example("../tests/cli/golden/quarter-section-asc.dxf")));
+  QCOMPARE(desk.person.Complaint(), QString());
+}
+
+void MainWindowTest::KeepsItsSize() {
+  MemorySettings settings;
+  QSize size;
+  {
+    MainWindow window(AllFormats(), settings);
+    window.show();
+    window.resize(window.size() + QSize(60, 40));
+    size = window.size();
+    window.close();
+  }
+  MainWindow window(AllFormats(), settings);
+  window.show();
+  QCOMPARE(window.size(), size);
+}
+
+void MainWindowTest::BuildsFilterLists() {
+  const QString list = FilterList({kShapefile, kDrawing});
+  QCOMPARE(list, QString("ESRI Shapefile (*.shp)|*.shp|AutoCAD DXF File (*.dxf)|*.dxf|"));
+  for (const QString& filters : {list, list.chopped(1)})
+    QCOMPARE(NameFilters(filters), (QStringList{kShapefile, kDrawing}));
+  QCOMPARE(NameFilters("ESRI Shapefiles (*.shp)|*.shp|All Files (*.*)...|*.*"),
+           (QStringList{"ESRI Shapefiles (*.shp)", "All Files (*)"}));
+  const QStringList paths{"/a/b.shp", "/a/c d.shp", "/e/f.shp"};
+  QCOMPARE(SplitAtNuls(JoinedByNuls(paths)), paths);
+  QCOMPARE(ChosenFiles(paths), (std::vector<std::string>{"/a/", "b.shp", "c d.shp", "/e/f.shp"}));
+}
+
+void MainWindowTest::KeepsTheFolderUntilAnotherExists() {
+  const QTemporaryDir folder;
+  CommonDlg dialog(nullptr);
+  dialog.InitDir(folder.path());
+  for (const QString& absent : {folder.filePath("absent"), QString()}) dialog.InitDir(absent);
+  QCOMPARE(dialog.InitDir(), folder.path());
+}
+
+}  // namespace tesselink
+
+QTEST_MAIN(tesselink::MainWindowTest)
+#include "MainWindowTest.moc"

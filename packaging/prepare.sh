@@ -2,20 +2,25 @@
 # Makes this checkout ready to use: installs the Debian packages that are missing, configures and builds (Release).
 #
 #   packaging/prepare.sh program    what ./tesselink needs
+#   packaging/prepare.sh window     what ./tesselink-gui needs
 #   packaging/prepare.sh tests      everything, with the tests and the benchmarks
 #
 # Says nothing when nothing is to do. All that it says goes to standard error.
 set -eu
 
 cd -- "$(dirname -- "$(readlink -f -- "$0")")/.."
-what=${1:?usage: packaging/prepare.sh program|tests}
+what=${1:?usage: packaging/prepare.sh program|window|tests}
 build=build/release
-program=$build/tesselink
-stamp=$build/program.stamp  # as old as the sources that the program was last built from
+if [ "$what" = window ]; then
+  program=$build/tesselink-gui target=tesselink-gui stamp=$build/window.stamp
+else
+  program=$build/tesselink target=tesselink-cli stamp=$build/program.stamp
+fi
+# A stamp is as old as the sources that its program was last built from.
 
 say() { printf '%s\n' "$*" >&2; }
 
-# The packages of a group of packaging/debian-packages.txt, or of all groups ("tests" takes in "program").
+# The packages of packaging/debian-packages.txt: of all groups for the tests, else those of the programs.
 packages() {
   local line group=''
   while read -r line; do
@@ -97,19 +102,22 @@ prepare_program() {
   if [ ! -e $build/build.ninja ] || ! cached "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD"; then
     configure -DTESSELINK_TESTS=OFF -DTESSELINK_BENCH=OFF
   fi
-  build '' --target tesselink-cli
+  build '' --target $target
 }
+
+prepare_window() { prepare_program; }
 
 prepare_tests() {
   install_missing_packages
   configure -DTESSELINK_TESTS=ON -DTESSELINK_BENCH=ON
   build ', its tests and benchmarks'
+  cp -p $stamp $build/window.stamp
 }
 
 case $what in
-  program) if program_is_current; then exit 0; fi ;;
+  program | window) if program_is_current; then exit 0; fi ;;
   tests) ;;
-  *) say "usage: packaging/prepare.sh program|tests"; exit 2 ;;
+  *) say "usage: packaging/prepare.sh program|window|tests"; exit 2 ;;
 esac
 # Of two started at once the second waits, and then finds the work done.
 mkdir -p build

@@ -110,6 +110,7 @@ MainWindow::MainWindow(const FormatTable& formats, Settings& settings, const Fil
   Connect();
   InFormatClick();
   RestoreLook();
+  infile_->setFocus();
 }
 
 MainWindow::~MainWindow() = default;
@@ -306,6 +307,7 @@ void MainWindow::TakeOne(const QString& path) {
 void MainWindow::TakeSeveral(const QStringList& paths) {
   const auto& rows = formats_.Inputs();
   const auto several = std::find_if(rows.begin(), rows.end(), [](const InputFormat& row) { return row.severalFiles; });
+  if (several == rows.end()) return;
   chosenFiles_ = ChosenFiles(paths);
   infile_->setText(Shown(chosenFiles_[0]));
   inFormat_->setCurrentText(Shown(several->entry));
@@ -358,10 +360,13 @@ bool MainWindow::MayReplaceOutput(const ConversionRequest& request) {
     if (Shown(file) != confirmedOutput_) files.append(Shown(file));
   }
   if (files.isEmpty()) return true;
-  const QString text =
-      files.join('\n') + "\n\n" + (files.size() == 1 ? "exists already. Replace it?" : "exist already. Replace them?");
-  return QMessageBox::warning(this, windowTitle(), text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
-         QMessageBox::Yes;
+  QMessageBox box(
+      QMessageBox::Warning, windowTitle(),
+      files.join('\n') + "\n\n" + (files.size() == 1 ? "exists already. Replace it?" : "exist already. Replace them?"),
+      QMessageBox::Yes | QMessageBox::No, this);
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
 }
 
 void MainWindow::Apply() {

@@ -62,6 +62,13 @@ QLabel* LabelFor(QWidget* control, const char* name, const QString& text) {
   return label;
 }
 
+// Both frames' columns begin at the same places.
+void Align(QGridLayout& grid) {
+  const QFontMetrics metrics = grid.parentWidget()->fontMetrics();
+  grid.setColumnMinimumWidth(0, metrics.horizontalAdvance("Output Format:  "));
+  grid.setColumnStretch(1, 1);
+}
+
 QStringList Entries(const QComboBox& box) {
   QStringList entries;
   for (int i = 0; i < box.count(); ++i) entries.append(box.itemText(i));
@@ -163,7 +170,7 @@ QGroupBox* MainWindow::BuildInputFrame() {
   grid->addWidget(browseIn_, 1, 2);
   grid->addWidget(forFiles_, 1, 2);
   grid->addWidget(fields_, 2, 1, 1, 2);
-  grid->setColumnStretch(1, 1);
+  Align(*grid);
   return frame;
 }
 
@@ -178,7 +185,7 @@ QGroupBox* MainWindow::BuildOutputFrame() {
   grid->addWidget(LabelFor(outFile_, "lblOutFile", "O&utput File"), 1, 0);
   grid->addWidget(outFile_, 1, 1);
   grid->addWidget(browseOut_, 1, 2);
-  grid->setColumnStretch(1, 1);
+  Align(*grid);
   return frame;
 }
 

@@ -61,7 +61,7 @@ void frmProgress::BuildControls() {
   layout->addWidget(BuildButtons());
   // Labels that change all the time must not have the window's size worked out anew each time.
   layout->setSizeConstraint(QLayout::SetNoConstraint);
-  resize(sizeHint().expandedTo({fontMetrics().averageCharWidth() * 64, 0}));
+  resize(sizeHint().expandedTo({fontMetrics().averageCharWidth() * 80, 0}));
 }
 
 QWidget* frmProgress::BuildExtents() {

@@ -38,6 +38,8 @@ class FieldSelection {
   /// The distinct values of the layer field, in order of first appearance; `progress` is called with the number of each
   /// record and may throw to stop.
   std::vector<std::string> Entries(const std::function<void(std::int64_t record)>& progress = {}) const;
+  /// The number of the table's records. Throws Error when the table cannot tell.
+  std::int64_t Records() const { return table_ == nullptr ? 0 : table_->NumRecs(); }
   /// Whether the list of values is shown.
   bool EntriesVisible() const { return step_ == Step::LayerField && !layerField_.empty(); }
 

@@ -1,0 +1,148 @@
+#include "ui/fDBFSel.h"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "core/Errors.h"
+#include "core/FieldSelection.h"
+#include "faces/UiText.h"
+#include "ui/Named.h"
+#include "ui/TextListModel.h"
+#include "ui/frmDBFScan.h"
+
+namespace tesselink {
+namespace {
+
+constexpr qint64 kYieldMilliseconds = 15;
+constexpr qint64 kPatienceMilliseconds = 150;  // what takes no longer is loaded without a progress window
+
+// Another choice was made while the values of a field were loaded.
+struct Superseded {};
+
+void Fill(QComboBox& list, const std::vector<std::string>& choices) {
+  const QSignalBlocker blocker(list);
+  list.clear();
+  for (const std::string& choice : choices) list.addItem(Shown(choice));
+  list.setCurrentIndex(-1);
+}
+
+}  // namespace
+
+fDBFSel::fDBFSel(FieldSelection& selection, QWidget* parent)
+    : QDialog(parent),
+      selection_(selection),
+      entries_(new TextListModel(this)),
+      stat_(Named(new QLabel, "Stat")),
+      fieldLabel_(Named(new QLabel, "lblField")),
+      problem_(Named(new QLabel, "lblProblem")),
+      layerFields_(Named(new QComboBox, "cboLayer")),
+      textFields_(Named(new QComboBox, "cbotxtfield")),
+      entriesView_(Named(new QListView, "lstEntries")) {
+  setObjectName("fDBFSel");
+  setWindowTitle("DBF Fields");
+  setLayout(Contents());
+  resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 20);
+  connect(layerFields_, &QComboBox::currentIndexChanged, this, [this] { Choose(*layerFields_); });
+  connect(textFields_, &QComboBox::currentIndexChanged, this, [this] { Choose(*textFields_); });
+  ShowStep();
+}
+
+QLayout* fDBFSel::Contents() {
+  stat_->setWordWrap(true);
+  problem_->setWordWrap(true);
+  problem_->setTextFormat(Qt::PlainText);
+  entriesView_->setAccessibleName("Values of the layer field");
+  entriesView_->setModel(entries_);
+  entriesView_->setUniformItemSizes(true);
+  entriesView_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  auto* proceed = Named(new QPushButton("Continue"), "cmdCont");
+  proceed->setDefault(true);
+  connect(proceed, &QPushButton::clicked, this, &fDBFSel::Continue);
+
+  auto* field = new QHBoxLayout;
+  field->addWidget(fieldLabel_);
+  field->addWidget(layerFields_, 1);
+  field->addWidget(textFields_, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(proceed);
+  auto* contents = new QVBoxLayout;
+  contents->addWidget(stat_);
+  contents->addLayout(field);
+  contents->addWidget(entriesView_, 1);
+  contents->addWidget(problem_);
+  contents->addStretch();
+  contents->addLayout(buttons);
+  return contents;
+}
+
+void fDBFSel::ShowStep() {
+  const bool first = selection_.CurrentStep() == FieldSelection::Step::LayerField;
+  QComboBox* list = first ? layerFields_ : textFields_;
+  stat_->setText(Shown(selection_.Stat()));
+  fieldLabel_->setText(u'&' + Shown(selection_.FieldLabel()));
+  fieldLabel_->setBuddy(list);
+  layerFields_->setVisible(first);
+  textFields_->setVisible(!first);
+  Fill(*list, selection_.Choices());
+  list->setFocus();
+  ShowEntries();
+}
+
+void fDBFSel::Choose(const QComboBox& list) {
+  const std::vector<std::string> choices = selection_.Choices();
+  const int row = list.currentIndex();
+  selection_.Choose(row < 0 ? std::string() : choices[static_cast<std::size_t>(row)]);
+  ShowEntries();
+}
+
+void fDBFSel::Continue() {
+  selection_.Continue();
+  if (selection_.MayClose()) return accept();
+  ShowStep();
+}
+
+void fDBFSel::ShowEntries() {
+  if (loading_) return;  // the loading that is under way notices the choice
+  loading_ = true;
+  while (selection_.EntriesVisible() && selection_.LayerField() != loadedField_) LoadEntries();
+  loading_ = false;
+  entriesView_->setVisible(selection_.EntriesVisible() && problem_->text().isEmpty());
+  problem_->setVisible(selection_.EntriesVisible() && !problem_->text().isEmpty());
+}
+
+// Loads the values of the chosen field, until another one is chosen. The person goes on choosing meanwhile.
+void fDBFSel::LoadEntries() {
+  const std::string field = selection_.LayerField();
+  frmDBFScan scan(this);
+  QElapsedTimer sinceStart, sinceYield;
+  sinceStart.start();
+  sinceYield.start();
+  std::int64_t records = 0;
+  const auto yield = [&](std::int64_t record) {
+    if (record % 256 != 0 || sinceYield.elapsed() < kYieldMilliseconds) return;
+    if (sinceStart.elapsed() > kPatienceMilliseconds) scan.ShowProgress(static_cast<int>(record * 100 / records));
+    QCoreApplication::processEvents();
+    sinceYield.restart();
+    if (!selection_.EntriesVisible() || selection_.LayerField() != field) throw Superseded();
+  };
+  try {
+    entries_->Set({});
+    records = selection_.Records();
+    entries_->Set(selection_.Entries(yield));
+    problem_->clear();
+  } catch (const Superseded&) {
+    return;
+  } catch (const Error& error) {
+    problem_->setText(Shown(error.what()));
+  }
+  loadedField_ = field;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,43 @@
+// The questions about an attribute table's fields: first that of the layer, with a look at its values, then that of the
+// text.
+#pragma once
+
+#include <QDialog>
+#include <cstdint>
+#include <string>
+
+class QComboBox;
+class QLabel;
+class QListView;
+
+namespace tesselink {
+
+class FieldSelection;
+class TextListModel;
+
+/// A thin face of a FieldSelection whose questions are not yet answered; exec() returns when they are. Escape and the
+/// close box are refused.
+class fDBFSel final : public QDialog {
+  Q_OBJECT
+ public:
+  explicit fDBFSel(FieldSelection& selection, QWidget* parent = nullptr);
+  void reject() override {}
+
+ private:
+  QLayout* Contents();
+  void ShowStep();
+  void ShowEntries();
+  void LoadEntries();
+  void Choose(const QComboBox& list);
+  void Continue();
+
+  FieldSelection& selection_;
+  TextListModel* entries_;
+  QLabel *stat_, *fieldLabel_, *problem_;
+  QComboBox *layerFields_, *textFields_;
+  QListView* entriesView_;
+  std::string loadedField_;
+  bool loading_ = false;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,450 @@
+// The questions of a run as dialogs: what can be chosen, what is refused, what comes back.
+#include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextDocumentFragment>
+#include <QTimer>
+#include <fstream>
+#include <functional>
+
+#include "core/Errors.h"
+#include "core/FieldSelection.h"
+#include "formats/shape/DBFInFilter.h"
+#include "support/Shapes.h"
+#include "ui/fDBFSel.h"
+#include "ui/fTRDig.h"
+#include "ui/frmDBFScan.h"
+#include "ui/frmESRIType.h"
+#include "ui/frmPoint.h"
+
+namespace tesselink {
+namespace {
+
+template <typename T>
+T* Find(const QWidget& parent, const char* name) {
+  auto* found = parent.findChild<T*>(name);
+  if (found == nullptr) qFatal("no %s", name);
+  return found;
+}
+
+void Press(const QWidget& dialog, const char* button) {
+  QTest::mouseClick(Find<QPushButton>(dialog, button), Qt::LeftButton);
+}
+
+QStringList Items(const QComboBox& list) {
+  QStringList items;
+  for (int i = 0; i < list.count(); ++i) items << list.itemText(i);
+  return items;
+}
+
+// What a label shows, without markup and mnemonic.
+QString TextOf(const QWidget& dialog, const char* label) {
+  return QTextDocumentFragment::fromHtml(Find<QLabel>(dialog, label)->text()).toPlainText().remove('&');
+}
+
+// The person acts as soon as the dialog has the keyboard.
+void WhenSeen(QDialog& dialog, const std::function<void()>& person) {
+  QTimer::singleShot(0, &dialog, [&dialog, person] {
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    person();
+  });
+}
+
+int Run(QDialog& dialog, const std::function<void()>& person) {
+  WhenSeen(dialog, person);
+  return dialog.exec();
+}
+
+// As many records as wanted, without a file. A test acts while one of them is read.
+class MadeUpTable final : public AttributeTable {
+ public:
+  MadeUpTable(std::vector<std::string> names, std::int64_t records) : names_(std::move(names)), records_(records) {}
+  std::int64_t different = 3;
+  int passes = 0;
+
+  int NumFields() const override { return static_cast<int>(names_.size()) - 1; }
+  std::int64_t NumRecs() const override {
+    if (records_ < 0) throw Error("the table cannot tell");
+    return records_;
+  }
+  std::string GetFieldName(int field) const override { return names_[static_cast<std::size_t>(field)]; }
+  int GetFieldNum(std::string_view name) const override {
+    for (int i = 0; i <= NumFields(); ++i) {
+      if (names_[static_cast<std::size_t>(i)] == name) return i;
+    }
+    return -1;
+  }
+  std::string_view GetFieldData(int field, std::int64_t record) override {
+    if (record == 0) ++passes;
+    value_ = names_[static_cast<std::size_t>(field)] + std::to_string(record % different);
+    return value_;
+  }
+
+ private:
+  std::vector<std::string> names_;
+  std::int64_t records_;
+  std::string value_;
+};
+
+}  // namespace
+
+class DialogsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void FieldsInTwoSteps();
+  void FieldsByKeyboardAlone();
+  void FieldNamesOfAnyBytes();
+  void ATableThatCannotBeRead();
+  void AMillionValues();
+  void ChoosingGoesOnWhileValuesAreLoaded_data();
+  void ChoosingGoesOnWhileValuesAreLoaded();
+  void Points();
+  void ShapeTypes();
+  void GridFieldsGuessed_data();
+  void GridFieldsGuessed();
+  void GridTablesRefused();
+  void GridTableChosen();
+
+ private:
+  std::string Put(const char* name, const std::string& bytes) const {
+    const std::string path = folder_.filePath(name).toStdString();
+    std::ofstream(path, std::ios::binary) << bytes;
+    return path;
+  }
+  QTemporaryDir folder_;
+};
+
+void DialogsTest::FieldsInTwoSteps() {
+  DBFInFilter table;
+  table.filename(
+      Put("wells.dbf", Table({{"NAME", 4}, {"LAYER", 6}}, {{"A", "ROAD"}, {"B", "CREEK"}, {"C", "ROAD"}, {"D", ""}})));
+  FieldSelection selection;
+  selection.Create(table);
+  fDBFSel dialog(selection);
+  QCOMPARE(dialog.windowTitle(), "DBF Fields");
+  auto* layers = Find<QComboBox>(dialog, "cboLayer");
+  auto* texts = Find<QComboBox>(dialog, "cbotxtfield");
+  auto* entries = Find<QListView>(dialog, "lstEntries");
+  const int result = Run(dialog, [&] {
+    QCOMPARE(Items(*layers), QStringList({"NAME", "LAYER"}));
+    QCOMPARE(layers->currentIndex(), -1);
+    QVERIFY(!entries->isVisible() && !texts->isVisible());
+    layers->setCurrentIndex(1);
+    QVERIFY(entries->isVisible());
+    QCOMPARE(entries->model()->rowCount(), 3);
+    QCOMPARE(entries->model()->index(1, 0).data().toString(), "CREEK");
+    layers->setCurrentIndex(0);
+    QCOMPARE(entries->model()->rowCount(), 4);
+    layers->setCurrentIndex(-1);
+    QVERIFY(!entries->isVisible());
+    layers->setCurrentIndex(1);
+    QVERIFY(entries->isVisible());
+
+    QVERIFY2(!dialog.close(), "the close box is refused");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(dialog.isVisible());
+
+    Press(dialog, "cmdCont");
+    QVERIFY(!layers->isVisible() && !entries->isVisible() && texts->isVisible());
+    QCOMPARE(TextOf(dialog, "Stat"),
+             "If there is a text field in the DBF file, select it now, otherwise select continue.");
+    QCOMPARE(TextOf(dialog, "lblField"), "Text Field Name:");
+    QCOMPARE(Items(*texts), QStringList({"NAME", "LAYER", "(None)"}));
+    QCOMPARE(texts->currentText(), "");
+    QVERIFY(!dialog.close());
+    texts->setCurrentIndex(2);
+    Press(dialog, "cmdCont");
+  });
+  QCOMPARE(result, int(QDialog::Accepted));
+  QVERIFY(!dialog.isVisible());
+  QCOMPARE(selection.CurrentStep(), FieldSelection::Step::Done);
+  QCOMPARE(selection.LayerField(), "LAYER");
+  QVERIFY2(!selection.TextWanted(), "(None) is no text field");
+}
+
+void DialogsTest::FieldsByKeyboardAlone() {
+  MadeUpTable table({"A", "B"}, 5);
+  FieldSelection selection;
+  selection.Create(table);
+  fDBFSel dialog(selection);
+  const auto press = [&](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+  QCOMPARE(Run(dialog,
+               [&] {
+                 press(Qt::Key_Down);
+                 press(Qt::Key_Down);
+                 press(Qt::Key_Return);
+                 press(Qt::Key_Down);
+                 press(Qt::Key_Return);
+               }),
+           int(QDialog::Accepted));
+  QCOMPARE(selection.LayerField(), "B");
+  QCOMPARE(selection.TextField(), "A");
+
+  FieldSelection none;
+  none.Create(table);
+  fDBFSel again(none);
+  Run(again, [&] {
+    press(Qt::Key_Return);
+    press(Qt::Key_Return);
+  });
+  QCOMPARE(none.LayerField(), "");
+  QVERIFY(!none.TextWanted());
+}
+
+void DialogsTest::FieldNamesOfAnyBytes() {
+  const std::string latin =
+                        "STRA\xDF"
+                        "E",
+                    utf8 =
+                        "STRA\xC3\x9F"
+                        "E";
+  MadeUpTable table({latin, utf8, "<b>&x"}, 1);
+  for (const std::string& name : {latin, utf8, std::string("<b>&x")}) {
+    FieldSelection selection;
+    selection.Create(table);
+    fDBFSel dialog(selection);
+    auto* layers = Find<QComboBox>(dialog, "cboLayer");
+    QCOMPARE(Items(*layers), QStringList({"STRAßE", "STRAßE", "<b>&x"}));
+    layers->setCurrentIndex(table.GetFieldNum(name));
+    QCOMPARE(selection.LayerField(), name);
+  }
+}
+
+void DialogsTest::ATableThatCannotBeRead() {
+  MadeUpTable table({"A", "B"}, -1);
+  FieldSelection selection;
+  selection.Create(table);
+  fDBFSel dialog(selection);
+  dialog.show();
+  Find<QComboBox>(dialog, "cboLayer")->setCurrentIndex(0);
+  QCOMPARE(TextOf(dialog, "lblProblem"), "the table cannot tell");
+  QVERIFY(Find<QLabel>(dialog, "lblProblem")->isVisible());
+  QVERIFY(!Find<QListView>(dialog, "lstEntries")->isVisible());
+  Press(dialog, "cmdCont");
+  QVERIFY2(!Find<QLabel>(dialog, "lblProblem")->isVisible(), "the second question has no values");
+  Press(dialog, "cmdCont");
+  QVERIFY(!dialog.isVisible());
+}
+
+void DialogsTest::AMillionValues() {
+  MadeUpTable table({"A"}, 1'000'000);
+  table.different = 1'000'000;
+  FieldSelection selection;
+  selection.Create(table);
+  fDBFSel dialog(selection);
+  dialog.show();
+  Find<QComboBox>(dialog, "cboLayer")->setCurrentIndex(0);
+  auto* entries = Find<QListView>(dialog, "lstEntries");
+  QCOMPARE(entries->model()->rowCount(), 1'000'000);
+  const QModelIndex last = entries->model()->index(999'999, 0);
+  entries->scrollTo(last);
+  QTRY_VERIFY(entries->viewport()->rect().intersects(entries->visualRect(last)));
+  QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+}
+
+void DialogsTest::ChoosingGoesOnWhileValuesAreLoaded_data() {
+  QTest::addColumn<QString>("action");
+  QTest::newRow("another field") << "choose";
+  QTest::newRow("continue") << "continue";
+  QTest::newRow("continue twice") << "twice";
+  QTest::newRow("close") << "close";
+}
+
+void DialogsTest::ChoosingGoesOnWhileValuesAreLoaded() {
+  QFETCH(QString, action);
+  MadeUpTable table({"A", "B"}, 8'000'000);
+  FieldSelection selection;
+  selection.Create(table);
+  fDBFSel dialog(selection);
+  auto* layers = Find<QComboBox>(dialog, "cboLayer");
+  auto* entries = Find<QListView>(dialog, "lstEntries");
+  bool seen = false;
+  QTimer watch;
+  connect(&watch, &QTimer::timeout, [&] {
+    auto* scan = dialog.findChild<frmDBFScan*>();
+    if (seen || scan == nullptr || !scan->isVisible()) return;
+    seen = true;
+    QCOMPARE(scan->windowTitle(), "Loading...");
+    QCOMPARE(TextOf(*scan, "lblLoading"), "Loading Database...");
+    QVERIFY(Find<QProgressBar>(*scan, "Progress")->value() < 100);
+    QVERIFY2(!scan->close(), "it has no way to cancel");
+    if (action == "choose") layers->setCurrentIndex(1);
+    if (action == "close") QVERIFY(!dialog.close());
+    if (action == "continue" || action == "twice") Press(dialog, "cmdCont");
+    if (action == "twice") Press(dialog, "cmdCont");
+  });
+  watch.start(1);
+  QTimer::singleShot(0, &dialog, [&] {
+    layers->setCurrentIndex(0);
+    // The values were loaded, or the loading was given up, when the choice returns.
+    QVERIFY(dialog.findChild<frmDBFScan*>() == nullptr);
+    const bool goneOn = action == "continue" || action == "twice";
+    QCOMPARE(entries->isVisible(), !goneOn);
+    if (!goneOn) {
+      const QString shown = entries->model()->index(2, 0).data().toString();
+      QCOMPARE(shown, action == "choose" ? "B2" : "A2");
+      Press(dialog, "cmdCont");
+    }
+    if (action != "twice") Press(dialog, "cmdCont");
+  });
+  dialog.exec();
+  QVERIFY2(seen, "a progress window shows what takes long");
+  QCOMPARE(table.passes, action == "choose" ? 2 : 1);
+  QCOMPARE(selection.LayerField(), action == "choose" ? "B" : "A");
+  QCOMPARE(selection.CurrentStep(), FieldSelection::Step::Done);
+}
+
+void DialogsTest::Points() {
+  frmPoint dialog;
+  QCOMPARE(dialog.windowTitle(), "Point Entities Found in the Input File");
+  QVERIFY(!dialog.Created());
+  QVERIFY(dialog.SecondFile());
+  const QString text = TextOf(dialog, "lblExplanation");
+  QVERIFY(text.startsWith("Point entities were found in the input file. A Point entity may represent a well, "));
+  for (const char* part :
+       {"it is therefore necessare to create", "using the define conversions option in Quarrydesk. "})
+    QVERIFY2(text.contains(part), part);
+  QVERIFY(text.endsWith("but with the extention of .pts."));
+  const auto* contact = Find<QLabel>(dialog, "lblContact");
+  QVERIFY(TextOf(dialog, "lblContact").endsWith("https://github.com/tesselink/tesselink/issues."));
+  QVERIFY(contact->openExternalLinks() && contact->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+
+  WhenSeen(dialog, [&] {
+    QVERIFY(dialog.isModal());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  });
+  QCOMPARE(dialog.Create(), int(QDialog::Accepted));
+  QVERIFY(dialog.Created());
+  QVERIFY(!dialog.SecondFile());
+  QVERIFY(Find<QRadioButton>(dialog, "OptIgnore")->isChecked());
+  QCOMPARE(Run(dialog, [&] { dialog.close(); }), int(QDialog::Rejected));
+  QCOMPARE(Run(dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); }), int(QDialog::Rejected));
+}
+
+void DialogsTest::ShapeTypes() {
+  for (const ShapeKind kind : {ShapeKind::PointsOrText, ShapeKind::Polyline}) {
+    frmESRIType dialog;
+    QCOMPARE(dialog.windowTitle(), "ESRI Shape File Type");
+    dialog.Preset(kind);
+    QCOMPARE(Run(dialog, [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); }),
+             int(QDialog::Accepted));
+    QCOMPARE(dialog.Kind(), kind);
+  }
+  frmESRIType dialog;
+  dialog.show();
+  QTest::mouseClick(Find<QRadioButton>(dialog, "optPolyline"), Qt::LeftButton, {}, {8, 8});
+  QCOMPARE(dialog.Kind(), ShapeKind::Polyline);
+  QTest::mouseClick(Find<QRadioButton>(dialog, "optPoint"), Qt::LeftButton, {}, {8, 8});
+  QCOMPARE(dialog.Kind(), ShapeKind::PointsOrText);
+  QCOMPARE(Run(dialog, [&] { dialog.close(); }), int(QDialog::Rejected));
+}
+
+void DialogsTest::GridFieldsGuessed_data() {
+  QTest::addColumn<QStringList>("names");
+  QTest::addColumn<QStringList>("guesses");
+  QTest::newRow("words") << QStringList{"ID", "SECTION", "RANGE", "TOWNSHIP"}
+                         << QStringList{"TOWNSHIP", "RANGE", "SECTION"};
+  QTest::newRow("abbreviated") << QStringList{"Sec", "Twp", "Rge"} << QStringList{"Twp", "Rge", "Sec"};
+  QTest::newRow("letters") << QStringList{"T", "R", "S"} << QStringList{"T", "R", "S"};
+  QTest::newRow("beginnings") << QStringList{"TWNSHPNO", "RANGENO", "SECTNO"}
+                              << QStringList{"TWNSHPNO", "RANGENO", "SECTNO"};
+  QTest::newRow("whole names first") << QStringList{"TWPDIR", "TWP", "RNGDIR", "RNG", "SECID", "SEC"}
+                                     << QStringList{"TWP", "RNG", "SEC"};
+  QTest::newRow("none") << QStringList{"TEXT", "RED", "SIZE"} << QStringList{"", "", ""};
+}
+
+void DialogsTest::GridFieldsGuessed() {
+  QFETCH(QStringList, names);
+  QFETCH(QStringList, guesses);
+  std::vector<TableField> fields;
+  for (const QString& name : names) fields.push_back({name.toStdString(), 4});
+  fTRDig dialog(Put("grid.dbf", Table(fields, {})));
+  for (const int i : {0, 1, 2}) {
+    const auto* list = Find<QComboBox>(dialog, std::vector{"Twp", "Rge", "Sec"}[static_cast<std::size_t>(i)]);
+    QCOMPARE(list->currentText(), guesses[i]);
+    QCOMPARE(Items(*list), names);
+  }
+}
+
+void DialogsTest::GridTablesRefused() {
+  const std::string noFields = Put("empty.dbf", Table({}, {}));
+  const std::string cut = Put("cut.dbf", "0123456789");
+  const struct {
+    std::string table;
+    const char* problem;
+  } cases[] = {{"", "Choose the dBase table"},
+               {folder_.filePath("none.dbf").toStdString(), "none.dbf cannot be read"},
+               {folder_.path().toStdString(), "cannot be read"},
+               {noFields, "has no fields"},
+               {cut, "a dBase table begins with a header of 32. Choose another table."}};
+  for (const auto& one : cases) {
+    fTRDig dialog(one.table);
+    dialog.show();
+    Press(dialog, "cmdCont");
+    QVERIFY2(dialog.isVisible(), one.problem);
+    QVERIFY2(TextOf(dialog, "lblProblem").contains(one.problem), qPrintable(TextOf(dialog, "lblProblem")));
+    QCOMPARE(Run(dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); }), int(QDialog::Rejected));
+  }
+}
+
+void DialogsTest::GridTableChosen() {
+  const std::string first = Put("a.dbf", Table({{"TWP", 4}, {"RGE", 4}, {"NR", 4}}, {}));
+  const std::string second = Put("b.dbf", Table({{"NR", 4}, {"SEC", 4}, {"T\xC4", 4}, {"R", 4}}, {}));
+  fTRDig dialog(first);
+  QCOMPARE(dialog.windowTitle(), "Locate Township and Range Fields");
+  dialog.show();
+  QVERIFY(QTest::qWaitForWindowActive(&dialog));
+  const auto problem = [&] { return TextOf(dialog, "lblProblem"); };
+  QCOMPARE(problem(), "Choose the field that holds the section.");
+  auto* section = Find<QComboBox>(dialog, "Sec");
+  section->setCurrentText(" nr ");
+  QCOMPARE(problem(), "");
+  QCOMPARE(dialog.Fields().section, "NR");
+  section->setCurrentText("NUMBER");
+  QCOMPARE(problem(), "The table has no field \"NUMBER\". Choose the field that holds the section.");
+  Press(dialog, "cmdCont");
+  QVERIFY(dialog.isVisible());
+  QVERIFY(section->hasFocus());
+  section->setCurrentText("NR");
+
+  const auto browse = [&](const QString& path, bool choose) {
+    QTimer::singleShot(0, &dialog, [=] {
+      auto* files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      QVERIFY(files != nullptr);
+      QCOMPARE(files->objectName(), "Dialog");
+      QCOMPARE(files->directory().canonicalPath(), QFileInfo(path).canonicalPath());
+      Find<QLineEdit>(*files, "fileNameEdit")->setText(path);
+      choose ? static_cast<QDialog*>(files)->accept() : files->reject();
+    });
+    Press(dialog, "cmdTable");
+  };
+  browse(folder_.filePath("b.dbf"), false);
+  QCOMPARE(dialog.Fields().table, first);
+  browse(folder_.filePath("b.dbf"), true);
+  QCOMPARE(Find<QLineEdit>(dialog, "txtTable")->text(), folder_.filePath("b.dbf"));
+  QCOMPARE(section->currentText(), "NR");
+  QCOMPARE(Find<QComboBox>(dialog, "Rge")->currentText(), "R");
+  Find<QComboBox>(dialog, "Twp")->setCurrentText("tä");
+  dialog.hide();
+  QCOMPARE(Run(dialog, [&] { Press(dialog, "cmdCont"); }), int(QDialog::Accepted));
+  const GridFields fields = dialog.Fields();
+  QCOMPARE(fields.table, second);
+  QCOMPARE(fields.township, "T\xC4");
+  QCOMPARE(fields.range, "R");
+  QCOMPARE(fields.section, "NR");
+}
+
+}  // namespace tesselink
+
+QTEST_MAIN(tesselink::DialogsTest)
+#include "DialogsTest.moc"

@@ -28,11 +28,9 @@ class HelpFormatter final : public CLI::Formatter {
  public:
   HelpFormatter() { column_width(34); }
   std::string make_usage(const CLI::App* app, std::string) const override {
-    static const std::map<std::string, std::string> kPositionals{{"convert", " INPUT... OUTPUT"},
-                                                                 {"info", " INPUT"},
-                                                                 {"cat", " INPUT"},
-                                                                 {"layers", " INPUT"},
-                                                                 {"table", " FILE.dbf"}};
+    static const std::map<std::string, std::string> kPositionals{
+        {"convert", " INPUT... OUTPUT"},   {"info", " INPUT"},    {"cat", " INPUT"}, {"layers", " INPUT"},
+        {"preview", " INPUT PICTURE.svg"}, {"table", " FILE.dbf"}};
     if (app->get_parent() == nullptr) return "Usage: tesselink COMMAND [OPTIONS] ...\n";
     const auto positionals = kPositionals.find(app->get_name());
     return "Usage: tesselink " + app->get_name() + " [OPTIONS]" +
@@ -201,9 +199,18 @@ CLI::App* AddLayers(CLI::App& app, LayersCommand& command) {
   return layers;
 }
 
+CLI::App* AddPreview(CLI::App& app, PreviewCommand& command) {
+  CLI::App* preview = app.add_subcommand("preview", "Draw a picture (SVG) of a drawing, coloured by layer");
+  preview->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  preview->add_option("PICTURE", command.picture, "The picture")->required()->type_name("");
+  preview->add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
+  AddReadingOptions(*preview, command.reading);
+  return preview;
+}
+
 // The library's words, but for the mistakes that people make first.
 std::string Wording(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
-  constexpr const char* kCommands = "the commands are convert, info, cat, layers, table and formats";
+  constexpr const char* kCommands = "the commands are convert, info, cat, layers, preview, table and formats";
   if (app.get_subcommands().empty()) {
     if (arguments.empty()) return std::string("give a command; ") + kCommands;
     const bool isOption = arguments.front().starts_with('-');
@@ -242,12 +249,14 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   InfoCommand info;
   CatCommand cat;
   LayersCommand layers;
+  PreviewCommand preview;
   TableCommand table;
   FormatsCommand formats;
   const CLI::App* convertApp = AddConvert(app, convert);
   const CLI::App* infoApp = AddInfo(app, info);
   const CLI::App* catApp = AddCat(app, cat);
   const CLI::App* layersApp = AddLayers(app, layers);
+  const CLI::App* previewApp = AddPreview(app, preview);
   CLI::App* tableApp = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
   tableApp->add_option("FILE", table.file, "The table")->required()->type_name("");
   CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
@@ -266,6 +275,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   if (infoApp->parsed()) return info;
   if (catApp->parsed()) return cat;
   if (layersApp->parsed()) return layers;
+  if (previewApp->parsed()) return preview;
   if (tableApp->parsed()) return table;
   return formats;
 }

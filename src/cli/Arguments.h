@@ -69,6 +69,13 @@ struct LayersCommand {
   ReadingOptions reading;
 };
 
+struct PreviewCommand {
+  std::string input;
+  std::string picture;
+  ReadingOptions reading;
+  bool overwrite = false;
+};
+
 struct TableCommand {
   std::string file;
 };
@@ -83,8 +90,8 @@ struct ParsingEnded {
   int exitCode = 0;
 };
 
-using Command =
-    std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, TableCommand, FormatsCommand>;
+using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, PreviewCommand,
+                             TableCommand, FormatsCommand>;
 
 /// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
 Command ParseArguments(const std::vector<std::string>& arguments);

@@ -10,6 +10,7 @@ int Run(const ConvertCommand& command);
 int Run(const InfoCommand& command);
 int Run(const CatCommand& command);
 int Run(const LayersCommand& command);
+int Run(const PreviewCommand& command);
 int Run(const TableCommand& command);
 int Run(const FormatsCommand& command);
 

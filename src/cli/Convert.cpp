@@ -21,17 +21,6 @@ namespace fs = std::filesystem;
 
 const OutputFormat& FormatOf(const ConvertCommand& command) { return OutputFormatOf(command.to, command.output); }
 
-void RefuseCopyOnOutput(const ConvertCommand& command) {
-  if (command.reading.lineEnds != LineEndsChoice::Copy) return;
-  std::error_code error;
-  const fs::path copy = fs::weakly_canonical(fs::absolute(command.reading.lineEndsCopy), error);
-  for (const std::string& file : WrittenFiles(command.output, FormatOf(command))) {
-    if (fs::weakly_canonical(fs::absolute(file), error) != copy) continue;
-    throw UsageError("--line-ends copy=" + command.reading.lineEndsCopy +
-                     " would be replaced by the output; give it another name");
-  }
-}
-
 // Options that say nothing about this output are a mistake, not a wish.
 void RefuseFieldsOfOtherOutputs(const ConvertCommand& command) {
   const OutputFormat& format = OutputFormatOf(command.to, command.output);
@@ -59,7 +48,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
     format = &InputFormatOf(several, command.inputs[0]);
   }
   RefuseFieldsOfOtherOutputs(command);
-  RefuseCopyOnOutput(command);
+  RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command)));
   ConversionRequest request;
   request.Infile = command.inputs[0];
   request.OutFile = command.output;

@@ -86,6 +86,17 @@ void RefuseExistingCopy(const ReadingOptions& options) {
   }
 }
 
+void RefuseCopyAmong(const ReadingOptions& options, const std::vector<std::string>& written) {
+  if (options.lineEnds != LineEndsChoice::Copy) return;
+  std::error_code error;
+  const fs::path copy = fs::weakly_canonical(fs::absolute(options.lineEndsCopy), error);
+  for (const std::string& file : written) {
+    if (fs::weakly_canonical(fs::absolute(file), error) != copy) continue;
+    throw UsageError("--line-ends copy=" + options.lineEndsCopy +
+                     " would be replaced by the output; give it another name");
+  }
+}
+
 Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)
     : input(path),
       options(readingOptions),
@@ -146,10 +157,11 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   QtSettings settings;
   ConversionRequest request;
   request.Infile = reading.input;
-  request.OutFile = "standard output";
+  request.OutFile = reading.output;
   request.InFormat = reading.format.entry;
   request.useAttributes = UsesAttributes(reading.options);
   request.options = FilterOptionsOf(reading.options);
+  request.options.layersWanted = reading.layersWanted;
   if (reading.format.severalFiles) request.chosenFiles = {"", reading.input};
   reading.summary = ConversionRun(table, reading.interaction, settings, FillerFromCodeTables()).Run(request);
   FlushOutput();

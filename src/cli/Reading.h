@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "cli/Arguments.h"
 #include "cli/ConsoleInteraction.h"
@@ -21,12 +22,16 @@ bool UsesAttributes(const ReadingOptions& options);
 FilterOptions FilterOptionsOf(const ReadingOptions& options);
 /// The repaired copy of a text file takes no other file's place; a dialog would have asked. Throws Error.
 void RefuseExistingCopy(const ReadingOptions& options);
+/// Nor does an output take the place of the copy. Throws UsageError.
+void RefuseCopyAmong(const ReadingOptions& options, const std::vector<std::string>& written);
 
 /// One reading of a drawing.
 struct Reading {
   Reading(const std::string& path, const ReadingOptions& readingOptions);
 
   std::string input;
+  std::string output = "standard output";  ///< what is written from it; refused where the reading needs it
+  bool layersWanted = true;                ///< those that a reader tells before its elements
   ReadingOptions options;
   const InputFormat& format;
   ConsoleInteraction interaction;

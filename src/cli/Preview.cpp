@@ -1,0 +1,47 @@
+// preview: a drawing as a picture.
+#include <filesystem>
+
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/Exit.h"
+#include "cli/Reading.h"
+#include "core/Errors.h"
+#include "core/Paths.h"
+#include "faces/SvgPicture.h"
+
+namespace tesselink {
+namespace {
+
+void RefuseExistingPicture(const PreviewCommand& command) {
+  std::error_code error;
+  if (std::filesystem::is_directory(command.picture, error))
+    throw Error(command.picture + ": is a folder; name a file");
+  // The reading has its own words for a picture on top of the input.
+  if (command.overwrite || SameFile(command.input, command.picture)) return;
+  if (std::filesystem::is_regular_file(command.picture, error)) {
+    throw Error(command.picture + ": exists already; give -O (--overwrite) to replace it");
+  }
+}
+
+}  // namespace
+
+int Run(const PreviewCommand& command) {
+  Reading reading(command.input, command.reading);
+  reading.output = command.picture;
+  reading.layersWanted = false;
+  RefuseCopyAmong(command.reading, {command.picture});
+  RefuseExistingPicture(command);
+  Picture picture(kSvgBudget);
+  const int exitCode = ReadThrough(reading, [&picture](const tEntity& entity) { picture.Add(entity); });
+  if (exitCode == kExitDone || exitCode == kExitEndedEarly) {
+    if (picture.LeavesOutOfView()) {
+      PrintError("warning: a few vertices lie far away from all others; the picture shows the others");
+    }
+    WriteSvg(picture, FileNameOf(command.input), command.picture);
+  } else {
+    PrintError("no picture was written");
+  }
+  return exitCode;
+}
+
+}  // namespace tesselink

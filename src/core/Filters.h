@@ -25,6 +25,7 @@ struct FilterOptions {
   double mapScale = 1;       ///< of the Landmark header line
   bool paperSpace = false;   ///< deliver what a drawing holds in paper space too
   bool layersWanted = true;  ///< false: nobody will match layers, so readers need not look through a file for them
+  bool lookAhead = true;     ///< false: begin at once, without what a file tells only behind its elements
   std::string programFolder = {};  ///< where the data files lie that come with the program
   std::string cdfMap = {};         ///< the entity-type list; empty: searched for
   std::string lngsl = {};          ///< the colour list; empty: searched for

@@ -19,7 +19,7 @@ void DXFInFilter::Open(const std::string& path) {
   inEntities_ = GoToEntities(*scanner_, false);
   interaction().HideScan();
   if (!sectionSeen_ && !endSeen_) throw Error(path + ": is no DXF drawing; it has no section");
-  if (inEntities_ && !tablesSeen_) ReadTablesBehindEntities();
+  if (inEntities_ && !tablesSeen_ && options().lookAhead) ReadTablesBehindEntities();
   layers_ = drawing_->LayerNames();
   entities_ = std::make_unique<EntityReader>(EntitySource{.scanner = *scanner_,
                                                           .drawing = *drawing_,

@@ -25,7 +25,7 @@ void MolInFilter::Open(const std::string& path) {
                 "the program that made the overlay");
   }
   filename_ = path;
-  ScanLayers();
+  if (options().layersWanted) ScanLayers();
   if (!Eof()) {
     report().Warn("overlay", path + ": the drawing elements of a map overlay are not decoded in this version");
   }

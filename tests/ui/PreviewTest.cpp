@@ -1,0 +1,306 @@
+#include <QApplication>
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <QWheelEvent>
+#include <chrono>
+#include <cstring>
+#include <functional>
+
+#include "core/Errors.h"
+#include "core/Interaction.h"
+#include "faces/PreviewReading.h"
+#include "faces/QtSettings.h"
+#include "formats/Formats.h"
+#include "ui/PreviewCanvas.h"
+#include "ui/PreviewWidget.h"
+
+namespace tesselink {
+namespace {
+
+constexpr const char* kLandmark = "Landmark ASCII File (*.asc)";
+constexpr const char* kDxf = "AutoCAD DXF File (*.dxf)";
+constexpr const char* kShape = "ESRI Shapefile (*.shp)";
+
+using Time = std::chrono::steady_clock::time_point;
+
+std::string Example(const std::string& name) { return TESSELINK_EXAMPLES "/" + name; }
+
+// Moves on by a millisecond each time that it is read.
+struct TickingClock {
+  Time now{};
+  Time operator()() { return now += std::chrono::milliseconds(1); }
+};
+
+// A format whose reader does what a test says.
+class ScriptedReader final : public InputFilter {
+ public:
+  using Script = std::function<bool(tEntity&)>;
+  ScriptedReader(const FilterContext& context, Script next, std::function<void(Interaction&)> open)
+      : InputFilter(context), next_(std::move(next)), open_(std::move(open)) {}
+  int FileNumber() const override { return 0; }
+  std::int64_t Loc() const override { return 0; }
+  double Progress() const override { return 0; }
+  bool Eof() const override { return false; }
+
+ private:
+  void Open(const std::string& path) override {
+    open_(interaction());
+    filename_ = path;
+  }
+  bool Next(tEntity& entity) override { return next_(entity); }
+  Script next_;
+  std::function<void(Interaction&)> open_;
+};
+
+InputFormat Scripted(
+    const ScriptedReader::Script& next, const std::function<void(Interaction&)>& open = [](auto&) {}) {
+  return {{"Some File (*.asc)", "some", ""}, false, false, {}, [=](const FilterContext& context) {
+            return std::make_unique<ScriptedReader>(context, next, open);
+          }};
+}
+
+bool APoint(tEntity& entity) {
+  entity.bType = kPoint;
+  entity.x(0, 1);
+  return true;
+}
+
+class PreviewTest final : public QObject {
+  Q_OBJECT
+
+ private:
+  QTemporaryDir folder_;
+  QtSettings settings_;
+
+  std::string Put(const QString& name, const QByteArray& bytes) {
+    QFile file(folder_.filePath(name));
+    if (!file.open(QIODevice::WriteOnly)) return {};
+    file.write(bytes);
+    return file.fileName().toStdString();
+  }
+  static QByteArray Get(const std::string& path) {
+    QFile file(QString::fromStdString(path));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  std::string NotesOf(const InputFormat& format, const std::string& path) {
+    PreviewReading reading({format, {path}}, settings_, {}, TickingClock());
+    for (int i = 0; i < 10'000 && reading.Slice(std::chrono::milliseconds(10)); ++i) {
+    }
+    std::string all = reading.Ended() ? "" : "not ended";
+    for (const std::string& note : reading.Notes()) all += note + "|";
+    return all;
+  }
+  static bool Differs(const QImage& image, const QColor& paper) {
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) {
+        if (image.pixelColor(x, y) != paper) return true;
+      }
+    }
+    return false;
+  }
+  static QColor Paper(const QWidget& widget) { return widget.palette().color(QPalette::Base); }
+
+ private slots:
+  void initTestCase() { qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8()); }
+
+  void aSliceKeepsToItsTime() {
+    PreviewReading reading({AllFormats().Input(kLandmark), {Example("quarter-section.asc")}}, settings_, {},
+                           TickingClock());
+    int slices = 1;
+    std::int64_t before = 0, most = 0;
+    for (; reading.Slice(std::chrono::milliseconds(5)); ++slices) {
+      most = std::max(most, reading.Drawn().Elements() - before);
+      before = reading.Drawn().Elements();
+    }
+    QCOMPARE(reading.Drawn().Elements(), 43);
+    QVERIFY2(most <= 5, "no more elements than ticks of the clock");
+    QVERIFY(slices >= 9);
+    QVERIFY(reading.Notes().empty());
+    QVERIFY(!reading.Slice(std::chrono::milliseconds(5)));
+  }
+
+  void severalFilesMakeOnePicture() {
+    PreviewReading reading({AllFormats().Input("Multiple Shapefile Input (*.shp)"),
+                            {Example("wells.shp"), Example("quarter-section.shp")}},
+                           settings_);
+    while (reading.Slice(std::chrono::milliseconds(50))) {
+    }
+    QCOMPARE(reading.Drawn().Elements(), 27);
+  }
+
+  void nothingIsAskedAndNoFileIsTouched() {
+    const QByteArray unixText = Get(Example("quarter-section.asc")).replace("\r\n", "\n");
+    const std::string path = Put("unix.asc", unixText);
+    QCOMPARE(NotesOf(AllFormats().Input(kLandmark), path), std::string());
+    QCOMPARE(Get(path), unixText);
+    QCOMPARE(QDir(folder_.path()).entryList({"*.asc"}).size(), 1);
+    const auto asking = Scripted(&APoint, [](Interaction& person) { person.AskText({"Title", "Where?", "$CDF.MAP"}); });
+    QCOMPARE(NotesOf(asking, path), std::string("$CDF.MAP: was not found; the preview does without|"));
+  }
+
+  void whatEndsAReadingIsTold() {
+    const std::string path = Put("some.asc", "x");
+    QVERIFY(NotesOf(AllFormats().Input(kLandmark), Put("endless.asc", "VECTOR,1,2,3,4,RED\r\nXY,1,1\r\n"))
+                .find("repeats without end") != std::string::npos);
+    QVERIFY(NotesOf(AllFormats().Input("WinPICS Map Overlay (*.mol)"), Example("overlay.mol")).find("not decoded") !=
+            std::string::npos);
+    QVERIFY(NotesOf(AllFormats().Input(kShape), path).find("a shapefile begins with") != std::string::npos);
+    QVERIFY(NotesOf(AllFormats().Input(kShape), path + "x").find("is no file that can be opened") != std::string::npos);
+    const auto failing = Scripted([](tEntity&) -> bool { throw Error("some.asc, line 7: is wrong"); });
+    QCOMPARE(NotesOf(failing, path), std::string("some.asc, line 7: is wrong|"));
+    const auto greedy = Scripted([](tEntity&) -> bool { throw std::bad_alloc(); });
+    QVERIFY(NotesOf(greedy, path).find("not enough memory") != std::string::npos);
+  }
+
+  void anOpeningThatTakesTooLongIsGivenUp() {
+    int breaths = 0;
+    const auto slow = Scripted(&APoint, [&](Interaction& person) {
+      for (int i = 0; i < 100'000; ++i) {
+        person.Yield();
+        if (person.CancelRequested()) throw OperationCanceled();
+      }
+    });
+    const std::string path = Put("slow.asc", "x");
+    PreviewReading reading(
+        {slow, {path}}, settings_, [&breaths] { ++breaths; }, TickingClock());
+    QVERIFY(!reading.Slice(std::chrono::milliseconds(5)));
+    QVERIFY(breaths > 100 && breaths < 10'000);
+    QVERIFY(reading.Notes().at(0).find("so much stands before its first element") != std::string::npos);
+  }
+
+  void aDrawingIsShownWithItsLayers() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.resize(700, 500);
+    preview.show();
+    const auto* status = preview.findChild<QLabel*>("previewStatus");
+    auto* layers = preview.findChild<QListWidget*>("previewLayers");
+    auto* all = preview.findChild<QCheckBox*>("previewAllLayers");
+    QVERIFY(layers->isHidden() || !layers->isVisible());
+    preview.ShowInput(QString::fromStdString(Example("quarter-section.asc")), kLandmark);
+    QTRY_VERIFY(preview.IsDone());
+    QVERIFY(status->text().startsWith("quarter-section.asc"));
+    QVERIFY(status->text().contains("43 elements"));
+    QVERIFY(status->text().contains("x 1845802.88 to 1851962.61"));
+    QCOMPARE(layers->count(), 11);
+    QCOMPARE(layers->item(10)->text(), QString("RED  7"));
+
+    const QImage whole = preview.Canvas().Shown();
+    QVERIFY(Differs(whole, Paper(preview)));
+    layers->item(10)->setCheckState(Qt::Unchecked);
+    QTRY_VERIFY(preview.IsDone());
+    QVERIFY(preview.Canvas().Shown() != whole);
+    QCOMPARE(all->checkState(), Qt::PartiallyChecked);
+    QTest::mouseClick(all, Qt::LeftButton, {}, QPoint(8, all->height() / 2));
+    QTRY_VERIFY(preview.IsDone());
+    QCOMPARE(preview.Canvas().Shown(), whole);
+    QTest::mouseClick(all, Qt::LeftButton, {}, QPoint(8, all->height() / 2));
+    QTRY_VERIFY(preview.IsDone());
+    QVERIFY2(!Differs(preview.Canvas().Shown(), Paper(preview)), "with every layer hidden the paper is blank");
+  }
+
+  void zoomPanAndFit() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.resize(700, 500);
+    preview.show();
+    preview.ShowInput(QString::fromStdString(Example("quarter-section.asc")), kLandmark);
+    QTRY_VERIFY(preview.IsDone());
+    auto* canvas = preview.findChild<PreviewCanvas*>("previewCanvas");
+    const PictureView whole = canvas->View();
+    const PicturePoint under = whole.ToDrawing({100, 120});
+    QWheelEvent wheel(QPointF(100, 120), canvas->mapToGlobal(QPointF(100, 120)), {}, QPoint(0, 240), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(canvas, &wheel);
+    QVERIFY(canvas->View().scale > whole.scale * 1.5);
+    QVERIFY(std::abs(canvas->View().ToScreen(under).x - 100) < 1e-6);
+    QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(100, 120));
+    QTest::mouseMove(canvas, QPoint(130, 110));
+    QTest::mouseRelease(canvas, Qt::LeftButton, {}, QPoint(130, 110));
+    QVERIFY(std::abs(canvas->View().ToScreen(under).x - 130) < 1e-6);
+    QVERIFY(std::abs(canvas->View().ToScreen(under).y - 110) < 1e-6);
+    QTRY_VERIFY(preview.IsDone());
+    QTest::keyClick(canvas, Qt::Key_F);
+    QVERIFY(canvas->View() == whole);
+    for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Right, Qt::Key_Up, Qt::Key_Minus, Qt::Key_Left, Qt::Key_Down}) {
+      const PictureView before = canvas->View();
+      QTest::keyClick(canvas, key);
+      QVERIFY(!(canvas->View() == before));
+    }
+    QVERIFY(std::abs(canvas->View().scale - whole.scale) < whole.scale * 1e-9);
+    preview.findChild<QToolButton*>("previewZoomIn")->click();
+    QTest::mouseDClick(canvas, Qt::LeftButton);
+    QVERIFY(canvas->View() == whole);
+    preview.resize(900, 400);
+    QVERIFY2(canvas->View().scale < whole.scale, "a view of the whole stays one");
+    QTRY_VERIFY(preview.IsDone());
+  }
+
+  void whatCannotBeShownInvites() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.resize(500, 300);
+    preview.show();
+    const auto* status = preview.findChild<QLabel*>("previewStatus");
+    for (const QString& path : {QString(), QString("nowhere.shp"), folder_.path()}) {
+      preview.ShowInput(path, kShape);
+      QTRY_VERIFY(preview.IsDone());
+      QCOMPARE(preview.Canvas().EmptyText(), QString("Choose a file, or drop one here"));
+      QVERIFY(status->text().isEmpty());
+    }
+    preview.ShowInput(QString::fromStdString(Put("bad.dxf", "nothing")), kDxf);
+    QTRY_VERIFY(preview.IsDone());
+    QVERIFY(status->text().contains("bad.dxf"));
+    QCOMPARE(preview.Canvas().EmptyText(), QString("Nothing to show"));
+  }
+
+  void anEndlessFileStaysAnswerable() {
+    const InputFormat endless = Scripted(&APoint);
+    const FormatTable table({endless}, {});
+    PreviewWidget preview(table, settings_);
+    preview.resize(500, 300);
+    preview.show();
+    preview.ShowInput(QString::fromStdString(Put("some.asc", "x")), "Some File (*.asc)");
+    QTRY_VERIFY(Differs(preview.Canvas().Shown(), Paper(preview)));
+    QVERIFY(!preview.IsDone());
+    preview.Pause();
+    const auto* status = preview.findChild<QLabel*>("previewStatus");
+    const QString paused = status->text();
+    QTest::qWait(400);
+    QCOMPARE(status->text(), paused);
+    preview.ShowInput({}, {});
+    preview.Resume();
+    QTRY_VERIFY(status->text().isEmpty());
+    QTRY_VERIFY(preview.IsDone());
+  }
+
+  void keysReachEverything() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.show();
+    preview.ShowInput(QString::fromStdString(Example("wells.shp")), kShape);
+    QTRY_VERIFY(preview.IsDone());
+    QStringList order;
+    for (QWidget* widget = preview.nextInFocusChain(); widget != &preview; widget = widget->nextInFocusChain()) {
+      if (!(widget->focusPolicy() & Qt::TabFocus) || widget->objectName().startsWith("qt_")) continue;
+      order += widget->objectName();
+      const bool hasName = !widget->accessibleName().isEmpty() || !widget->property("text").toString().isEmpty();
+      QVERIFY2(hasName, qPrintable(widget->objectName()));
+    }
+    QCOMPARE(order, QStringList({"previewCanvas", "previewZoomIn", "previewZoomOut", "previewFit", "previewAllLayers",
+                                 "previewLayers"}));
+  }
+};
+
+}  // namespace
+}  // namespace tesselink
+
+int main(int count, char** values) {
+  QApplication application(count, values);
+  tesselink::PreviewTest test;
+  return QTest::qExec(&test, count, values);
+}
+
+#include "PreviewTest.moc"

@@ -1,7 +1,6 @@
 #include "faces/SvgPicture.h"
 
 #include <QString>
-#include <QUtf8StringView>
 #include <array>
 #include <cmath>
 
@@ -10,6 +9,7 @@
 #include "core/PictureColours.h"
 #include "core/PictureView.h"
 #include "core/Text.h"
+#include "faces/UiText.h"
 
 namespace tesselink {
 namespace {
@@ -26,12 +26,9 @@ constexpr std::int32_t kPaper = 0xFFFFFF;
 
 bool IsXml(QChar c) { return c >= u' ' && c != QChar(0xFFFE) && c != QChar(0xFFFF); }
 
-// A text within XML: UTF-8 as it stands, other bytes as the characters of Latin-1, and nothing that XML has no way to
-// hold.
+// A text within XML, without what XML has no way to hold.
 std::string Escaped(const std::string& text) {
-  const bool isUtf8 = QUtf8StringView(text.data(), static_cast<qsizetype>(text.size())).isValidUtf8();
-  QString shown =
-      isUtf8 ? QString::fromStdString(text) : QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+  QString shown = Shown(text);
   for (QChar& c : shown) {
     if (!IsXml(c)) c = u' ';
   }

@@ -107,7 +107,7 @@ void PreviewReading::OpenNext() {
   const std::string& path = input_.paths[next_++];
   if (!FileExists(path)) throw Error(path + ": is no file that can be opened for reading");
   if (!reader_) {
-    reader_ = CreateReader(input_.format, context_);
+    reader_ = input_.format.create(context_);
     if (input_.format.hasAttributes) reader_->Layered = false;
   }
   person_->OpeningBegins();

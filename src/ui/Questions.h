@@ -1,7 +1,6 @@
 // The questions that a format pair raises, each asked in a window of its own.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,8 +13,8 @@ namespace tesselink {
 // Each throws OperationCanceled when its window is closed without an answer.
 
 void AskFields(FieldSelection& selection, QWidget* parent);
-/// One code a layer; nothing when no matching takes place.
-std::optional<std::vector<std::string>> AskLayers(const LayerMatchingQuestion& question, QWidget* parent);
+/// One code for each layer that the dialog shows.
+std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidget* parent);
 ShapeKind AskShapeKind(ShapeKind preset, QWidget* parent);
 PointChoice AskPoints(QWidget* parent);
 GridFields AskGridFields(const std::string& suggestedTable, QWidget* parent);

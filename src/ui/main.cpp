@@ -9,6 +9,7 @@
 #include "faces/UiText.h"
 #include "formats/Formats.h"
 #include "ui/MainWindow.h"
+#include "ui/PreviewWidget.h"
 
 namespace {
 
@@ -80,6 +81,11 @@ int main(int count, char** values) {
   tesselink::FilterOptions options;
   options.programFolder = tesselink::ProgramDataFolder();
   tesselink::MainWindow window(tesselink::AllFormats(), settings, options);
+  auto* preview = new tesselink::PreviewWidget(tesselink::AllFormats(), settings, options);
+  window.SetPreview(preview);
+  QObject::connect(&window, &tesselink::MainWindow::inputChanged, preview, &tesselink::PreviewWidget::ShowInput);
+  QObject::connect(&window, &tesselink::MainWindow::runningChanged, preview,
+                   [preview](bool running) { running ? preview->Pause() : preview->Resume(); });
   window.show();
   window.TakeFiles(arguments.inputs);
   return QApplication::exec();

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "formats/dxf/CodePages.h"
-#include "formats/dxf/Utf8.h"
+#include "core/CodePages.h"
+#include "core/Utf8.h"
 
 namespace tesselink {
 namespace {

@@ -5,16 +5,12 @@
 #include <cstdint>
 #include <optional>
 
+#include "core/CodePages.h"
 #include "core/Text.h"
-#include "formats/dxf/CodePages.h"
-#include "formats/dxf/Utf8.h"
+#include "core/Utf8.h"
 
 namespace tesselink {
 namespace {
-
-bool IsAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 128; });
-}
 
 // The number that the first `count` letters are, all of them digits of the base.
 std::optional<std::uint32_t> Digits(std::string_view text, std::size_t count, int base) {
@@ -192,14 +188,7 @@ void DrawingText::DecodePage(std::string_view bytes, std::string& text) const {
     text = bytes;
     return;
   }
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 128) {
-      text += c;
-    } else {
-      AppendUtf8(text, upperHalf_[byte - 128U]);
-    }
-  }
+  AppendDecoded(text, bytes, upperHalf_);
 }
 
 void DrawingText::DecodeName(std::string_view bytes, std::string& text) const {

@@ -1,4 +1,6 @@
-#include "formats/dxf/Utf8.h"
+#include "core/Utf8.h"
+
+#include <algorithm>
 
 namespace tesselink {
 namespace {
@@ -23,6 +25,10 @@ std::size_t Utf8Length(std::string_view bytes) {
   if ((lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)) return 0;
   if ((lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F)) return 0;
   return length;
+}
+
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 128; });
 }
 
 bool IsUtf8(std::string_view bytes) {

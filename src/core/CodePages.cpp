@@ -1,8 +1,9 @@
-#include "formats/dxf/CodePages.h"
+#include "core/CodePages.h"
 
 #include <algorithm>
 
 #include "core/Text.h"
+#include "core/Utf8.h"
 
 namespace tesselink {
 namespace {
@@ -13,7 +14,7 @@ struct Page {
 };
 
 constexpr Page kPages[] = {
-#include "formats/dxf/CodePages.inc"
+#include "core/CodePages.inc"
 };
 
 static_assert(std::all_of(std::begin(kPages), std::end(kPages), [](const Page& p) { return p.letters.size() == 128; }));
@@ -25,6 +26,17 @@ std::u16string_view UpperHalf(std::string_view codePage) {
     if (EqualsIgnoringCase(page.name, codePage)) return page.letters;
   }
   return {};
+}
+
+void AppendDecoded(std::string& text, std::string_view bytes, std::u16string_view upperHalf) {
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 128) {
+      text += c;
+    } else {
+      AppendUtf8(text, upperHalf[byte - 128U]);
+    }
+  }
 }
 
 }  // namespace tesselink

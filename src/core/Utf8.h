@@ -10,6 +10,8 @@ namespace tesselink {
 
 /// The length of the valid sequence that the bytes, one at least, begin with; 0 when there is none.
 std::size_t Utf8Length(std::string_view bytes);
+/// Whether every byte is ASCII, which is UTF-8 as well.
+bool IsAscii(std::string_view bytes);
 bool IsUtf8(std::string_view bytes);
 /// The letter of a valid sequence.
 std::uint32_t Utf8Letter(std::string_view sequence);

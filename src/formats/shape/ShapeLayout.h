@@ -1,0 +1,31 @@
+// What reading and writing shapefiles share of the layout, that of the ESRI Shapefile Technical Description of July
+// 1998.
+#pragma once
+
+#include <cstdint>
+
+namespace tesselink {
+
+inline constexpr std::int32_t kShapeFileCode = 9994;
+inline constexpr std::int64_t kShapeHeaderSize = 100;
+inline constexpr std::int64_t kIndexEntrySize = 8;
+inline constexpr std::int64_t kRecordHeaderSize = 8;
+/// An x and a y.
+inline constexpr std::int64_t kXYSize = 16;
+
+/// How the content of a record is laid out.
+enum class ShapeLayout { None, Point, MultiPoint, Parts };
+
+/// A type of shape.
+struct ShapeType {
+  std::int32_t code;  ///< in the file
+  const char* name;
+  ShapeLayout layout;
+  bool hasZ;
+  bool isRead;  ///< else a person is told of each record
+};
+
+/// The type of a code; nullptr for a code that stands for none.
+const ShapeType* ShapeTypeOf(std::int32_t code);
+
+}  // namespace tesselink

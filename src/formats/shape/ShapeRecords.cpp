@@ -1,0 +1,330 @@
+#include "formats/shape/ShapeRecords.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "core/Errors.h"
+#include "core/Numbers.h"
+#include "core/Report.h"
+#include "core/Text.h"
+#include "formats/shape/Bytes.h"
+
+namespace tesselink {
+namespace {
+
+// Bytes of a record up to the end of the counts of its parts and points, the record header included.
+constexpr std::size_t kHeadSize = 52;
+
+constexpr ShapeType kTypes[] = {
+    {0, "Null", ShapeLayout::None, false, true},
+    {1, "Point", ShapeLayout::Point, false, true},
+    {3, "PolyLine", ShapeLayout::Parts, false, true},
+    {5, "Polygon", ShapeLayout::Parts, false, true},
+    {8, "MultiPoint", ShapeLayout::MultiPoint, false, true},
+    {11, "PointZ", ShapeLayout::Point, true, false},
+    {13, "PolyLineZ", ShapeLayout::Parts, true, true},
+    {15, "PolygonZ", ShapeLayout::Parts, true, true},
+    {18, "MultiPointZ", ShapeLayout::MultiPoint, true, false},
+    {21, "PointM", ShapeLayout::Point, false, false},
+    {23, "PolylineM", ShapeLayout::Parts, false, false},
+    {25, "PolygonM", ShapeLayout::Parts, false, false},
+    {28, "MultiPointM", ShapeLayout::MultiPoint, false, false},
+    {31, "MultiPatch", ShapeLayout::Parts, true, false},
+};
+
+std::string Bytes(std::int64_t count) { return Counted(count, "byte"); }
+
+}  // namespace
+
+const ShapeType* ShapeTypeOf(std::int32_t code) {
+  const auto* found =
+      std::find_if(std::begin(kTypes), std::end(kTypes), [&](const ShapeType& t) { return t.code == code; });
+  return found == std::end(kTypes) ? nullptr : found;
+}
+
+void ShapeRecords::Open(const std::string& path) {
+  count_ = number_ = position_ = 0;
+  listed_ = kShapeHeaderSize;
+  inOrder_ = true;
+  current_ = {};
+  part_ = 0;
+  shp_ = BinaryFile(path);
+  for (ReadWindow* window : {&recordBytes_, &partStarts_, &vertices_, &values_}) window->Reset();
+  const auto header = recordBytes_.At(0, kShapeHeaderSize);
+  if (static_cast<std::int64_t>(header.size()) < kShapeHeaderSize) {
+    throw Error(path + ": holds " + Bytes(shp_.Size()) + "; a shapefile begins with a header of 100");
+  }
+  if (BigEndian32(header.data()) != kShapeFileCode) {
+    throw Error(path + ": is not a shapefile; it begins with the number " + std::to_string(BigEndian32(header.data())) +
+                " where shapefiles have 9994");
+  }
+}
+
+void ShapeRecords::OpenIndex(const std::string& path) {
+  shx_ = BinaryFile(path);
+  index_.Reset();
+  if (shx_.Size() < kShapeHeaderSize) {
+    throw Error(path + ": holds " + Bytes(shx_.Size()) + "; an index begins with a header of 100");
+  }
+  const std::int64_t entries = shx_.Size() - kShapeHeaderSize;
+  if (entries % kIndexEntrySize != 0) {
+    report_.Warn("index cut", path + ": ends within an entry; it may list fewer records than there are");
+  }
+  count_ = static_cast<std::int64_t>(RoundHalfEven(static_cast<double>(entries) / kIndexEntrySize));
+  if (count_ == 0) WarnOfUnlisted();
+}
+
+void ShapeRecords::WarnOfUnlisted() {
+  if (!inOrder_ || listed_ >= shp_.Size()) return;
+  report_.Warn("not in the index", shp_.Path() + ": the index lists nothing of " + Bytes(shp_.Size() - listed_) +
+                                       " of the file; they were not read");
+  inOrder_ = false;
+}
+
+void ShapeRecords::Warn(std::string_view kind, const std::string& what) { report_.Warn(kind, Where() + ": " + what); }
+
+void ShapeRecords::MoveTo(std::int64_t number) {
+  number_ = number - 1;
+  inOrder_ = false;
+  current_ = {};
+  part_ = 0;
+}
+
+bool ShapeRecords::Next() {
+  ++number_;
+  part_ = 0;
+  nextPoint_ = 0;
+  current_ = {};
+  return Load();
+}
+
+// The bytes of the record at a position, its header included, by the index; 0 when there are none. What the record
+// itself says, up to where the index puts the next one, is kept for a record that needs more: real files carry a wrong
+// length in one of the two places.
+std::int64_t ShapeRecords::RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords) {
+  const auto following = index_.At(kShapeHeaderSize + kIndexEntrySize * number_, kIndexEntrySize);
+  const std::int64_t next = following.size() < 4 ? 0 : std::int64_t{BigEndian32(following.data())} * 2;
+  const std::int64_t room = (next > at ? std::min(next, shp_.Size()) : shp_.Size()) - at;
+  const auto bounded = [](std::int64_t words, std::int64_t most) {
+    return words < 2 ? 0 : std::min(words * 2 + kRecordHeaderSize, most);
+  };
+  std::int64_t available = bounded(indexWords, shp_.Size() - at);
+  ownLength_ = bounded(ownWords, room);
+  if (available == 0 && ownLength_ == 0) {
+    Warn("record length", "its length is given as " + Bytes(indexWords * 2) + "; it was skipped");
+  } else if (available == 0) {
+    WarnOfLength();
+    available = ownLength_;
+  }
+  listed_ += std::min(std::max(bounded(ownWords, room), available), room);
+  if (listed_ > shp_.Size() && inOrder_) {
+    Warn("repeated in the index", "the index lists bytes more than once, and so they are read");
+    inOrder_ = false;
+  }
+  return available;
+}
+
+void ShapeRecords::WarnOfLength() {
+  Warn("index length", "the index gives it fewer bytes than it needs; the record's own length was taken");
+}
+
+// Whether the record has so many bytes, by the index or else by its own word.
+bool ShapeRecords::Holds(std::int64_t bytes, std::int64_t available) {
+  if (bytes <= available) return true;
+  if (bytes > ownLength_) return false;
+  WarnOfLength();
+  return true;
+}
+
+// Finds out what the current record holds. False when it holds nothing that is delivered.
+bool ShapeRecords::Load() {
+  const auto entry = index_.At(kShapeHeaderSize + kIndexEntrySize * (number_ - 1), kIndexEntrySize);
+  if (entry.size() < static_cast<std::size_t>(kIndexEntrySize)) {
+    Warn("index cut", "the index ends within this record's entry; the record was skipped");
+    return false;
+  }
+  const std::int64_t at = std::int64_t{BigEndian32(entry.data())} * 2;
+  auto head = recordBytes_.At(at, kHeadSize);
+  if (at < kShapeHeaderSize || head.size() < static_cast<std::size_t>(kRecordHeaderSize) + 4) {
+    Warn("index outside", "the index points to byte " + std::to_string(at) + ", where the file of " +
+                              Bytes(shp_.Size()) + " holds no record; it was skipped");
+    return false;
+  }
+  const std::int64_t available = RecordLength(at, BigEndian32(&entry[4]), BigEndian32(&head[4]));
+  if (available == 0) return false;
+  position_ = at + available;
+  whole_ = {};
+  if (available <= static_cast<std::int64_t>(ReadWindow::kCapacity)) {
+    head = whole_ = recordBytes_.At(at, static_cast<std::size_t>(available));
+    wholeAt_ = at;
+  }
+  current_.code = LittleEndian<std::int32_t>(&head[8]);
+  current_.pointsAt = at;
+  const ShapeType* type = ShapeTypeOf(current_.code);
+  if (type == nullptr || !type->isRead) return false;
+  switch (type->layout) {
+    case ShapeLayout::None:
+      return false;
+    case ShapeLayout::Point:
+      return LoadPoint(available);
+    case ShapeLayout::MultiPoint:
+      return LoadMultiPoint(head, available);
+    case ShapeLayout::Parts:
+      return LoadParts(*type, head, available);
+  }
+  return false;
+}
+
+bool ShapeRecords::LoadPoint(std::int64_t available) {
+  constexpr std::int64_t kWithHeader = 28;
+  if (!Holds(kWithHeader, available)) {
+    Warn("record cut", "its " + Bytes(available) + " cannot hold a point; it was skipped");
+    return false;
+  }
+  current_.parts = current_.points = 1;
+  current_.pointsAt += 12;
+  return true;
+}
+
+bool ShapeRecords::LoadParts(const ShapeType& type, std::span<const std::byte> head, std::int64_t available) {
+  if (head.size() < kHeadSize || available < static_cast<std::int64_t>(kHeadSize)) {
+    Warn("record cut", "ends before the counts of its parts and points; it was skipped");
+    return false;
+  }
+  const auto parts = LittleEndian<std::int32_t>(&head[44]);
+  const auto points = LittleEndian<std::int32_t>(&head[48]);
+  const std::int64_t needed = 52 + std::int64_t{parts} * 4 + std::int64_t{points} * kXYSize;
+  if (parts < 0 || points < 0 || !Holds(needed, available)) {
+    Warn("record counts", "gives " + Counted(parts, "part") + " and " + Counted(points, "point") + ", which its " +
+                              Bytes(available) + " cannot hold; it was skipped");
+    return false;
+  }
+  current_.partsAt = current_.pointsAt + 52;
+  current_.pointsAt = current_.partsAt + std::int64_t{parts} * 4;
+  current_.parts = parts;
+  current_.points = points;
+  if (type.hasZ) {
+    const std::int64_t zEnd = needed + 16 + std::int64_t{points} * 8;
+    if (Holds(zEnd, available)) {
+      current_.zAt = current_.pointsAt + std::int64_t{points} * kXYSize + 16;
+    } else {
+      Warn("no z values", "has no room for the z values of its type; z is 0");
+    }
+  }
+  if (parts == 0 && points > 0) Warn("points without part", Counted(points, "point") + " left out: in no part");
+  return parts > 0;
+}
+
+bool ShapeRecords::LoadMultiPoint(std::span<const std::byte> head, std::int64_t available) {
+  const auto points = head.size() < 48 || available < 48 ? -1 : LittleEndian<std::int32_t>(&head[44]);
+  if (points < 0 || !Holds(48 + points * kXYSize, available)) {
+    Warn("record counts", "gives more points than its " + Bytes(available) + " can hold; it was skipped");
+    return false;
+  }
+  current_.pointsAt += 48;
+  current_.parts = points > 0 ? 1 : 0;
+  current_.points = points;
+  return points > 0;
+}
+
+std::span<const std::byte> ShapeRecords::Piece(ReadWindow& window, std::int64_t offset, std::size_t count) {
+  const std::int64_t inside = offset - wholeAt_;
+  const bool isWhole = !whole_.empty() && inside >= 0 &&
+                       inside + static_cast<std::int64_t>(count) <= static_cast<std::int64_t>(whole_.size());
+  const auto piece = isWhole ? whole_.subspan(static_cast<std::size_t>(inside), count) : window.At(offset, count);
+  if (piece.size() < count) throw Error(shp_.Path() + ": became shorter while it was read");
+  return piece;
+}
+
+// The next part's range of points. Parts follow one another: where a start lies before the end of the part before, or
+// beyond the points, no chain of this record can be trusted any more. False when the part holds nothing.
+bool ShapeRecords::NextRange(Range& range) {
+  const std::int32_t part = part_++;
+  if (current_.partsAt == 0) {
+    range = {0, current_.points};
+    return true;
+  }
+  const auto starts = Piece(partStarts_, current_.partsAt + std::int64_t{part} * 4, part_ < current_.parts ? 8 : 4);
+  const auto first = LittleEndian<std::int32_t>(starts.data());
+  const std::int32_t end = part_ < current_.parts ? LittleEndian<std::int32_t>(&starts[4]) : current_.points;
+  if (first < nextPoint_ || end < first || end > current_.points) {
+    Warn("part indices", "part " + std::to_string(part + 1) + " is said to run from point " + std::to_string(first) +
+                             " to before point " + std::to_string(end) + " of " + std::to_string(current_.points) +
+                             "; the record was skipped from there on");
+    part_ = current_.parts;
+    return false;
+  }
+  if (first > nextPoint_) {
+    Warn("points without part",
+         Counted(first - nextPoint_, "point") + " before part " + std::to_string(part + 1) + " left out: in no part");
+  }
+  nextPoint_ = end;
+  range = {first, end - first};
+  return range.count > 0;
+}
+
+bool ShapeRecords::ReadPart(tEntity& entity) {
+  Range range;
+  return NextRange(range) && StoreVertices(entity, range);
+}
+
+// Stores from the highest index down, so that each array grows once. False when no vertex is left.
+bool ShapeRecords::StoreVertices(tEntity& entity, Range range) {
+  constexpr std::int32_t kAtOnce = 2048;
+  bool finite = true;
+  for (std::int32_t end = range.count; end > 0;) {
+    const std::int32_t begin = std::max(end - kAtOnce, 0);
+    const auto xy = Piece(vertices_, current_.pointsAt + std::int64_t{range.first + begin} * kXYSize,
+                          static_cast<std::size_t>((end - begin) * kXYSize));
+    for (std::int32_t i = end - 1; i >= begin; --i) {
+      const std::byte* point = &xy[static_cast<std::size_t>((i - begin) * kXYSize)];
+      const auto x = LittleEndian<double>(point), y = LittleEndian<double>(point + 8);
+      entity.x(i, x);
+      entity.Y(i, y);
+      finite = finite && std::isfinite(x) && std::isfinite(y);
+    }
+    end = begin;
+  }
+  if (current_.zAt != 0) StoreZ(entity, range);
+  return finite || DropWildVertices(entity);
+}
+
+void ShapeRecords::StoreZ(tEntity& entity, Range range) {
+  constexpr std::int32_t kAtOnce = 4096;
+  bool wild = false;
+  for (std::int32_t end = range.count; end > 0;) {
+    const std::int32_t begin = std::max(end - kAtOnce, 0);
+    const auto values =
+        Piece(values_, current_.zAt + std::int64_t{range.first + begin} * 8, static_cast<std::size_t>(end - begin) * 8);
+    for (std::int32_t i = end - 1; i >= begin; --i) {
+      const auto z = LittleEndian<double>(&values[static_cast<std::size_t>(i - begin) * 8]);
+      const bool fits = std::fabs(z) <= static_cast<double>(std::numeric_limits<float>::max());
+      entity.Z(i, fits ? static_cast<float>(z) : 0.0F);
+      wild = wild || !fits;
+    }
+    end = begin;
+  }
+  if (wild) Warn("wild z", "holds z values that are no number or too large; they were read as 0");
+}
+
+bool ShapeRecords::DropWildVertices(tEntity& entity) {
+  const tEntity::Index count = entity.XCount() + 1;
+  tEntity::Index kept = 0;
+  for (tEntity::Index i = 0; i < count; ++i) {
+    if (!std::isfinite(entity.x(i)) || !std::isfinite(entity.Y(i))) continue;
+    entity.x(kept, entity.x(i));
+    entity.Y(kept, entity.Y(i));
+    if (current_.zAt != 0) entity.Z(kept, entity.Z(i));
+    ++kept;
+  }
+  Warn("not finite", "vertices without a finite x and y were left out: " + std::to_string(count - kept));
+  if (kept == 0) {
+    entity.ClearVertices();
+    return false;
+  }
+  for (tEntity::Index i = kept; i < count; ++i) entity.RemoveLastVertex();
+  return true;
+}
+
+}  // namespace tesselink

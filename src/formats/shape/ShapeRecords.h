@@ -1,0 +1,102 @@
+// The records of a shapefile: .shp by way of its .shx.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "core/Files.h"
+#include "core/tEntity.h"
+#include "formats/shape/ShapeLayout.h"
+
+namespace tesselink {
+
+class Report;
+
+/// Finds each record and reads its parts as vertices of an element. Points and vertices are streamed, so memory follows
+/// the largest part, not the file. A record that cannot be read is a warning, and holds nothing.
+class ShapeRecords {
+ public:
+  explicit ShapeRecords(Report& report) : report_(report) {}
+
+  /// Opens the main file, closing the one before; nothing is listed until its index is open too. Throws Error for a
+  /// file that is no shapefile.
+  void Open(const std::string& path);
+  void OpenIndex(const std::string& path);
+  void Close() { shp_.Close(); }
+
+  const BinaryFile& File() const { return shp_; }
+  /// The number of records, by the length of the index.
+  std::int64_t Count() const { return count_; }
+  /// The current record, from 1; 0 before the first.
+  std::int64_t Number() const { return number_; }
+  /// The end of the current record in the main file.
+  std::int64_t Position() const { return position_; }
+  bool AtEnd() const { return number_ >= count_; }
+  /// File and record, as in "wells.shp, record 7".
+  std::string Where() const { return shp_.Path() + ", record " + std::to_string(number_); }
+
+  /// Makes the record with that number the next one.
+  void MoveTo(std::int64_t number);
+  /// Goes on to the next record. False when it holds nothing that is read.
+  bool Next();
+  /// The code in the current record; 0 for one that could not be found.
+  std::int32_t TypeCode() const { return current_.code; }
+
+  bool PartsLeft() const { return part_ < current_.parts; }
+  /// Puts the vertices of the next part into a cleared element. False when none is left.
+  bool ReadPart(tEntity& entity);
+  /// The same for all points of the record.
+  bool ReadPoints(tEntity& entity) { return StoreVertices(entity, {0, current_.points}); }
+
+  /// Warns of what the index does not list, once all has been read.
+  void WarnOfUnlisted();
+
+ private:
+  // Where the pieces of the current record lie. Offsets count from the file's first byte; 0 parts means that nothing is
+  // left.
+  struct Record {
+    std::int32_t code = 0;
+    std::int32_t parts = 0;
+    std::int32_t points = 0;
+    std::int64_t partsAt = 0;
+    std::int64_t pointsAt = 0;
+    std::int64_t zAt = 0;  // 0: no Z values
+  };
+  struct Range {
+    std::int32_t first = 0, count = 0;
+  };
+
+  bool Load();
+  std::int64_t RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords);
+  void WarnOfLength();
+  bool Holds(std::int64_t bytes, std::int64_t available);
+  bool LoadPoint(std::int64_t available);
+  bool LoadMultiPoint(std::span<const std::byte> head, std::int64_t available);
+  bool LoadParts(const ShapeType& type, std::span<const std::byte> head, std::int64_t available);
+  std::span<const std::byte> Piece(ReadWindow& window, std::int64_t offset, std::size_t count);
+  bool NextRange(Range& range);
+  bool StoreVertices(tEntity& entity, Range range);
+  void StoreZ(tEntity& entity, Range range);
+  bool DropWildVertices(tEntity& entity);
+  void Warn(std::string_view kind, const std::string& what);
+
+  Report& report_;
+  BinaryFile shp_, shx_;
+  // Records come whole from one window; what is too large for it is read by a window for each of its pieces.
+  ReadWindow index_{shx_}, recordBytes_{shp_}, partStarts_{shp_}, vertices_{shp_}, values_{shp_};
+  std::span<const std::byte> whole_;
+  std::int64_t wholeAt_ = 0;
+  std::int64_t count_ = 0;
+  std::int64_t number_ = 0;
+  std::int64_t position_ = 0;
+  std::int64_t ownLength_ = 0;  // of the current record, by its own header
+  std::int64_t listed_ = 0;     // bytes of the header and of every record so far
+  bool inOrder_ = true;         // every record so far was read once, so that the sum above says something
+  Record current_;
+  std::int32_t part_ = 0;       // the next part of the current record
+  std::int32_t nextPoint_ = 0;  // no part may begin before it
+};
+
+}  // namespace tesselink

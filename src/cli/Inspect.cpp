@@ -15,11 +15,11 @@
 namespace tesselink {
 namespace {
 
-Json FieldsJson(const std::string& input) {
+Json FieldsJson(const std::string& input, Dialect dialect) {
   Json fields = Json::array();
   const std::string path = PartnerFile(input, "DBF");
   if (path.empty()) return fields;
-  DBFInFilter table;
+  DBFInFilter table(dialect);
   table.filename(path);
   for (int i = 0; i <= table.NumFields(); ++i) {
     fields.push_back({{"name", Utf8(table.GetFieldName(i))},
@@ -74,12 +74,13 @@ int Run(const InfoCommand& command) {
   for (const std::string& layer : reading.summary.layers) {
     if (!reported.contains(layer)) layers.push_back(layer);
   }
-  const Json info{{"format", reading.format.key},
-                  {"elements", CountsJson(reading.summary.read)},
-                  {"vertices", vertices},
-                  {"layers", TextsJson(layers)},
-                  {"extents", ExtentsJson(reading.summary.extents)},
-                  {"fields", reading.format.hasAttributes ? FieldsJson(command.input) : Json::array()}};
+  const Json info{
+      {"format", reading.format.key},
+      {"elements", CountsJson(reading.summary.read)},
+      {"vertices", vertices},
+      {"layers", TextsJson(layers)},
+      {"extents", ExtentsJson(reading.summary.extents)},
+      {"fields", reading.format.hasAttributes ? FieldsJson(command.input, command.reading.dialect) : Json::array()}};
   Print(command.json ? info.dump(2) + "\n" : InfoText(command.input, reading.format.Name(), info));
   return exitCode;
 }

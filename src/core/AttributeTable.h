@@ -15,8 +15,12 @@ class AttributeTable {
   virtual std::int64_t NumRecs() const = 0;
   /// The name of a field, counted from 0. Throws Error when there is no such field or its name has no end.
   virtual std::string GetFieldName(int field) const = 0;
-  /// The index of the first field of that name, letter case and blanks around it ignored: -1 for the empty text and 0,
-  /// the first field, for a name that no field has.
+  /// The type letter, the length in bytes and the count of decimals of a field, counted from 0.
+  virtual char FieldType(int field) const = 0;
+  virtual int FieldLength(int field) const = 0;
+  virtual int FieldDecimals(int field) const = 0;
+  /// The index of the first field of that name, letter case and blanks around it ignored: -1 for the empty text. A name
+  /// that no field has stands for the first field, 0, or throws Error, by the dialect.
   virtual int GetFieldNum(std::string_view name) const = 0;
   /// The value of a field in a record, both counted from 0, cut at its first NUL and trimmed of blanks; empty for a
   /// negative field and beyond the last record. Valid until the next call. Throws Error when there is no such field.

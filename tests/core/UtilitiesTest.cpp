@@ -110,6 +110,9 @@ struct FakeTable final : AttributeTable {
   int NumFields() const override { return static_cast<int>(names.size()) - 1; }
   std::int64_t NumRecs() const override { return static_cast<std::int64_t>(rows.size()); }
   std::string GetFieldName(int field) const override { return names[static_cast<std::size_t>(field)]; }
+  char FieldType(int) const override { return 'C'; }
+  int FieldLength(int) const override { return 10; }
+  int FieldDecimals(int) const override { return 0; }
   int GetFieldNum(std::string_view name) const override { return name.empty() ? -1 : name == names[1] ? 1 : 0; }
   std::string_view GetFieldData(int field, std::int64_t record) override {
     return rows[static_cast<std::size_t>(record)][static_cast<std::size_t>(field)];

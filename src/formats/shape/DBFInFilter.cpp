@@ -16,13 +16,25 @@ constexpr std::size_t kHeaderSize = 32;
 constexpr std::size_t kDescriptorSize = 32;
 constexpr std::size_t kNameSize = 11;
 
+constexpr std::byte kTerminator{0x0D};
+constexpr std::byte kDeleted{'*'};
+
+constexpr DBFReading kClassic{
+    .byHeader = false, .unknownFieldIsFirst = true, .longNames = false, .asUtf8 = false, .keepsIndent = false};
+constexpr DBFReading kStandard{
+    .byHeader = true, .unknownFieldIsFirst = false, .longNames = true, .asUtf8 = true, .keepsIndent = true};
+
 std::string_view AsText(std::span<const std::byte> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
 std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
+std::string_view WithoutBlanksBehind(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+
 }  // namespace
+
+DBFInFilter::DBFInFilter(Dialect dialect) : reading_(dialect == Dialect::Classic ? kClassic : kStandard) {}
 
 void DBFInFilter::filename(const std::string& path) {
   if (!FileExists(path)) return;
@@ -36,7 +48,22 @@ void DBFInFilter::filename(const std::string& path) {
   }
   headerLength_ = LittleEndian<std::uint16_t>(&header[8]);
   recordLength_ = LittleEndian<std::uint16_t>(&header[10]);
+  headerRecords_ = LittleEndian<std::uint32_t>(&header[4]);
+  ReadEncoding(static_cast<unsigned char>(header[29]));
   ReadFields();
+}
+
+void DBFInFilter::ReadEncoding(unsigned char languageByte) {
+  encoding_ = {};
+  if (!reading_.asUtf8) return;
+  if (const std::string named = PartnerFile(filename_, "CPG"); !named.empty()) {
+    constexpr std::size_t kLongestName = 64;
+    BinaryFile file(named);
+    ReadWindow window(file);
+    encoding_.FromName(AsText(window.At(0, kLongestName)));
+  } else {
+    encoding_.FromLanguageByte(languageByte);
+  }
 }
 
 void DBFInFilter::ReadFields() {
@@ -45,6 +72,7 @@ void DBFInFilter::ReadFields() {
   for (int i = 0; i <= last; ++i) {
     const auto bytes = window_.At(
         static_cast<std::int64_t>(kHeaderSize + static_cast<std::size_t>(i) * kDescriptorSize), kDescriptorSize);
+    if (reading_.byHeader && !bytes.empty() && bytes[0] == kTerminator) return;
     if (bytes.size() < kDescriptorSize) {
       throw Error(filename_ + ": ends within its field descriptors; the header announces " + std::to_string(last + 1));
     }
@@ -69,6 +97,7 @@ std::int64_t DBFInFilter::NumRecs() const {
   if (!file_.IsOpen()) throw Error("File Name not yet entered", "NumRecs");
   if (recordLength_ == 0) throw Error(filename_ + ": its header gives a record length of 0; the table cannot be read");
   const std::int64_t bytes = std::max<std::int64_t>(file_.Size() - headerLength_, 0);
+  if (reading_.byHeader) return std::min(headerRecords_, bytes / recordLength_);
   return static_cast<std::int64_t>(RoundHalfEven(static_cast<double>(bytes) / static_cast<double>(recordLength_)));
 }
 
@@ -83,6 +112,10 @@ const DBFInFilter::Field& DBFInFilter::Descriptor(int field) const {
 std::string DBFInFilter::GetFieldName(int field) const {
   const std::string& name = Descriptor(field).name;
   const std::string_view cut = CutAtNul(name);
+  if (reading_.longNames) {
+    std::string decoded;
+    return std::string(encoding_.AsUtf8(WithoutBlanksBehind(cut), decoded));
+  }
   if (cut.size() == kNameSize) {
     throw Error(filename_ + ": the name of field " + std::to_string(field + 1) +
                     " fills all 11 bytes without a closing NUL; shorten it to 10 characters",
@@ -96,17 +129,35 @@ int DBFInFilter::GetFieldNum(std::string_view name) const {
   for (int i = 0; i <= NumFields(); ++i) {
     if (EqualsIgnoringCase(Trimmed(GetFieldName(i)), Trimmed(name))) return i;
   }
-  return 0;
+  if (reading_.unknownFieldIsFirst) return 0;
+  throw Error(filename_ + ": has no field \"" + std::string(name) + "\"; its fields are " + FieldNames(),
+              "GetFieldNum");
+}
+
+std::string DBFInFilter::FieldNames() const {
+  std::string names;
+  for (int i = 0; i <= NumFields(); ++i) names += (i > 0 ? ", " : "") + GetFieldName(i);
+  return names.empty() ? "none" : names;
+}
+
+bool DBFInFilter::IsDeleted(std::int64_t record) {
+  if (record < 0 || record >= NumRecs()) return false;
+  const auto flag = window_.At(headerLength_ + recordLength_ * record, 1);
+  return !flag.empty() && flag[0] == kDeleted;
 }
 
 std::string_view DBFInFilter::GetFieldData(int field, std::int64_t record) {
   if (field < 0) return {};
   if (!file_.IsOpen()) throw Error("File Name not yet entered", "GetFieldData");
   const Field& descriptor = Descriptor(field);
+  if (reading_.byHeader && record >= NumRecs()) return {};
   const std::int64_t offset = headerLength_ + recordLength_ * record + descriptor.offset;
   const auto bytes = window_.At(offset, static_cast<std::size_t>(descriptor.length));
   position_ = offset + descriptor.length;
-  return Trimmed(CutAtNul(AsText(bytes)));
+  const std::string_view value = CutAtNul(AsText(bytes));
+  const bool keepsIndent = reading_.keepsIndent && descriptor.type == 'C';
+  const std::string_view trimmed = keepsIndent ? WithoutBlanksBehind(value) : Trimmed(value);
+  return reading_.asUtf8 ? encoding_.AsUtf8(trimmed, decoded_) : trimmed;
 }
 
 }  // namespace tesselink

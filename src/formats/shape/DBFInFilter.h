@@ -7,14 +7,27 @@
 #include <vector>
 
 #include "core/AttributeTable.h"
+#include "core/Dialect.h"
 #include "core/Files.h"
+#include "formats/shape/TableEncoding.h"
 
 namespace tesselink {
 
-/// Reads a table by field and record. Only the header and the field descriptors stay in memory. Deleted records are
-/// returned like any other, and numbers as their text.
+/// What a dialect decides in reading a table.
+struct DBFReading {
+  bool byHeader;             ///< the terminator ends the fields and the header counts the rows; else lengths tell both
+  bool unknownFieldIsFirst;  ///< else an unknown field name is an error
+  bool longNames;    ///< a name may fill all 11 bytes, and blanks behind it are none of it; else that is an error
+  bool asUtf8;       ///< texts are decoded by .cpg file or language byte; else their bytes are passed on
+  bool keepsIndent;  ///< blanks before a text are part of it
+};
+
+/// Reads a table by field and record. Only the header and the field descriptors stay in memory. Numbers are returned as
+/// their text, and deleted records like any other.
 class DBFInFilter final : public AttributeTable {
  public:
+  explicit DBFInFilter(Dialect dialect = Dialect::Classic);
+
   /// Opens a table and reads header and descriptors. A file that does not exist changes nothing.
   void filename(const std::string& path);
   const std::string& filename() const { return filename_; }
@@ -22,16 +35,20 @@ class DBFInFilter final : public AttributeTable {
   int Progress() const;
 
   int NumFields() const override { return static_cast<int>(fields_.size()) - 1; }
-  /// Counted from the file's size, not from the header. Throws Error when the header gives a record length of 0.
+  /// Throws Error when the header gives a record length of 0.
   std::int64_t NumRecs() const override;
   std::string GetFieldName(int field) const override;
   int GetFieldNum(std::string_view name) const override;
   std::string_view GetFieldData(int field, std::int64_t record) override;
 
-  /// The type letter, the length in bytes and the count of decimals of a field, as its descriptor gives them.
-  char FieldType(int field) const { return Descriptor(field).type; }
-  int FieldLength(int field) const { return Descriptor(field).length; }
-  int FieldDecimals(int field) const { return Descriptor(field).decimals; }
+  char FieldType(int field) const override { return Descriptor(field).type; }
+  int FieldLength(int field) const override { return Descriptor(field).length; }
+  int FieldDecimals(int field) const override { return Descriptor(field).decimals; }
+
+  /// Whether a record, counted from 0, is there and marked as deleted.
+  bool IsDeleted(std::int64_t record);
+  /// The code page that the table names but that is not known; empty otherwise.
+  const std::string& UnknownEncoding() const { return encoding_.Unknown(); }
 
  private:
   struct Field {
@@ -42,15 +59,21 @@ class DBFInFilter final : public AttributeTable {
     std::int64_t offset = 0;  // from the record's first byte, the deletion flag
   };
   void ReadFields();
+  void ReadEncoding(unsigned char languageByte);
+  std::string FieldNames() const;
   const Field& Descriptor(int field) const;
 
+  const DBFReading& reading_;
   std::string filename_;
   BinaryFile file_;
   ReadWindow window_{file_};
   std::vector<Field> fields_;
   std::int64_t headerLength_ = 0;
   std::int64_t recordLength_ = 0;
+  std::int64_t headerRecords_ = 0;
   std::int64_t position_ = 0;
+  TableEncoding encoding_;
+  std::string decoded_;
 };
 
 }  // namespace tesselink

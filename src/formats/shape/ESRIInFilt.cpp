@@ -1,6 +1,7 @@
 #include "formats/shape/ESRIInFilt.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Errors.h"
 #include "core/Interaction.h"
@@ -9,13 +10,32 @@
 #include "core/Text.h"
 
 namespace tesselink {
+namespace {
+
+constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
+                               .everyType = false,
+                               .skipsDeleted = false,
+                               .closesPolygons = false,
+                               .layerZeroWithoutField = false};
+constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
+                                .everyType = true,
+                                .skipsDeleted = true,
+                                .closesPolygons = true,
+                                .layerZeroWithoutField = true};
+
+}  // namespace
+
+ESRIInFilt::ESRIInFilt(const FilterContext& context)
+    : InputFilter(context),
+      reading_(options().dialect == Dialect::Classic ? kClassic : kStandard),
+      records_(report(), reading_.everyType) {}
 
 void ESRIInFilt::Open(const std::string& path) {
   if (!FileExists(path)) return;
   filename_.clear();
   layers_.clear();
   table_.reset();
-  labelPending_ = tableTried_ = false;
+  labelPending_ = tableTried_ = tableBroken_ = tableTold_ = false;
   records_.Open(path);
   const std::string indexPath = PartnerFile(path, "SHX");
   if (indexPath.empty()) {
@@ -28,6 +48,44 @@ void ESRIInFilt::Open(const std::string& path) {
   filename_ = path;
   records_.OpenIndex(indexPath);
   OpenTable();
+  if (reading_.skipsDeleted) FindTable();
+}
+
+// Opens the table where nobody asked for it, so that a broken one is no reason to stop. False when there is none.
+bool ESRIInFilt::FindTable() {
+  if (table_) return true;
+  const std::string path = AttributesPath();
+  if (path.empty() || tableBroken_) return false;
+  try {
+    auto table = std::make_unique<DBFInFilter>(options().dialect);
+    table->filename(path);
+    table->NumRecs();
+    table_ = std::move(table);
+  } catch (const Error& error) {
+    report().Warn("broken table", std::string(error.what()) + "; no attributes are taken from it");
+    tableBroken_ = true;
+  }
+  return table_ != nullptr;
+}
+
+AttributeTable* ESRIInFilt::Attributes() {
+  if (filename_.empty() || !FindTable()) return nullptr;
+  TellOfTable();
+  return table_.get();
+}
+
+// What whoever takes attributes from the table should know of it.
+void ESRIInFilt::TellOfTable() {
+  if (std::exchange(tableTold_, true)) return;
+  const std::int64_t rows = table_->NumRecs();
+  if (rows < records_.Count()) {
+    report().Warn("short table", table_->filename() + ": has " + Counted(rows, "row") + " for " +
+                                     Counted(records_.Count(), "shape") + "; shapes without a row have empty values");
+  }
+  if (const std::string& encoding = table_->UnknownEncoding(); !encoding.empty()) {
+    report().Warn("encoding", table_->filename() + ": its " + encoding +
+                                  " is not known; texts were read as UTF-8 or else as code page 1252");
+  }
 }
 
 void ESRIInFilt::OpenTable() {
@@ -41,8 +99,10 @@ void ESRIInFilt::OpenTable() {
     Layered = false;
     return;
   }
-  table_ = std::make_unique<DBFInFilter>();
-  table_->filename(tablePath);
+  if (!table_) {
+    table_ = std::make_unique<DBFInFilter>(options().dialect);
+    table_->filename(tablePath);
+  }
   selection_->Create(*table_);
   UseTable();
 }
@@ -60,15 +120,11 @@ void ESRIInFilt::UseTable() {
   };
   layerField_ = fieldNumber(selection_->LayerField());
   textField_ = selection_->TextWanted() ? fieldNumber(selection_->TextField()) : -1;
-  const std::int64_t rows = table_->NumRecs();
-  if (rows < records_.Count()) {
-    report().Warn("short table", table_->filename() + ": has " + Counted(rows, "row") + " for " +
-                                     Counted(records_.Count(), "shape") + "; shapes without a row have empty values");
-  }
+  TellOfTable();
   if (!options().layersWanted) return;
   layers_ = selection_->Entries([&](std::int64_t row) {
     if (row % 4096 != 0) return;
-    interaction().ShowScan("Loading Database...", row, rows);
+    interaction().ShowScan("Loading Database...", row, table_->NumRecs());
     interaction().Yield();
     if (interaction().CancelRequested()) throw OperationCanceled();
   });
@@ -123,19 +179,28 @@ bool ESRIInFilt::Deliver(tEntity& entity) {
 bool ESRIInFilt::NextRecord() {
   while (!records_.AtEnd()) {
     if (records_.Next()) {
+      if (IsDeleted()) continue;
       labelPending_ = UsesTable() && selection_->TextWanted();
       return true;
     }
-    if (ReportUnread(records_.TypeCode())) return false;
+    if (ReportUnread()) return false;
   }
   return false;
 }
 
+// Whether the record is to be left out for its row.
+bool ESRIInFilt::IsDeleted() {
+  if (!reading_.skipsDeleted || table_ == nullptr || !table_->IsDeleted(Row())) return false;
+  report().Warn("deleted", Where() + ": was left out, because its row in the table is marked as deleted");
+  records_.Leave();
+  return true;
+}
+
 // Counts a record of a type that is not read. True when the person was told.
-bool ESRIInFilt::ReportUnread(std::int32_t code) {
-  const ShapeType* type = ShapeTypeOf(code);
-  if (type != nullptr && type->isRead) return false;
-  report().Undelivered(type == nullptr ? std::to_string(code) : type->name);
+bool ESRIInFilt::ReportUnread() {
+  const ShapeType* type = records_.Type();
+  if (type != nullptr && records_.Reads(*type)) return false;
+  report().Undelivered(type == nullptr ? std::to_string(records_.TypeCode()) : type->name);
   if (type == nullptr) return false;
   interaction().ShowMessage(
       {Topic::UnhandledShape, std::string("Unhandled Data Type ") + type->name, "", MessageIcon::Information});
@@ -151,8 +216,10 @@ void ESRIInFilt::Begin(tEntity& entity, Kind kind) const {
 }
 
 bool ESRIInFilt::DeliverPart(tEntity& entity) {
-  const bool isChain = ShapeTypeOf(records_.TypeCode())->layout == ShapeLayout::Parts;
-  Begin(entity, isChain ? kPolyline : kPoint);
+  const ShapeType& type = *records_.Type();
+  const bool isPoint = type.layout == ShapeLayout::Point || type.layout == ShapeLayout::MultiPoint;
+  Begin(entity, isPoint ? kPoint : kPolyline);
+  entity.Closed = reading_.closesPolygons && type.isClosed;
   if (!records_.ReadPart(entity)) return false;
   SetAttributes(entity);
   return true;
@@ -172,7 +239,7 @@ bool ESRIInFilt::DeliverLabel(tEntity& entity) {
 
 void ESRIInFilt::SetAttributes(tEntity& entity) {
   if (!UsesTable()) return;
-  entity.Layer = table_->GetFieldData(layerField_, Row());
+  if (layerField_ >= 0 || !reading_.layerZeroWithoutField) entity.Layer = table_->GetFieldData(layerField_, Row());
   entity.CDFCode = codes_.CodeOf(entity.Layer);
 }
 

@@ -13,14 +13,23 @@
 
 namespace tesselink {
 
+/// What a dialect decides in reading a shapefile. What it decides in reading the table, DBFReading tells.
+struct ESRIReading {
+  std::int64_t rowOfFirstShape;  ///< counted from 0; the row of shape n follows
+  bool everyType;                ///< PointZ, the M types and MultiPatch are read; else a person is told of each record
+  bool skipsDeleted;             ///< a shape whose row is marked as deleted is left out
+  bool closesPolygons;           ///< the rings of polygons are `Closed`
+  bool layerZeroWithoutField;    ///< layer "0" where no field is chosen for it; else an empty layer
+};
+
 /// Delivers one element a part in file order and, where a label field is chosen, one text at the record's centre behind
 /// them.
 ///
-/// Shape n, counted from 1, takes its attributes from row n counted from 0: the row after the one at its own position.
-/// This is the system's convention.
+/// By the system's own convention shape n, counted from 1, takes its attributes from row n counted from 0: the row
+/// after the one at its own position.
 class ESRIInFilt final : public InputFilter {
  public:
-  explicit ESRIInFilt(const FilterContext& context) : InputFilter(context) {}
+  explicit ESRIInFilt(const FilterContext& context);
 
   int FileNumber() const override { return records_.File().Number(); }
   std::int64_t Loc() const override { return records_.Position(); }
@@ -30,6 +39,7 @@ class ESRIInFilt final : public InputFilter {
   std::string Where() const override { return records_.Where(); }
   /// Turns attribute use on and takes the selection that several files share.
   void SetDBFObj(FieldSelection& selection) override;
+  AttributeTable* Attributes() override;
   std::string AttributesPath() const override { return PartnerFile(filename_, "DBF"); }
   std::int64_t Records() const override { return records_.Count(); }
 
@@ -45,8 +55,11 @@ class ESRIInFilt final : public InputFilter {
   bool Deliver(tEntity& entity);
   void OpenTable();
   void UseTable();
+  bool FindTable();
+  void TellOfTable();
   bool NextRecord();
-  bool ReportUnread(std::int32_t code);
+  bool IsDeleted();
+  bool ReportUnread();
   void Begin(tEntity& entity, Kind kind) const;
   bool DeliverPart(tEntity& entity);
   bool DeliverLabel(tEntity& entity);
@@ -54,11 +67,15 @@ class ESRIInFilt final : public InputFilter {
 
   bool UsesTable() const { return Layered && table_ != nullptr; }
   // The row of the current record, from 0.
-  std::int64_t Row() const { return records_.Number(); }
+  std::int64_t Row() const { return records_.Number() - 1 + reading_.rowOfFirstShape; }
 
-  ShapeRecords records_{report()};
+  const ESRIReading& reading_;
+  ShapeRecords records_;
   bool labelPending_ = false;
-  bool tableTried_ = false;  // for the file that is open
+  // For the file that is open:
+  bool tableTried_ = false;   // its fields were asked for
+  bool tableBroken_ = false;  // it cannot be read
+  bool tableTold_ = false;    // what is to be said of it was said
 
   std::unique_ptr<DBFInFilter> table_;
   FieldSelection ownSelection_;

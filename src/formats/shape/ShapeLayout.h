@@ -14,15 +14,17 @@ inline constexpr std::int64_t kRecordHeaderSize = 8;
 inline constexpr std::int64_t kXYSize = 16;
 
 /// How the content of a record is laid out.
-enum class ShapeLayout { None, Point, MultiPoint, Parts };
+enum class ShapeLayout { None, Point, MultiPoint, Parts, Patches };
 
 /// A type of shape.
 struct ShapeType {
   std::int32_t code;  ///< in the file
   const char* name;
   ShapeLayout layout;
-  bool hasZ;
-  bool isRead;  ///< else a person is told of each record
+  bool isClosed;   ///< its parts are rings or outlines
+  bool hasZ;       ///< behind x and y
+  bool mayHaveM;   ///< behind these
+  bool isClassic;  ///< of those that the system's own convention reads
 };
 
 /// The type of a code; nullptr for a code that stands for none.

@@ -16,22 +16,29 @@ namespace {
 // Bytes of a record up to the end of the counts of its parts and points, the record header included.
 constexpr std::size_t kHeadSize = 52;
 
+// Code, name, layout; isClosed, hasZ, mayHaveM, isClassic.
 constexpr ShapeType kTypes[] = {
-    {0, "Null", ShapeLayout::None, false, true},
-    {1, "Point", ShapeLayout::Point, false, true},
-    {3, "PolyLine", ShapeLayout::Parts, false, true},
-    {5, "Polygon", ShapeLayout::Parts, false, true},
-    {8, "MultiPoint", ShapeLayout::MultiPoint, false, true},
-    {11, "PointZ", ShapeLayout::Point, true, false},
-    {13, "PolyLineZ", ShapeLayout::Parts, true, true},
-    {15, "PolygonZ", ShapeLayout::Parts, true, true},
-    {18, "MultiPointZ", ShapeLayout::MultiPoint, true, false},
-    {21, "PointM", ShapeLayout::Point, false, false},
-    {23, "PolylineM", ShapeLayout::Parts, false, false},
-    {25, "PolygonM", ShapeLayout::Parts, false, false},
-    {28, "MultiPointM", ShapeLayout::MultiPoint, false, false},
-    {31, "MultiPatch", ShapeLayout::Parts, true, false},
+    {0, "Null", ShapeLayout::None, false, false, false, true},
+    {1, "Point", ShapeLayout::Point, false, false, false, true},
+    {3, "PolyLine", ShapeLayout::Parts, false, false, false, true},
+    {5, "Polygon", ShapeLayout::Parts, true, false, false, true},
+    {8, "MultiPoint", ShapeLayout::MultiPoint, false, false, false, true},
+    {11, "PointZ", ShapeLayout::Point, false, true, true, false},
+    {13, "PolyLineZ", ShapeLayout::Parts, false, true, true, true},
+    {15, "PolygonZ", ShapeLayout::Parts, true, true, true, true},
+    {18, "MultiPointZ", ShapeLayout::MultiPoint, false, true, true, false},
+    {21, "PointM", ShapeLayout::Point, false, false, true, false},
+    {23, "PolylineM", ShapeLayout::Parts, false, false, true, false},
+    {25, "PolygonM", ShapeLayout::Parts, true, false, true, false},
+    {28, "MultiPointM", ShapeLayout::MultiPoint, false, false, true, false},
+    {31, "MultiPatch", ShapeLayout::Patches, true, true, true, false},
 };
+
+// What a part of a MultiPatch is; any other is a ring.
+constexpr std::int32_t kTriangleStrip = 0;
+constexpr std::int32_t kTriangleFan = 1;
+// Values below it stand for none.
+constexpr double kNoMeasure = -1e38;
 
 std::string Bytes(std::int64_t count) { return Counted(count, "byte"); }
 
@@ -162,28 +169,40 @@ bool ShapeRecords::Load() {
   current_.code = LittleEndian<std::int32_t>(&head[8]);
   current_.pointsAt = at;
   const ShapeType* type = ShapeTypeOf(current_.code);
-  if (type == nullptr || !type->isRead) return false;
+  if (type == nullptr || !Reads(*type)) return false;
   switch (type->layout) {
     case ShapeLayout::None:
       return false;
     case ShapeLayout::Point:
-      return LoadPoint(available);
+      return LoadPoint(*type, available);
     case ShapeLayout::MultiPoint:
-      return LoadMultiPoint(head, available);
+      return LoadMultiPoint(*type, head, available);
     case ShapeLayout::Parts:
+    case ShapeLayout::Patches:
       return LoadParts(*type, head, available);
   }
   return false;
 }
 
-bool ShapeRecords::LoadPoint(std::int64_t available) {
-  constexpr std::int64_t kWithHeader = 28;
-  if (!Holds(kWithHeader, available)) {
+bool ShapeRecords::LoadPoint(const ShapeType& type, std::int64_t available) {
+  constexpr std::int64_t kXYAt = 12;
+  const std::int64_t at = current_.pointsAt;
+  std::int64_t end = kXYAt + kXYSize;
+  if (!Holds(end, available)) {
     Warn("record cut", "its " + Bytes(available) + " cannot hold a point; it was skipped");
     return false;
   }
   current_.parts = current_.points = 1;
-  current_.pointsAt += 12;
+  current_.pointsAt += kXYAt;
+  if (type.hasZ) {
+    if (Holds(end + 8, available)) {
+      current_.zAt = at + end;
+    } else {
+      WarnOfNoZ();
+    }
+    end += 8;
+  }
+  if (type.mayHaveM && end + 8 <= available) NoteMeasures(at + end, 1);
   return true;
 }
 
@@ -192,40 +211,74 @@ bool ShapeRecords::LoadParts(const ShapeType& type, std::span<const std::byte> h
     Warn("record cut", "ends before the counts of its parts and points; it was skipped");
     return false;
   }
+  const std::int64_t at = current_.pointsAt;
+  const bool isPatch = type.layout == ShapeLayout::Patches;
   const auto parts = LittleEndian<std::int32_t>(&head[44]);
   const auto points = LittleEndian<std::int32_t>(&head[48]);
-  const std::int64_t needed = 52 + std::int64_t{parts} * 4 + std::int64_t{points} * kXYSize;
+  const std::int64_t pointsAt = 52 + std::int64_t{parts} * (isPatch ? 8 : 4);
+  const std::int64_t needed = pointsAt + std::int64_t{points} * kXYSize;
   if (parts < 0 || points < 0 || !Holds(needed, available)) {
     Warn("record counts", "gives " + Counted(parts, "part") + " and " + Counted(points, "point") + ", which its " +
                               Bytes(available) + " cannot hold; it was skipped");
     return false;
   }
-  current_.partsAt = current_.pointsAt + 52;
-  current_.pointsAt = current_.partsAt + std::int64_t{parts} * 4;
+  current_.partsAt = at + 52;
+  if (isPatch) current_.partTypesAt = current_.partsAt + std::int64_t{parts} * 4;
+  current_.pointsAt = at + pointsAt;
   current_.parts = parts;
   current_.points = points;
-  if (type.hasZ) {
-    const std::int64_t zEnd = needed + 16 + std::int64_t{points} * 8;
-    if (Holds(zEnd, available)) {
-      current_.zAt = current_.pointsAt + std::int64_t{points} * kXYSize + 16;
-    } else {
-      Warn("no z values", "has no room for the z values of its type; z is 0");
-    }
-  }
+  FindZAndM(type, at, needed, available);
   if (parts == 0 && points > 0) Warn("points without part", Counted(points, "point") + " left out: in no part");
   return parts > 0;
 }
 
-bool ShapeRecords::LoadMultiPoint(std::span<const std::byte> head, std::int64_t available) {
+bool ShapeRecords::LoadMultiPoint(const ShapeType& type, std::span<const std::byte> head, std::int64_t available) {
+  const std::int64_t at = current_.pointsAt;
   const auto points = head.size() < 48 || available < 48 ? -1 : LittleEndian<std::int32_t>(&head[44]);
-  if (points < 0 || !Holds(48 + points * kXYSize, available)) {
+  const std::int64_t needed = 48 + points * kXYSize;
+  if (points < 0 || !Holds(needed, available)) {
     Warn("record counts", "gives more points than its " + Bytes(available) + " can hold; it was skipped");
     return false;
   }
   current_.pointsAt += 48;
   current_.parts = points > 0 ? 1 : 0;
   current_.points = points;
+  FindZAndM(type, at, needed, available);
   return points > 0;
+}
+
+// Finds what may follow the points of a record: z values, then m values, each behind their least and greatest.
+void ShapeRecords::FindZAndM(const ShapeType& type, std::int64_t at, std::int64_t behindPoints,
+                             std::int64_t available) {
+  const std::int64_t size = 16 + std::int64_t{current_.points} * 8;
+  std::int64_t end = behindPoints;
+  if (type.hasZ) {
+    if (Holds(end + size, available)) {
+      current_.zAt = at + end + 16;
+    } else {
+      WarnOfNoZ();
+    }
+    end += size;
+  }
+  if (type.mayHaveM && end + size <= available) NoteMeasures(at + end + 16, current_.points);
+}
+
+void ShapeRecords::WarnOfNoZ() { Warn("no z values", "has no room for the z values of its type; z is 0"); }
+
+// Counts the record where one of its m values says something. The system's own convention knows no m.
+void ShapeRecords::NoteMeasures(std::int64_t at, std::int32_t count) {
+  constexpr std::int32_t kAtOnce = 4096;
+  if (!everyType_) return;
+  for (std::int32_t begin = 0; begin < count; begin += kAtOnce) {
+    const std::int32_t end = std::min(begin + kAtOnce, count);
+    const auto values = Piece(values_, at + std::int64_t{begin} * 8, static_cast<std::size_t>(end - begin) * 8);
+    for (std::size_t i = 0; i < values.size(); i += 8) {
+      const auto m = LittleEndian<double>(&values[i]);
+      if (!(m > kNoMeasure) || m == 0) continue;
+      Warn("measures", "its m values are left out; no element has a place for them");
+      return;
+    }
+  }
 }
 
 std::span<const std::byte> ShapeRecords::Piece(ReadWindow& window, std::int64_t offset, std::size_t count) {
@@ -266,7 +319,35 @@ bool ShapeRecords::NextRange(Range& range) {
 
 bool ShapeRecords::ReadPart(tEntity& entity) {
   Range range;
-  return NextRange(range) && StoreVertices(entity, range);
+  const std::int32_t part = part_;
+  if (!NextRange(range) || !StoreVertices(entity, range)) return false;
+  if (current_.partTypesAt != 0) OutlineOfPatch(entity, part);
+  return true;
+}
+
+// A ring is its own outline, and a fan is one but for the edges inside it. A strip runs from side to side: down one
+// side and back up the other is its outline.
+void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
+  const auto type =
+      LittleEndian<std::int32_t>(Piece(partStarts_, current_.partTypesAt + std::int64_t{part} * 4, 4).data());
+  if (type == kTriangleStrip || type == kTriangleFan) {
+    Warn("triangles", "a strip or fan of triangles is delivered as its outline, without the edges inside");
+  }
+  if (type != kTriangleStrip) return;
+  const tEntity::Index last = entity.XCount();
+  strip_.clear();
+  for (tEntity::Index i = 0; i <= last; ++i) {
+    strip_.push_back({entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i))});
+  }
+  tEntity::Index to = 0;
+  const auto put = [&](tEntity::Index from) {
+    const Vertex& vertex = strip_[static_cast<std::size_t>(from)];
+    entity.x(to, vertex.x);
+    entity.Y(to, vertex.y);
+    entity.Z(to++, static_cast<float>(vertex.z));
+  };
+  for (tEntity::Index i = 0; i <= last; i += 2) put(i);
+  for (tEntity::Index i = last % 2 == 0 ? last - 1 : last; i > 0; i -= 2) put(i);
 }
 
 // Stores from the highest index down, so that each array grows once. False when no vertex is left.

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/Files.h"
+#include "core/VertexChains.h"
 #include "core/tEntity.h"
 #include "formats/shape/ShapeLayout.h"
 
@@ -15,10 +16,12 @@ namespace tesselink {
 class Report;
 
 /// Finds each record and reads its parts as vertices of an element. Points and vertices are streamed, so memory follows
-/// the largest part, not the file. A record that cannot be read is a warning, and holds nothing.
+/// the largest part, not the file. A record that cannot be read is a warning, and holds nothing; m values are counted
+/// by record and left where they are.
 class ShapeRecords {
  public:
-  explicit ShapeRecords(Report& report) : report_(report) {}
+  /// `everyType`: types outside of the system's own convention are read too.
+  ShapeRecords(Report& report, bool everyType) : report_(report), everyType_(everyType) {}
 
   /// Opens the main file, closing the one before; nothing is listed until its index is open too. Throws Error for a
   /// file that is no shapefile.
@@ -43,9 +46,15 @@ class ShapeRecords {
   bool Next();
   /// The code in the current record; 0 for one that could not be found.
   std::int32_t TypeCode() const { return current_.code; }
+  /// The type of that code; nullptr where the code stands for none.
+  const ShapeType* Type() const { return ShapeTypeOf(current_.code); }
+  bool Reads(const ShapeType& type) const { return everyType_ || type.isClassic; }
 
+  /// Leaves the current record as if it held nothing more.
+  void Leave() { part_ = current_.parts; }
   bool PartsLeft() const { return part_ < current_.parts; }
-  /// Puts the vertices of the next part into a cleared element. False when none is left.
+  /// Puts the vertices of the next part into a cleared element. False when the part holds none. A triangle strip comes
+  /// as its outline.
   bool ReadPart(tEntity& entity);
   /// The same for all points of the record.
   bool ReadPoints(tEntity& entity) { return StoreVertices(entity, {0, current_.points}); }
@@ -61,6 +70,7 @@ class ShapeRecords {
     std::int32_t parts = 0;
     std::int32_t points = 0;
     std::int64_t partsAt = 0;
+    std::int64_t partTypesAt = 0;  // of a MultiPatch alone
     std::int64_t pointsAt = 0;
     std::int64_t zAt = 0;  // 0: no Z values
   };
@@ -72,17 +82,22 @@ class ShapeRecords {
   std::int64_t RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords);
   void WarnOfLength();
   bool Holds(std::int64_t bytes, std::int64_t available);
-  bool LoadPoint(std::int64_t available);
-  bool LoadMultiPoint(std::span<const std::byte> head, std::int64_t available);
+  bool LoadPoint(const ShapeType& type, std::int64_t available);
+  bool LoadMultiPoint(const ShapeType& type, std::span<const std::byte> head, std::int64_t available);
   bool LoadParts(const ShapeType& type, std::span<const std::byte> head, std::int64_t available);
+  void FindZAndM(const ShapeType& type, std::int64_t at, std::int64_t behindPoints, std::int64_t available);
+  void WarnOfNoZ();
+  void NoteMeasures(std::int64_t at, std::int32_t count);
   std::span<const std::byte> Piece(ReadWindow& window, std::int64_t offset, std::size_t count);
   bool NextRange(Range& range);
   bool StoreVertices(tEntity& entity, Range range);
   void StoreZ(tEntity& entity, Range range);
   bool DropWildVertices(tEntity& entity);
+  void OutlineOfPatch(tEntity& entity, std::int32_t part);
   void Warn(std::string_view kind, const std::string& what);
 
   Report& report_;
+  const bool everyType_;
   BinaryFile shp_, shx_;
   // Records come whole from one window; what is too large for it is read by a window for each of its pieces.
   ReadWindow index_{shx_}, recordBytes_{shp_}, partStarts_{shp_}, vertices_{shp_}, values_{shp_};
@@ -97,6 +112,7 @@ class ShapeRecords {
   Record current_;
   std::int32_t part_ = 0;       // the next part of the current record
   std::int32_t nextPoint_ = 0;  // no part may begin before it
+  VertexChain strip_;
 };
 
 }  // namespace tesselink

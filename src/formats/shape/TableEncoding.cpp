@@ -1,0 +1,92 @@
+#include "formats/shape/TableEncoding.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+
+#include "core/CodePages.h"
+#include "core/Text.h"
+#include "core/Utf8.h"
+
+namespace tesselink {
+namespace {
+
+constexpr int kUtf8 = 65001;
+constexpr int kMacRoman = 10000;
+
+struct Language {
+  unsigned char mark;
+  int codePage;
+};
+
+// The language drivers of dBase and FoxPro.
+constexpr Language kLanguages[] = {
+    {0x01, 437},  {0x02, 850},  {0x03, 1252}, {0x04, 10000}, {0x08, 865}, {0x09, 437},  {0x0A, 850},  {0x0B, 437},
+    {0x0D, 437},  {0x0E, 850},  {0x0F, 437},  {0x10, 850},   {0x11, 437}, {0x12, 850},  {0x13, 932},  {0x14, 850},
+    {0x15, 437},  {0x16, 850},  {0x17, 865},  {0x18, 437},   {0x19, 437}, {0x1A, 850},  {0x1B, 437},  {0x1C, 863},
+    {0x1D, 850},  {0x1F, 852},  {0x22, 852},  {0x23, 852},   {0x24, 860}, {0x25, 850},  {0x26, 866},  {0x37, 850},
+    {0x40, 852},  {0x4D, 936},  {0x4E, 949},  {0x4F, 950},   {0x50, 874}, {0x58, 1252}, {0x59, 1252}, {0x64, 852},
+    {0x65, 866},  {0x66, 865},  {0x67, 861},  {0x6A, 737},   {0x6B, 857}, {0x6C, 863},  {0x78, 950},  {0x79, 949},
+    {0x7A, 936},  {0x7B, 932},  {0x7C, 874},  {0x86, 737},   {0x87, 852}, {0x88, 857},  {0xC8, 1250}, {0xC9, 1251},
+    {0xCA, 1254}, {0xCB, 1253}, {0xCC, 1257},
+};
+// "ANSI", whichever that was on the machine that wrote the table.
+constexpr unsigned char kSystemsOwn = 0x57;
+
+// A name without what people put between its letters, as in "ISO88591".
+std::string Condensed(std::string_view name) {
+  std::string letters;
+  std::copy_if(name.begin(), name.end(), std::back_inserter(letters),
+               [](char c) { return static_cast<unsigned char>(c) > ' ' && c != '-' && c != '_' && c < 127; });
+  return UpperCase(letters);
+}
+
+}  // namespace
+
+TableEncoding::TableEncoding() : upperHalf_(UpperHalf("ANSI_1252")) {}
+
+bool TableEncoding::FromNumber(int codePage) {
+  if (codePage == kUtf8) return true;
+  const bool isAnsi = (codePage >= 1250 && codePage <= 1258) || codePage == 874;
+  const std::string number = std::to_string(codePage);
+  const std::u16string_view letters = UpperHalf(codePage == kMacRoman        ? "MAC-ROMAN"
+                                                : number.starts_with("8859") ? "ISO8859-" + number.substr(4)
+                                                                             : (isAnsi ? "ANSI_" : "DOS") + number);
+  if (letters.empty()) return false;
+  upperHalf_ = letters;
+  mayBeUtf8_ = false;
+  return true;
+}
+
+void TableEncoding::FromName(std::string_view name) {
+  const std::string condensed = Condensed(name);
+  if (condensed.empty() || condensed == "UTF8") return;
+  const std::size_t digits = std::min(condensed.find_first_of("0123456789"), condensed.size());
+  int number = 0;
+  std::from_chars(condensed.data() + digits, condensed.data() + condensed.size(), number);
+  if (condensed.starts_with("LDID")) {
+    FromLanguageByte(static_cast<unsigned char>(number));
+  } else if (!FromNumber(number)) {
+    unknown_ = "code page \"" + std::string(Trimmed(name.substr(0, name.find_first_of("\r\n")))) + "\"";
+  }
+}
+
+void TableEncoding::FromLanguageByte(unsigned char mark) {
+  if (mark == 0 || mark == kSystemsOwn) return;
+  const auto* found =
+      std::find_if(std::begin(kLanguages), std::end(kLanguages), [&](const Language& l) { return l.mark == mark; });
+  if (found == std::end(kLanguages)) {
+    unknown_ = "language byte " + std::to_string(mark);
+  } else if (!FromNumber(found->codePage)) {
+    unknown_ = "code page " + std::to_string(found->codePage);
+  }
+}
+
+std::string_view TableEncoding::AsUtf8(std::string_view text, std::string& decoded) const {
+  if (IsAscii(text) || (mayBeUtf8_ && IsUtf8(text))) return text;
+  decoded.clear();
+  AppendDecoded(decoded, text, upperHalf_);
+  return decoded;
+}
+
+}  // namespace tesselink

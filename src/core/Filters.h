@@ -89,6 +89,8 @@ class InputFilter {
   virtual std::string AttributesPath() const { return {}; }
   /// How many records the open file has, the highest value of `Record`; 0 for formats without.
   virtual std::int64_t Records() const { return 0; }
+  /// The file beside the input that names its coordinate system; nothing for formats without one.
+  virtual std::string ProjectionPath() const { return {}; }
 
  protected:
   virtual void Open(const std::string& path) = 0;

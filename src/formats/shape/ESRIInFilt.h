@@ -42,6 +42,7 @@ class ESRIInFilt final : public InputFilter {
   AttributeTable* Attributes() override;
   std::string AttributesPath() const override { return PartnerFile(filename_, "DBF"); }
   std::int64_t Records() const override { return records_.Count(); }
+  std::string ProjectionPath() const override { return PartnerFile(filename_, "PRJ"); }
 
   /// The number of records, by the length of the index.
   std::int64_t NumPoints() const { return records_.Count(); }

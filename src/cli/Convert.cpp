@@ -48,7 +48,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
     format = &InputFormatOf(several, command.inputs[0]);
   }
   RefuseFieldsOfOtherOutputs(command);
-  RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command)));
+  RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command), command.reading.dialect));
   ConversionRequest request;
   request.Infile = command.inputs[0];
   request.OutFile = command.output;
@@ -74,7 +74,7 @@ void RefuseExistingOutput(const ConvertCommand& command) {
     if (input == command.output || SameFile(input, command.output)) return;  // the run has its own words for that
   }
   if (command.overwrite) return;
-  if (const auto files = ReplacedFiles(command.output, FormatOf(command)); !files.empty()) {
+  if (const auto files = ReplacedFiles(command.output, FormatOf(command), command.reading.dialect); !files.empty()) {
     throw Error(files[0] + ": exists already; give -O (--overwrite) to replace it");
   }
 }

@@ -19,6 +19,8 @@ class AttributeTable {
   virtual char FieldType(int field) const = 0;
   virtual int FieldLength(int field) const = 0;
   virtual int FieldDecimals(int field) const = 0;
+  /// The bytes that the values of a field take, its length at least: letters of other code pages grow as UTF-8.
+  virtual int FieldWidth(int field) { return FieldLength(field); }
   /// The index of the first field of that name, letter case and blanks around it ignored: -1 for the empty text. A name
   /// that no field has stands for the first field, 0, or throws Error, by the dialect.
   virtual int GetFieldNum(std::string_view name) const = 0;

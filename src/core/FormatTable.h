@@ -37,6 +37,7 @@ struct OutputFormat : Format {
   bool ignoresLayers = false;         ///< the reader's `Layered` is set false
   std::vector<std::string> partners;  ///< extensions of the files that are written beside the output, as in "SHX"
   std::function<std::unique_ptr<OutputFilter>(const FilterContext&)> create;
+  std::vector<std::string> standardPartners = {};  ///< as `partners`; written in the standard dialect alone
 };
 
 class FormatTable {

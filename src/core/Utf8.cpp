@@ -40,6 +40,12 @@ bool IsUtf8(std::string_view bytes) {
   return true;
 }
 
+std::string_view CutUtf8(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80) --most;
+  return text.substr(0, most);
+}
+
 std::uint32_t Utf8Letter(std::string_view sequence) {
   constexpr unsigned char kLeadBits[] = {0x7F, 0x7F, 0x1F, 0x0F, 0x07};
   std::uint32_t letter = static_cast<unsigned char>(sequence[0]) & kLeadBits[sequence.size()];

@@ -13,6 +13,8 @@ std::size_t Utf8Length(std::string_view bytes);
 /// Whether every byte is ASCII, which is UTF-8 as well.
 bool IsAscii(std::string_view bytes);
 bool IsUtf8(std::string_view bytes);
+/// The text, or as many of its letters as take so many bytes.
+std::string_view CutUtf8(std::string_view text, std::size_t most);
 /// The letter of a valid sequence.
 std::uint32_t Utf8Letter(std::string_view sequence);
 /// Appends a letter: a blank for a control character, U+FFFD for a number that is no letter.

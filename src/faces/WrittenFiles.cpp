@@ -10,13 +10,17 @@ namespace tesselink {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format) {
+std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
   std::vector<std::string> files{output};
   const auto add = [&files](const std::string& file) {
     if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
   };
   const std::string stem = FolderOf(output) + StripExtension(FileNameOf(output)) + ".";
-  for (const std::string& extension : format.partners) {
+  std::vector<std::string> extensions = format.partners;
+  if (dialect == Dialect::Standard) {
+    extensions.insert(extensions.end(), format.standardPartners.begin(), format.standardPartners.end());
+  }
+  for (const std::string& extension : extensions) {
     add(stem + extension);
     add(stem + LowerCase(extension));
     add(PartnerFile(output, extension));
@@ -24,9 +28,9 @@ std::vector<std::string> WrittenFiles(const std::string& output, const OutputFor
   return files;
 }
 
-std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format) {
+std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
   std::vector<std::string> files;
-  for (const std::string& file : WrittenFiles(output, format)) {
+  for (const std::string& file : WrittenFiles(output, format, dialect)) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
     if (fs::is_regular_file(status) || fs::is_directory(status)) files.push_back(file);

@@ -4,14 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "core/Dialect.h"
 #include "core/FormatTable.h"
 
 namespace tesselink {
 
 /// The output and the files beside it, in either letter case, whether or not they exist.
-std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format);
+std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
 
 /// Those of them that exist as a file or folder and so would be replaced; a device is none.
-std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format);
+std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
 
 }  // namespace tesselink

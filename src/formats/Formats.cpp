@@ -41,7 +41,11 @@ const FormatTable& AllFormats() {
            kReader<ESRIInFilt>},
       },
       {
-          {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"}, false, {"SHX", "DBF"}, kWriter<ESRIOutFilt>},
+          {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"},
+           false,
+           {"SHX", "DBF"},
+           kWriter<ESRIOutFilt>,
+           {"CPG", "PRJ"}},
           {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFOutFilter", true}, false, {}, kWriter<DXFOutFilter>},
           {{"Landmark ASCII File (*.asc)", "asc", "AscOutFilter"}, false, {}, kWriter<AscOutFilter>},
           {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {"PTS"}, kWriter<CDFOutFilter>},

@@ -363,7 +363,8 @@ bool MainWindow::MayReplaceOutput(const ConversionRequest& request) {
   const std::string input = PathOf(InputPath());
   if (!FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile)) return true;
   QStringList files;
-  for (const std::string& file : ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat))) {
+  for (const std::string& file :
+       ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options.dialect)) {
     if (Shown(file) != confirmedOutput_) files.append(Shown(file));
   }
   if (files.isEmpty()) return true;

@@ -7,6 +7,7 @@
 #include "core/Numbers.h"
 #include "core/Paths.h"
 #include "core/Text.h"
+#include "core/Utf8.h"
 #include "formats/shape/Bytes.h"
 
 namespace tesselink {
@@ -40,6 +41,7 @@ void DBFInFilter::filename(const std::string& path) {
   if (!FileExists(path)) return;
   filename_ = path;
   fields_.clear();
+  widths_.clear();
   file_ = BinaryFile(path);
   window_.Reset();
   const auto header = window_.At(0, kHeaderSize);
@@ -140,6 +142,25 @@ std::string DBFInFilter::FieldNames() const {
   return names.empty() ? "none" : names;
 }
 
+int DBFInFilter::FieldWidth(int field) {
+  if (widths_.empty()) MeasureFields();
+  return std::max(FieldLength(field), widths_[static_cast<std::size_t>(field)]);
+}
+
+void DBFInFilter::MeasureFields() {
+  widths_.assign(fields_.size(), 0);
+  if (!reading_.asUtf8) return;
+  const std::int64_t records = NumRecs();
+  for (std::int64_t record = 0; record < records; ++record) {
+    const auto row = window_.At(headerLength_ + recordLength_ * record, static_cast<std::size_t>(recordLength_));
+    if (IsAscii(AsText(row))) continue;
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+      if (fields_[i].type != 'C') continue;
+      widths_[i] = std::max(widths_[i], static_cast<int>(GetFieldData(static_cast<int>(i), record).size()));
+    }
+  }
+}
+
 bool DBFInFilter::IsDeleted(std::int64_t record) {
   if (record < 0 || record >= NumRecs()) return false;
   const auto flag = window_.At(headerLength_ + recordLength_ * record, 1);
@@ -150,7 +171,7 @@ std::string_view DBFInFilter::GetFieldData(int field, std::int64_t record) {
   if (field < 0) return {};
   if (!file_.IsOpen()) throw Error("File Name not yet entered", "GetFieldData");
   const Field& descriptor = Descriptor(field);
-  if (reading_.byHeader && record >= NumRecs()) return {};
+  if (reading_.byHeader && (record < 0 || record >= NumRecs())) return {};
   const std::int64_t offset = headerLength_ + recordLength_ * record + descriptor.offset;
   const auto bytes = window_.At(offset, static_cast<std::size_t>(descriptor.length));
   position_ = offset + descriptor.length;

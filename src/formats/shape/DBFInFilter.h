@@ -44,6 +44,8 @@ class DBFInFilter final : public AttributeTable {
   char FieldType(int field) const override { return Descriptor(field).type; }
   int FieldLength(int field) const override { return Descriptor(field).length; }
   int FieldDecimals(int field) const override { return Descriptor(field).decimals; }
+  /// Looks through the whole table when it is called first.
+  int FieldWidth(int field) override;
 
   /// Whether a record, counted from 0, is there and marked as deleted.
   bool IsDeleted(std::int64_t record);
@@ -61,6 +63,7 @@ class DBFInFilter final : public AttributeTable {
   void ReadFields();
   void ReadEncoding(unsigned char languageByte);
   std::string FieldNames() const;
+  void MeasureFields();
   const Field& Descriptor(int field) const;
 
   const DBFReading& reading_;
@@ -68,6 +71,7 @@ class DBFInFilter final : public AttributeTable {
   BinaryFile file_;
   ReadWindow window_{file_};
   std::vector<Field> fields_;
+  std::vector<int> widths_;  // of the fields' longest values as UTF-8
   std::int64_t headerLength_ = 0;
   std::int64_t recordLength_ = 0;
   std::int64_t headerRecords_ = 0;

@@ -12,9 +12,33 @@ namespace {
 constexpr std::size_t kHeaderBytes = 30;  // the last two of the header's 32 are not written
 constexpr std::size_t kDescriptorBytes = 32;
 constexpr std::size_t kLongestName = 10;
-constexpr char kLanguageMark = 0x57;
+// Header and records are counted in 16 bits each.
+constexpr std::int64_t kGreatestLength = 65535;
+
+constexpr DBFWriting kClassic{.version = 0,
+                              .languageMark = 0x57,
+                              .nameEnd = ' ',
+                              .terminator = "",
+                              .flagLength = 0,
+                              .blankBefore = true,
+                              .padding = '\0',
+                              .lostBytes = 1,
+                              .numbersRight = false,
+                              .endByte = ""};
+constexpr DBFWriting kStandard{.version = 3,
+                               .languageMark = 0,
+                               .nameEnd = '\0',
+                               .terminator = "\x0D",
+                               .flagLength = 1,
+                               .blankBefore = false,
+                               .padding = ' ',
+                               .lostBytes = 0,
+                               .numbersRight = true,
+                               .endByte = "\x1A"};
 
 }  // namespace
+
+DBFOutFilter::DBFOutFilter(Dialect dialect) : writing_(dialect == Dialect::Classic ? kClassic : kStandard) {}
 
 DBFOutFilter::~DBFOutFilter() {
   try {
@@ -26,58 +50,73 @@ DBFOutFilter::~DBFOutFilter() {
 void DBFOutFilter::filename(const std::string& path) {
   Release();
   fields_.clear();
-  recordLength_ = recordCount_ = 0;
+  fieldsLength_ = recordCount_ = 0;
   file_ = FileWriter(path);
   path_ = path;
   WriteHeader();
 }
 
+std::int64_t DBFOutFilter::HeaderLength(std::size_t fields) const {
+  return 32 + 32 * static_cast<std::int64_t>(fields) + static_cast<std::int64_t>(writing_.terminator.size());
+}
+
+std::int64_t DBFOutFilter::RoomFor(int fields) const {
+  const std::size_t all = fields_.size() + static_cast<std::size_t>(fields);
+  return HeaderLength(all) > kGreatestLength ? 0 : kGreatestLength - writing_.flagLength - fieldsLength_;
+}
+
 // Header and descriptors at the start of the file; what lies behind them stays.
 void DBFOutFilter::WriteHeader() {
-  const std::int64_t length = HeaderLength();
-  if (recordLength_ != 0) {
+  const std::int64_t length = HeaderLength(fields_.size()), recordLength = RecordLength();
+  if (recordLength != 0) {
     // Less than nothing while the file is shorter than its header; that is no count of records.
-    recordCount_ = std::max<std::int64_t>((file_.Size() - length + recordLength_ / 2) / recordLength_, 0);
+    recordCount_ = std::max<std::int64_t>((file_.Size() - length + recordLength / 2) / recordLength, 0);
   }
   const std::time_t now = std::time(nullptr);
   const std::tm today = *std::localtime(&now);
   std::string head(kHeaderBytes, '\0');
+  head[0] = writing_.version;
   head[1] = static_cast<char>(today.tm_year);  // years since 1900
   head[2] = static_cast<char>(today.tm_mon + 1);
   head[3] = static_cast<char>(today.tm_mday);
   PutLittleEndian(&head[4], static_cast<std::uint32_t>(recordCount_));
   PutLittleEndian(&head[8], static_cast<std::uint16_t>(length));
-  PutLittleEndian(&head[10], static_cast<std::uint16_t>(recordLength_));
-  head[29] = kLanguageMark;
+  PutLittleEndian(&head[10], static_cast<std::uint16_t>(recordLength));
+  head[29] = writing_.languageMark;
   if (file_.Size() == 0) {
     file_.Write(head);
   } else {
     file_.Overwrite(0, head);
   }
-  if (fields_.empty()) return;
+  if (!fields_.empty()) WriteDescriptors(length);
+}
+
+void DBFOutFilter::WriteDescriptors(std::int64_t headerLength) {
   std::string descriptors;
   for (const Field& field : fields_) {
     std::string descriptor = field.name;
     descriptor.resize(kLongestName, '\0');
-    descriptor += ' ';
+    descriptor += writing_.nameEnd;
     descriptor += field.type;
     descriptor.resize(kDescriptorBytes, '\0');
     descriptor[16] = static_cast<char>(field.length);
+    descriptor[17] = static_cast<char>(field.decimals);
     descriptors += descriptor;
   }
-  if (file_.Size() < length) {
+  if (file_.Size() < headerLength) {
     // The file grew by one descriptor; the two bytes that the header leaves out come first.
-    file_.Write(std::string(static_cast<std::size_t>(length - file_.Size()), '\0'));
+    file_.Write(std::string(static_cast<std::size_t>(headerLength - file_.Size()), '\0'));
   }
-  file_.Overwrite(32, descriptors);
+  file_.Overwrite(32, descriptors.append(writing_.terminator));
 }
 
-void DBFOutFilter::AddField(const std::string& name, int length, std::string_view type) {
+void DBFOutFilter::AddField(const std::string& name, int length, std::string_view type, int decimals) {
   if (recordCount_ >= 1) return;
   if (name.size() > kLongestName) throw Error(path_ + ": the field name \"" + name + "\" is longer than 10 characters");
   if (length < 1 || length > 255) throw Error(path_ + ": a field of " + std::to_string(length) + " bytes cannot be");
-  fields_.push_back({name, type.empty() ? ' ' : type.front(), length});
-  recordLength_ += length;
+  if (RoomFor(1) < length) throw Error(path_ + ": has no room for the field \"" + name + "\"; leave fields out");
+  fields_.push_back({name, type.empty() ? ' ' : type.front(), length, decimals});
+  fieldsLength_ += length;
   WriteHeader();
 }
 
@@ -93,17 +132,18 @@ void DBFOutFilter::AddRecord(std::string_view values) {
 
 void DBFOutFilter::AddRecord(std::span<const std::string_view> values) {
   if (recordCount_ == 0) WriteHeader();
-  record_.assign(static_cast<std::size_t>(recordLength_), '\0');
+  record_.assign(static_cast<std::size_t>(RecordLength()), writing_.padding);
   char* out = record_.data() + 1;
   for (std::size_t i = 0; i < fields_.size() && i < values.size(); ++i) {
     const std::string_view value = values[i];
     const auto length = static_cast<std::size_t>(fields_[i].length);
     if (value.size() > length) ThrowTooLong(fields_[i], value);
-    if (!value.empty()) std::memcpy(out, value.data(), std::min(value.size(), length - 1));
+    const std::size_t size = std::min(value.size(), length - static_cast<std::size_t>(writing_.lostBytes));
+    const bool isRight = writing_.numbersRight && (fields_[i].type == 'N' || fields_[i].type == 'F');
+    if (size > 0) std::memcpy(isRight ? out + length - size : out, value.data(), size);
     out += length;
   }
-  // The blank before a record takes the last byte of what lies there.
-  file_.ReplaceLast(' ');
+  if (writing_.blankBefore) file_.ReplaceLast(' ');
   file_.Write(record_);
   ++recordCount_;
 }
@@ -117,6 +157,7 @@ void DBFOutFilter::Release() {
   if (!file_.IsOpen()) return;
   try {
     WriteHeader();
+    file_.Write(writing_.endByte);
     file_.Close();
   } catch (...) {
     file_.Discard();

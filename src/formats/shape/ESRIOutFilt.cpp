@@ -1,46 +1,34 @@
 #include "formats/shape/ESRIOutFilt.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 
+#include "core/AttributeTable.h"
 #include "core/ColourNames.h"
 #include "core/Errors.h"
 #include "core/Numbers.h"
 #include "core/Paths.h"
 #include "core/Report.h"
 #include "core/Text.h"
-#include "formats/shape/Bytes.h"
+#include "core/Utf8.h"
 
 namespace tesselink {
 namespace {
 
-constexpr std::int32_t kPointShape = 1;
-constexpr std::int32_t kPolyLineShape = 3;
-constexpr std::int64_t kHeaderSize = 100;
-constexpr std::int64_t kRecordHeaderSize = 8;
-
 // Of the fields that hold text from the drawing: layer, code, text.
 constexpr std::array<int, 3> kTextLengths{50, 10, 100};
-constexpr std::size_t kPointSize = 16;
-constexpr std::size_t kPointContent = 20;
-// Type, box and counts of a PolyLine of one part, before its points.
-constexpr std::size_t kChainHead = 48;
+constexpr int kRealLength = 24;
+constexpr std::size_t kLongestProjection = ReadWindow::kCapacity;
 
-std::int32_t Words(std::int64_t bytes) { return static_cast<std::int32_t>(bytes / 2); }
-
-std::string Header(std::int32_t type, std::int64_t size, const Extents& extents) {
-  std::string header(kHeaderSize, '\0');
-  PutBigEndian32(&header[0], 9994);
-  PutBigEndian32(&header[24], Words(size));
-  PutLittleEndian(&header[28], std::int32_t{1000});
-  PutLittleEndian(&header[32], type);
-  if (!extents.Empty()) {
-    PutLittleEndian(&header[36], extents.minX);
-    PutLittleEndian(&header[44], extents.minY);
-    PutLittleEndian(&header[52], extents.maxX);
-    PutLittleEndian(&header[60], extents.maxY);
-  }
-  return header;
-}
+constexpr ESRIWriting kClassic{.heights = false,
+                               .carriesSource = false,
+                               .isUtf8 = false,
+                               .needsTwoPoints = false,
+                               .lostBytes = 1,
+                               .realDecimals = 0};
+constexpr ESRIWriting kStandard{
+    .heights = true, .carriesSource = true, .isUtf8 = true, .needsTwoPoints = true, .lostBytes = 0, .realDecimals = 15};
 
 // The file beside the main file: the one that is there, in whatever letter case, since readers would find it first;
 // else a new one, its extension in capitals where the main file's is.
@@ -53,36 +41,78 @@ std::string Partner(const std::string& path, const std::string& extension) {
 
 }  // namespace
 
+ESRIOutFilt::ESRIOutFilt(const FilterContext& context)
+    : OutputFilter(context),
+      writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
+      files_(writing_.heights),
+      table_(options().dialect),
+      carried_(report()) {}
+
 void ESRIOutFilt::Create(const std::string& path) {
   if (const std::string extension = ExtensionOf(path); extension == ".shx" || extension == ".dbf") {
     throw Error(path + ": that is the name of a shapefile's " + (extension == ".shx" ? "index" : "table") +
                 "; name the output .shp");
   }
   shpPath_ = path;
-  shxPath_ = Partner(path, "shx");
   dbfPath_ = Partner(path, "dbf");
   kind_.reset();
-  extents_ = {};
-  shapes_ = 0;
+  carried_.Reset();
+  hasOwnFields_ = true;
+  fieldsDeclared_ = false;
+  sources_ = 0;
+  projection_.clear();
+  projectionConflict_.clear();
   heights_ = cutValues_ = bars_ = controls_ = 0;
   colourName_ = {};
   try {
     created_.clear();
-    shp_ = FileWriter(shpPath_);
-    created_.push_back(shpPath_);
-    shx_ = FileWriter(shxPath_);
-    created_.push_back(shxPath_);
+    files_.Create(shpPath_, Partner(path, "shx"), created_);
     table_.filename(dbfPath_);
     created_.push_back(dbfPath_);
-    for (FileWriter* file : {&shp_, &shx_}) file->Write(Header(kPolyLineShape, kHeaderSize, extents_));
-    table_.AddField("Desc", kTextLengths[0], "C");
-    table_.AddField("Code", kTextLengths[1], "C");
-    table_.AddField("ColorNum", 12, "N");
-    table_.AddField("ColorName", 15, "C");
+    if (!writing_.carriesSource) DeclareFields();
   } catch (...) {
     Drop();
     throw;
   }
+}
+
+// The first input's attributes make the table. The fields of what the drawing itself says stand behind them where
+// layers and texts were asked for, and alone where no attributes are.
+void ESRIOutFilt::SourceOpened(InputFilter& source) {
+  if (!writing_.carriesSource) return;
+  CarryProjection(source.ProjectionPath());
+  AttributeTable* attributes = source.Attributes();
+  if (++sources_ > 1 || attributes == nullptr) {
+    carried_.Match(attributes, source.AttributesPath());
+    return;
+  }
+  carried_.Declare(*attributes, source.AttributesPath(), table_);
+  hasOwnFields_ = !carried_.Any() || source.Layered;
+}
+
+// Notes what the .prj file of an input says; an empty path stands for an input without one.
+void ESRIOutFilt::CarryProjection(const std::string& path) {
+  std::string text;
+  if (!path.empty()) {
+    BinaryFile file(path);
+    text.resize(std::min(static_cast<std::size_t>(file.Size()), kLongestProjection));
+    text.resize(file.ReadAt(0, text.data(), text.size()));
+    text.resize(text.find_last_not_of(" \r\n\t") + 1);
+  }
+  if (sources_ == 0) {
+    projection_ = text;
+  } else if (text != projection_ && projectionConflict_.empty()) {
+    projectionConflict_ = path.empty() ? "an input without a .prj file" : path;
+  }
+}
+
+void ESRIOutFilt::DeclareFields() {
+  fieldsDeclared_ = true;
+  if (!hasOwnFields_) return;
+  table_.AddField(carried_.FreeName("Desc"), kTextLengths[0], "C");
+  table_.AddField(carried_.FreeName("Code"), kTextLengths[1], "C");
+  table_.AddField(carried_.FreeName("ColorNum"), 12, "N");
+  table_.AddField(carried_.FreeName("ColorName"), 15, "C");
 }
 
 WriteResult ESRIOutFilt::Write(tEntity& entity) {
@@ -91,149 +121,151 @@ WriteResult ESRIOutFilt::Write(tEntity& entity) {
   const bool isChain =
       entity.bType == kLine || entity.bType == kPolyline || entity.bType == kCircle || entity.bType == kArc;
   if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !isChain) return WriteResult::Skipped;
-  if (entity.HasHeight()) ++heights_;
+  if (!writing_.heights && entity.HasHeight()) ++heights_;
   return isPoint ? WritePoints(entity) : WriteChain(entity);
 }
 
 void ESRIOutFilt::ChooseKind(const tEntity& entity) {
   const bool isPoint = entity.bType == kPoint || entity.bType == kText;
   kind_ = interaction().ChooseShapeKind(isPoint ? ShapeKind::PointsOrText : ShapeKind::Polyline);
-  if (*kind_ == ShapeKind::PointsOrText) {
-    table_.AddField("Text", kTextLengths[2], "C");
-    table_.AddField("TextAngle", 24, "N");
-    table_.AddField("TextSize", 24, "N");
+  if (!fieldsDeclared_) DeclareFields();
+  if (*kind_ == ShapeKind::PointsOrText && hasOwnFields_) {
+    table_.AddField(carried_.FreeName("Text"), kTextLengths[2], "C");
+    table_.AddField(carried_.FreeName("TextAngle"), kRealLength, "N", writing_.realDecimals);
+    table_.AddField(carried_.FreeName("TextSize"), kRealLength, "N", writing_.realDecimals);
   }
 }
 
 WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
   const tEntity::Index last = entity.bType == kText ? 0 : entity.PointCount();
   for (tEntity::Index i = 0; i <= last; ++i) {
-    char content[kPointContent];
-    PutLittleEndian(content, kPointShape);
-    PutLittleEndian(content + 4, entity.x(i));
-    PutLittleEndian(content + 12, entity.Y(i));
-    AddShape({content, sizeof content}, entity);
-    extents_.Add(entity.x(i), entity.Y(i), 0);
+    files_.AddPoint(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)), sizeLimit);
+    AddRow(entity);
   }
   return WriteResult::Written;
 }
 
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
   const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
-  Extents box;
-  char* out = nullptr;
-  const auto begin = [&](std::size_t most) {
-    content_.resize(kChainHead + most * kPointSize);
-    out = content_.data() + kChainHead;
-  };
-  const auto put = [&](double x, double y) {
-    PutLittleEndian(out, x);
-    PutLittleEndian(out + 8, y);
-    out += kPointSize;
-    box.Add(x, y, 0);
-  };
   if (isCurve) {
     chain_.clear();
     AppendCurve(chain_, entity);
-    begin(chain_.size());
-    for (const Vertex& vertex : chain_) put(vertex.x, vertex.y);
+    files_.BeginChain(chain_.size());
+    for (const Vertex& vertex : chain_) files_.AddVertex(vertex.x, vertex.y, vertex.z);
   } else {
     const tEntity::Index last = entity.PointCount();
-    begin(static_cast<std::size_t>(last) + 2);
-    for (tEntity::Index i = 0; i <= last; ++i) put(entity.x(i), entity.Y(i));
-    if (entity.Closed && (entity.x(0) != entity.x(last) || entity.Y(0) != entity.Y(last)))
-      put(entity.x(0), entity.Y(0));
+    if (writing_.needsTwoPoints && last < 1) return WriteResult::Skipped;
+    const auto add = [&](tEntity::Index i) {
+      files_.AddVertex(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
+    };
+    files_.BeginChain(static_cast<std::size_t>(last) + 2);
+    for (tEntity::Index i = 0; i <= last; ++i) add(i);
+    if (entity.Closed && (entity.x(0) != entity.x(last) || entity.Y(0) != entity.Y(last))) add(0);
   }
-  content_.resize(static_cast<std::size_t>(out - content_.data()));
-  PutLittleEndian(&content_[0], kPolyLineShape);
-  PutLittleEndian(&content_[4], box.minX);
-  PutLittleEndian(&content_[12], box.minY);
-  PutLittleEndian(&content_[20], box.maxX);
-  PutLittleEndian(&content_[28], box.maxY);
-  PutLittleEndian(&content_[36], std::int32_t{1});
-  PutLittleEndian(&content_[40], static_cast<std::int32_t>((content_.size() - kChainHead) / kPointSize));
-  PutLittleEndian(&content_[44], std::int32_t{0});
-  AddShape(content_, entity);
-  extents_.Add(box.minX, box.minY, 0);
-  extents_.Add(box.maxX, box.maxY, 0);
+  files_.EndChain(sizeLimit);
+  AddRow(entity);
   return isCurve ? WriteResult::Converted : WriteResult::Written;
 }
 
-void ESRIOutFilt::AddShape(std::string_view content, const tEntity& entity) {
-  const std::int64_t at = shp_.Size();
-  const auto size = static_cast<std::int64_t>(content.size());
-  if (at + kRecordHeaderSize + size > sizeLimit) {
-    throw FileFull(shpPath_ + ": the next shape would make it larger than the " + std::to_string(sizeLimit) +
-                   " bytes that a shapefile can have; convert to several files");
-  }
-  char header[kRecordHeaderSize];
-  PutBigEndian32(header, ++shapes_);
-  PutBigEndian32(header + 4, Words(size));
-  shp_.Write({header, sizeof header}).Write(content);
-  PutBigEndian32(header, Words(at));
-  shx_.Write({header, sizeof header});
+void ESRIOutFilt::AddRow(const tEntity& entity) {
+  values_.clear();
+  carried_.Values(entity.Record - 1, values_);
+  if (hasOwnFields_) AddOwnValues(entity);
+  table_.AddRecord(values_);
+}
 
+void ESRIOutFilt::AddOwnValues(const tEntity& entity) {
   if (colourName_.empty() || colour_ != entity.RGB) {
     colour_ = entity.RGB;
     colourName_ = ColourName(colour_);
   }
-  char number[kNumberTextSize], angle[kNumberTextSize], height[kNumberTextSize];
-  const auto text = [](const char* begin, const char* end) {
-    return std::string_view(begin, static_cast<std::size_t>(end - begin));
-  };
-  const std::array<std::string_view, 7> values{
-      Fitting(entity.Layer, 0),
-      Fitting(entity.CDFCode, 1),
-      text(number, FormatInteger(number, entity.Colour)),
-      colourName_,
-      Fitting(entity.Text, 2),
-      text(angle, FormatNumber(angle, entity.TextAng)),
-      text(height, FormatNumber(height, entity.TextSize)),
-  };
-  table_.AddRecord(std::span(values).first(*kind_ == ShapeKind::PointsOrText ? 7 : 4));
+  const char* const numberEnd = FormatInteger(number_.data(), entity.Colour);
+  values_.push_back(Fitting(entity.Layer, 0));
+  values_.push_back(Fitting(entity.CDFCode, 1));
+  values_.emplace_back(number_.data(), static_cast<std::size_t>(numberEnd - number_.data()));
+  values_.push_back(colourName_);
+  if (*kind_ != ShapeKind::PointsOrText) return;
+  values_.push_back(Fitting(entity.Text, 2));
+  values_.push_back(Real(entity.TextAng, angle_));
+  values_.push_back(Real(entity.TextSize, height_));
 }
 
-// A value as one of the fields of kTextLengths can hold it: the last byte of a field stays free, and "|" has no place
-// in a table.
+// A number as its field is declared: in full where it fits, with the decimals that the field announces.
+std::string_view ESRIOutFilt::Real(double value, std::span<char> buffer) const {
+  const auto text = [&](const char* end) {
+    return std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+  };
+  if (writing_.realDecimals == 0) return text(FormatNumber(buffer.data(), value));
+  if (!std::isfinite(value)) return {};
+  char* end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed).ptr;
+  if (end - buffer.data() > kRealLength) return text(FormatNumber(buffer.data(), value));
+  char* const point = std::find(buffer.data(), end, '.');
+  if (point == end) *end++ = '.';
+  while (end - point <= writing_.realDecimals && end - buffer.data() < kRealLength) *end++ = '0';
+  return text(end);
+}
+
+// A value as one of the fields of kTextLengths can hold it.
 std::string_view ESRIOutFilt::Fitting(const std::string& value, std::size_t field) {
-  const auto room = static_cast<std::size_t>(kTextLengths[field] - 1);
-  const bool cut = value.size() > room;
-  const bool bars = value.find('|') != std::string::npos;
+  const auto room = static_cast<std::size_t>(kTextLengths[field] - writing_.lostBytes);
   std::string& fitted = fitted_[field];
   const bool controls = &WithoutControls(value, fitted) != &value;
-  if (!cut && !bars && !controls) return value;
-  if (!controls) fitted = value;
-  fitted.resize(std::min(fitted.size(), room));
-  std::replace(fitted.begin(), fitted.end(), '|', ' ');
+  std::string_view text = controls ? fitted : value;
+  if (writing_.isUtf8) {
+    const std::string_view utf8 = encoding_.AsUtf8(text, decoded_);
+    if (utf8.data() == decoded_.data()) text = fitted = decoded_;
+  }
+  const bool bars = !writing_.isUtf8 && text.find('|') != std::string_view::npos;
+  const bool cut = text.size() > room;
   if (cut) ++cutValues_;
   if (bars) ++bars_;
   if (controls) ++controls_;
+  text = writing_.isUtf8 ? CutUtf8(text, room) : text.substr(0, room);
+  if (!bars) return text;
+  fitted.assign(text);
+  std::replace(fitted.begin(), fitted.end(), '|', ' ');
   return fitted;
 }
 
-void ESRIOutFilt::WriteHead() {
-  const std::int32_t type = kind_ == ShapeKind::PointsOrText ? kPointShape : kPolyLineShape;
-  shp_.Overwrite(0, Header(type, shp_.Size(), extents_));
-  shx_.Overwrite(0, Header(type, shx_.Size(), extents_));
-}
-
 void ESRIOutFilt::Complete() {
+  if (!fieldsDeclared_) DeclareFields();
   WriteHead();
-  shp_.Close();
-  shx_.Close();
+  files_.Close();
   table_.Release();
+  if (writing_.isUtf8) WriteBeside("cpg", "UTF-8");
+  if (writing_.carriesSource) CompleteProjection();
   const auto warn = [this](const char* kind, const std::string& what, std::int64_t count) {
     if (count > 0) report().Warn(kind, what + ": " + std::to_string(count));
   };
   warn("heights", shpPath_ + ": the shape types written have no z; elements that lost theirs", heights_);
-  warn("cut values", dbfPath_ + ": values too long for their field were cut", cutValues_);
+  warn("cut values", dbfPath_ + ": values too long for their field were cut", cutValues_ + carried_.CutValues());
   warn("bars", dbfPath_ + ": values with a \"|\" got a blank in its place", bars_);
   warn("control characters", dbfPath_ + ": values in which control characters became blanks", controls_);
 }
 
+void ESRIOutFilt::WriteBeside(const std::string& extension, const std::string& text) {
+  const std::string path = Partner(shpPath_, extension);
+  FileWriter file(path);
+  created_.push_back(path);
+  file.Write(text);
+  file.Close();
+}
+
+void ESRIOutFilt::CompleteProjection() {
+  if (!projectionConflict_.empty()) {
+    report().Warn("coordinate systems",
+                  projectionConflict_ + ": the inputs do not agree in their coordinate systems; none was written");
+  } else if (!projection_.empty()) {
+    WriteBeside("prj", projection_);
+    return;
+  }
+  if (const std::string other = PartnerFile(shpPath_, "PRJ"); !other.empty()) {
+    report().Warn("coordinate system", other + ": was there before; it may not be of what was written");
+  }
+}
+
 void ESRIOutFilt::Drop() noexcept {
-  shp_.Discard();
-  shx_.Discard();
+  files_.Discard();
   table_.Discard();
   for (const std::string& path : created_) RemoveWritten(path);
   created_.clear();

@@ -1,40 +1,51 @@
-// The shapefile writer: .shp, .shx and .dbf, of one shape type.
+// The shapefile writer: .shp, .shx and .dbf, of one shape type, and what other programs look for beside them.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "core/Extents.h"
-#include "core/Files.h"
 #include "core/Filters.h"
 #include "core/Interaction.h"
+#include "core/Numbers.h"
 #include "core/VertexChains.h"
+#include "formats/shape/CarriedFields.h"
 #include "formats/shape/DBFOutFilter.h"
+#include "formats/shape/ShapeFiles.h"
+#include "formats/shape/TableEncoding.h"
 
 namespace tesselink {
 
+/// What a dialect decides in writing a shapefile. What it decides in writing the table, DBFWriting tells.
+struct ESRIWriting {
+  bool heights;         ///< PointZ and PolyLineZ where a z is not 0; else z is dropped
+  bool carriesSource;   ///< attributes, and the coordinate system, of inputs that have them go along
+  bool isUtf8;          ///< texts are UTF-8, and a .cpg file says so; else bytes are passed on, and "|" becomes a blank
+  bool needsTwoPoints;  ///< a chain of one vertex is no PolyLine
+  int lostBytes;        ///< at the end of every text, that must stay free
+  int realDecimals;     ///< of TextAngle and TextSize
+};
+
 /// What the file shall hold is asked at the first element. "Points or Text": a Point for each vertex of a point, and
 /// one for a text. "Polyline": a PolyLine of one part for a line or polyline, and for a circle or arc as a chain; a
-/// closed chain ends on its first vertex. Anything else is skipped. The files' layout is that of the ESRI Shapefile
-/// Technical Description of July 1998, the table's that of DBFOutFilter.
+/// closed chain ends on its first vertex. Anything else is skipped.
 class ESRIOutFilt final : public OutputFilter {
  public:
-  explicit ESRIOutFilt(const FilterContext& context) : OutputFilter(context) {}
+  explicit ESRIOutFilt(const FilterContext& context);
   ~ESRIOutFilt() override { ReleaseQuietly(); }
 
-  std::vector<std::string> Outputs() const override { return {shpPath_, shxPath_, dbfPath_}; }
+  void SourceOpened(InputFilter& source) override;
+  std::vector<std::string> Outputs() const override { return created_; }
 
-  /// The layout counts 16-bit words in a signed 32-bit number.
-  static constexpr std::int64_t kGreatestSize = std::int64_t{0x7FFFFFFF} * 2;
   /// A smaller limit serves tests.
-  std::int64_t sizeLimit = kGreatestSize;
+  std::int64_t sizeLimit = ShapeFiles::kGreatestSize;
 
   /// Completes the headers of .shp and .shx by what was written.
-  void WriteHead();
+  void WriteHead() { files_.WriteHeaders(); }
 
  private:
   void Create(const std::string& path) override;
@@ -42,22 +53,37 @@ class ESRIOutFilt final : public OutputFilter {
   void Complete() override;
   void Drop() noexcept override;
 
+  void CarryProjection(const std::string& path);
+  void DeclareFields();
   void ChooseKind(const tEntity& entity);
   WriteResult WritePoints(const tEntity& entity);
   WriteResult WriteChain(const tEntity& entity);
-  void AddShape(std::string_view content, const tEntity& entity);
+  void AddRow(const tEntity& entity);
+  void AddOwnValues(const tEntity& entity);
+  std::string_view Real(double value, std::span<char> buffer) const;
   std::string_view Fitting(const std::string& value, std::size_t field);
+  void WriteBeside(const std::string& extension, const std::string& text);
+  void CompleteProjection();
 
-  std::string shpPath_, shxPath_, dbfPath_;
-  std::vector<std::string> created_;  // those of the three that this writer has opened
-  FileWriter shp_, shx_;
+  const ESRIWriting& writing_;
+  std::string shpPath_, dbfPath_;
+  std::vector<std::string> created_;  // the files that this writer has opened
+  ShapeFiles files_;
   DBFOutFilter table_;
+  CarriedFields carried_;
+  bool hasOwnFields_ = true;
+  bool fieldsDeclared_ = false;
+  int sources_ = 0;
+  std::string projection_;          // what the .prj files of all sources say
+  std::string projectionConflict_;  // the first input whose .prj says something else
   std::optional<ShapeKind> kind_;
-  Extents extents_;
-  std::int32_t shapes_ = 0;
   VertexChain chain_;
-  std::string content_;
+  std::vector<std::string_view> values_;
+  std::array<char, 400> angle_, height_;
+  std::array<char, kNumberTextSize> number_;
   std::array<std::string, 3> fitted_;
+  TableEncoding encoding_;  // of texts from drawings, which do not say theirs
+  std::string decoded_;
   std::int32_t colour_ = 0;  // the colour that the name below is of
   std::string_view colourName_;
   std::int64_t heights_ = 0, cutValues_ = 0, bars_ = 0, controls_ = 0;

@@ -1,0 +1,66 @@
+// Writing .shp and .shx.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Extents.h"
+#include "core/Files.h"
+#include "formats/shape/Bytes.h"
+#include "formats/shape/ShapeLayout.h"
+
+namespace tesselink {
+
+/// Appends points, or chains of one part, to both files; a file holds the one or the other. The layout is that of the
+/// ESRI Shapefile Technical Description of July 1998.
+class ShapeFiles {
+ public:
+  /// The layout counts 16-bit words in a signed 32-bit number.
+  static constexpr std::int64_t kGreatestSize = std::int64_t{0x7FFFFFFF} * 2;
+
+  /// `heights`: the first z other than 0 makes PointZ or PolyLineZ of the file, the shapes before it included; else z
+  /// is dropped.
+  explicit ShapeFiles(bool heights) : heights_(heights) {}
+
+  /// Creates one file after the other; `created` takes the names of those that are there even when the next one fails.
+  void Create(const std::string& shpPath, const std::string& shxPath, std::vector<std::string>& created);
+  /// A shape is refused with FileFull where the file would grow beyond the limit.
+  void AddPoint(double x, double y, double z, std::int64_t sizeLimit);
+  /// A chain: room for as many vertices as it may have, its vertices, its end.
+  void BeginChain(std::size_t most);
+  void AddVertex(double x, double y, double z) {
+    PutLittleEndian(out_, x);
+    PutLittleEndian(out_ + 8, y);
+    out_ += kXYSize;
+    box_.Add(x, y, z);
+    if (heights_) z_.push_back(z);
+  }
+  void EndChain(std::int64_t sizeLimit);
+  /// Completes the headers by what was written.
+  void WriteHeaders();
+  void Close();
+  void Discard() noexcept;
+
+ private:
+  std::int32_t TypeCode() const;
+  void AppendZ(std::string& content, std::span<const double> z) const;
+  void Append(std::string_view content);
+  void MakeRoom(std::int64_t flatSize, std::int64_t sizeLimit);
+  void GainHeights();
+
+  const bool heights_;
+  FileWriter shp_, shx_;
+  Extents extents_, box_;  // of all shapes and of the current one
+  bool isPoints_ = false;
+  bool hasZ_ = false;
+  std::int32_t shapes_ = 0;
+  std::int64_t vertices_ = 0;  // of all shapes
+  std::string content_;
+  char* out_ = nullptr;  // the end of what is written of it
+  std::vector<double> z_;
+};
+
+}  // namespace tesselink

@@ -20,6 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string path = PutFile("f.shp", take(lengths[0]));
   PutFile("f.shx", take(lengths[1]));
   PutFile("f.dbf", rest);
-  ReadToTheEnd<ESRIInFilt>(path, size * 4);
+  for (const Dialect dialect : {Dialect::Classic, Dialect::Standard})
+    ReadToTheEnd<ESRIInFilt>(path, size * 4, {.dialect = dialect});
   return 0;
 }

@@ -70,5 +70,78 @@ TEST_F(DBFInFilterTest, BrokenHeaders) {
   EXPECT_EQ(table.NumFields(), -1);
 }
 
+class StandardTableTest : public DBFInFilterTest {
+ protected:
+  StandardTableTest() : standard(Dialect::Standard) {}
+  DBFInFilter standard;
+  void Open(const std::string& bytes) { standard.filename(folder.Put("t.dbf", bytes)); }
+};
+
+TEST_F(StandardTableTest, TheHeaderAndTheTerminatorCount) {
+  std::string bytes = Table({{"NAME", 5}, {"ELEVENCHARS", 4, 'N'}}, {{" ab", " 7"}, {"cd", "8"}, {"ef", "9"}});
+  bytes[4] = 2;
+  bytes[8] = static_cast<char>(33 + 64 + 64);  // room for two more fields behind the terminator
+  bytes.insert(33 + 64, 64, '\0');
+  bytes[33 + 128] = '*';
+  Open(bytes);
+  EXPECT_EQ(standard.NumFields(), 1);
+  EXPECT_EQ(standard.NumRecs(), 2) << "not by the file's size";
+  EXPECT_EQ(standard.GetFieldName(1), "ELEVENCHARS");
+  EXPECT_EQ(standard.GetFieldData(0, 0), " ab") << "an indent belongs to a text";
+  EXPECT_EQ(standard.GetFieldData(1, 0), "7");
+  EXPECT_EQ(standard.GetFieldData(0, 2), "") << "beyond the last record";
+  EXPECT_EQ(standard.GetFieldData(0, -1), "");
+  EXPECT_TRUE(standard.IsDeleted(0));
+  EXPECT_FALSE(standard.IsDeleted(1));
+  EXPECT_FALSE(standard.IsDeleted(-1));
+  const std::string error = ErrorOf([&] { standard.GetFieldNum("NOSUCH"); });
+  EXPECT_NE(error.find("has no field \"NOSUCH\"; its fields are NAME, ELEVENCHARS"), std::string::npos) << error;
+  EXPECT_EQ(standard.GetFieldNum(""), -1);
+  bytes[4] = bytes[5] = 100;
+  Open(bytes);
+  EXPECT_EQ(standard.NumRecs(), 3) << "no more than there are";
+  bytes[10] = 1;
+  Open(bytes);
+  EXPECT_EQ(standard.NumFields(), 0) << "the second field lies behind the record";
+}
+
+TEST_F(StandardTableTest, TextsBecomeUtf8) {
+  struct {
+    std::string cpg;
+    int language;
+    std::string bytes, text, unknown;
+  } const cases[] = {
+      {"", 0, "\xE4", "ä", ""},
+      {"", 0x57, "\xC3\xA4", "ä", ""},
+      {"", 3, "\xC3\xA4", "Ã¤", ""},
+      {"", 2, "\x84", "ä", ""},
+      {"", 1, "\x9B", "¢", ""},
+      {"UTF-8\r\n", 3, "\xC3\xA4", "ä", ""},
+      {"utf-8", 0, "\xE4", "ä", ""},
+      {"ANSI 1250", 0, "\xB9", "ą", ""},
+      {"ISO-8859-1", 0, "\xC3\xA4", "Ã¤", ""},
+      {"88592", 0, "\xB1", "ą", ""},
+      {"LDID/201", 0, "\xE4", "д", ""},
+      {"936\n", 3, "\xE4", "ä", "code page \"936\""},
+      {"", 0x4D, "\xE4", "ä", "code page 936"},
+      {"", 0xF0, "\xE4", "ä", "language byte 240"},
+  };
+  for (const auto& expected : cases) {
+    if (expected.cpg.empty()) {
+      std::filesystem::remove(folder.Path("t.cpg"));
+    } else {
+      folder.Put("t.cpg", expected.cpg);
+    }
+    std::string bytes = Table({{"N" + expected.bytes, 5}}, {{expected.bytes}});
+    bytes[29] = static_cast<char>(expected.language);
+    Open(bytes);
+    EXPECT_EQ(standard.GetFieldData(0, 0), expected.text) << expected.cpg << expected.language;
+    EXPECT_EQ(standard.GetFieldName(0), "N" + expected.text);
+    EXPECT_EQ(standard.UnknownEncoding(), expected.unknown);
+  }
+  Open(Table({{"N", 3}}, {{"a"}, {"\xE4\xE4\xE4"}}));
+  EXPECT_EQ(standard.FieldWidth(0), 6) << "letters take more bytes than in the table";
+}
+
 }  // namespace
 }  // namespace tesselink

@@ -220,5 +220,99 @@ TEST_F(ESRIInFiltTest, ARecordByItsNumber) {
   EXPECT_FALSE(reader.GetNextEntity(entity, 4));
 }
 
+class StandardShapesTest : public testing::Test {
+ protected:
+  Rig rig;
+  StandardShapesTest() { rig.context.options.dialect = Dialect::Standard; }
+
+  std::vector<tEntity> Read(const ShapeFile& file, bool withAttributes = false) {
+    rig.folder.Put("s.shx", file.shx);
+    ESRIInFilt reader(rig.context);
+    reader.Layered = withAttributes;
+    reader.filename(rig.folder.Put("s.shp", file.shp));
+    return rig.ReadAll(reader);
+  }
+  static std::string Values(const std::vector<double>& values) {
+    std::string bytes;
+    for (const double value : values) bytes += Little(value);
+    return bytes;
+  }
+};
+
+TEST_F(StandardShapesTest, EveryType) {
+  const std::string range(16, '\0');
+  const auto multiPoint = [](std::int32_t type) {
+    return Little(type) + MultiPointContent({{1, 2}, {3, 4}}).substr(4);
+  };
+  // A strip of four vertices and a ring.
+  std::string patch =
+      ChainContent(31, {0, 4}, {{0, 0}, {0, 1}, {2, 0}, {2, 1}, {5, 5}, {6, 5}, {6, 6}}, {1, 2, 3, 4, 5, 6, 7});
+  patch.insert(44 + 8, Little(std::int32_t{0}) + Little(std::int32_t{2}));
+  struct {
+    std::string content, vertices, z;
+    bool closed;
+    std::int64_t measures;
+  } const cases[] = {
+      {Little(std::int32_t{11}) + Values({1, 2, 3, 4}), "1,2", "3 ", false, 1},
+      {Little(std::int32_t{11}) + Values({1, 2, 3, -1e39}), "1,2", "3 ", false, 0},
+      {Little(std::int32_t{11}) + Values({1, 2, 3}), "1,2", "3 ", false, 0},
+      {Little(std::int32_t{21}) + Values({1, 2, 4}), "1,2", "0 ", false, 1},
+      {multiPoint(18) + range + Values({5, 6}) + range + Values({0, 7}), "1,2 3,4", "5 6 ", false, 1},
+      {multiPoint(28) + range + Values({0, 0}), "1,2 3,4", "0 0 ", false, 0},
+      {ChainContent(23, {0}, {{0, 0}, {2, 2}}) + range + Values({1, 2}), "0,0 2,2", "0 0 ", false, 1},
+      {ChainContent(13, {0}, {{0, 0}, {2, 2}}, {8, 9}), "0,0 2,2", "8 9 ", false, 0},
+      {ChainContent(5, {0}, {{0, 0}, {2, 2}, {3, 0}, {0, 0}}), "0,0 2,2 3,0 0,0", "0 0 0 0 ", true, 0},
+      {ChainContent(25, {0}, {{1, 0}, {2, 2}, {3, 0}}) + range + Values({1, 2, 3}), "1,0 2,2 3,0", "0 0 0 ", true, 1},
+      {ChainContent(3, {0}, {{0, 0}, {2, 2}}), "0,0 2,2", "0 0 ", false, 0},
+      {patch, "0,0 2,0 2,1 0,1", "1 3 4 2 ", true, 0},
+  };
+  for (const auto& expected : cases) {
+    rig.report = {};
+    const auto elements = Read(ShapeFile({expected.content}));
+    ASSERT_FALSE(elements.empty());
+    std::string z;
+    for (tEntity::Index i = 0; i <= elements[0].PointCount(); ++i) z += SingleText(elements[0].Z(i)) + " ";
+    EXPECT_EQ(XY(elements[0]), expected.vertices);
+    EXPECT_EQ(z, expected.z) << expected.vertices;
+    EXPECT_EQ(elements[0].Closed, expected.closed) << expected.vertices;
+    const Warning* measures = rig.WarningOf("measures");
+    EXPECT_EQ(measures == nullptr ? 0 : measures->count, expected.measures) << expected.vertices;
+  }
+  EXPECT_NE(rig.WarningOf("triangles"), nullptr);
+  EXPECT_TRUE(rig.person.messages.empty());
+  const auto origin = Read(ShapeFile({PointContent(0, 0), Little(std::int32_t{99})}));
+  ASSERT_EQ(origin.size(), 1U);
+  EXPECT_EQ(origin[0].PointCount(), 0);
+  EXPECT_EQ(rig.report.UndeliveredTypes().at("99"), 1);
+}
+
+TEST_F(StandardShapesTest, AttributesOfTheOwnRow) {
+  std::string table = Table({{"LAYER", 6}, {"NAME", 4}}, {{"ROAD", "one"}, {"CREEK", "two"}, {"W\xE4LD", "3"}});
+  table[97 + 11] = '*';
+  rig.folder.Put("s.dbf", table);
+  const ShapeFile file({PointContent(0, 0), PointContent(1, 1), kTriangle, PointContent(9, 9)});
+  rig.person.layerField = "layer";
+  rig.person.textField = "NAME";
+  std::string read;
+  const auto note = [&](const std::vector<tEntity>& elements) {
+    read.clear();
+    for (const tEntity& element : elements)
+      read += element.Layer + " " + element.Text + " " + std::to_string(element.Record) + "; ";
+  };
+  note(Read(file, true));
+  EXPECT_EQ(read, "ROAD  1; ROAD one 1; WäLD  3; WäLD 3 3;   4;   4; ");
+  EXPECT_EQ(rig.WarningOf("deleted")->count, 1);
+  EXPECT_NE(rig.WarningOf("short table"), nullptr);
+  rig.person.layerField = "";
+  note(Read(file, true));
+  EXPECT_TRUE(read.starts_with("0  1; 0 one 1; ")) << read << "no field for the layer";
+  EXPECT_EQ(Read(file).size(), 3U) << "a deleted row counts where nobody asks for attributes, too";
+  rig.person.layerField = "NOSUCH";
+  EXPECT_NE(ErrorOf([&] { Read(file, true); }).find("its fields are LAYER, NAME"), std::string::npos);
+  rig.folder.Put("s.dbf", "broken");
+  EXPECT_EQ(Read(file).size(), 4U) << "a table that nobody asked for is no reason to stop";
+  EXPECT_NE(rig.WarningOf("broken table"), nullptr);
+}
+
 }  // namespace
 }  // namespace tesselink

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <optional>
+
 #include "formats/shape/DBFOutFilter.h"
 #include "formats/shape/ESRIInFilt.h"
 #include "formats/shape/ESRIOutFilt.h"
@@ -179,6 +182,184 @@ TEST_F(ESRIOutFiltTest, AFailureAtAnyOfTheThreeFilesLeavesNone) {
       EXPECT_FALSE(fs::exists(rig.folder.Path(std::string("full.") + other))) << other;
     }
   }
+}
+
+TEST(DBFOutFilter, StandardByteForByte) {
+  const Folder folder;
+  const std::string path = folder.Path("t.dbf");
+  DBFOutFilter table(Dialect::Standard);
+  table.filename(path);
+  table.AddField("NAME", 4, "C");
+  table.AddField("TENLETTERS", 5, "N", 2);
+  table.AddRecord("abcd|1.25");
+  table.AddRecord("");
+  table.Release();
+  const auto nul = [](std::size_t count) { return std::string(count, '\0'); };
+  EXPECT_EQ(Folder::Get(path).substr(4), "\x02" + nul(3) + "\x61" + nul(1) + "\x0A" + nul(1) + nul(20) +  //
+                                             "NAME" + nul(7) + "C" + nul(4) + "\x04" + nul(15) +          //
+                                             "TENLETTERS" + nul(1) + "N" + nul(4) + "\x05\x02" + nul(14) + "\r" +
+                                             " abcd 1.25" + std::string(10, ' ') + "\x1A");
+  EXPECT_EQ(Folder::Get(path)[0], 3);
+  table.filename(path);
+  for (int i = 0; i < 257; ++i) table.AddField("F" + std::to_string(i), i < 256 ? 255 : 254, "C");
+  EXPECT_NE(ErrorOf([&] { table.AddField("ONEMORE", 1, "C"); }).find("has no room"), std::string::npos);
+}
+
+class StandardOutputTest : public testing::Test {
+ protected:
+  Rig rig;
+  const std::string path = rig.folder.Path("out.shp");
+  std::optional<ESRIOutFilt> writer;
+
+  StandardOutputTest() {
+    rig.context.options.dialect = Dialect::Standard;
+    writer.emplace(rig.context);
+    writer->filename(path);
+  }
+  static tEntity Element(std::int16_t kind, const std::vector<Vertex>& vertices) {
+    tEntity entity;
+    entity.CountOrigin(true);
+    entity.bType = kind;
+    tEntity::Index i = 0;
+    for (const Vertex& vertex : vertices) {
+      entity.x(i, vertex.x);
+      entity.Y(i, vertex.y);
+      entity.Z(i++, static_cast<float>(vertex.z));
+    }
+    return entity;
+  }
+  // An input of points, one for each row of its table.
+  std::string Put(const std::string& stem, const std::vector<TableField>& fields,
+                  const std::vector<std::vector<std::string>>& rows, const std::string& projection) {
+    const ShapeFile file(std::vector<std::string>(rows.size(), PointContent(1, 2)));
+    rig.folder.Put(stem + ".shx", file.shx);
+    rig.folder.Put(stem + ".dbf", Table(fields, rows));
+    if (!projection.empty()) rig.folder.Put(stem + ".prj", projection);
+    return rig.folder.Put(stem + ".shp", file.shp);
+  }
+  void Carry(const std::string& input, bool withLayers = false) {
+    ESRIInFilt reader(rig.context);
+    reader.Layered = withLayers;
+    reader.filename(input);
+    writer->SourceOpened(reader);
+    for (tEntity& entity : rig.ReadAll(reader)) writer->WriteEntity(entity);
+  }
+  std::string ReadTable() const {
+    DBFInFilter table(Dialect::Standard);
+    table.filename(rig.folder.Path("out.dbf"));
+    std::string text;
+    for (int i = 0; i <= table.NumFields(); ++i)
+      text += table.GetFieldName(i) + table.FieldType(i) + std::to_string(table.FieldLength(i)) + " ";
+    for (std::int64_t row = 0; row < table.NumRecs(); ++row) {
+      text += "|";
+      for (int i = 0; i <= table.NumFields(); ++i) text += std::string(table.GetFieldData(i, row)) + ",";
+    }
+    return text;
+  }
+  std::string ReadBack() {
+    ESRIInFilt reader(rig.context);
+    reader.Layered = false;
+    reader.filename(path);
+    std::string text;
+    for (const tEntity& element : rig.ReadAll(reader)) {
+      text += XY(element) + " z";
+      for (tEntity::Index i = 0; i <= element.PointCount(); ++i) text += " " + SingleText(element.Z(i));
+      text += "; ";
+    }
+    return text;
+  }
+};
+
+TEST_F(StandardOutputTest, TheFirstHeightLiftsTheWholeFile) {
+  const auto flat = Element(kLine, {{1, 1, 0}, {2, 2, 0}}), high = Element(kLine, {{0, 0, 0}, {3, 4, -5}});
+  tEntity ring = Element(kPolyline, {{0, 0, 1}, {4, 0, 2}, {4, 3, 3}}), circle = Element(kCircle, {{0, 0, 7}});
+  ring.Closed = true;
+  circle.Rad = 1;
+  for (tEntity entity : {flat, flat, high, flat, ring}) EXPECT_EQ(writer->WriteEntity(entity), WriteResult::Written);
+  tEntity single = Element(kPolyline, {{1, 1, 1}});
+  EXPECT_EQ(writer->WriteEntity(single), WriteResult::Skipped) << "no chain";
+  EXPECT_EQ(writer->WriteEntity(circle), WriteResult::Converted);
+  writer->Release();
+  const std::string text = ReadBack();
+  EXPECT_TRUE(
+      text.starts_with("1,1 2,2 z 0 0; 1,1 2,2 z 0 0; 0,0 3,4 z 0 -5; 1,1 2,2 z 0 0; "
+                       "0,0 4,0 4,3 0,0 z 1 2 3 1; 1,0 "))
+      << text;
+  EXPECT_TRUE(text.ends_with(" 7 7; "));
+  const std::string shp = Folder::Get(path), shx = Folder::Get(rig.folder.Path("out.shx"));
+  EXPECT_EQ(shp[32], 13);
+  EXPECT_EQ(shp.substr(68, 16), Little(-5.0) + Little(7.0));
+  EXPECT_EQ(shp.substr(24, 4), Big(static_cast<std::int32_t>(shp.size() / 2)));
+  EXPECT_EQ(shx.size(), 100U + 6 * 8);
+  EXPECT_EQ(shx[32], 13);
+  EXPECT_EQ(rig.WarningOf("heights"), nullptr);
+}
+
+TEST_F(StandardOutputTest, PointsGainHeightsWithinTheSizeLimit) {
+  tEntity flat = Element(kPoint, {{0, 0, 0}}), high = Element(kPoint, {{1, 1, 9}});
+  writer->sizeLimit = 100 + 3 * 44;
+  for (int i = 0; i < 3; ++i) writer->WriteEntity(flat);
+  EXPECT_THROW(writer->WriteEntity(high), FileFull) << "three flat points leave no room for heights";
+  writer->Release();
+  EXPECT_EQ(ReadBack(), "0,0 z 0; 0,0 z 0; 0,0 z 0; ");
+  writer->filename(path);
+  for (tEntity entity : {flat, high, flat}) writer->WriteEntity(entity);
+  writer->Release();
+  EXPECT_EQ(ReadBack(), "0,0 z 0; 1,1 z 9; 0,0 z 0; ");
+  EXPECT_EQ(Folder::Get(path)[32], 11);
+}
+
+TEST_F(StandardOutputTest, OwnFieldsInFull) {
+  tEntity text = Element(kText, {{5, 6, 0}});
+  text.Layer = std::string(48, 'a') + "\xC3\xA4\xC3\xA4";  // the second letter fills no field of 50
+  text.Text = "N 45\xB0 E|";
+  text.TextAng = 12.1;
+  text.TextSize = 1234567890123;
+  writer->WriteEntity(text);
+  text.TextAng = 1e-30;
+  text.TextSize = std::numeric_limits<double>::infinity();
+  writer->WriteEntity(text);
+  writer->Release();
+  const std::string row = "|" + std::string(48, 'a') + "ä,,0,BLACK,N 45° E|,";
+  EXPECT_EQ(ReadTable(), "DescC50 CodeC10 ColorNumN12 ColorNameC15 TextC100 TextAngleN24 TextSizeN24 " + row +
+                             "12.100000000000000,1234567890123.0000000000," + row + "1E-30,,");
+  EXPECT_EQ(rig.WarningOf("cut values")->text.substr(rig.WarningOf("cut values")->text.size() - 3), ": 2");
+  EXPECT_EQ(Folder::Get(rig.folder.Path("out.cpg")), "UTF-8");
+  EXPECT_EQ(writer->Outputs().size(), 4U);
+}
+
+TEST_F(StandardOutputTest, AttributesOfSeveralInputs) {
+  const std::string kFeet = "PROJCS[\"feet\"]";
+  Carry(Put("a", {{"NAME", 4}, {"Depth", 6, 'N'}, {"MEMO", 10, 'M'}, {"NAME", 2}},
+            {{"\xE4\xE4\xE4\xE4", " 12.50", "1", "x"}, {" b", "", "2", "y"}}, kFeet));
+  Carry(Put("b", {{"DEPTH", 8, 'F'}, {"NAME", 9}, {"MORE", 3}, {"name", 4, 'N'}}, {{"1234567", "abcdefghi", "c", "5"}},
+            kFeet + "\r\n"));
+  rig.folder.Put("c.prj", kFeet);
+  const ShapeFile bare({PointContent(3, 4)});
+  rig.folder.Put("c.shx", bare.shx);
+  Carry(rig.folder.Put("c.shp", bare.shp));
+  writer->Release();
+  EXPECT_EQ(ReadTable(), "NAMEC8 DepthN6 NAME_1C2 |ääää,12.50,x,| b,,y,|abcdefgh,,5,|,,,");
+  EXPECT_EQ(rig.WarningOf("fields left out")->count, 2) << "MEMO of the first, MORE of the second";
+  EXPECT_NE(rig.WarningOf("fields renamed"), nullptr);
+  EXPECT_NE(rig.WarningOf("cut values"), nullptr);
+  EXPECT_EQ(Folder::Get(rig.folder.Path("out.prj")), kFeet);
+  EXPECT_EQ(writer->Outputs().back(), rig.folder.Path("out.prj"));
+}
+
+TEST_F(StandardOutputTest, OwnFieldsBesideCarriedOnes) {
+  rig.person.layerField = "Desc";
+  rig.folder.Put("out.prj", "from before");
+  Carry(Put("a", {{"Desc", 4}, {"COLORNAME", 5}}, {{"ROAD", "gold"}}, "A"), true);
+  Carry(Put("b", {{"Desc", 4}}, {{"WELL"}}, ""));
+  writer->Release();
+  EXPECT_EQ(ReadTable(),
+            "DescC4 COLORNAMEC5 Desc_1C50 CodeC10 ColorNumN12 ColorNam_1C15 TextC100 TextAngleN24 TextSizeN24 "
+            "|ROAD,gold,ROAD,0900000,0,BLACK,,0.000000000000000,0.000000000000000,"
+            "|WELL,,0,,0,BLACK,,0.000000000000000,0.000000000000000,");
+  EXPECT_NE(rig.WarningOf("coordinate systems"), nullptr);
+  EXPECT_NE(rig.WarningOf("coordinate system"), nullptr) << "the .prj file that is there is not of this drawing";
+  EXPECT_EQ(Folder::Get(rig.folder.Path("out.prj")), "from before");
 }
 
 }  // namespace

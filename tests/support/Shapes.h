@@ -68,6 +68,7 @@ struct ShapeFile {
 struct TableField {
   std::string name;
   int length;
+  char type = 'C';
 };
 
 /// A dBase table with its terminator, deletion flags and end byte.
@@ -78,7 +79,7 @@ inline std::string Table(const std::vector<TableField>& fields, const std::vecto
     recordLength += static_cast<std::size_t>(field.length);
     std::string name = field.name;
     name.resize(11, '\0');
-    descriptors += name + "C" + std::string(4, '\0') + static_cast<char>(field.length) + std::string(15, '\0');
+    descriptors += name + field.type + std::string(4, '\0') + static_cast<char>(field.length) + std::string(15, '\0');
   }
   std::string bytes = std::string("\x03\x7e\x01\x01", 4) + Little(static_cast<std::uint32_t>(rows.size())) +
                       Little(static_cast<std::uint16_t>(33 + 32 * fields.size())) +

@@ -133,6 +133,7 @@ struct Rig {
   std::vector<tEntity> ReadAll(InputFilter& reader, int most = 100) {
     std::vector<tEntity> elements;
     tEntity entity;
+    entity.CountOrigin(context.options.dialect == Dialect::Standard);
     for (int i = 0; i < most && !reader.Eof(); ++i) {
       if (reader.GetNextEntity(entity)) elements.push_back(entity);
       entity.Clear();

@@ -74,7 +74,8 @@ void DBFInFilter::ReadFields() {
   for (int i = 0; i <= last; ++i) {
     const auto bytes = window_.At(
         static_cast<std::int64_t>(kHeaderSize + static_cast<std::size_t>(i) * kDescriptorSize), kDescriptorSize);
-    if (reading_.byHeader && !bytes.empty() && bytes[0] == kTerminator) return;
+    // A field behind the record's end would be read out of other rows.
+    if (reading_.byHeader && ((!bytes.empty() && bytes[0] == kTerminator) || offset > recordLength_)) return;
     if (bytes.size() < kDescriptorSize) {
       throw Error(filename_ + ": ends within its field descriptors; the header announces " + std::to_string(last + 1));
     }

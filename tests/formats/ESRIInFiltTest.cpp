@@ -42,6 +42,7 @@ TEST_F(ESRIInFiltTest, EveryTypeThatIsRead) {
   EXPECT_EQ(elements[0].Layer, "0");
   EXPECT_EQ(elements[1].bType, kPolyline);
   EXPECT_EQ(XY(elements[1]), "0,0 1,0 1,1");
+  EXPECT_FALSE(elements[1].Closed) << "a polygon's ring";
   EXPECT_EQ(XY(elements[2]), "5,5 6,6");
   EXPECT_EQ(elements[2].Record, 3) << "the second part of the third record";
   EXPECT_EQ(elements[3].bType, kPoint);

@@ -150,19 +150,18 @@ WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
   if (isCurve) {
     chain_.clear();
     AppendCurve(chain_, entity);
-    files_.BeginChain(chain_.size());
-    for (const Vertex& vertex : chain_) files_.AddVertex(vertex.x, vertex.y, vertex.z);
+    ShapeFiles::Chain chain = files_.BeginChain(chain_.size());
+    for (const Vertex& vertex : chain_) chain.Add(vertex.x, vertex.y, vertex.z);
+    files_.EndChain(chain, sizeLimit);
   } else {
     const tEntity::Index last = entity.PointCount();
     if (writing_.needsTwoPoints && last < 1) return WriteResult::Skipped;
-    const auto add = [&](tEntity::Index i) {
-      files_.AddVertex(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
-    };
-    files_.BeginChain(static_cast<std::size_t>(last) + 2);
+    ShapeFiles::Chain chain = files_.BeginChain(static_cast<std::size_t>(last) + 2);
+    const auto add = [&](tEntity::Index i) { chain.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i))); };
     for (tEntity::Index i = 0; i <= last; ++i) add(i);
     if (entity.Closed && (entity.x(0) != entity.x(last) || entity.Y(0) != entity.Y(last))) add(0);
+    files_.EndChain(chain, sizeLimit);
   }
-  files_.EndChain(sizeLimit);
   AddRow(entity);
   return isCurve ? WriteResult::Converted : WriteResult::Written;
 }

@@ -79,15 +79,15 @@ void ShapeFiles::AddPoint(double x, double y, double z, std::int64_t sizeLimit) 
   ++vertices_;
 }
 
-void ShapeFiles::BeginChain(std::size_t most) {
+ShapeFiles::Chain ShapeFiles::BeginChain(std::size_t most) {
   content_.resize(static_cast<std::size_t>(kChainHead) + most * static_cast<std::size_t>(kXYSize));
-  out_ = content_.data() + kChainHead;
-  box_ = {};
   z_.clear();
+  return {content_.data() + kChainHead, heights_ ? &z_ : nullptr};
 }
 
-void ShapeFiles::EndChain(std::int64_t sizeLimit) {
-  content_.resize(static_cast<std::size_t>(out_ - content_.data()));
+void ShapeFiles::EndChain(const Chain& chain, std::int64_t sizeLimit) {
+  content_.resize(static_cast<std::size_t>(chain.out_ - content_.data()));
+  box_ = chain.box_;
   const auto size = static_cast<std::int64_t>(content_.size());
   const std::int64_t vertices = (size - kChainHead) / kXYSize;
   MakeRoom(size, sizeLimit);

@@ -29,16 +29,27 @@ class ShapeFiles {
   void Create(const std::string& shpPath, const std::string& shxPath, std::vector<std::string>& created);
   /// A shape is refused with FileFull where the file would grow beyond the limit.
   void AddPoint(double x, double y, double z, std::int64_t sizeLimit);
-  /// A chain: room for as many vertices as it may have, its vertices, its end.
-  void BeginChain(std::size_t most);
-  void AddVertex(double x, double y, double z) {
-    PutLittleEndian(out_, x);
-    PutLittleEndian(out_ + 8, y);
-    out_ += kXYSize;
-    box_.Add(x, y, z);
-    if (heights_) z_.push_back(z);
-  }
-  void EndChain(std::int64_t sizeLimit);
+  /// A chain that is being written, to be kept in a local variable until EndChain.
+  class Chain {
+   public:
+    void Add(double x, double y, double z) {
+      PutLittleEndian(out_, x);
+      PutLittleEndian(out_ + 8, y);
+      out_ += kXYSize;
+      box_.Add(x, y, z);
+      if (z_ != nullptr) z_->push_back(z);
+    }
+
+   private:
+    friend class ShapeFiles;
+    Chain(char* out, std::vector<double>* z) : out_(out), z_(z) {}
+    char* out_;
+    std::vector<double>* z_;
+    Extents box_;
+  };
+  /// Begins a chain of so many vertices at most.
+  Chain BeginChain(std::size_t most);
+  void EndChain(const Chain& chain, std::int64_t sizeLimit);
   /// Completes the headers by what was written.
   void WriteHeaders();
   void Close();
@@ -59,7 +70,6 @@ class ShapeFiles {
   std::int32_t shapes_ = 0;
   std::int64_t vertices_ = 0;  // of all shapes
   std::string content_;
-  char* out_ = nullptr;  // the end of what is written of it
   std::vector<double> z_;
 };
 

@@ -103,6 +103,9 @@ TEST_F(StandardTableTest, TheHeaderAndTheTerminatorCount) {
   bytes[10] = 1;
   Open(bytes);
   EXPECT_EQ(standard.NumFields(), 0) << "the second field lies behind the record";
+  bytes[10] = 3;
+  Open(bytes);
+  EXPECT_EQ(standard.GetFieldData(0, 0), " a") << "the rest belongs to the next row";
 }
 
 TEST_F(StandardTableTest, TextsBecomeUtf8) {

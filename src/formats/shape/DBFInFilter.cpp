@@ -74,7 +74,7 @@ void DBFInFilter::ReadFields() {
   for (int i = 0; i <= last; ++i) {
     const auto bytes = window_.At(
         static_cast<std::int64_t>(kHeaderSize + static_cast<std::size_t>(i) * kDescriptorSize), kDescriptorSize);
-    // A field behind the record's end would be read out of other rows.
+    // What lies behind the record's end would be read out of other rows.
     if (reading_.byHeader && ((!bytes.empty() && bytes[0] == kTerminator) || offset > recordLength_)) return;
     if (bytes.size() < kDescriptorSize) {
       throw Error(filename_ + ": ends within its field descriptors; the header announces " + std::to_string(last + 1));
@@ -85,6 +85,8 @@ void DBFInFilter::ReadFields() {
     field.length = static_cast<int>(bytes[16]);
     field.decimals = static_cast<int>(bytes[17]);
     field.offset = offset;
+    field.stored = reading_.byHeader ? static_cast<int>(std::min<std::int64_t>(field.length, recordLength_ - offset))
+                                     : field.length;
     offset += field.length;
     fields_.push_back(std::move(field));
   }
@@ -174,7 +176,7 @@ std::string_view DBFInFilter::GetFieldData(int field, std::int64_t record) {
   const Field& descriptor = Descriptor(field);
   if (reading_.byHeader && (record < 0 || record >= NumRecs())) return {};
   const std::int64_t offset = headerLength_ + recordLength_ * record + descriptor.offset;
-  const auto bytes = window_.At(offset, static_cast<std::size_t>(descriptor.length));
+  const auto bytes = window_.At(offset, static_cast<std::size_t>(descriptor.stored));
   position_ = offset + descriptor.length;
   const std::string_view value = CutAtNul(AsText(bytes));
   const bool keepsIndent = reading_.keepsIndent && descriptor.type == 'C';

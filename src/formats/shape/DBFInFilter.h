@@ -58,6 +58,7 @@ class DBFInFilter final : public AttributeTable {
     char type = ' ';
     int length = 0;
     int decimals = 0;
+    int stored = 0;           // of its bytes, those that lie in the record
     std::int64_t offset = 0;  // from the record's first byte, the deletion flag
   };
   void ReadFields();

@@ -40,6 +40,11 @@ class Answers {
     expected_.push_back({says, std::move(action)});
   }
 
+  /// Does something with every modal window that says this, however many come, at any time.
+  void Whenever(const QString& says, std::function<void(QWidget& window)> action) {
+    always_.push_back({says, std::move(action)});
+  }
+
   /// What was asked and not announced, or announced and not asked; empty when all went as announced.
   QString Complaint() const {
     return expected_.empty() ? complaints_ : complaints_ + "nobody asked \"" + expected_.front().says + "\"\n";
@@ -63,17 +68,24 @@ class Answers {
     if (window == nullptr || Answered(window)) return CloseWhatStays(window);
     answered_.emplace_back(window);
     answeredAt_.start();
-    std::function<void(QWidget&)> action = &Close;
-    if (expected_.empty() || !Words(*window).contains(expected_.front().says)) {
-      Complain("unexpected: " + Words(*window));
-    } else {
-      action = expected_.front().action;
-      expected_.pop_front();
-    }
+    const auto action = ActionFor(*window);
     // Not from within the timer, which would rest while the action opens a further window.
     QTimer::singleShot(0, window, [window, action] { action(*window); });
   }
 
+  std::function<void(QWidget&)> ActionFor(const QWidget& window) {
+    const QString words = Words(window);
+    for (const Expected& standing : always_) {
+      if (words.contains(standing.says)) return standing.action;
+    }
+    if (expected_.empty() || !words.contains(expected_.front().says)) {
+      Complain("unexpected: " + words);
+      return &Close;
+    }
+    const auto action = std::move(expected_.front().action);
+    expected_.pop_front();
+    return action;
+  }
   // An answer that did not end its window would leave the test waiting.
   void CloseWhatStays(QWidget* window) {
     constexpr int kPatience = 5000;
@@ -91,6 +103,7 @@ class Answers {
 
   QTimer timer_;
   std::deque<Expected> expected_;
+  std::vector<Expected> always_;
   std::vector<QPointer<QWidget>> answered_;
   QElapsedTimer answeredAt_;
   QString complaints_;

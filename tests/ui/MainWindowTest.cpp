@@ -42,7 +42,8 @@ QString Example(const QString& name) { return QStringLiteral(TESSELINK_EXAMPLES 
 struct Desk {
   Desk() {
     window.show();
-    options.programFolder = TESSELINK_DATA_FOLDER;
+    // Which entity types layers become is no matter here.
+    person.Whenever("Layer Name Matching", [](QWidget& dialog) { dialog.close(); });
   }
   QString Path(const QString& name) const { return folder.path() + '/' + name; }
   QString Put(const QString& name, const std::string& bytes = {}) const {
@@ -83,7 +84,7 @@ struct Desk {
 
   QTemporaryDir folder;
   MemorySettings settings;
-  FilterOptions options;
+  FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER};
   MainWindow window{AllFormats(), settings, options};
   Answers person;
 };

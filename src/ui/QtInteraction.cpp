@@ -201,6 +201,7 @@ void QtInteraction::ShowSummary(const RunSummary& summary, const std::string& ou
     return CloseProgress();
   QStringList lines;
   for (const std::string& line : SummaryLines(summary, output)) lines.append(Shown(line));
+  if (summary.outcome == RunOutcome::Done) percent_ = 100;  // a reader may not count what lies behind its last element
   Refresh();
   progress_->ShowSummary(lines.join('\n'),
                          summary.outputs.empty() ? QString() : QFileInfo(Shown(summary.outputs[0])).absolutePath());

@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -110,6 +111,7 @@ class MainWindowTest : public QObject {
   void ConvertsAsTheCommandLineDoes();
   void RefusesWhatCannotBeConverted_data();
   void RefusesWhatCannotBeConverted();
+  void TellsWhatCannotBeWritten();
   void SwitchesToSeveralFilesAndBack();
   void TellsTheFieldsOfSeveralFiles();
   void TakesOneOrSeveralChosenShapefiles();
@@ -161,6 +163,7 @@ void MainWindowTest::ConvertsAsTheCommandLineDoes() {
   desk.Click("cmdApply");
   QCOMPARE(desk.person.Complaint(), QString());
   QCOMPARE(Bytes(desk.Path("plat.dxf")), Bytes(Example("../tests/cli/golden/quarter-section-asc.dxf")));
+  QCOMPARE(desk.Get<QProgressBar>("Gauge").value(), 100);
 }
 
 void MainWindowTest::RefusesWhatCannotBeConverted_data() {
@@ -200,6 +203,19 @@ void MainWindowTest::RefusesWhatCannotBeConverted() {
   QCOMPARE(QDir(desk.folder.path()).entryList(QDir::Files), QStringList{"in.asc"});
   QCOMPARE(Bytes(desk.Path("in.asc")), QByteArray("anything"));
   QVERIFY(desk.Get<QPushButton>("cmdApply").isEnabled());
+}
+
+void MainWindowTest::TellsWhatCannotBeWritten() {
+  Desk desk;
+  desk.Type("Infile", desk.Copy("quarter-section.asc"));
+  desk.Get<QComboBox>("OutFormat").setCurrentText(kDrawing);
+  for (const QString& output : {QString("/dev/full"), desk.Path("absent/plat.dxf")}) {
+    desk.Get<QLineEdit>("OutFile").setText(output);
+    desk.person.Press(output, "OK");
+    desk.Click("cmdApply");
+    QCOMPARE(desk.person.Complaint(), QString());
+    QVERIFY(desk.Get<QPushButton>("cmdApply").isEnabled());
+  }
 }
 
 void MainWindowTest::SwitchesToSeveralFilesAndBack() {

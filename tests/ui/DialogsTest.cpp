@@ -76,6 +76,9 @@ class MadeUpTable final : public AttributeTable {
     return records_;
   }
   std::string GetFieldName(int field) const override { return names_[static_cast<std::size_t>(field)]; }
+  char FieldType(int) const override { return 'C'; }
+  int FieldLength(int) const override { return 10; }
+  int FieldDecimals(int) const override { return 0; }
   int GetFieldNum(std::string_view name) const override {
     for (int i = 0; i <= NumFields(); ++i) {
       if (names_[static_cast<std::size_t>(i)] == name) return i;

@@ -39,5 +39,7 @@ inline constexpr std::array<NamedColour, 18> kColourNames{{
 std::int32_t ColourDistance(std::int32_t a, std::int32_t b);
 /// The name of the nearest named colour; of equally near ones the first.
 std::string_view ColourName(std::int32_t colour);
+/// The colour of a name, letter case ignored; black, which is 0, for a text that is no name.
+std::int32_t ColourOfName(std::string_view name);
 
 }  // namespace tesselink

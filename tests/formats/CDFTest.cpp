@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/Text.h"
 #include "formats/cdf/CDFInFilter.h"
 #include "formats/cdf/CDFOutFilter.h"
 #include "support/Lookups.h"
@@ -161,13 +162,13 @@ TEST_F(CDFInFilterTest, WhatIsOddIsToldWithFileAndLine) {
 class CDFOutFilterTest : public testing::Test {
  protected:
   Rig rig;
-  CDFOutFilter writer{rig.context};
+  std::unique_ptr<CDFOutFilter> writer = std::make_unique<CDFOutFilter>(rig.context);
 
   // The file's lines, joined with "|"; blanks at their ends show.
   std::string Written(std::vector<tEntity> elements, const std::string& name = "out.cdf") {
-    writer.filename(rig.folder.Path(name));
-    for (tEntity& element : elements) results.push_back(writer.WriteEntity(element));
-    writer.Release();
+    writer->filename(rig.folder.Path(name));
+    for (tEntity& element : elements) results.push_back(writer->WriteEntity(element));
+    writer->Release();
     return Lines(name);
   }
   std::string Lines(const std::string& name) {
@@ -251,6 +252,35 @@ TEST_F(CDFOutFilterTest, WhatTheColumnsCutIsCounted) {
             std::string::npos);
 }
 
+TEST_F(CDFOutFilterTest, TheStandardDialectShortensNumbersInsteadOfCuttingThem) {
+  rig.context.options.dialect = Dialect::Standard;
+  writer = std::make_unique<CDFOutFilter>(rig.context);
+  const std::pair<double, std::string> cases[] = {
+      {1846215.12345678, "1846215.1234568"},     {-1846215.12345678, "-1846215.123457"},
+      {123456789012345, "123456789012345"},      {-123456789012345.0, "-1.23456789E+14"},
+      {6.12323399573677e-16, "0.0000000000000"}, {1e300, "1E+300"},
+  };
+  for (const auto& [value, columns] : cases) {
+    const std::string line = Written({Element(kLine, {{1, value}})}).substr(12, 15);
+    EXPECT_EQ(std::string(Trimmed(line)), columns);
+    EXPECT_NEAR(LenientNumber(line), value, std::abs(value) * 1e-8 + 1e-12);
+  }
+  const std::string line = Written({Text("A", 123456, -135), Text("B", 3, -0.62), Text("C", 3, 12.5)});
+  EXPECT_NE(line.find("M1E+05225H"), std::string::npos) << line;
+  EXPECT_NE(line.find("M3    359H"), std::string::npos) << line;
+  EXPECT_NE(line.find("M3    12 H"), std::string::npos) << line;
+
+  tEntity ring = Element(kPolyline, {{0, 5}, {7, 0}, {7, 7}}, "");
+  ring.Closed = true;
+  EXPECT_EQ(Written({ring}).substr(0, 10), "B09000001|");
+  CDFInFilter reader(rig.context);
+  reader.filename(rig.folder.Path("out.cdf"));
+  const auto elements = rig.ReadAll(reader);
+  ASSERT_EQ(elements.size(), 1U);
+  EXPECT_TRUE(elements[0].Closed);
+  EXPECT_EQ(XY(elements[0]), "0,5 7,0 7,7") << "a first coordinate of 0 keeps its place";
+}
+
 TEST_F(CDFOutFilterTest, CirclesAndArcsBecomeChains) {
   tEntity circle = Element(kCircle, {{100, 200}}), arc = Element(kArc, {{0, 0}});
   circle.Rad = arc.Rad = 10;
@@ -279,7 +309,7 @@ TEST_F(CDFOutFilterTest, PointsGoToASecondFile) {
             "DXF Point (WELL) 2                      7            8|"
             "DXF Point (" +
                 std::string(29, 'p') + "1            2|");
-  EXPECT_EQ(writer.Outputs(), (std::vector{rig.folder.Path("v1.0"), rig.folder.Path("v1.pts")}));
+  EXPECT_EQ(writer->Outputs(), (std::vector{rig.folder.Path("v1.0"), rig.folder.Path("v1.pts")}));
   EXPECT_NE(Warned("cut digits of points").find("v1.pts: "), std::string::npos);
   EXPECT_NE(Warned("cut texts of points").find("in element 3 (point)"), std::string::npos);
   Written({post}, "plat");
@@ -297,27 +327,27 @@ TEST_F(CDFOutFilterTest, IgnoredPointsWriteNothingAndAnOlderFileStays) {
   EXPECT_EQ(rig.person.pointQuestions, 1);
   EXPECT_EQ(Lines("out.PTS"), "older");
   EXPECT_NE(Warned("older points").find("out.PTS: is older than this conversion"), std::string::npos);
-  EXPECT_EQ(writer.Outputs().size(), 1U);
+  EXPECT_EQ(writer->Outputs().size(), 1U);
 }
 
 TEST_F(CDFOutFilterTest, ErrorsAndWhatTheyLeaveBehind) {
   tEntity line = Element(kLine, {{1, 2}}), point = Element(kPoint, {{1, 2}}), odd = Element(5, {{1, 2}});
   try {
-    writer.WriteEntity(line);
+    writer->WriteEntity(line);
     FAIL() << "no file is open";
   } catch (const Error& error) {
     EXPECT_EQ(std::string(error.what()) + ", " + error.Source(), "File Name not yet entered, GetNextEntity");
   }
-  writer.filename(rig.folder.Path("out.cdf"));
-  writer.WriteEntity(point);
+  writer->filename(rig.folder.Path("out.cdf"));
+  writer->WriteEntity(point);
   try {
-    writer.WriteEntity(odd);
+    writer->WriteEntity(odd);
     FAIL() << "a kind that no reader delivers";
   } catch (const Error& error) {
     EXPECT_EQ(std::string(error.what()) + ", " + error.Source(),
               "Unsuported bType value, please contact https://github.com/tesselink/tesselink/issues, WriteEntity");
   }
-  writer.Abandon();
+  writer->Abandon();
   for (const char* name : {"out.cdf", "out.pts"}) EXPECT_FALSE(std::filesystem::exists(rig.folder.Path(name))) << name;
 }
 

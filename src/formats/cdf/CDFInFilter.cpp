@@ -35,12 +35,20 @@ std::int16_t JustificationOf(std::string_view letters) {
 
 }  // namespace
 
+constexpr CDFInFilter::Conventions CDFInFilter::kClassic{.lineEndWithin = 20, .zeroGivesWay = true};
+constexpr CDFInFilter::Conventions CDFInFilter::kStandard{.lineEndWithin = std::size_t{1} << 16, .zeroGivesWay = false};
+
+CDFInFilter::CDFInFilter(const FilterContext& context)
+    : InputFilter(context),
+      conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
+      tables_(context) {}
+
 void CDFInFilter::Open(const std::string& path) {
   filename_ = path;
   pending_ = anyLine_ = closed_ = false;
   code_.clear();
   loneHeader_ = began_ = 0;
-  const std::string readable = CheckLineEnds(path, interaction());
+  const std::string readable = CheckLineEnds(path, interaction(), conventions_.lineEndWithin);
   if (readable == kOperationCanceled) throw OperationCanceled();
   filename_ = readable;
   reader_ = LineReader(readable);
@@ -158,7 +166,8 @@ bool CDFInFilter::ReadGroups(tEntity& entity) {
 // Behind the last coordinate of each array. Where the first one is exactly 0 its array counts as empty, and what comes
 // next takes its place: vertices are lost, or x and y no longer belong together.
 void CDFInFilter::AddVertex(tEntity& entity, double x, double y) {
-  const tEntity::Index atX = entity.XCount() + 1, atY = entity.YCount() + 1;
+  const tEntity::Index atX = conventions_.zeroGivesWay ? entity.XCount() + 1 : vertices_;
+  const tEntity::Index atY = conventions_.zeroGivesWay ? entity.YCount() + 1 : vertices_;
   entity.Y(atY, y);
   entity.x(atX, x);
   if (atX != vertices_ || atY != vertices_) {

@@ -16,7 +16,7 @@ namespace tesselink {
 /// skipped. Layers and colours are those of the entity code, so there are no layers to match.
 class CDFInFilter final : public InputFilter {
  public:
-  explicit CDFInFilter(const FilterContext& context) : InputFilter(context), tables_(context) {}
+  explicit CDFInFilter(const FilterContext& context);
 
   int FileNumber() const override { return reader_.Number(); }
   /// The position in bytes.
@@ -31,6 +31,13 @@ class CDFInFilter final : public InputFilter {
   std::vector<std::string> GetLayerCodes() const;
 
  private:
+  // All that the dialects decide differently.
+  struct Conventions {
+    std::size_t lineEndWithin;  // bytes that are searched for a paired line end before the person is asked
+    bool zeroGivesWay;          // a first coordinate of 0 is overwritten; else vertices are stored by index
+  };
+  static const Conventions kClassic, kStandard;
+
   void Open(const std::string& path) override;
   bool Next(tEntity& entity) override;
 
@@ -45,6 +52,7 @@ class CDFInFilter final : public InputFilter {
   std::string PlaceOf(std::int64_t line) const { return filename_ + ", line " + std::to_string(line); }
   void WarnAtLine(std::string_view kind, std::string_view what);
 
+  const Conventions& conventions_;
   LineReader reader_;
   CodeTables tables_;
   std::string_view line_;    // the line last read

@@ -1,6 +1,7 @@
 #include "formats/cdf/CDFOutFilter.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 
@@ -17,7 +18,7 @@ namespace {
 constexpr std::size_t kCoordinate = 15;  // columns
 constexpr std::size_t kPointCoordinate = 10;
 constexpr std::size_t kCode = 7;
-constexpr const char* kUnassociated = "09000000";
+constexpr std::string_view kUnassociated = "09000000";  // marked as open
 constexpr const char* kSupport = "https://github.com/tesselink/tesselink/issues";
 
 // The point file beside an output: the one that is there, in whatever letter case, else a new one.
@@ -35,7 +36,21 @@ double RoundedToColumns(double value) {
   return std::round(value * scale) / scale;
 }
 
+// An angle within 0 to 360, so that a whole one has three digits.
+double WholeTurn(double degrees) {
+  const double turned = std::fmod(degrees, 360);
+  return turned < 0 ? turned + 360 : turned;
+}
+
 }  // namespace
+
+constexpr CDFOutFilter::Conventions CDFOutFilter::kClassic{
+    .numbersCut = true, .defaultOpen = true, .anglesAsTheyAre = true};
+constexpr CDFOutFilter::Conventions CDFOutFilter::kStandard{
+    .numbersCut = false, .defaultOpen = false, .anglesAsTheyAre = false};
+
+CDFOutFilter::CDFOutFilter(const FilterContext& context)
+    : OutputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
 
 std::vector<std::string> CDFOutFilter::Outputs() const {
   std::vector<std::string> outputs{filename()};
@@ -77,7 +92,7 @@ WriteResult CDFOutFilter::Write(tEntity& entity) {
 
 void CDFOutFilter::SetDefaults(tEntity& entity) {
   if (entity.TextUnits.empty()) entity.TextUnits = "M";
-  if (entity.CDFCode.empty()) entity.CDFCode = kUnassociated;
+  if (entity.CDFCode.empty()) entity.CDFCode = conventions_.defaultOpen ? kUnassociated : kUnassociatedCode;
   if (entity.CDFCode.size() == kCode) entity.CDFCode += entity.Closed ? '1' : '0';
 }
 
@@ -116,9 +131,11 @@ void CDFOutFilter::PutRightAligned(char* columns, double value) {
   char text[kCoordinate + kNumberTextSize];
   std::memset(text, ' ', kCoordinate);
   char* const number = text + kCoordinate;
-  const auto length = static_cast<std::size_t>(FormatNumber(number, value) - number);
-  std::memcpy(columns, text + std::min(length, kCoordinate), kCoordinate);
-  if (length > kCoordinate || !std::isfinite(value)) NoteNumber(drawing_, {number, length}, kCoordinate);
+  auto length = static_cast<std::size_t>(FormatNumber(number, value) - number);
+  const bool whole = length <= kCoordinate && std::isfinite(value);
+  if (!whole) length = Fit(number, length, value, kCoordinate);
+  std::memcpy(columns, text + length, kCoordinate);
+  if (!whole) NoteNumber(drawing_, value, {number, length});
 }
 
 void CDFOutFilter::WriteText(const tEntity& entity) {
@@ -137,7 +154,7 @@ void CDFOutFilter::WriteText(const tEntity& entity) {
   PutNumber(drawing_, 17, 31, entity.x(0));
   line_[31] = unit;
   PutNumber(drawing_, 33, 37, size);
-  PutNumber(drawing_, 38, 40, entity.TextAng);
+  PutNumber(drawing_, 38, 40, conventions_.anglesAsTheyAre ? entity.TextAng : WholeTurn(entity.TextAng));
   line_[40] = 'H';
   PutText(drawing_, 42, 43, JustificationLetters(entity.TextJust));
   PutNumber(drawing_, 44, 46, static_cast<double>(text.size()));
@@ -181,20 +198,47 @@ void CDFOutFilter::PutText(Target& target, std::size_t first, std::size_t last, 
 
 void CDFOutFilter::PutNumber(Target& target, std::size_t first, std::size_t last, double value) {
   char text[kNumberTextSize];
-  const std::string_view number(text, static_cast<std::size_t>(FormatNumber(text, value) - text));
+  auto length = static_cast<std::size_t>(FormatNumber(text, value) - text);
   const std::size_t width = last - first + 1;
-  std::copy_n(text, std::min(width, number.size()), line_.begin() + static_cast<std::ptrdiff_t>(first - 1));
-  if (number.size() > width || !std::isfinite(value)) NoteNumber(target, number, width);
+  const bool whole = length <= width && std::isfinite(value);
+  if (!whole) length = Fit(text, length, value, width);
+  std::copy_n(text, length, line_.begin() + static_cast<std::ptrdiff_t>(first - 1));
+  if (!whole) NoteNumber(target, value, {text, length});
 }
 
-// A number that its columns cut: behind the point of a coordinate, or so that it reads as another one.
-void CDFOutFilter::NoteNumber(Target& target, std::string_view number, std::size_t width) {
-  const std::string_view kept = number.substr(0, width);
-  const bool onlyDigits = number.find_first_not_of("-.0123456789") == std::string_view::npos;
-  const bool whole = onlyDigits && width >= kPointCoordinate && number.find('.') <= width;
+// Makes the text of a number at most as long as its columns and returns its length.
+std::size_t CDFOutFilter::Fit(char* text, std::size_t length, double value, std::size_t width) const {
+  if (conventions_.numbersCut || !std::isfinite(value)) return std::min(length, width);
+  char shorter[kNumberTextSize];
+  const auto fits = [&](const std::to_chars_result& made) {
+    return made.ec == std::errc() && static_cast<std::size_t>(made.ptr - shorter) <= width;
+  };
+  const auto take = [&](const char* end) {
+    std::transform(static_cast<const char*>(shorter), end, text, [](char c) { return c == 'e' ? 'E' : c; });
+    return static_cast<std::size_t>(end - shorter);
+  };
+  for (int decimals = static_cast<int>(width); decimals >= 0; --decimals) {
+    const auto made = std::to_chars(shorter, shorter + sizeof shorter, value, std::chars_format::fixed, decimals);
+    if (fits(made)) return take(made.ptr);
+  }
+  for (int digits = static_cast<int>(width); digits > 0; --digits) {
+    const auto made = std::to_chars(shorter, shorter + sizeof shorter, value, std::chars_format::general, digits);
+    if (fits(made)) return take(made.ptr);
+  }
+  return std::min(length, width);
+}
+
+// A number that its columns shortened: in the last digits of a coordinate, or so that it reads as another one.
+void CDFOutFilter::NoteNumber(Target& target, double value, std::string_view kept) {
+  const std::string number = NumberText(value);
+  const std::size_t width = kept.size();
+  const bool onlyDigits = number.find_first_not_of("-.0123456789") == std::string::npos;
+  const bool near = std::fabs(LenientNumber(kept) - value) <= 0.5;
+  const bool whole =
+      conventions_.numbersCut ? onlyDigits && width >= kPointCoordinate && number.find('.') <= width : near;
   Loss& loss = whole ? target.digits : target.numbers;
   if (loss.count++ > 0) return;
-  loss.first = Element() + ": " + std::string(number) + " was written as \"" + std::string(kept) + "\"";
+  loss.first = Element() + ": " + number + " was written as \"" + std::string(kept) + "\"";
   if (!whole) loss.first += ", which reads as " + NumberText(LenientNumber(kept));
 }
 

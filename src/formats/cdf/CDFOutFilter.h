@@ -18,15 +18,23 @@ namespace tesselink {
 
 /// Chains become a header "B" and a line "C" for each vertex, y before x; texts a header and a line "D". Circles and
 /// arcs become chains. The first point asks once whether points go to the second file or are left out. What does not
-/// fit its columns is cut at the right, and counted.
+/// fit its columns is cut at the right, and counted; the standard dialect writes numbers with fewer digits instead.
 class CDFOutFilter final : public OutputFilter {
  public:
-  explicit CDFOutFilter(const FilterContext& context) : OutputFilter(context) {}
+  explicit CDFOutFilter(const FilterContext& context);
   ~CDFOutFilter() override { ReleaseQuietly(); }
 
   std::vector<std::string> Outputs() const override;
 
  private:
+  // All that the dialects decide differently.
+  struct Conventions {
+    bool numbersCut;       // at the right where columns are short; else they get fewer digits, as far as that helps
+    bool defaultOpen;      // an element without a code is not marked as closed
+    bool anglesAsTheyAre;  // else within 0 to 360, since a sign takes a column of three
+  };
+  static const Conventions kClassic, kStandard;
+
   // What was lost of one kind: how often, and the first time in words.
   struct Loss {
     std::int64_t count = 0;
@@ -58,11 +66,13 @@ class CDFOutFilter final : public OutputFilter {
   void PutRightAligned(char* columns, double value);
   void PutText(Target& target, std::size_t first, std::size_t last, std::string_view text);
   void PutNumber(Target& target, std::size_t first, std::size_t last, double value);
-  void NoteNumber(Target& target, std::string_view number, std::size_t width);
+  std::size_t Fit(char* text, std::size_t length, double value, std::size_t width) const;
+  void NoteNumber(Target& target, double value, std::string_view kept);
   std::string Element() const;
   std::string_view Printable(const std::string& value);
   void WarnOfLosses(const Target& target, const std::string& suffix);
 
+  const Conventions& conventions_;
   Target drawing_, points_;
   std::array<char, 80> line_{};
   std::optional<PointChoice> pointChoice_;

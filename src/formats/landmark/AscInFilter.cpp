@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/ColourNames.h"
 #include "core/Errors.h"
 #include "core/Interaction.h"
 #include "core/LineEnds.h"
@@ -72,6 +73,7 @@ constexpr AscInFilter::Conventions AscInFilter::kClassic{
     .vectorsOverwrite = true,
     .vectorLayerAsIs = true,
     .quotesHoldCommas = false,
+    .layerColours = false,
 };
 constexpr AscInFilter::Conventions AscInFilter::kStandard{
     .lineEndWithin = std::size_t{1} << 16,
@@ -82,6 +84,7 @@ constexpr AscInFilter::Conventions AscInFilter::kStandard{
     .vectorsOverwrite = false,
     .vectorLayerAsIs = false,
     .quotesHoldCommas = true,
+    .layerColours = true,
 };
 
 AscInFilter::AscInFilter(const FilterContext& context)
@@ -379,6 +382,7 @@ void AscInFilter::EndRecord(tEntity& entity, std::string_view line, bool unread)
     hasPending_ = true;
   }
   entity.CDFCode = codes_.CodeOf(entity.Layer);
+  if (conventions_.layerColours) entity.RGB = ColourOfName(Trimmed(entity.Layer));
 }
 
 }  // namespace tesselink

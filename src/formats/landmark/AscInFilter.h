@@ -38,6 +38,7 @@ class AscInFilter final : public InputFilter {
     bool vectorsOverwrite;  // within a record; else they continue the chain
     bool vectorLayerAsIs;   // blanks around it included
     bool quotesHoldCommas;  // a comma in a text that stands in quotes is part of it
+    bool layerColours;      // the colour that a layer is named for is that of its elements
   };
   static const Conventions kClassic, kStandard;
 

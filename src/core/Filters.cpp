@@ -1,6 +1,9 @@
 #include "core/Filters.h"
 
+#include <algorithm>
+
 #include "core/Errors.h"
+#include "core/Report.h"
 
 namespace tesselink {
 
@@ -14,6 +17,11 @@ void OutputFilter::filename(const std::string& path) {
   Create(path);
   filename_ = path;
   open_ = true;
+  missed_.clear();
+}
+
+void OutputFilter::NoteMissed(std::string_view what) {
+  if (std::find(missed_.begin(), missed_.end(), what) == missed_.end()) missed_.push_back(what);
 }
 
 WriteResult OutputFilter::WriteEntity(tEntity& entity) {
@@ -30,6 +38,10 @@ void OutputFilter::Release() {
     Drop();
     throw;
   }
+  if (missed_.empty()) return;
+  std::string list;
+  for (const std::string_view what : missed_) list.append(list.empty() ? "" : ", ").append(what);
+  report().Warn("classic dialect", filename_ + ": other programs miss " + list + "; --dialect standard keeps that");
 }
 
 void OutputFilter::Abandon() noexcept {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Dialect.h"
@@ -142,6 +143,9 @@ class OutputFilter {
   virtual WriteResult Write(tEntity& entity) = 0;
   virtual void Complete() = 0;
   virtual void Drop() noexcept = 0;
+  /// Notes what other programs miss in the file by the classic conventions; told in one line when the file is complete.
+  /// The words must outlive the writer.
+  void NoteMissed(std::string_view what);
   /// The source of the error that is raised when no file is open.
   virtual const char* NoFileSource() const { return "WriteEntity"; }
   /// What every writer's destructor does: release, and ignore what goes wrong.
@@ -155,6 +159,7 @@ class OutputFilter {
   std::string filename_;
   FilterContext context_;
   bool open_ = false;
+  std::vector<std::string_view> missed_;
 };
 
 }  // namespace tesselink

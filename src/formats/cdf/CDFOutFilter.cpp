@@ -237,6 +237,7 @@ void CDFOutFilter::NoteNumber(Target& target, double value, std::string_view kep
   const bool whole =
       conventions_.numbersCut ? onlyDigits && width >= kPointCoordinate && number.find('.') <= width : near;
   Loss& loss = whole ? target.digits : target.numbers;
+  if (conventions_.numbersCut && !whole) NoteMissed("numbers that their columns cut");
   if (loss.count++ > 0) return;
   loss.first = Element() + ": " + number + " was written as \"" + std::string(kept) + "\"";
   if (!whole) loss.first += ", which reads as " + NumberText(LenientNumber(kept));

@@ -112,7 +112,10 @@ WriteResult DXFOutFilter::Write(tEntity& entity) {
       WriteCircle(entity);
       break;
     case kArc:
-      if (conventions_.arcsSkipped) return WriteResult::Skipped;
+      if (conventions_.arcsSkipped) {
+        NoteMissed("arcs");
+        return WriteResult::Skipped;
+      }
       WriteArc(entity);
       break;
     default:
@@ -157,6 +160,7 @@ void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) {
       ++missingVertices_;
+      NoteMissed("vertices at the origin");
     } else {
       extents_.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
     }
@@ -224,6 +228,7 @@ void DXFOutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
 
 void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
   Open("POLYLINE", entity);
+  if (conventions_.chainsAsStored && entity.Closed) NoteMissed("that chains are closed");
   const bool inSpace = !conventions_.chainsAsStored && !IsFlat(entity, last);
   if (!conventions_.chainsAsStored) {
     WritePolylineForm(entity, inSpace);
@@ -249,6 +254,7 @@ void DXFOutFilter::WritePolylineForm(const tEntity& entity, bool inSpace) {
 
 void DXFOutFilter::WriteText(const tEntity& entity) {
   int across = entity.TextJust & 15, up = entity.TextJust & 240;
+  if (conventions_.placementAsByte && up > 0) NoteMissed("the vertical placement of texts");
   if (!conventions_.placementAsByte) {
     across = across > 2 ? 0 : across;
     up = up > 48 ? 0 : up / 16;

@@ -75,6 +75,7 @@ void AscOutFilter::WriteHeader() {
 }
 
 void AscOutFilter::WriteLine(const tEntity& entity) {
+  if (conventions_.separator != ",") NoteMissed("the vertices behind \"XY, \"");
   const bool polygon = entity.Closed && !conventions_.closedAsLine;
   file_.Write(polygon ? "POLYGON" : "LINE").Write(", , , , ,").Line(ColourName(entity.RGB));
   const tEntity::Index last = conventions_.endsByFirstZero ? entity.XCount() : entity.PointCount();

@@ -122,6 +122,7 @@ WriteResult ESRIOutFilt::Write(tEntity& entity) {
       entity.bType == kLine || entity.bType == kPolyline || entity.bType == kCircle || entity.bType == kArc;
   if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !isChain) return WriteResult::Skipped;
   if (!writing_.heights && entity.HasHeight()) ++heights_;
+  if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
 }
 

@@ -185,6 +185,12 @@ QGroupBox* MainWindow::BuildOutputFrame() {
   grid->addWidget(LabelFor(outFile_, "lblOutFile", "O&utput File"), 1, 0);
   grid->addWidget(outFile_, 1, 1);
   grid->addWidget(browseOut_, 1, 2);
+  dialect_ = FormatBox("cboDialect", "Dialect");
+  dialect_->addItems({"Classic", "Standard"});
+  dialect_->setToolTip(
+      "Classic: the conventions that existing files rest on.\nStandard: files as other programs read and write them.");
+  grid->addWidget(LabelFor(dialect_, "lblDialect", "&Dialect:"), 2, 0);
+  grid->addWidget(dialect_, 2, 1, 1, 2);
   Align(*grid);
   return frame;
 }
@@ -355,6 +361,7 @@ ConversionRequest MainWindow::Request() const {
   request.OutFormat = outFormat_->currentText().toStdString();
   if (SeveralFiles()) request.chosenFiles = chosenFiles_;
   request.options = options_;
+  request.options.dialect = dialect_->currentIndex() == 0 ? Dialect::Classic : Dialect::Standard;
   return request;
 }
 
@@ -422,11 +429,13 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::KeepLook() {
   settings_.Set(kApplication, kSection, "Geometry", saveGeometry().toBase64().toStdString());
   settings_.Set(kApplication, kSection, "Splitter", splitter_->saveState().toBase64().toStdString());
+  settings_.Set(kApplication, kSection, "Dialect", dialect_->currentText().toStdString());
 }
 
 void MainWindow::RestoreLook() {
   restoreGeometry(
       QByteArray::fromBase64(QByteArray::fromStdString(settings_.Get(kApplication, kSection, "Geometry", ""))));
+  dialect_->setCurrentText(Shown(settings_.Get(kApplication, kSection, "Dialect", "Classic")));
 }
 
 }  // namespace tesselink

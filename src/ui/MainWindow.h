@@ -83,7 +83,7 @@ class MainWindow final : public QWidget {
   CommonDlg* dialog_;
   QSplitter* splitter_;
   QWidget* controls_;
-  QComboBox *inFormat_, *outFormat_;
+  QComboBox *inFormat_, *outFormat_, *dialect_;
   QLineEdit *infile_, *outFile_;
   QPushButton *browseIn_, *forFiles_, *browseOut_, *apply_, *cancel_;
   QLabel *selected_, *fields_;

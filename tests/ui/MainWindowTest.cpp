@@ -122,7 +122,7 @@ class MainWindowTest : public QObject {
   void TakesDroppedFiles_data();
   void TakesDroppedFiles();
   void ReadsAFileWhoseNameIsNotUtf8();
-  void KeepsItsSize();
+  void KeepsItsSizeAndTheDialect();
   void BuildsFilterLists();
   void KeepsTheFolderUntilAnotherExists();
 };
@@ -164,6 +164,12 @@ void MainWindowTest::ConvertsAsTheCommandLineDoes() {
   QCOMPARE(desk.person.Complaint(), QString());
   QCOMPARE(Bytes(desk.Path("plat.dxf")), Bytes(Example("../tests/cli/golden/quarter-section-asc.dxf")));
   QCOMPARE(desk.Get<QProgressBar>("Gauge").value(), 100);
+
+  desk.Get<QComboBox>("cboDialect").setCurrentText("Standard");
+  desk.person.Press("exists already", "Yes");
+  desk.Click("cmdApply");
+  QCOMPARE(desk.person.Complaint(), QString());
+  QVERIFY(Bytes(desk.Path("plat.dxf")).contains(" 66\r\n1\r\n"));  // which classic polylines lack
 }
 
 void MainWindowTest::RefusesWhatCannotBeConverted_data() {
@@ -394,7 +400,7 @@ void MainWindowTest::ReadsAFileWhoseNameIsNotUtf8() {
   QCOMPARE(desk.person.Complaint(), QString());
 }
 
-void MainWindowTest::KeepsItsSize() {
+void MainWindowTest::KeepsItsSizeAndTheDialect() {
   MemorySettings settings;
   QSize size;
   {
@@ -402,11 +408,13 @@ void MainWindowTest::KeepsItsSize() {
     window.show();
     window.resize(window.size() + QSize(60, 40));
     size = window.size();
+    Control<QComboBox>(window, "cboDialect").setCurrentText("Standard");
     window.close();
   }
   MainWindow window(AllFormats(), settings);
   window.show();
   QCOMPARE(window.size(), size);
+  QCOMPARE(Control<QComboBox>(window, "cboDialect").currentText(), QString("Standard"));
 }
 
 void MainWindowTest::BuildsFilterLists() {

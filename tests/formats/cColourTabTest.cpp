@@ -79,5 +79,15 @@ TEST(ColourTableFileTest, HoldsTheColoursOfTheRuleWithRedInTheLowByte) {
   }
 }
 
+TEST(cColourTab, TheNearestNumber) {
+  cColourTab colours(TESSELINK_DATA_FOLDER);
+  EXPECT_EQ(colours.Nearest(0x0000FE), 1);
+  EXPECT_EQ(colours.Nearest(0xFF0000), 5);
+  EXPECT_EQ(colours.Nearest(0xFFFFFF), 7);
+  for (std::int32_t number = 1; number < 256; ++number) {
+    EXPECT_EQ(colours.Colour(colours.Nearest(colours.Colour(number))), colours.Colour(number));
+  }
+}
+
 }  // namespace
 }  // namespace tesselink

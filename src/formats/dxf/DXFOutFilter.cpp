@@ -64,6 +64,7 @@ constexpr DXFOutFilter::Conventions DXFOutFilter::kStandard{
 DXFOutFilter::DXFOutFilter(const FilterContext& context)
     : OutputFilter(context),
       conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
+      colours_(context.options.programFolder),
       layers_(conventions_.layerNames),
       lineTypes_(conventions_.lineTypeNames) {}
 
@@ -88,6 +89,7 @@ void DXFOutFilter::Create(const std::string& path) {
 
 WriteResult DXFOutFilter::Write(tEntity& entity) {
   if (entity.LineStyle.empty()) entity.LineStyle = "CONTINUOUS";
+  NumberColour(entity);
   NoteNames(entity);
   const tEntity::Index last = entity.PointCount();
   NoteExtents(entity, last);
@@ -134,6 +136,16 @@ bool DXFOutFilter::IsDegenerate(const tEntity& entity, tEntity::Index last) cons
   const bool isChain = entity.bType == kLine || entity.bType == kPolyline;
   const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
   return (isChain && last == 0) || (isCurve && !(entity.Rad > 0));
+}
+
+// The number of a colour that the element has, but no number for.
+void DXFOutFilter::NumberColour(tEntity& entity) {
+  if (conventions_.coloursAsGiven || entity.Colour != 0 || entity.RGB == 0) return;
+  try {
+    entity.Colour = colours_.Nearest(entity.RGB);
+  } catch (const Error& error) {
+    report().Warn("colour table", error.what());
+  }
 }
 
 void DXFOutFilter::NoteNames(const tEntity& entity) {

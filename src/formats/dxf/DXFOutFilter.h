@@ -8,6 +8,7 @@
 #include "core/Files.h"
 #include "core/Filters.h"
 #include "formats/dxf/DrawingNames.h"
+#include "formats/dxf/cColourTab.h"
 
 namespace tesselink {
 
@@ -37,8 +38,8 @@ class DXFOutFilter final : public OutputFilter {
     bool degenerateKept;         // a chain of one vertex, a circle without radius; else a POINT
     bool layerColourIsPosition;  // in the table; else the first colour that an element of the layer has
     bool fullTables;             // every line type, layer 0 and a text style; else a single line type and no style
-    bool coloursAsGiven;         // else a number that is no colour is "by layer"
-    bool textsAsGiven;           // byte by byte; else in the code page that the header names
+    bool coloursAsGiven;  // else a number that is no colour is "by layer", and an RGB colour gets the nearest number
+    bool textsAsGiven;    // byte by byte; else in the code page that the header names
     DrawingNames::Rule layerNames, lineTypeNames;
   };
   static const Conventions kClassic, kStandard;
@@ -50,6 +51,7 @@ class DXFOutFilter final : public OutputFilter {
 
   bool IsMissing(const tEntity& entity, tEntity::Index i) const;
   bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
+  void NumberColour(tEntity& entity);
   void NoteNames(const tEntity& entity);
   DrawingNames::Entry& NameIn(DrawingNames& names, const std::string& name, const char* what);
   void NoteExtents(const tEntity& entity, tEntity::Index last);
@@ -73,6 +75,7 @@ class DXFOutFilter final : public OutputFilter {
   TempFile headerFile_, entityFile_;
   FileWriter header_, entities_;
   const Conventions& conventions_;
+  cColourTab colours_;
   DrawingNames layers_, lineTypes_;
   const std::string* layer_ = nullptr;     // of the element at hand, as the drawing holds it
   const std::string* lineType_ = nullptr;  // likewise

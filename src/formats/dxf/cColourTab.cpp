@@ -3,6 +3,7 @@
 #include <array>
 #include <limits>
 
+#include "core/ColourNames.h"
 #include "core/Errors.h"
 #include "core/Paths.h"
 #include "core/Text.h"
@@ -34,6 +35,18 @@ std::int32_t cColourTab::Colour(std::int32_t number) {
   }
   const std::int32_t first = record[0], middle = record[1], last = record[2];
   return byteOrder_ == 'I' ? first + 256 * middle + 65536 * last : 65536 * first + 256 * middle + last;
+}
+
+std::int32_t cColourTab::Nearest(std::int32_t colour) {
+  constexpr std::size_t kMostKept = 4096;
+  if (const auto known = nearest_.find(colour); known != nearest_.end()) return known->second;
+  std::int32_t best = 1;
+  for (std::int32_t number = 2; number < 256; ++number) {
+    if (ColourDistance(Colour(number), colour) < ColourDistance(Colour(best), colour)) best = number;
+  }
+  if (nearest_.size() >= kMostKept) nearest_.clear();
+  nearest_[colour] = best;
+  return best;
 }
 
 }  // namespace tesselink

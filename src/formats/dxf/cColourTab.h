@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "core/Files.h"
 
@@ -23,11 +24,15 @@ class cColourTab {
   /// The colour of a number, the table being opened when it is not. Throws Error when it cannot be opened, when the
   /// record's position does not fit 16 bits (numbers above 10921), and when the table holds no such record.
   std::int32_t Colour(std::int32_t number);
+  /// The number from 1 to 255 whose colour is nearest to a colour; of equally near ones the first. Throws as Colour
+  /// does.
+  std::int32_t Nearest(std::int32_t colour);
 
  private:
   std::string folder_;
   BinaryFile file_;
   char byteOrder_ = 'M';
+  std::unordered_map<std::int32_t, std::int32_t> nearest_;  // what was asked for before
 };
 
 }  // namespace tesselink

@@ -9,7 +9,7 @@
 
 #include "core/Report.h"
 #include "fuzz/Harness.h"
-#include "tests/support/LookupFiles.h"
+#include "support/Lookups.h"
 
 namespace tesselink {
 namespace {

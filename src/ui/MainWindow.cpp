@@ -227,11 +227,24 @@ void MainWindow::SetPreview(QWidget* preview) {
   splitter_->addWidget(preview);
   splitter_->setStretchFactor(0, 0);
   splitter_->setStretchFactor(1, 1);
-  splitter_->restoreState(
-      QByteArray::fromBase64(QByteArray::fromStdString(settings_.Get(kApplication, kSection, "Splitter", ""))));
+  const std::string kept = settings_.Get(kApplication, kSection, "Splitter", "");
+  splitter_->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(kept)));
+  if (!kept.empty()) return;
+  // Room for a drawing, the first time.
+  const int unit = fontMetrics().averageCharWidth();
+  resize(size().expandedTo(QSize(160 * unit, 80 * unit)));
+  splitter_->setSizes({controls_->sizeHint().width(), width()});
 }
 
 bool MainWindow::SeveralFiles() const { return formats_.Input(inFormat_->currentText().toStdString()).severalFiles; }
+
+QStringList MainWindow::InputPaths() const {
+  if (!SeveralFiles() || chosenFiles_.size() < 2)
+    return InputPath().isEmpty() ? QStringList() : QStringList{InputPath()};
+  QStringList paths;
+  for (std::size_t i = 1; i < chosenFiles_.size(); ++i) paths.append(Shown(JoinPath(chosenFiles_[0], chosenFiles_[i])));
+  return paths;
+}
 
 QString MainWindow::InputPath() const {
   if (SeveralFiles() && chosenFiles_.size() > 1) return Shown(JoinPath(chosenFiles_[0], chosenFiles_[1]));
@@ -347,10 +360,10 @@ void MainWindow::TakeFiles(const QStringList& paths) {
 }
 
 void MainWindow::TellInput() {
-  if (toldPath_ == InputPath() && toldFormat_ == inFormat_->currentText()) return;
-  toldPath_ = InputPath();
+  if (toldPaths_ == InputPaths() && toldFormat_ == inFormat_->currentText()) return;
+  toldPaths_ = InputPaths();
   toldFormat_ = inFormat_->currentText();
-  emit inputChanged(toldPath_, toldFormat_);
+  emit inputChanged(toldPaths_, toldFormat_);
 }
 
 ConversionRequest MainWindow::Request() const {

@@ -36,10 +36,12 @@ class MainWindow final : public QWidget {
   void TakeFiles(const QStringList& paths);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
+  /// The input, or all of several; none when none is chosen.
+  QStringList InputPaths() const;
 
  signals:
-  /// The input's path or its format has changed.
-  void inputChanged(const QString& path, const QString& formatEntry);
+  /// The input's paths or their format have changed.
+  void inputChanged(const QStringList& paths, const QString& formatEntry);
   /// A run has begun or ended.
   void runningChanged(bool running);
 
@@ -89,7 +91,8 @@ class MainWindow final : public QWidget {
   QLabel *selected_, *fields_;
   std::vector<std::string> chosenFiles_;  // the folder, then the names
   QString confirmedOutput_;               // to be replaced, as the person has said in the save dialog
-  QString toldPath_, toldFormat_;
+  QStringList toldPaths_;
+  QString toldFormat_;
   bool running_ = false;
 };
 

@@ -100,6 +100,7 @@ QWidget* PreviewWidget::BuildLayers() {
   layers_->setUniformItemSizes(true);
   layers_->setIconSize(QSize(kSwatch, kSwatch));
   layers_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  layers_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
   auto* layout = new QVBoxLayout(layerBox_);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(BuildButtons());

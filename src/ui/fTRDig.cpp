@@ -64,7 +64,12 @@ QLayout* fTRDig::Contents() {
   browse->setAccessibleName("Choose the table");
   path_->setAccessibleName("Table");
   rows->addRow(tableLabel, table);
-  for (const Entry& entry : entries_) rows->addRow(QString("&") + entry.caption, entry.list);
+  for (const Entry& entry : entries_) {
+    auto* label = new QLabel(QString("&") + entry.caption);
+    label->setBuddy(entry.list);
+    label->setMinimumWidth(fontMetrics().horizontalAdvance("Township  "));
+    rows->addRow(label, entry.list);
+  }
 
   auto* proceed = Named(new QPushButton("Continue"), "cmdCont");
   proceed->setDefault(true);

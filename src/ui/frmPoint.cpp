@@ -56,7 +56,9 @@ frmPoint::frmPoint(QWidget* parent)
   setTabOrder(ignore_, proceed);
   setTabOrder(proceed, contact);
   secondFile_->setFocus();
-  resize(fontMetrics().averageCharWidth() * 80, sizeHint().height());
+  // Wrapped text has its height by its width; a dialog that may be narrower would cut it.
+  const int width = fontMetrics().averageCharWidth() * 80;
+  setMinimumSize(width, layout->totalHeightForWidth(width));
 }
 
 int frmPoint::Create() {

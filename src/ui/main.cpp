@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 #include <QLocale>
 #include <cstdio>
 #include <string>
@@ -74,6 +75,9 @@ int main(int count, char** values) {
   QApplication::setApplicationName("Tesselink");
   QApplication::setApplicationVersion(TESSELINK_VERSION);
   QApplication::setDesktopFileName("org.tesselink.Tesselink");
+  QIcon icon;
+  for (const int size : {16, 32, 48, 128}) icon.addFile(QString(":/icons/%1.png").arg(size));
+  QApplication::setWindowIcon(icon);
   QLocale::setDefault(QLocale::c());
   const Arguments arguments = Parse({values + 1, values + count});
   if (!arguments.text.empty()) return Print(arguments);
@@ -83,7 +87,7 @@ int main(int count, char** values) {
   tesselink::MainWindow window(tesselink::AllFormats(), settings, options);
   auto* preview = new tesselink::PreviewWidget(tesselink::AllFormats(), settings, options);
   window.SetPreview(preview);
-  QObject::connect(&window, &tesselink::MainWindow::inputChanged, preview, &tesselink::PreviewWidget::ShowInput);
+  QObject::connect(&window, &tesselink::MainWindow::inputChanged, preview, &tesselink::PreviewWidget::ShowInputs);
   QObject::connect(&window, &tesselink::MainWindow::runningChanged, preview,
                    [preview](bool running) { running ? preview->Pause() : preview->Resume(); });
   window.show();

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/LookupFiles.h"
+#include "support/Lookups.h"
 #include "support/Support.h"
 
 namespace tesselink {

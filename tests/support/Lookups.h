@@ -3,6 +3,8 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/Shapes.h"
 
@@ -13,6 +15,13 @@ inline std::string TypeRecord(std::string code, std::string description) {
   code.resize(7, '\0');
   description.resize(43, '\0');
   return "xx" + code.substr(0, 3) + "unused1" + code.substr(3) + "unused 2" + description;
+}
+
+/// "$CDF.MAP" of pairs of a code and a description.
+inline std::string EntityTypes(const std::vector<std::pair<std::string, std::string>>& types) {
+  std::string records;
+  for (const auto& [code, description] : types) records += TypeRecord(code, description);
+  return records;
 }
 
 /// A record of "$LNGSL.DAT": the description and the colour numbers of lines and of texts.

@@ -17,7 +17,7 @@
 #include <memory>
 
 #include "formats/cdf/LayerMatching.h"
-#include "support/LookupFiles.h"
+#include "support/Lookups.h"
 #include "support/Support.h"
 #include "ui/frmLayers.h"
 

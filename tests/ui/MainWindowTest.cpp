@@ -289,7 +289,7 @@ void MainWindowTest::BrowsesForTheInput() {
   desk.Click("BrowseIn");
   QCOMPARE(desk.Infile(), desk.Path("plat.dxf"));
   QCOMPARE(desk.InFormat(), QString(kDrawing));
-  QCOMPARE(told.last(), (QVariantList{desk.Path("plat.dxf"), kDrawing}));
+  QCOMPARE(told.last(), (QVariantList{QStringList{desk.Path("plat.dxf")}, kDrawing}));
   desk.person.Do("Browsing...", [](QWidget& window) { dynamic_cast<QDialog&>(window).reject(); });
   desk.Click("BrowseIn");
   QCOMPARE(desk.Infile(), desk.Path("plat.dxf"));

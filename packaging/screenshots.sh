@@ -1,0 +1,15 @@
+#!/bin/bash
+# Takes pictures of every window and dialog, light and dark, at 96 and 192 dpi: packaging/screenshots.sh FOLDER
+set -eu
+folder=$(realpath -m -- "${1:?usage: packaging/screenshots.sh FOLDER}")
+cd -- "$(dirname -- "$(readlink -f -- "$0")")/.."
+packaging/prepare.sh tests
+cmake --build --preset release --target window-screenshots > /dev/null
+export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
+for style in light dark; do
+  for scale in 1 2; do
+    mkdir -p "$folder/$style-$((scale * 96))dpi"
+    QT_SCALE_FACTOR=$scale build/release/tests/ui/window-screenshots "$folder/$style-$((scale * 96))dpi" "$style"
+  done
+done
+echo "The pictures are in $folder"

@@ -243,6 +243,11 @@ class Session:
         self.person.marked("#cmdApply")
         self.person.at(MAIN)
 
+    def leave_layers(self):
+        """A drawing needs no entity types."""
+        self.person.at(LAYERS)
+        self.person.keys("alt+o")
+
     def wells_by_keyboard(self):
         person = self.person
         person.at(MAIN)
@@ -296,6 +301,7 @@ class Session:
         person.at(MAIN)
         person.picture("plat")
         person.click("#cmdApply")
+        self.leave_layers()
         self.done("plat")
         person.click("#frmProgress #cmdDone")
         self.returned()
@@ -321,10 +327,11 @@ class Session:
         person.keys("alt+u")
         person.write(str(output))
         person.keys("alt+a")
+        self.leave_layers()
         if not self.ask_to_cancel():
             return False
         person.picture("cancel")
-        size = output.stat().st_size
+        check(not output.exists(), "the drawing is there before it is whole")
         person.keys("alt+n")
         person.wait("No to close the question", lambda: not person.shown("Cancel"))
         if not self.ask_to_cancel():
@@ -333,7 +340,7 @@ class Session:
         self.done("cancelled")
         person.keys("alt+d")
         self.returned()
-        check(output.stat().st_size > size, "after No the run has written nothing more")
+        check(output.exists(), "what was converted is not there")
         return True
 
     def ask_to_cancel(self):

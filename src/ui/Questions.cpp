@@ -24,8 +24,10 @@ void AskFields(FieldSelection& selection, QWidget* parent) {
 }
 
 std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidget* parent) {
+  const bool all = question.context.options.dialect == Dialect::Standard;
   LayerMatching matching(question.context);
-  matching.Create(question.layers, question.heading, question.application);
+  matching.Create(question.layers, question.heading, question.application, false,
+                  all ? LayerMatching::kNoLimit : LayerMatching::kRowLimit);
   return frmLayers(matching, parent).Match();
 }
 

@@ -217,14 +217,15 @@ void ConversionRun::ConvertElement(State& state) {
       .Add(kind);
 }
 
-// Releases the filters. A writer that failed, or was handed nothing before the run ended early, leaves no file that
+// Releases the filters. A writer that failed, or that has written nothing when the run ends early, leaves no file that
 // looks whole; in every other case the output holds what was converted.
 void ConversionRun::Finish(State& state) {
   RunSummary& summary = state.summary;
   if (summary.outcome == RunOutcome::Cancelled && state.reader) interaction_.HoldRunProgress();
   if (!state.writer) return;
   const bool failed = summary.outcome == RunOutcome::Failed;
-  const bool endedBeforeAll = summary.outcome != RunOutcome::Done && state.elements == 0;
+  const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
+  const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;
   if (endedBeforeAll || (failed && state.writing)) {
     state.writer->Abandon();
   } else {

@@ -41,7 +41,8 @@ void OutputFilter::Release() {
   if (missed_.empty()) return;
   std::string list;
   for (const std::string_view what : missed_) list.append(list.empty() ? "" : ", ").append(what);
-  report().Warn("classic dialect", filename_ + ": other programs miss " + list + "; --dialect standard keeps that");
+  report().Warn("classic dialect",
+                filename_ + ": other programs miss " + list + "; the standard dialect (--dialect standard) keeps that");
 }
 
 void OutputFilter::Abandon() noexcept {

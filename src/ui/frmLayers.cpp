@@ -14,6 +14,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QToolButton>
 #include <algorithm>
 
@@ -101,18 +102,23 @@ QLayout* frmLayers::Headings() {
   auto* headings = new QHBoxLayout;
   headings->addWidget(layers, 1);
   headings->addWidget(types, 1);
+  // Beside the rows stand the scroll bar and the spin buttons.
+  headings->addSpacing(3 * style()->pixelMetric(QStyle::PM_ScrollBarExtent));
   return headings;
 }
 
 QWidget* frmLayers::Rows() {
   auto* rows = new QWidget;
   auto* grid = new QGridLayout(rows);
-  grid->setColumnStretch(0, 1);
-  grid->setColumnStretch(1, 1);
+  for (const int column : {0, 1}) {
+    grid->setColumnStretch(column, 1);
+    grid->setColumnMinimumWidth(column, fontMetrics().averageCharWidth() * 34);
+  }
   for (std::size_t i = 0; i < matching_.Rows().size(); ++i) {
     auto* label = new ElidedLabel(Shown(matching_.Rows()[i].layer));
     label->setObjectName(Indexed("LblLyrName", i));
     lists_.push_back(NewList(i));
+    lists_.back()->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     grid->addWidget(label, static_cast<int>(i), 0);
     grid->addWidget(lists_.back(), static_cast<int>(i), 1);
   }
@@ -190,6 +196,8 @@ void frmLayers::FitFrame() {
     return rows * pitch_ - grid->verticalSpacing() + margins.top() + margins.bottom() + 2 * frame_->frameWidth();
   };
   const int rows = static_cast<int>(lists_.size());
+  frame_->setMinimumWidth(grid->minimumSize().width() + frame_->verticalScrollBar()->sizeHint().width() +
+                          2 * frame_->frameWidth());
   frame_->setMaximumHeight(heightOf(rows));
   frame_->setMinimumHeight(heightOf(std::min(rows, kRowsToBeginWith)));
   adjustSize();

@@ -36,7 +36,6 @@ frmProgress::frmProgress(QWidget* parent) : QDialog(parent) {
   setObjectName("frmProgress");
   setWindowTitle("Progress...");
   BuildControls();
-  running_.start();
 }
 
 void frmProgress::BuildControls() {
@@ -108,17 +107,25 @@ QWidget* frmProgress::BuildButtons() {
 }
 
 void frmProgress::ShowProgress(double percent, const Extents& extents, std::int64_t elements) {
-  SetExtent(minX_, extents.minX);
-  SetExtent(minY_, extents.minY);
-  SetExtent(maxX_, extents.maxX);
-  SetExtent(maxY_, extents.maxY);
+  // What was asked before the first element took a person's time, not the run's.
+  if (!running_.isValid()) running_.start();
+  if (!extents.Empty()) {
+    SetExtent(minX_, extents.minX);
+    SetExtent(minY_, extents.minY);
+    SetExtent(maxX_, extents.maxX);
+    SetExtent(maxY_, extents.maxY);
+  }
   gauge_->setValue(static_cast<int>(percent));
   elements_->setText(QString::fromStdString(Elements(elements) + " read"));
   const auto elapsed = std::chrono::milliseconds(running_.elapsed());
   remaining_->setText(hint_.isEmpty() ? QString::fromStdString(RemainingText(elapsed, percent)) : hint_);
 }
 
-void frmProgress::ShowHint(const QString& hint) { hint_ = hint; }
+void frmProgress::ShowHint(const QString& hint) {
+  hint_ = hint;
+  remaining_->setText(hint);
+  resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width()))));
+}
 
 void frmProgress::ShowSummary(const QString& summary, const QString& folder) {
   folder_ = folder;

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""A person's session at the window, by keyboard and mouse in an X server of its own: three conversions and a cancel. What
+"""A person's work at the window, by keyboard and mouse in an X server of its own: three conversions and a cancel. What
 they leave is compared with what the command line writes when it is given the same answers.
 
-    session.py --window build/release/tesselink-gui --tesselink build/release/tesselink [--examples examples] [--pictures FOLDER]
+    keyboard_and_mouse.py --window build/release/tesselink-gui --tesselink build/release/tesselink [--examples examples] [--pictures FOLDER]
 
 Dialogs are found by their titles, controls by their underlined letters and the order of the keys. For the mouse the window
 itself tells where a control is: the toolkit's own option -stylesheet paints each control that is to be clicked, found by its
@@ -34,7 +34,7 @@ MAIN, PROGRESS = "Tesselink File Conversion", "Progress..."
 LAYERS, POINTS = "Layer Name Matching", "Point Entities Found in the Input File"
 CDF_ROW, DXF_ROW = 3, 1  # of the output formats
 LONG_INPUT = 60_000_000  # bytes
-TRIES = 4  # a machine that has done before anyone could cancel is given four times as much
+TRIES = 3  # a machine that has done before anyone could cancel is given four times as much
 
 # The colours of what the mouse clicks.
 MARKS = {
@@ -212,7 +212,7 @@ class Person:
         self.screen.save(self.pictures / f"{next(self.steps):02}-{name}.png")
 
 
-class Session:
+class Work:
     def __init__(self, person, command, folder, formats):
         self.person, self.command, self.folder, self.formats = person, command, folder, formats
 
@@ -443,9 +443,9 @@ def play(options, folder, stack):
                                stderr=log)
     stack.callback(end, program)
     person = Person(screen, program, environment, options.pictures)
-    session = Session(person, options.tesselink, folder, len(formats["output"]))
+    work = Work(person, options.tesselink, folder, len(formats["output"]))
     try:
-        for step in (session.wells_by_keyboard, session.plat_by_mouse, session.cancelled, session.closed):
+        for step in (work.wells_by_keyboard, work.plat_by_mouse, work.cancelled, work.closed):
             begun = time.monotonic()
             step()
             print(f"{step.__name__}: {time.monotonic() - begun:.1f} s", flush=True)

@@ -17,15 +17,19 @@ import math
 import multiprocessing
 import os
 import pathlib
+import re
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
 import time
 import traceback
+import zlib
 from collections import Counter, defaultdict
 
 try:
+    import shapefile
     import matrix_readers as read
     import matrix_rules as rules
 except ImportError as error:
@@ -63,8 +67,10 @@ XY,5,2
 # What deviates, and why. Anything else that does is a fault.
 EXPLAINED = {
     "MapServer__MapServer/TN.CommonTransportElements.TransportLink.shp -> shp polylines, standard, by GDAL":
-        "the rows of the input's table are out of step with its fields, so that its numbers are none; programs differ in what they take "
-        "for one",
+        "the rows of the input's table are out of step with its fields, so that its numbers are none; programs differ in "
+        "what they take for one",
+    "made/classic-all.cdf -> asc, classic, by a reader of the layout":
+        "x and y of a chain are out of step once they are read; this writer goes by x, every other by the shorter of the two",
 }
 
 
@@ -115,13 +121,14 @@ def compare_one(e, found, tolerance):
         on_curve(e, found.xyz, tolerance.coarse)
     else:
         check(e.kind == found.kind, f"is a {found.kind}, not a {e.kind}")
-    if not e.drawn and e.xyz is not None:
+    if not e.drawn and e.xyz not in (None, found.xyz):
         check(len(e.xyz) == len(found.xyz), f"has {len(found.xyz)} vertices, not {len(e.xyz)}")
         # Radius and angle have but the digits of single precision; the classic end is an angle of that many radians.
         slack = 2e-7 * abs(e.radius) * max(1, abs(e.end)) if e.kind == CHAIN and e.radius else 0
         for a, b in zip(e.xyz, found.xyz):
-            close = all(near(a[i], b[i], tolerance.xy) or abs(a[i] - b[i]) <= slack for i in (0, 1)) and near(a[2], b[2], tolerance.z)
-            check(close, f"has a vertex {b}, not {a}")
+            close = all(near(a[i], b[i], tolerance.xy) or abs(a[i] - b[i]) <= slack for i in (0, 1))
+            check(close and near(a[2], b[2], tolerance.z), f"has a vertex {b}, not {a}")
+    if not e.drawn:
         for key in ("radius", "start", "end"):
             a, b = getattr(e, key), getattr(found, key)
             turn = key != "radius" and None not in (a, b) and abs(math.remainder(a - b, 360)) < 1e-4
@@ -130,10 +137,12 @@ def compare_one(e, found, tolerance):
     for key in ("layer", "text", "just", "colour", "rgb", "code"):
         a, b = getattr(e, key), getattr(found, key)
         check(None in (a, b) or a == b, f"{key} is {b!r}, not {a!r}")
-    check(None in (e.style, found.style) or e.style.upper() == found.style.upper(), f"line type is {found.style}, not {e.style}")
-    check(None in (e.size, found.size) or near(e.size, found.size, max(1e-14, tolerance.looks)), f"size is {found.size}, not {e.size}")
+    same = None in (e.style, found.style) or e.style.upper() == found.style.upper()
+    check(same, f"line type is {found.style}, not {e.style}")
+    same = None in (e.size, found.size) or near(e.size, found.size, max(1e-14, tolerance.looks))
+    check(same, f"size is {found.size}, not {e.size}")
     turned = 0 if None in (e.angle, found.angle) else math.remainder(e.angle - found.angle, 360)
-    check(math.isnan(turned) or abs(turned) <= max(1e-11, 360 * tolerance.looks), f"angle is {found.angle}, not {e.angle}")
+    check(math.isnan(turned) or abs(turned) <= (0.51 if tolerance.looks else 1e-11), f"angle is {found.angle}, not {e.angle}")
     if None not in (e.values, found.values):
         same = len(e.values) == len(found.values) and all(map(same_value, e.values, found.values))
         check(same, f"attributes are {found.values}, not {e.values}")
@@ -153,7 +162,7 @@ def compare(expected, found, tolerance):
 TOLERANCES = {
     "shp": Tolerance(z=1e-6), "dxf": Tolerance(xy=1e-14, z=1e-6), "asc": Tolerance(xy=1e-14), "grd": Tolerance(xy=1e-14),
     "cdf": Tolerance(coarse=1e-11)}
-LABEL_DIGITS = Tolerance(xy=1e-14, z=1e-6, looks=5e-3)  # in which GDAL tells sizes and angles
+LABEL_DIGITS = Tolerance(xy=1e-14, z=1e-6, looks=5e-3)  # GDAL tells sizes and angles with three digits
 
 
 def pyshp(job):
@@ -242,7 +251,10 @@ class Source:
         """What Tesselink reads in it, and whether the reading ended early."""
         options = tuple(self.fields()) if job.format not in ("shp", "grd") else ()
         if (dialect, options) not in self.known:
-            self.known[dialect, options] = by_tesselink(self.program, self.path, "--dialect", dialect, *options)
+            elements, early = by_tesselink(self.program, self.path, "--dialect", dialect, *options)
+            if self.format == "shp":  # which tells no colours, except for layers without a name
+                elements = [e if e.colour else e.but(rgb=None) for e in elements]
+            self.known[dialect, options] = elements, early
         return self.known[dialect, options]
 
 
@@ -287,7 +299,8 @@ def with_townships(source, elements):
         row = numbers[i] if numbers else chain
         chain += e.kind not in (POINT, TEXT)
         values = tuple(table.value(n, row).strip(" ") if row < count else "" for n in names)
-        given.append(e.but(values=tuple(v.translate({44: 32, 34: 32}).strip(" ") for v in values) if "".join(values).isascii() else None))
+        told = "".join(values).isascii()
+        given.append(e.but(values=tuple(v.translate({44: 32, 34: 32}).strip(" ") for v in values) if told else None))
     return given
 
 
@@ -310,15 +323,15 @@ def classic_reading(source, standard):
             lost.append(words)
             elements = changed
 
-    lose("points, texts and circles at the origin", [e for e in elements if not is_origin(e)])
+    lose("origin", [e for e in elements if not is_origin(e)])
     if source.format == "shp":
         kind = int.from_bytes(source.path.read_bytes()[32:36], "little")
-        lose("shapes with m, PointZ, MultiPointZ, MultiPatch", [] if kind in UNREAD_TYPES else elements)
-        lose("closed marks of polygons", [e.but(closed=False) for e in elements])
+        lose("m and PointZ", [] if kind in UNREAD_TYPES else elements)
+        lose("closed marks", [e.but(closed=False) for e in elements])
     if source.format in ("asc", "cdf"):
-        lose("a first x or y of 0 (the next one takes its place)", list(map(rules.first_zero_gives_way, elements)))
+        lose("axes", list(map(rules.first_zero_gives_way, elements)))
     if source.format == "dxf":
-        lose("baselines of texts (they become bottoms)", list(map(rules.baseline_as_bottom, elements)))
+        lose("baselines", list(map(rules.baseline_as_bottom, elements)))
     return elements, lost
 
 
@@ -338,16 +351,16 @@ def read_classic(source, job, standard):
     expected, lost = classic_reading(source, standard)
     if source.path.name == "vectors.asc":
         check(early, "a VECTOR record of its own does not stop the reading")
-        return None, ["everything from a `VECTOR` record on"]
+        return None, ["`VECTOR` records"]
     if source.path.name == "classic-all.asc":
         chains = [e for e in expected if e.kind == CHAIN]
         expected = [e for e in expected if e.kind != CHAIN]
-        lost += ["chains of `XY, x, y` lines"] * bool(chains)
+        lost += ["chains of `XY, x, y`"] * bool(chains)
     delivered = [with_bytes(e, source) for e in delivered]
     if source.format == "shp" and read.DeletedRows(partner(source.path, ".dbf")):
-        return delivered, lost + ["that rows are deleted (their shapes are read)"]
+        return delivered, lost + ["deleted rows"]
     if options and [(e.layer, e.text) for e in expected] != [(e.layer, e.text) for e in delivered]:
-        lost.append("attributes of the shape's own row (those of the next one stand for them)")
+        lost.append("attributes of the own row")
         expected, shown = ([rules.geometry(e) for e in some] for some in (expected, delivered))
     else:
         shown = delivered
@@ -370,12 +383,14 @@ def convert(source, output, dialect, result):
         return None
     try:
         truth = with_values(source, job, truth)
-    except Exception as error:  # pylint: disable=broad-except; pyshp raises what struct raises
+    except (Deviation, struct.error, shapefile.ShapefileException) as error:
         result.count["without attributes"] += 1
         result.notes.add(f"{source.name()}: attributes were not compared with pyshp's: {error}")
     code, errors = job.convert()
     check(code == 0, f"exit code {code}: {errors.strip()[:200]}")
     expected, lost = rules.apply(rules.FORMATS[dialect][output], truth)
+    if job.format == "grd" and source.table and len(source.table.fields) > 3:
+        lost.append("attributes")
     result.lost[cell] |= set(lost)
     result.count[cell] += 1
     for name, program in PROGRAMS[job.format].items():
@@ -395,8 +410,7 @@ def look(job, name, program, expected, result):
     result.lost[job.dialect, job.format, name] |= set(lost)
     if said:
         check(job.dialect == "classic", f"it says {sorted(said)[:3]}")
-        result.lost[job.dialect, job.format, name].add("")
-        result.notes |= {f"classic {job.format} by {name} says: {w[:150]}" for w in said}
+        result.notes |= {f"classic {job.format}: {name} says \"{' '.join(w.split()[:3])} ...\"" for w in said}
     compare(seen, found, LABEL_DIGITS if (job.format, name) == ("dxf", "GDAL") else TOLERANCES[job.format])
     result.count[name] += len(seen)
 
@@ -436,7 +450,8 @@ def refused(source, result):
 
 def overlay(source, result):
     """An overlay's elements are not decoded; nothing may look as if they were."""
-    for dialect, expected, words in (("standard", 1, "everything (it is refused)"), ("classic", 3, "everything (nothing is written)")):
+    ends = (("standard", 1, "everything (it is refused)"), ("classic", 3, "everything (nothing is written)"))
+    for dialect, expected, words in ends:
         for output in OUTPUTS:
             job = Job(source, output, dialect)
             code, errors = job.convert()
@@ -467,31 +482,39 @@ def all_of(task):
         dialects = [path.name.split("-")[0]] if path.name.split("-")[0] in DIALECTS else DIALECTS
         for dialect in dialects:
             for output in OUTPUTS:
-                attempt(result, f"{source.name()} -> {output}, {dialect}", convert, source, output, dialect)
-                if output == "dxf" and (number % EVERY_LIBRECAD == 0 or path.parent == options.examples):
-                    attempt(result, f"{source.name()} -> dxf, {dialect}, by LibreCAD", librecad, source)
+                expected = attempt(result, f"{source.name()} -> {output}, {dialect}", convert, source, output, dialect)
+                sample = number % EVERY_LIBRECAD == 0 or path.parent == options.examples
+                if output == "dxf" and expected is not None and sample:
+                    attempt(result, f"{source.name()} -> dxf, {dialect}, by LibreCAD", librecad, source, expected)
         for middle in OUTPUTS[:-1]:
             if middle.split()[0] != source.format and "classic" not in path.name:
                 attempt(result, f"{source.name()} -> {middle} -> {source.format}", there_and_back, source, middle)
     return result
 
 
-def librecad(source, result):
-    """Whether LibreCAD draws it: a page on which there is something."""
+def librecad(source, expected, result):
+    """Whether LibreCAD draws it: on its page a stroke begins for every line and curve. What it cannot open, it asks about."""
     drawing = source.folder / "out.dxf"
     if not shutil.which("librecad") or not drawing.exists():
         return
     page = drawing.with_suffix(".pdf")
-    run = subprocess.run(["librecad", "dxf2pdf", "-o", page, drawing], capture_output=True, text=True, errors="replace", timeout=120,
+    run = subprocess.run(["librecad", "dxf2pdf", "-o", page, drawing], capture_output=True, text=True, errors="replace", timeout=60,
                          env={**os.environ, "QT_QPA_PLATFORM": "offscreen", "XDG_RUNTIME_DIR": source.folder}, check=False)
     check(run.returncode == 0 and page.exists(), f"exit code {run.returncode}: {(run.stdout + run.stderr).strip()[-200:]}")
+    packed = re.findall(rb"/FlateDecode.*?stream\r?\n(.*?)endstream", page.read_bytes(), re.S)
+    streams = (zlib.decompressobj().decompress(s) for s in packed)
+    strokes = sum(len(re.findall(rb"[\d.-]+ [\d.-]+ m\b", s)) for s in streams)
+    lines = sum(e.kind not in (POINT, TEXT) and (e.kind in (CIRCLE, ARC) or len(set(e.xyz)) > 1) for e in expected)
+    check(strokes >= lines, f"{strokes} strokes for {lines} lines")
     result.count["LibreCAD"] += 1
 
 
 # ---- the tables
 
 
-HEADINGS = {"read": "on reading", "shp": "shapefile", "dxf": "DXF", "asc": "Landmark", "cdf": "CDF", "grd": "T/R Digitizer", "mol": "overlay"}
+HEADINGS = {
+    "read": "on reading", "shp": "shapefile", "dxf": "DXF", "asc": "Landmark", "cdf": "CDF", "grd": "T/R Digitizer",
+    "mol": "overlay"}
 
 
 def table(corner, rows, columns, cell):
@@ -503,28 +526,30 @@ def table(corner, rows, columns, cell):
 
 def tables(lost):
     """The lines between the marks."""
-    def words(*key):
-        found = {w for w in lost.get(key, ()) if w}
-        return "; ".join(sorted(found)) or ("nothing" if key in lost else "-")
+    used, columns = set(), ("shp", "dxf", "asc", "cdf", "grd")
 
-    columns = ("shp", "dxf", "asc", "cdf", "grd")
-    yield from ("## What is lost on the way", "", INTRODUCTION)
+    def words(*key):
+        found = sorted(lost.get(key, ()))
+        used.update(found if key[1] in (*INPUTS, "mol") and key[2] in (*columns, "read") else ())
+        return ", ".join(found) or ("nothing" if key in lost else "-")
+
+    yield from ("## What is lost on the way", "", *INTRODUCTION)
     for dialect in DIALECTS:
         yield from ("", f"### {dialect.capitalize()}", "")
         reading = ["read"] if dialect == "classic" else []
         yield from table("from, to", (*INPUTS, "mol"), (*reading, *columns), lambda row, column, d=dialect: words(d, row, column))
-    yield from ("", "### What programs find of that", "")
-    rows = [(f, d, p) for f in columns for d in DIALECTS for p in PROGRAMS[f]]
-    yield "| in | dialect | program | does not find |"
-    yield "|---|---|---|---|"
-    for f, d, p in rows:
-        yield f"| {HEADINGS[f]} | {d} | {p} | {words(d, f, p)} |"
+    yield from ("", "| word | what it stands for |", "|---|---|")
+    yield from (f"| {word} | {rules.MEANING[word]} |" for word in sorted(used))
+    yield from ("", "### What programs find of that", "", "| in | dialect | program | does not find |", "|---|---|---|---|")
+    for f in columns:
+        for d in DIALECTS:
+            yield from (f"| {HEADINGS[f]} | {d} | {p} | {words(d, f, p)} |" for p in PROGRAMS[f])
 
 
 INTRODUCTION = """\
 Every cell says what of an input's kinds of content an output does not hold, as found in the examples and in some three hundred
-drawings of other programs. Lines count as polylines of two vertices. Only what an input can hold can be lost: a shapefile has no
-circles."""
+drawings of other programs, all in one conversion with layers and texts from the first and the last field of characters. Lines
+count as polylines of two vertices.""".splitlines()
 
 
 def inputs(options, folder):
@@ -537,8 +562,8 @@ def inputs(options, folder):
     for dialect in DIALECTS:
         for kind in ("asc", "cdf"):
             made.append(folder / f"{dialect}-all.{kind}")
-            code, _, errors = tesselink(options.tesselink, "convert", "-q", "--dialect", dialect, options.examples / "all-entities.dxf",
-                                        made[-1])
+            code, _, errors = tesselink(options.tesselink, "convert", "-q", "--dialect", dialect,
+                                        options.examples / "all-entities.dxf", made[-1])
             check(code == 0, errors)
     real = []
     if options.data and options.data.is_dir():
@@ -546,21 +571,28 @@ def inputs(options, folder):
     return examples + made + real, bool(real)
 
 
+def every_loss_named(text, made):
+    """Without the real drawings less is lost, but nothing that the document does not name in the same cell."""
+    def cells(lines):
+        return [[set(cell.strip().split(", ")) - {"nothing", "-"} for cell in line.split("|")] for line in lines
+                if line.startswith("| ") and len(line.split("|")) > 4]
+    ours, theirs = cells(made.splitlines()), cells(text.splitlines())
+    return len(ours) == len(theirs) and all(len(a) == len(b) and all(x <= y for x, y in zip(a, b)) for a, b in zip(ours, theirs))
+
+
 def held_in(path, lost, real, write):
     """Whether the document has the tables."""
     text = path.read_text(encoding="utf-8")
     made = "\n".join([MARKS[0], "", *tables(lost), "", MARKS[1]])
     if write:
-        before, after = (text.split(MARKS[0])[0], text.split(MARKS[1])[1]) if MARKS[0] in text else (text.rstrip("\n") + "\n\n", "\n")
+        before, after = text.rstrip("\n") + "\n\n", "\n"
+        if MARKS[0] in text:
+            before, after = text.split(MARKS[0])[0], text.split(MARKS[1])[1]
         path.write_text(before + made + after, encoding="utf-8")
         return True
     if real:
         return made in text
-    # Without the real drawings less is lost: every loss must be named in its line.
-    lines = text.splitlines()
-    return all(any(line.split("|")[:2] == mine.split("|")[:2] and all(
-        word in line for cell in mine.split("|")[2:] for word in cell.strip().split("; ") if word not in ("nothing", "-", ""))
-        for line in lines) for mine in made.splitlines() if mine.startswith("| "))
+    return every_loss_named(text.split(MARKS[0])[-1], made)
 
 
 def main():
@@ -577,7 +609,9 @@ def main():
     begun, total = time.monotonic(), Result()
     with tempfile.TemporaryDirectory() as folder:
         os.environ["XDG_CONFIG_HOME"] = folder
-        paths, real = inputs(options, pathlib.Path(folder))
+        made = pathlib.Path(folder) / "made"
+        made.mkdir()
+        paths, real = inputs(options, made)
         tasks = [(options, p, i) for i, p in enumerate(paths) if not options.only or options.only in str(p)]
         tasks.sort(key=lambda task: -task[1].stat().st_size)
         with multiprocessing.Pool(2) as pool:

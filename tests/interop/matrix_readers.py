@@ -8,12 +8,11 @@ import re
 import struct
 import subprocess
 
-import ezdxf
 import shapefile
 from ezdxf import recover
 from osgeo import gdal, ogr
 
-from shapefiles import Deviation, check, partner
+from shapefiles import check, partner
 
 logging.disable(logging.CRITICAL)
 

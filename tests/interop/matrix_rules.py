@@ -86,7 +86,7 @@ def unmarked_without_code(e):
 
 
 def without_code(e):
-    return e if e.code.startswith(NO_CODE) else e.but(code=NO_CODE)
+    return e if not e.code or e.code.startswith(NO_CODE) else e.but(code=NO_CODE)
 
 
 def without_values(e):
@@ -134,12 +134,15 @@ def cut_bytes(layer, text):
 # ---- colours
 
 
+@functools.cache
 def nearest(rgb):
+    """The name; a shapefile tells no colour, which counts as black."""
+    rgb = rgb or COLOURS["BLACK"]
     return min(COLOURS, key=lambda name: sum((a - b) ** 2 for a, b in zip(COLOURS[name], rgb)))
 
 
 def named_colour(e):
-    return e.but(rgb=COLOURS[nearest(e.rgb)])
+    return e.but(rgb=e.rgb and COLOURS[nearest(e.rgb)])
 
 
 def layer_is_colour(e):
@@ -157,7 +160,7 @@ def nearest_number(rgb):
 
 def numbered_colour(e):
     """A colour without a number; 0 says "by block", which shows white where there is no block."""
-    return e.but(colour=nearest_number(e.rgb)) if e.colour == 0 and any(e.rgb) else e
+    return e.but(colour=nearest_number(e.rgb)) if e.colour == 0 and e.rgb and any(e.rgb) else e
 
 
 def rgb_of(number):
@@ -165,7 +168,7 @@ def rgb_of(number):
 
 
 def colour_of_number(e):
-    return e.but(rgb=rgb_of(e.colour)) if 0 <= e.colour < 256 else e
+    return e.but(rgb=rgb_of(e.colour)) if e.rgb and 0 <= e.colour < 256 else e
 
 
 # ---- names in drawings
@@ -200,8 +203,11 @@ def text_of(value):
 
 def fitted(value, width):
     """With fewer decimals, then fewer digits, where the columns are short."""
-    texts = [text_of(value), *(f"{value:.{n}f}" for n in range(width, -1, -1)), *(f"{value:.{n}G}" for n in range(width, 0, -1))]
-    return next(text for text in texts if len(text) <= width)
+    def shorter():
+        yield text_of(value)
+        yield from (f"{value:.{n}f}" for n in range(width, -1, -1))
+        yield from (f"{value:.{n}G}" for n in range(width, 0, -1))
+    return next(text for text in shorter() if len(text) <= width)
 
 
 def cut_off(value, width):
@@ -298,7 +304,7 @@ def without_upright_closing(e):
     # The vertex that closes a chain goes without saying, unless it stands there twice.
     closing = e.closed and len(e.xyz) > 1 and e.xyz[0] == e.xyz[-1] != e.xyz[-2]
     stored = e.xyz[:-1] if closing else e.xyz
-    upright = e.closed and len(stored) > 1 and stored[0][:2] == stored[-1][:2]
+    upright = e.closed and len(stored) > 1 and stored[0][:2] == stored[-1][:2] and stored[0] != stored[-1]
     return e.but(closed=False, xyz=stored) if upright else e
 
 
@@ -333,20 +339,21 @@ def as_many_as_x(e):
 
 # ---- what the formats hold
 
-TOGETHER = ("that points belong together", each(apart))
-SYMBOLS = ("symbols of points", each(plain_point))
+TOGETHER = ("groups of points", each(apart))
+SYMBOLS = ("symbols", each(plain_point))
 LINE_TYPES = ("line types", each(solid))
 CODES = ("entity codes", each(without_code))
-ATTRIBUTES = ("attributes but layer and text", each(without_values))
+ATTRIBUTES = ("attributes", each(without_values))
 HEIGHTS = ("z", each(flat))
-CURVES_DRAWN = ("circles and arcs (chains stand for them)", each(drawn))
-CLOSED = ("closed marks (the chain ends on its first vertex)", each(unmarked))
+CURVES_DRAWN = ("curves", each(drawn))
+CLOSED = ("closed marks", each(unmarked))
+WITH_CLOSING = (None, each(with_closing_vertex))
 CLOSED_AS_STORED = ("closed marks", each(unmarked))
-ALONE = ("chains of one vertex", each(lambda e: None if is_degenerate(e) and e.kind in CHAINS else e))
-COLOURS_NAMED = ("colours but the nearest of eighteen", each(named_colour))
-WHOLE_SIZES = ("decimals of text sizes", each(size_as_whole))
-BASELINES = ("baselines of texts (they become bottoms)", each(baseline_as_bottom))
-OTHER_KINDS = "the other kind of shape (one a file)"
+ALONE = ("single vertices", each(lambda e: None if is_degenerate(e) and e.kind in CHAINS else e))
+COLOURS_NAMED = ("colours", each(named_colour))
+WHOLE_SIZES = ("decimals of sizes", each(size_as_whole))
+BASELINES = ("baselines", each(baseline_as_bottom))
+OTHER_KINDS = "other shapes"
 AS_POLYLINES = (None, each(line_as_polyline))
 PRINTABLE = ("control characters", each(printable))
 
@@ -355,40 +362,40 @@ PRINTABLE = ("control characters", each(printable))
 def cdf(shorten, before):
     return [
         HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, TOGETHER, PRINTABLE, *before,
-        ("digits of points beyond 10 columns", each(in_columns(shorten, 10, POINT))),
-        ("points (a file of its own lists them)", in_point_file),
-        ("layers and colours without an entity code", each(unassociated)),
-        ("texts of blanks", each(lambda e: None if e.kind == TEXT and not e.text.strip(" ") else e)),
-        ("letters of texts beyond 34", each(text_in_columns)),
-        ("digits beyond 15 columns", each(in_columns(shorten, 15, CHAIN, TEXT))),
-        WHOLE_SIZES, ("sizes of more than 5 digits", each(number_in_columns(shorten, "size", 5))),
-        ("angles of more than 3 characters", each(number_in_columns(shorten, "angle", 3))), BASELINES, ATTRIBUTES]
+        ("long numbers", each(in_columns(shorten, 10, POINT))),
+        ("points", in_point_file),
+        ("unmatched layers", each(unassociated)),
+        ("blank texts", each(lambda e: None if e.kind == TEXT and not e.text.strip(" ") else e)),
+        ("long texts", each(text_in_columns)),
+        ("long numbers", each(in_columns(shorten, 15, CHAIN, TEXT))),
+        WHOLE_SIZES, ("long numbers", each(number_in_columns(shorten, "size", 5))),
+        ("long numbers", each(number_in_columns(shorten, "angle", 3))), BASELINES, ATTRIBUTES]
 
 
 STANDARD = {
     "dxf": [
-        TOGETHER, SYMBOLS, ("chains of one vertex (points stand for them)", each(degenerate_as_point)), PRINTABLE,
-        ("signs in names", distinct_names), (None, each(numbered_colour)), ("colour numbers beyond 256", each(number_in_range)),
-        ("true colours (the nearest number stands for those without one)", each(colour_of_number)), CODES, ATTRIBUTES],
+        TOGETHER, SYMBOLS, ("single vertices", each(degenerate_as_point)), PRINTABLE,
+        ("signs in names", distinct_names), (None, each(numbered_colour)), ("numbers of colours", each(number_in_range)),
+        ("true colours", each(colour_of_number)), CODES, ATTRIBUTES],
     "shp points": [
         (OTHER_KINDS, without(*CHAINS, *CURVES)), TOGETHER, ("justification", each(without_just)), (None, each(text_as_point)),
-        LINE_TYPES, PRINTABLE, ("letters of long names and texts", cut_bytes(50, 100)), COLOURS_NAMED],
+        LINE_TYPES, PRINTABLE, ("long texts", cut_bytes(50, 100)), COLOURS_NAMED],
     "shp polylines": [
-        (OTHER_KINDS, without(POINT, TEXT)), ALONE, CURVES_DRAWN, AS_POLYLINES, (None, each(with_closing_vertex)), CLOSED, LINE_TYPES, PRINTABLE,
-        ("letters of long names and texts", cut_bytes(50, 100)), COLOURS_NAMED],
+        (OTHER_KINDS, without(POINT, TEXT)), ALONE, CURVES_DRAWN, AS_POLYLINES, WITH_CLOSING, CLOSED, LINE_TYPES, PRINTABLE,
+        ("long texts", cut_bytes(50, 100)), COLOURS_NAMED],
     "asc": [
-        ("points", without(POINT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, CODES, ("layers (a colour is the layer)", each(layer_is_colour)),
+        ("points", without(POINT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, CODES, ("layers", each(layer_is_colour)),
         COLOURS_NAMED, WHOLE_SIZES, BASELINES, PRINTABLE, ATTRIBUTES],
     "cdf": cdf(fitted, [(None, each(within_turn))]),
     "grd": [
-        ("points and texts", without(POINT, TEXT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, (None, each(with_closing_vertex)), CLOSED,
-        ("layers, colours", each(lambda e: e.but(layer="", colour=0, rgb=(0, 0, 0)))), LINE_TYPES, CODES,
-        ("attributes but township, range and section", each(without_values))],
+        ("points", without(POINT)), ("texts", without(TEXT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, WITH_CLOSING, CLOSED,
+        ("layers", each(lambda e: e.but(layer=""))),
+        ("colours", each(lambda e: e.but(colour=0, rgb=e.rgb and (0, 0, 0)))), LINE_TYPES, CODES],
 }
 
 ARCS = ("arcs", without(ARC))
 ATTRIBUTES_ALL = ("attributes", each(without_values))
-BARS = ("vertical bars", each(lambda e: e.but(layer=e.layer.replace("|", " "), text=e.text.replace("|", " "))))
+BARS = ("bars", each(lambda e: e.but(layer=e.layer.replace("|", " "), text=e.text.replace("|", " "))))
 
 
 def looks_geographic(e):
@@ -414,21 +421,21 @@ def in_steps(e):
 
 CLASSIC = {
     "dxf": [
-        TOGETHER, SYMBOLS, ARCS, ("vertices at (0, 0, 0)", each(without_origin)), CLOSED_AS_STORED, PRINTABLE,
+        TOGETHER, SYMBOLS, ARCS, ("vertices at the origin", each(without_origin)), CLOSED_AS_STORED, PRINTABLE,
         ("true colours", each(colour_of_number)), CODES, ATTRIBUTES],
     "shp points": [
         (OTHER_KINDS, without(*CHAINS, *CURVES)), HEIGHTS, TOGETHER, ("justification", each(without_just)),
-        (None, each(text_as_point)), LINE_TYPES, PRINTABLE, BARS, ("letters of long names and texts", cut_bytes(49, 99)),
+        (None, each(text_as_point)), LINE_TYPES, PRINTABLE, BARS, ("long texts", cut_bytes(49, 99)),
         COLOURS_NAMED, ATTRIBUTES_ALL],
     "shp polylines": [
-        (OTHER_KINDS, without(POINT, TEXT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, (None, each(with_closing_vertex)), CLOSED,
-        LINE_TYPES, PRINTABLE, BARS, ("letters of long names and texts", cut_bytes(49, 99)), COLOURS_NAMED, ATTRIBUTES_ALL],
+        (OTHER_KINDS, without(POINT, TEXT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, WITH_CLOSING, CLOSED,
+        LINE_TYPES, PRINTABLE, BARS, ("long texts", cut_bytes(49, 99)), COLOURS_NAMED, ATTRIBUTES_ALL],
     "asc": [
         ("points", without(POINT)), HEIGHTS, (None, each(as_many_as_x)),
-        ("where circles and arcs lie that look geographic", each(lambda e: e.but(xyz=None) if looks_geographic(e) else e)),
-        ("circles and arcs (chains with a stray end stand for them)", each(in_steps)), AS_POLYLINES, CLOSED_AS_STORED, LINE_TYPES, CODES,
-        ("layers (a colour is the layer)", each(layer_is_colour)), COLOURS_NAMED, WHOLE_SIZES, PRINTABLE, ATTRIBUTES],
-    "cdf": cdf(cut_off, [("closed marks where attributes are not used", each(unmarked_without_code))]),
+        ("places of curves", each(lambda e: e.but(xyz=None) if looks_geographic(e) else e)),
+        ("curves", each(in_steps)), AS_POLYLINES, CLOSED_AS_STORED, LINE_TYPES, CODES,
+        ("layers", each(layer_is_colour)), COLOURS_NAMED, WHOLE_SIZES, PRINTABLE, ATTRIBUTES],
+    "cdf": cdf(cut_off, [("closed marks", each(unmarked_without_code))]),
     "grd": STANDARD["grd"],
 }
 FORMATS = {"standard": STANDARD, "classic": CLASSIC}
@@ -486,7 +493,7 @@ def coloured_by_layer(elements):
 
 
 def without_texts_and_colours(e):
-    return e.but(text="", size=0.0, angle=0.0, just=0, colour=0, rgb=(0, 0, 0), style="", code=NO_CODE, values=None)
+    return e.but(text="", size=0.0, angle=0.0, just=0, colour=0, rgb=None, style="", code=NO_CODE, values=None)
 
 
 def geometry(e):
@@ -517,7 +524,8 @@ SEEN = {
     ("dxf", "classic", "ezdxf"): [
         ("letters beyond ASCII", each(bytes_as("cp1252"))), CARETS, PLACEMENT, ("line types", each(with_known_line_type))],
     ("dxf", "classic", "GDAL"): [
-        ("chains of one vertex (it shows points)", each(degenerate_as_point)), AS_GDAL, ("letters beyond ASCII", each(bytes_as("latin-1"))), CARETS, PLACEMENT, LONG_LINES],
+        ("chains of one vertex (it shows points)", each(degenerate_as_point)), AS_GDAL,
+        ("letters beyond ASCII", each(bytes_as("latin-1"))), CARETS, PLACEMENT, LONG_LINES],
     ("dxf", "classic", "Tesselink"): [
         (None, coloured_by_layer), (None, each(without_empty)), BASELINES, (None, each(as_utf8_or_1252))],
     ("shp", "classic", "pyshp"): [("attributes (it refuses the table)", each(geometry))],
@@ -526,5 +534,50 @@ SEEN = {
     ("asc", "classic", LAYOUT): [SWAPPED],
     ("asc", "classic", "Tesselink"): [
         SWAPPED, ("colours", each(lambda e: e.but(colour=0, rgb=(0, 0, 0)))), ("chains", without(CHAIN))],
-    ("cdf", "classic", "Tesselink"): [NO_POINT_FILE, ("a first x or y of 0 (the next one takes its place)", each(first_zero_gives_way))],
+    ("cdf", "classic", "Tesselink"): [
+        NO_POINT_FILE, ("a first x or y of 0 (the next one takes its place)", each(first_zero_gives_way))],
+}
+
+MEANING = {
+    "arcs": "not written at all",
+    "attributes": "of a shapefile: all but layer and text; in T/R Digitizer all but township, range and section; in a classic "
+                  "shapefile all but the layer",
+    "attributes of the own row": "the next row's stand for them",
+    "axes": "an x or y of 0 in a chain's first vertex; that of the next one takes its place",
+    "baselines": "of texts; they become bottoms",
+    "bars": "blanks stand for them",
+    "blank texts": "texts of nothing but blanks",
+    "chains of `XY, x, y`": "as the classic writer puts them",
+    "closed marks": "the chain ends on its first vertex all the same, except where a classic drawing or survey holds it as "
+                    "it was stored",
+    "colours": "but for the nearest of eighteen, and in a shapefile their numbers; T/R Digitizer has none",
+    "control characters": "blanks stand for them",
+    "curves": "circles and arcs: chains stand for them, in a classic survey with a stray end",
+    "decimals of sizes": "of texts",
+    "deleted rows": "their shapes are read",
+    "entity codes": "of CDF",
+    "everything (it is refused)": "with exit code 1",
+    "everything (nothing is written)": "with exit code 3",
+    "groups of points": "that the points of one element belong together",
+    "justification": "of texts",
+    "layers": "a survey has a colour in their place; T/R Digitizer has none",
+    "line types": "",
+    "long numbers": "digits of coordinates beyond 15 columns (of points 10), of sizes beyond 5, of angles beyond 3; in the classic "
+                    "dialect they may read as another number",
+    "long texts": "beyond 100 bytes in a shapefile, and names beyond 50; texts beyond 34 in CDF",
+    "m and PointZ": "shapes of the types PointZ, MultiPointZ, MultiPatch and all with m",
+    "numbers of colours": "above 256 and below 0",
+    "origin": "points, texts and circles at x = 0, y = 0",
+    "other shapes": "a file holds points and texts, or lines and curves; two conversions make two files",
+    "places of curves": "circles and arcs within 180 by 90 are in UTM metres",
+    "points": "CDF lists them in a .pts file beside it, by name, x and y",
+    "signs in names": "others than letters, digits, $, -, _ and blanks within; and which of two layers is in capitals",
+    "single vertices": "chains of one vertex: points in a drawing, left out of a shapefile",
+    "symbols": "names and angles of point symbols",
+    "texts": "",
+    "true colours": "the nearest number stands for a colour that has none, and none for black",
+    "unmatched layers": "layers that were not matched with an entity type, and their colours",
+    "vertices at the origin": "at (0, 0, 0)",
+    "`VECTOR` records": "nothing behind one is read",
+    "z": "",
 }

@@ -76,7 +76,7 @@ int main(int count, char** values) {
   QApplication::setApplicationVersion(TESSELINK_VERSION);
   QApplication::setDesktopFileName("org.tesselink.Tesselink");
   QIcon icon;
-  for (const int size : {16, 32, 48, 128}) icon.addFile(QString(":/icons/%1.png").arg(size));
+  for (const int size : {16, 32, 48, 128}) icon.addFile(QString(":/icon/%1.png").arg(size));
   QApplication::setWindowIcon(icon);
   QLocale::setDefault(QLocale::c());
   const Arguments arguments = Parse({values + 1, values + count});

@@ -164,8 +164,7 @@ class FileWriter {
 
   FileWriter& Write(std::string_view text) {
     if (text.size() > kBufferSize - used_) return WriteLong(text);
-    std::memcpy(buffer_.get() + used_, text.data(), text.size());
-    used_ += text.size();
+    used_ += text.copy(buffer_.get() + used_, text.size());
     return *this;
   }
   FileWriter& Number(double value) {

@@ -17,6 +17,7 @@ import math
 import multiprocessing
 import os
 import pathlib
+import random
 import re
 import shutil
 import struct
@@ -29,7 +30,9 @@ import zlib
 from collections import Counter, defaultdict
 
 try:
+    import ezdxf
     import shapefile
+    import drawings
     import matrix_readers as read
     import matrix_rules as rules
 except ImportError as error:
@@ -42,7 +45,7 @@ DIALECTS = ("standard", "classic")
 INPUTS = ("shp", "dxf", "asc", "cdf")
 OUTPUTS = ("shp points", "shp polylines", "dxf", "asc", "cdf", "grd")
 SLOW = 20_000_000  # bytes
-EVERY_LIBRECAD = 4
+EVERY_LIBRECAD = 2
 MARKS = ("<!-- made by tests/interop/matrix.py --write: begin -->", "<!-- made by tests/interop/matrix.py --write: end -->")
 
 # Surveys that the classic dialect reads otherwise.
@@ -69,8 +72,6 @@ EXPLAINED = {
     "MapServer__MapServer/TN.CommonTransportElements.TransportLink.shp -> shp polylines, standard, by GDAL":
         "the rows of the input's table are out of step with its fields, so that its numbers are none; programs differ in "
         "what they take for one",
-    "made/classic-all.cdf -> asc, classic, by a reader of the layout":
-        "x and y of a chain are out of step once they are read; this writer goes by x, every other by the shorter of the two",
 }
 
 
@@ -167,12 +168,33 @@ LABEL_DIGITS = Tolerance(xy=1e-14, z=1e-6, looks=5e-3)  # GDAL tells sizes and a
 
 def pyshp(job):
     if job.dialect == "standard":
-        return read.by_pyshp(job.output, job.carried)
+        elements, _ = read.by_pyshp(job.output, job.carried)
+        check_box(job.output, elements)
+        check_partners(job)
+        return elements, set()
     try:
         read.by_pyshp(job.output, job.carried)
     except Exception:  # pylint: disable=broad-except; pyshp raises what struct raises
         return read.by_pyshp(job.output, job.carried, with_table=False)
     raise Deviation("pyshp reads the table of the classic dialect")
+
+
+def check_box(path, elements):
+    vertices = [v for e in elements for v in e.xyz]
+    with shapefile.Reader(shp=str(path), shx=str(path.with_suffix(".shx"))) as reader:
+        if vertices:
+            check(list(reader.bbox) == [f(v[i] for v in vertices) for f in (min, max) for i in (0, 1)], f"the box is {reader.bbox}")
+        if reader.shapeType in (11, 13):
+            check(list(reader.zbox) == [f(v[2] for v in vertices) for f in (min, max)], f"the range of z is {reader.zbox}")
+
+
+def check_partners(job):
+    check(job.output.with_suffix(".cpg").read_text() == "UTF-8", "the .cpg file does not say UTF-8")
+    given = partner(job.source.path, ".prj") if job.source.format == "shp" else None
+    system = given.read_bytes().strip() if given else b""
+    written = job.output.with_suffix(".prj")
+    found = written.read_bytes().strip() if written.exists() else b""
+    check(found == system, f"the coordinate system is {found}, not {system}")
 
 
 def own(job):
@@ -492,8 +514,13 @@ def all_of(task):
     return result
 
 
+def is_drawn_by_librecad(e):
+    """Of arcs it leaves out some, flat ones and those that end next to 0 degrees, in the drawings that they come from too."""
+    return e.kind == CIRCLE or (e.kind not in (POINT, TEXT, ARC) and len(set(e.xyz)) > 1)
+
+
 def librecad(source, expected, result):
-    """Whether LibreCAD draws it: on its page a stroke begins for every line and curve. What it cannot open, it asks about."""
+    """Whether LibreCAD draws it: on its page a stroke begins for every line and circle. What it cannot open, it asks about."""
     drawing = source.folder / "out.dxf"
     if not shutil.which("librecad") or not drawing.exists():
         return
@@ -503,8 +530,8 @@ def librecad(source, expected, result):
     check(run.returncode == 0 and page.exists(), f"exit code {run.returncode}: {(run.stdout + run.stderr).strip()[-200:]}")
     packed = re.findall(rb"/FlateDecode.*?stream\r?\n(.*?)endstream", page.read_bytes(), re.S)
     streams = (zlib.decompressobj().decompress(s) for s in packed)
-    strokes = sum(len(re.findall(rb"[\d.-]+ [\d.-]+ m\b", s)) for s in streams)
-    lines = sum(e.kind not in (POINT, TEXT) and (e.kind in (CIRCLE, ARC) or len(set(e.xyz)) > 1) for e in expected)
+    strokes = sum(len(re.findall(rb"[\d.-]+ [\d.-]+ m\b", s)) - len(re.findall(rb"\bW\*? n\b", s)) for s in streams)
+    lines = sum(map(is_drawn_by_librecad, expected))
     check(strokes >= lines, f"{strokes} strokes for {lines} lines")
     result.count["LibreCAD"] += 1
 
@@ -552,9 +579,20 @@ drawings of other programs, all in one conversion with layers and texts from the
 count as polylines of two vertices.""".splitlines()
 
 
+def generated(folder):
+    """Drawings of what ezdxf makes, with texts that a code page lacks."""
+    for maker in (drawings.add_polylines, drawings.add_texts):
+        drawing = ezdxf.new("R2018")
+        maker(drawing.modelspace(), random.Random(11))
+        for text in ("Größe ½ €", "Жук 100%% ^J", "\U0001F600", "\\U+0041", "50%%%d", "a|b, 'c' \"d\""):
+            drawing.modelspace().add_text(text, dxfattribs={"insert": (0, 0), "layer": "Öl (Жук)"})
+        yield folder / f"{maker.__name__}.dxf"
+        drawing.saveas(folder / f"{maker.__name__}.dxf")
+
+
 def inputs(options, folder):
     examples = sorted(p for p in options.examples.iterdir() if p.suffix in (".shp", ".dxf", ".asc", ".cdf", ".mol"))
-    made = []
+    made = list(generated(folder))
     for name, text in SURVEYS.items():
         made.append(folder / name)
         made[-1].write_text(text, newline="\r\n")
@@ -625,6 +663,7 @@ def main():
     total.failures = [f for f in total.failures if f not in known]
     if real and not options.only and len(known) != len(EXPLAINED):
         total.failures.append("explained, but agrees")
+        print("DEVIATES: what is explained agrees")
     conversions = sum(n for key, n in total.count.items() if isinstance(key, tuple) and key[0] in DIALECTS)
     compared = ", ".join(f"{n} {key}" for key, n in total.count.items() if isinstance(key, str))
     print(f"{len(tasks)} drawings, {conversions} conversions compared in {time.monotonic() - begun:.0f} s ({compared}), "

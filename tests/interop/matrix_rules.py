@@ -286,6 +286,10 @@ def as_utf8_or_1252(e):
     return e.but(text=read(e.text), layer=read(e.layer))
 
 
+def in_halves(e):
+    return e.but(text="".join(chr(unit) for unit in utf16(e.text)))
+
+
 def untold_numbers(e):
     """Where pyshp finds no number, date or logical value, GDAL may find the beginning of one, or another none."""
     return e.but(values=tuple(... if v is None else v for v in e.values)) if e.values else e
@@ -512,7 +516,9 @@ NO_ORIGIN = ("points at the origin", each(lambda e: None if e.kind == POINT and 
 NO_POINT_FILE = ("points (it reads no point files)", without(POINT))
 
 SEEN = {
-    ("dxf", "standard", "ezdxf"): [("a ^ at the end of a text", each(lambda e: e.but(text=e.text.removesuffix("^"))))],
+    ("dxf", "standard", "ezdxf"): [
+        ("letters beyond U+FFFF (it shows halves)", each(in_halves)),
+        ("a ^ at the end of a text", each(lambda e: e.but(text=e.text.removesuffix("^"))))],
     ("dxf", "standard", "GDAL"): [
         AS_GDAL, FLAT_CLOSING, ("letters beyond Latin-1 and %% (it shows codes)", each(as_codes)), LONG_LINES],
     ("dxf", "standard", "Tesselink"): [(None, coloured_by_layer), (None, each(closed_in_space))],

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Report.h"
+#include "core/run/Report.h"
 #include "fuzz/Harness.h"
 #include "support/Lookups.h"
 

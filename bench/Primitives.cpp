@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Files.h"
-#include "core/Numbers.h"
-#include "core/tEntity.h"
+#include "core/element/tEntity.h"
+#include "core/io/Files.h"
+#include "core/io/Numbers.h"
 
 namespace tesselink {
 namespace {

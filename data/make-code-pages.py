@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes src/core/CodePages.inc: the letters of bytes 128 to 255 in each code page of one byte a letter.
+"""Writes src/core/io/CodePages.inc: the letters of bytes 128 to 255 in each code page of one byte a letter.
 
 The tables are those of Python's own codecs. Run it from the top of the tree; it needs nothing but Python.
 """
@@ -30,7 +30,7 @@ def row(codec, first):
 
 
 def main():
-    with open("src/core/CodePages.inc", "w", encoding="utf-8", newline="\n") as out:
+    with open("src/core/io/CodePages.inc", "w", encoding="utf-8", newline="\n") as out:
         out.write("// Written by data/make-code-pages.py.\n")
         for name, codec in PAGES:
             out.write(f'{{"{name}",\n')

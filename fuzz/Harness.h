@@ -11,12 +11,12 @@
 #include <string>
 #include <string_view>
 
-#include "core/Errors.h"
-#include "core/FieldSelection.h"
-#include "core/Filters.h"
-#include "core/Interaction.h"
-#include "core/Report.h"
-#include "core/Settings.h"
+#include "core/io/Errors.h"
+#include "core/run/FieldSelection.h"
+#include "core/run/Filters.h"
+#include "core/run/Interaction.h"
+#include "core/run/Report.h"
+#include "core/run/Settings.h"
 
 namespace tesselink {
 

@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "cli/Exit.h"
-#include "core/Errors.h"
-#include "core/Numbers.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
 #include "formats/Formats.h"
 
 namespace tesselink {

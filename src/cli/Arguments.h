@@ -5,8 +5,8 @@
 #include <variant>
 #include <vector>
 
-#include "core/Dialect.h"
-#include "core/Interaction.h"
+#include "core/run/Dialect.h"
+#include "core/run/Interaction.h"
 
 namespace tesselink {
 

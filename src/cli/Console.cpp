@@ -9,8 +9,8 @@
 #include <unistd.h>
 #endif
 
-#include "core/Errors.h"
-#include "core/Files.h"
+#include "core/io/Errors.h"
+#include "core/io/Files.h"
 
 namespace tesselink {
 namespace {

@@ -4,9 +4,9 @@
 #include <cstdio>
 
 #include "cli/Console.h"
-#include "core/Errors.h"
-#include "core/FieldSelection.h"
-#include "core/Filters.h"
+#include "core/io/Errors.h"
+#include "core/run/FieldSelection.h"
+#include "core/run/Filters.h"
 
 namespace tesselink {
 namespace {

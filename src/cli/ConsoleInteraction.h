@@ -8,7 +8,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/LayerOptions.h"
-#include "core/Interaction.h"
+#include "core/run/Interaction.h"
 
 namespace tesselink {
 

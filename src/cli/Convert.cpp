@@ -1,16 +1,17 @@
 // convert: one conversion, and an account of it.
 #include <filesystem>
 
+#include "app/QtSettings.h"
+#include "app/SummaryText.h"
+#include "app/WrittenFiles.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"
-#include "core/Errors.h"
-#include "core/Paths.h"
-#include "faces/QtSettings.h"
-#include "faces/SummaryText.h"
-#include "faces/WrittenFiles.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
+#include "core/io/Utf8.h"
 #include "formats/Formats.h"
 #include "formats/cdf/CodeTables.h"
 
@@ -101,7 +102,7 @@ void PrintWhatTheOutputHolds(const ConvertCommand& command, const RunSummary& su
 Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interaction) {
   Json warnings = Json::array();
   const auto add = [&](const std::string& kind, const std::string& text, std::int64_t count) {
-    warnings.push_back({{"kind", kind}, {"text", Utf8(text)}, {"count", count}});
+    warnings.push_back({{"kind", kind}, {"text", AsUtf8(text)}, {"count", count}});
   };
   for (const auto& [text, count] : interaction.Notices()) add("message", text, count);
   for (const Warning& warning : summary.report.Warnings()) add(warning.kind, warning.text, warning.count);
@@ -110,7 +111,7 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
   }
   if (const std::string endless = EndlessWarning(interaction); !endless.empty()) add("endless", endless, 1);
   Json undelivered = Json::object();
-  for (const auto& [type, count] : summary.report.UndeliveredTypes()) undelivered[Utf8(type)] = count;
+  for (const auto& [type, count] : summary.report.UndeliveredTypes()) undelivered[AsUtf8(type)] = count;
   return {{"read", CountsJson(summary.read)},
           {"written", CountsJson(summary.written)},
           {"converted", CountsJson(summary.converted)},
@@ -120,7 +121,7 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
           {"extents", ExtentsJson(summary.extents)},
           {"outputs", TextsJson(summary.outputs)},
           {"warnings", warnings},
-          {"error", Utf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))}};
+          {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))}};
 }
 
 }  // namespace

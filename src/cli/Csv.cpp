@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/Errors.h"
+#include "core/io/Errors.h"
 
 namespace tesselink {
 

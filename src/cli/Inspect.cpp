@@ -7,9 +7,10 @@
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"
-#include "core/Numbers.h"
-#include "core/Paths.h"
-#include "core/Text.h"
+#include "core/io/Numbers.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/io/Utf8.h"
 #include "formats/shape/DBFInFilter.h"
 
 namespace tesselink {
@@ -22,8 +23,8 @@ Json FieldsJson(const std::string& input, Dialect dialect) {
   DBFInFilter table(dialect);
   table.filename(path);
   for (int i = 0; i <= table.NumFields(); ++i) {
-    fields.push_back({{"name", Utf8(table.GetFieldName(i))},
-                      {"type", Utf8(std::string(1, table.FieldType(i)))},
+    fields.push_back({{"name", AsUtf8(table.GetFieldName(i))},
+                      {"type", AsUtf8(std::string(1, table.FieldType(i)))},
                       {"length", table.FieldLength(i)},
                       {"decimals", table.FieldDecimals(i)}});
   }

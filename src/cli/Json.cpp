@@ -1,7 +1,6 @@
 #include "cli/Json.h"
+#include "core/io/Utf8.h"
 
-#include <QString>
-#include <QUtf8StringView>
 #include <charconv>
 
 namespace tesselink {
@@ -24,27 +23,22 @@ Json Singles(std::span<const double> values) {
 
 }  // namespace
 
-std::string Utf8(const std::string& text) {
-  if (QUtf8StringView(text.data(), static_cast<qsizetype>(text.size())).isValidUtf8()) return text;
-  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())).toStdString();
-}
-
 Json ElementJson(const tEntity& entity) {
   return {{"bType", entity.bType},
-          {"Layer", Utf8(entity.Layer)},
+          {"Layer", AsUtf8(entity.Layer)},
           {"Colour", entity.Colour},
           {"RGB", entity.RGB},
-          {"CDFCode", Utf8(entity.CDFCode)},
+          {"CDFCode", AsUtf8(entity.CDFCode)},
           {"Closed", entity.Closed},
-          {"LineStyle", Utf8(entity.LineStyle)},
+          {"LineStyle", AsUtf8(entity.LineStyle)},
           {"Rad", Shortest(entity.Rad)},
           {"AngStart", Shortest(entity.AngStart)},
           {"AngEnd", Shortest(entity.AngEnd)},
-          {"Text", Utf8(entity.Text)},
+          {"Text", AsUtf8(entity.Text)},
           {"TextAng", entity.TextAng},
           {"TextSize", entity.TextSize},
           {"TextJust", entity.TextJust},
-          {"TextUnits", Utf8(entity.TextUnits)},
+          {"TextUnits", AsUtf8(entity.TextUnits)},
           {"x", entity.AllX()},
           {"Y", entity.AllY()},
           {"Z", Singles(entity.AllZ())}};
@@ -67,7 +61,7 @@ Json CountsJson(const KindCounts& counts) {
 
 Json TextsJson(const std::vector<std::string>& texts) {
   Json json = Json::array();
-  for (const std::string& text : texts) json.push_back(Utf8(text));
+  for (const std::string& text : texts) json.push_back(AsUtf8(text));
   return json;
 }
 

@@ -4,16 +4,15 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "core/Extents.h"
-#include "core/Report.h"
-#include "core/tEntity.h"
+#include "core/element/Extents.h"
+#include "core/element/tEntity.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 
 using Json = nlohmann::ordered_json;
 
-/// A text as JSON can carry it: UTF-8 as it stands, other bytes as the characters of Latin-1.
-std::string Utf8(const std::string& text);
+/// Texts are UTF-8 as they stand, other bytes the letters of Latin-1.
 Json ElementJson(const tEntity& entity);
 /// The bounds, or null before the first vertex.
 Json ExtentsJson(const Extents& extents);

@@ -4,11 +4,12 @@
 
 #include "cli/Csv.h"
 #include "cli/Json.h"
-#include "core/Errors.h"
-#include "core/Files.h"
-#include "core/Filters.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Files.h"
+#include "core/io/Text.h"
+#include "core/io/Utf8.h"
+#include "core/run/Filters.h"
+#include "core/run/Report.h"
 #include "formats/cdf/LayerMatching.h"
 
 namespace tesselink {
@@ -112,7 +113,7 @@ std::vector<std::string> LayerOptions::Proposal(const LayerMatchingQuestion& que
 std::vector<std::string> LayerOptions::FromFileOr(std::vector<std::string> codes,
                                                   const LayerMatchingQuestion& question) const {
   for (std::size_t i = 0; i < codes.size(); ++i) {
-    const auto given = codes_.find(Utf8(question.layers[i]));
+    const auto given = codes_.find(AsUtf8(question.layers[i]));
     if (given != codes_.end()) codes[i] = given->second;
   }
   WarnOfShortCodes(question.layers, codes, question.context.report);

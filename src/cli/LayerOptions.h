@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "cli/Arguments.h"
-#include "core/Interaction.h"
+#include "core/run/Interaction.h"
 
 namespace tesselink {
 

@@ -1,13 +1,14 @@
 // layers: the layers of a drawing with their entity codes, as a list to be edited and handed to --layer-codes.
 #include <set>
 
+#include "app/QtSettings.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Csv.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"
-#include "faces/QtSettings.h"
+#include "core/io/Utf8.h"
 #include "formats/cdf/CDFMap.h"
 
 namespace tesselink {
@@ -52,8 +53,8 @@ int Run(const LayersCommand& command) {
   for (const auto& [layer, code] : Rows(reading, ofElements)) {
     std::string pattern = code;
     const std::int16_t type = code.empty() ? std::int16_t{0} : types.SearchCode(pattern);
-    list += CsvField(Utf8(layer)) + "," + CsvField(Utf8(code)) + "," +
-            CsvField(type == 0 ? std::string() : Utf8(types.Description(type))) + "\n";
+    list += CsvField(AsUtf8(layer)) + "," + CsvField(AsUtf8(code)) + "," +
+            CsvField(type == 0 ? std::string() : AsUtf8(types.Description(type))) + "\n";
   }
   Print(list);
   return exitCode;

@@ -4,8 +4,9 @@
 #include "cli/Csv.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
-#include "core/Errors.h"
-#include "core/Paths.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
+#include "core/io/Utf8.h"
 #include "formats/Formats.h"
 #include "formats/shape/DBFInFilter.h"
 
@@ -16,14 +17,14 @@ int Run(const TableCommand& command) {
   DBFInFilter table;
   table.filename(command.file);
   std::string line;
-  for (int i = 0; i <= table.NumFields(); ++i) line += (i > 0 ? "," : "") + CsvField(Utf8(table.GetFieldName(i)));
+  for (int i = 0; i <= table.NumFields(); ++i) line += (i > 0 ? "," : "") + CsvField(AsUtf8(table.GetFieldName(i)));
   Print(line + "\n");
   const std::int64_t records = table.NumRecs();
   for (std::int64_t record = 0; record < records && !Interrupted(); ++record) {
     line.clear();
     for (int i = 0; i <= table.NumFields(); ++i) {
       if (i > 0) line += ',';
-      line += CsvField(Utf8(std::string(table.GetFieldData(i, record))));
+      line += CsvField(AsUtf8(std::string(table.GetFieldData(i, record))));
     }
     Print(line += '\n');
   }

@@ -5,9 +5,9 @@
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "cli/Reading.h"
-#include "core/Errors.h"
-#include "core/Paths.h"
-#include "faces/SvgPicture.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
+#include "picture/SvgPicture.h"
 
 namespace tesselink {
 namespace {

@@ -2,13 +2,13 @@
 
 #include <filesystem>
 
+#include "app/ProgramFolder.h"
+#include "app/QtSettings.h"
+#include "app/SummaryText.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
-#include "core/Errors.h"
-#include "core/Paths.h"
-#include "faces/ProgramFolder.h"
-#include "faces/QtSettings.h"
-#include "faces/SummaryText.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
 #include "formats/Formats.h"
 #include "formats/cdf/CodeTables.h"
 

@@ -7,8 +7,8 @@
 
 #include "cli/Arguments.h"
 #include "cli/ConsoleInteraction.h"
-#include "core/ConversionRun.h"
-#include "core/FormatTable.h"
+#include "core/run/ConversionRun.h"
+#include "core/run/FormatTable.h"
 
 namespace tesselink {
 

@@ -1,7 +1,7 @@
 // The one list of every format: a new format is a class and a row in Formats.cpp.
 #pragma once
 
-#include "core/FormatTable.h"
+#include "core/run/FormatTable.h"
 
 namespace tesselink {
 

@@ -6,9 +6,9 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "core/Paths.h"
-#include "core/Text.h"
-#include "faces/UiText.h"
+#include "app/UiText.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
 #include "formats/shape/DBFInFilter.h"
 
 namespace tesselink {

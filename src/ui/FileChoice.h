@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "core/FormatTable.h"
+#include "core/run/FormatTable.h"
 
 class QMimeData;
 

@@ -20,9 +20,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "core/Paths.h"
-#include "faces/UiText.h"
-#include "faces/WrittenFiles.h"
+#include "app/UiText.h"
+#include "app/WrittenFiles.h"
+#include "core/io/Paths.h"
 #include "formats/cdf/CodeTables.h"
 #include "ui/CommonDlg.h"
 #include "ui/FileChoice.h"

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "core/ConversionRun.h"
-#include "core/FormatTable.h"
-#include "core/Settings.h"
+#include "core/run/ConversionRun.h"
+#include "core/run/FormatTable.h"
+#include "core/run/Settings.h"
 
 class QComboBox;
 class QGroupBox;

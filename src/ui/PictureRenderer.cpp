@@ -7,8 +7,8 @@
 #include <cmath>
 #include <span>
 
-#include "core/PictureColours.h"
-#include "faces/UiText.h"
+#include "app/UiText.h"
+#include "picture/PictureColours.h"
 
 namespace tesselink {
 namespace {

@@ -11,8 +11,8 @@
 #include <memory>
 #include <vector>
 
-#include "core/Picture.h"
-#include "core/PictureView.h"
+#include "picture/Picture.h"
+#include "picture/PictureView.h"
 
 class QPainter;
 

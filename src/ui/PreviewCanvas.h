@@ -9,8 +9,8 @@
 #include <optional>
 #include <vector>
 
-#include "core/Picture.h"
-#include "core/PictureView.h"
+#include "picture/Picture.h"
+#include "picture/PictureView.h"
 #include "ui/PictureRenderer.h"
 
 namespace tesselink {

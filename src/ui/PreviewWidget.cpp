@@ -15,10 +15,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/Numbers.h"
-#include "core/Paths.h"
-#include "core/PictureColours.h"
-#include "faces/UiText.h"
+#include "app/UiText.h"
+#include "core/io/Numbers.h"
+#include "core/io/Paths.h"
+#include "picture/PictureColours.h"
 #include "ui/PreviewCanvas.h"
 
 namespace tesselink {

@@ -10,10 +10,10 @@
 #include <memory>
 #include <string>
 
-#include "core/Filters.h"
-#include "core/FormatTable.h"
-#include "core/Settings.h"
-#include "faces/PreviewReading.h"
+#include "core/run/Filters.h"
+#include "core/run/FormatTable.h"
+#include "core/run/Settings.h"
+#include "picture/PreviewReading.h"
 
 class QCheckBox;
 class QLabel;

@@ -8,9 +8,9 @@
 #include <QMessageBox>
 #include <QStringList>
 
-#include "core/Filters.h"
-#include "faces/SummaryText.h"
-#include "faces/UiText.h"
+#include "app/SummaryText.h"
+#include "app/UiText.h"
+#include "core/run/Filters.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
 #include "ui/Questions.h"

@@ -5,8 +5,8 @@
 #include <QObject>
 #include <memory>
 
-#include "core/ConversionRun.h"
-#include "core/Interaction.h"
+#include "core/run/ConversionRun.h"
+#include "core/run/Interaction.h"
 #include "ui/Pace.h"
 
 class QWidget;

@@ -1,7 +1,7 @@
 #include "ui/Questions.h"
 
-#include "core/Errors.h"
-#include "core/FieldSelection.h"
+#include "core/io/Errors.h"
+#include "core/run/FieldSelection.h"
 #include "formats/cdf/LayerMatching.h"
 #include "ui/fDBFSel.h"
 #include "ui/fTRDig.h"

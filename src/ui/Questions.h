@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Interaction.h"
+#include "core/run/Interaction.h"
 
 class QWidget;
 

@@ -1,6 +1,6 @@
 #include "ui/TextListModel.h"
 
-#include "faces/UiText.h"
+#include "app/UiText.h"
 
 namespace tesselink {
 

@@ -9,9 +9,9 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "core/Errors.h"
-#include "core/FieldSelection.h"
-#include "faces/UiText.h"
+#include "app/UiText.h"
+#include "core/io/Errors.h"
+#include "core/run/FieldSelection.h"
 #include "ui/Named.h"
 #include "ui/TextListModel.h"
 #include "ui/frmDBFScan.h"

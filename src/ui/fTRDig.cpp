@@ -11,9 +11,9 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "core/Errors.h"
-#include "core/Paths.h"
-#include "faces/UiText.h"
+#include "app/UiText.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
 #include "formats/shape/DBFInFilter.h"
 #include "ui/Named.h"
 

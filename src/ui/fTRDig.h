@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Interaction.h"
+#include "core/run/Interaction.h"
 
 class QComboBox;
 class QLabel;

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "core/Interaction.h"
+#include "core/run/Interaction.h"
 
 class QRadioButton;
 

@@ -18,7 +18,7 @@
 #include <QToolButton>
 #include <algorithm>
 
-#include "faces/UiText.h"
+#include "app/UiText.h"
 #include "formats/cdf/LayerMatching.h"
 #include "ui/ElidedLabel.h"
 #include "ui/Named.h"

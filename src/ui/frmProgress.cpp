@@ -13,8 +13,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "core/ConversionRun.h"
-#include "faces/SummaryText.h"
+#include "app/SummaryText.h"
+#include "core/run/ConversionRun.h"
 #include "ui/Named.h"
 
 namespace tesselink {

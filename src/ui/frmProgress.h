@@ -5,7 +5,7 @@
 #include <QElapsedTimer>
 #include <string>
 
-#include "core/Extents.h"
+#include "core/element/Extents.h"
 
 class QLabel;
 class QPlainTextEdit;

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "faces/ProgramFolder.h"
-#include "faces/QtSettings.h"
-#include "faces/UiText.h"
+#include "app/ProgramFolder.h"
+#include "app/QtSettings.h"
+#include "app/UiText.h"
 #include "formats/Formats.h"
 #include "ui/MainWindow.h"
 #include "ui/PreviewWidget.h"

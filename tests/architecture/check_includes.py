@@ -1,18 +1,27 @@
-"""Checks from the includes that the floors of the house lean downwards only: core knows no format and no screen, formats
-know no screen, and a format's folder leans on another only where the table below says so."""
+"""Checks from the includes that arrows point downwards only: each room includes what the table below allows, and a format's
+folder leans on another only where the second table says so."""
 import pathlib
 import re
 import sys
 
-FLOORS = {"core": {"core"}, "formats": {"core", "formats"}, "faces": {"core", "formats", "faces"},
-          "cli": {"core", "formats", "faces", "cli"}, "ui": {"core", "formats", "faces", "ui"}}
+# What each room may include. `core` has rooms of its own.
+ROOMS = {
+    "core/io": {"core/io"},
+    "core/element": {"core/element", "core/io"},
+    "core/run": {"core/run", "core/element", "core/io"},
+    "formats": {"core", "formats"},
+    "picture": {"core", "picture"},
+    "app": {"core", "formats", "app"},
+    "cli": {"core", "formats", "picture", "app", "cli"},
+    "ui": {"core", "formats", "picture", "app", "ui"},
+}
 # A file of one format folder that may include a header of another.
 LEANINGS = {
     ("Formats.cpp", "dxf"), ("Formats.cpp", "landmark"), ("Formats.cpp", "shape"), ("Formats.cpp", "cdf"),
     ("Formats.cpp", "grid"), ("AscOutFilter", "grid"), ("TRDigOut", "shape"), ("CodeTables", "grid"),
     ("CodeTables", "dxf"),
 }
-STANDARD_ONLY = {"core", "formats"}
+STANDARD_ONLY = {"core/io", "core/element", "core/run", "formats", "picture"}
 # Other packages register their folders with the system, on the one system that has a registry.
 OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h")}
 
@@ -20,21 +29,24 @@ OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h")}
 def complaints(root):
     for path in sorted(root.rglob("*.[hc]*")):
         place = path.relative_to(root).parts
-        floor = place[0]
+        room = "/".join(place[:2]) if place[0] == "core" else place[0]
+        if room not in ROOMS:
+            yield f"{'/'.join(place)}: lies in no room"
+            continue
         for included in re.findall(r'^\s*#\s*include\s+"([^"]+)"', path.read_text(), re.M):
             target = included.split("/")
-            if target[0] not in FLOORS[floor]:
-                yield f"{'/'.join(place)} includes {included}: that floor lies above"
-            elif floor == "formats" and target[0] == "formats" and len(target) > 2:
+            if not any(included.startswith(allowed + "/") for allowed in ROOMS[room]):
+                yield f"{'/'.join(place)} includes {included}: that room is not below this one"
+            elif room == "formats" and target[0] == "formats" and len(target) > 2:
                 own = place[1] if len(place) > 2 else ""
                 if target[1] != own and not any(path.name.startswith(n) and target[1] == f for n, f in LEANINGS):
                     yield f"{'/'.join(place)} includes {included}: format folders do not lean on each other here"
-        if floor in STANDARD_ONLY:
+        if room in STANDARD_ONLY:
             for header in re.findall(r"^\s*#\s*include\s+<([^>]+)>", path.read_text(), re.M):
                 if (path.name, header) in OF_THE_SYSTEM:
                     continue
                 if "/" in header or header.startswith("Q") or header.endswith(".h"):
-                    yield f"{'/'.join(place)} includes <{header}>: this floor uses the standard library alone"
+                    yield f"{'/'.join(place)} includes <{header}>: this room uses the standard library alone"
 
 
 def main():

@@ -1,4 +1,4 @@
-#include "faces/QtSettings.h"
+#include "app/QtSettings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "core/ConversionRun.h"
+#include "core/run/ConversionRun.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "core/Files.h"
+#include "core/io/Files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "core/FormatTable.h"
+#include "core/run/FormatTable.h"
 
 #include <gtest/gtest.h>
 

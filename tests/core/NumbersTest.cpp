@@ -1,4 +1,4 @@
-#include "core/Numbers.h"
+#include "core/io/Numbers.h"
 
 #include <gtest/gtest.h>
 

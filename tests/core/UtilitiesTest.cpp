@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "core/ColourNames.h"
-#include "core/FieldSelection.h"
-#include "core/Justification.h"
-#include "core/LayerCodes.h"
-#include "core/LineEnds.h"
-#include "core/Paths.h"
+#include "core/element/ColourNames.h"
+#include "core/element/Justification.h"
+#include "core/io/Paths.h"
+#include "core/run/FieldSelection.h"
+#include "core/run/LayerCodes.h"
+#include "core/run/LineEnds.h"
 #include "support/Support.h"
 
 namespace tesselink {

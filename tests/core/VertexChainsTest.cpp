@@ -1,4 +1,4 @@
-#include "core/VertexChains.h"
+#include "core/element/VertexChains.h"
 
 #include <gtest/gtest.h>
 

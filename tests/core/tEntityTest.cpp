@@ -1,8 +1,8 @@
-#include "core/tEntity.h"
+#include "core/element/tEntity.h"
 
 #include <gtest/gtest.h>
 
-#include "core/EqnLine.h"
+#include "core/element/EqnLine.h"
 #include "support/Support.h"
 
 namespace tesselink {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "core/Text.h"
+#include "core/io/Text.h"
 #include "formats/cdf/CDFInFilter.h"
 #include "formats/cdf/CDFOutFilter.h"
 #include "support/Lookups.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "core/Settings.h"
+#include "core/run/Settings.h"
 
 namespace tesselink {
 

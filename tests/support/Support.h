@@ -13,13 +13,13 @@
 #include <string>
 #include <vector>
 
-#include "core/Errors.h"
-#include "core/FieldSelection.h"
-#include "core/Filters.h"
-#include "core/Interaction.h"
-#include "core/Numbers.h"
-#include "core/Report.h"
-#include "core/Settings.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/run/FieldSelection.h"
+#include "core/run/Filters.h"
+#include "core/run/Interaction.h"
+#include "core/run/Report.h"
+#include "core/run/Settings.h"
 #include "support/MemorySettings.h"
 
 namespace tesselink {

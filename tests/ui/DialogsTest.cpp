@@ -15,8 +15,8 @@
 #include <fstream>
 #include <functional>
 
-#include "core/Errors.h"
-#include "core/FieldSelection.h"
+#include "core/io/Errors.h"
+#include "core/run/FieldSelection.h"
 #include "formats/shape/DBFInFilter.h"
 #include "support/Shapes.h"
 #include "ui/fDBFSel.h"

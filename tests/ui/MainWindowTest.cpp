@@ -16,7 +16,7 @@
 #include <QTest>
 #include <QUrl>
 
-#include "faces/UiText.h"
+#include "app/UiText.h"
 #include "formats/Formats.h"
 #include "support/MemorySettings.h"
 #include "support/Shapes.h"

@@ -12,11 +12,11 @@
 #include <cstring>
 #include <functional>
 
-#include "core/Errors.h"
-#include "core/Interaction.h"
-#include "faces/PreviewReading.h"
-#include "faces/QtSettings.h"
+#include "app/QtSettings.h"
+#include "core/io/Errors.h"
+#include "core/run/Interaction.h"
 #include "formats/Formats.h"
+#include "picture/PreviewReading.h"
 #include "ui/PreviewCanvas.h"
 #include "ui/PreviewWidget.h"
 

@@ -6,10 +6,10 @@
 #include <limits>
 #include <string>
 
-#include "core/Errors.h"
-#include "core/FormatTable.h"
-#include "core/Interaction.h"
-#include "core/Report.h"
+#include "core/io/Errors.h"
+#include "core/run/FormatTable.h"
+#include "core/run/Interaction.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 

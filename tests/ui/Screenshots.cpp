@@ -10,10 +10,10 @@
 #include <QStyleFactory>
 #include <cstdio>
 
-#include "core/FieldSelection.h"
-#include "core/Report.h"
-#include "faces/SummaryText.h"
-#include "faces/UiText.h"
+#include "app/SummaryText.h"
+#include "app/UiText.h"
+#include "core/run/FieldSelection.h"
+#include "core/run/Report.h"
 #include "formats/Formats.h"
 #include "formats/cdf/LayerMatching.h"
 #include "formats/shape/DBFInFilter.h"

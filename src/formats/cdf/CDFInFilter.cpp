@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "core/Errors.h"
-#include "core/LineEnds.h"
-#include "core/Numbers.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Text.h"
+#include "core/run/LineEnds.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {

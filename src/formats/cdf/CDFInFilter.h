@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Files.h"
-#include "core/Filters.h"
+#include "core/io/Files.h"
+#include "core/run/Filters.h"
 #include "formats/cdf/CodeTables.h"
 
 namespace tesselink {

@@ -1,6 +1,6 @@
 #include "formats/cdf/CDFMap.h"
 
-#include "core/Text.h"
+#include "core/io/Text.h"
 
 namespace tesselink {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/LookupFile.h"
+#include "core/run/LookupFile.h"
 
 namespace tesselink {
 

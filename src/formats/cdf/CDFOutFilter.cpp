@@ -5,12 +5,12 @@
 #include <cmath>
 #include <cstring>
 
-#include "core/Errors.h"
-#include "core/Justification.h"
-#include "core/Numbers.h"
-#include "core/Paths.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/element/Justification.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Files.h"
-#include "core/Filters.h"
-#include "core/Interaction.h"
-#include "core/VertexChains.h"
+#include "core/element/VertexChains.h"
+#include "core/io/Files.h"
+#include "core/run/Filters.h"
+#include "core/run/Interaction.h"
 
 namespace tesselink {
 

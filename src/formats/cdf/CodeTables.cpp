@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "core/Errors.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <unordered_map>
 
-#include "core/ConversionRun.h"
-#include "core/Filters.h"
-#include "core/tEntity.h"
+#include "core/element/tEntity.h"
+#include "core/run/ConversionRun.h"
+#include "core/run/Filters.h"
 #include "formats/cdf/CDFMap.h"
 #include "formats/dxf/cColourTab.h"
 #include "formats/grid/LNGSLMap.h"

@@ -5,11 +5,11 @@
 #include <cmath>
 #include <optional>
 
-#include "core/Errors.h"
-#include "core/Interaction.h"
-#include "core/Numbers.h"
-#include "core/Settings.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Text.h"
+#include "core/run/Interaction.h"
+#include "core/run/Settings.h"
 
 namespace tesselink {
 namespace {

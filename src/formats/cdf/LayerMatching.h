@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/Filters.h"
+#include "core/run/Filters.h"
 #include "formats/cdf/CDFMap.h"
 
 namespace tesselink {

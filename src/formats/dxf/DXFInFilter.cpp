@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/Errors.h"
-#include "core/Interaction.h"
-#include "core/Report.h"
+#include "core/io/Errors.h"
+#include "core/run/Interaction.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/Filters.h"
+#include "core/run/Filters.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReader.h"
 #include "formats/dxf/GroupScanner.h"

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/Extents.h"
-#include "core/Files.h"
-#include "core/Filters.h"
+#include "core/element/Extents.h"
+#include "core/io/Files.h"
+#include "core/run/Filters.h"
 #include "formats/dxf/DrawingNames.h"
 #include "formats/dxf/cColourTab.h"
 

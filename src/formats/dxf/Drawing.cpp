@@ -3,8 +3,8 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
 #include "formats/dxf/GroupScanner.h"
 
 namespace tesselink {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/CodePages.h"
-#include "core/Utf8.h"
+#include "core/io/CodePages.h"
+#include "core/io/Utf8.h"
 
 namespace tesselink {
 namespace {

@@ -1,6 +1,6 @@
 #include "formats/dxf/DrawingNames.h"
 
-#include "core/Text.h"
+#include "core/io/Text.h"
 #include "formats/dxf/DrawingEncoding.h"
 
 namespace tesselink {

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "core/CodePages.h"
-#include "core/Text.h"
-#include "core/Utf8.h"
+#include "core/io/CodePages.h"
+#include "core/io/Text.h"
+#include "core/io/Utf8.h"
 
 namespace tesselink {
 namespace {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "core/VertexChains.h"
+#include "core/element/VertexChains.h"
 
 namespace tesselink {
 

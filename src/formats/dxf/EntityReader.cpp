@@ -6,9 +6,9 @@
 #include <limits>
 #include <numbers>
 
-#include "core/Errors.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/GroupScanner.h"
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/VertexChains.h"
-#include "core/tEntity.h"
+#include "core/element/VertexChains.h"
+#include "core/element/tEntity.h"
 #include "formats/dxf/EntityGroups.h"
 #include "formats/dxf/ObjectCoordinates.h"
 #include "formats/dxf/cColourTab.h"

@@ -7,8 +7,8 @@
 #include <limits>
 #include <type_traits>
 
-#include "core/Errors.h"
-#include "core/Report.h"
+#include "core/io/Errors.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/Files.h"
+#include "core/io/Files.h"
 
 namespace tesselink {
 

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "core/VertexChains.h"
+#include "core/element/VertexChains.h"
 
 namespace tesselink {
 

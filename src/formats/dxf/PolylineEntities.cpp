@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/Report.h"
+#include "core/run/Report.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReader.h"
 #include "formats/dxf/GroupScanner.h"

@@ -3,10 +3,10 @@
 #include <array>
 #include <limits>
 
-#include "core/ColourNames.h"
-#include "core/Errors.h"
-#include "core/Paths.h"
-#include "core/Text.h"
+#include "core/element/ColourNames.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
 
 namespace tesselink {
 

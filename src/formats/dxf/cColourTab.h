@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "core/Files.h"
+#include "core/io/Files.h"
 
 namespace tesselink {
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "core/Errors.h"
-#include "core/Paths.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {

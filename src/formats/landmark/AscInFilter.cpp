@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "core/ColourNames.h"
-#include "core/Errors.h"
-#include "core/Interaction.h"
-#include "core/LineEnds.h"
-#include "core/Numbers.h"
-#include "core/Paths.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/element/ColourNames.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/run/Interaction.h"
+#include "core/run/LineEnds.h"
+#include "core/run/Report.h"
 #include "formats/landmark/LayerColours.h"
 
 namespace tesselink {

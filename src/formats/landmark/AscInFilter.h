@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/Files.h"
-#include "core/Filters.h"
+#include "core/io/Files.h"
+#include "core/run/Filters.h"
 
 namespace tesselink {
 

@@ -2,12 +2,12 @@
 
 #include <cmath>
 
-#include "core/ColourNames.h"
-#include "core/Justification.h"
-#include "core/Numbers.h"
-#include "core/Paths.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/element/ColourNames.h"
+#include "core/element/Justification.h"
+#include "core/io/Numbers.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
 #include "formats/grid/cUTM.h"
 
 namespace tesselink {

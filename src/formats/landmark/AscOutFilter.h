@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/Files.h"
-#include "core/Filters.h"
-#include "core/VertexChains.h"
+#include "core/element/VertexChains.h"
+#include "core/io/Files.h"
+#include "core/run/Filters.h"
 
 namespace tesselink {
 

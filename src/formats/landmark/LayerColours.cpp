@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "core/Text.h"
+#include "core/io/Text.h"
 
 namespace tesselink {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "core/Files.h"
-#include "core/Filters.h"
+#include "core/io/Files.h"
+#include "core/run/Filters.h"
 
 namespace tesselink {
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "core/AttributeTable.h"
-#include "core/Report.h"
-#include "core/Text.h"
-#include "core/Utf8.h"
+#include "core/io/Text.h"
+#include "core/io/Utf8.h"
+#include "core/run/AttributeTable.h"
+#include "core/run/Report.h"
 #include "formats/shape/DBFOutFilter.h"
 
 namespace tesselink {

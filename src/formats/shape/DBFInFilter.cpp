@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/Errors.h"
-#include "core/Numbers.h"
-#include "core/Paths.h"
-#include "core/Text.h"
-#include "core/Utf8.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/io/Utf8.h"
 #include "formats/shape/Bytes.h"
 
 namespace tesselink {

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/AttributeTable.h"
-#include "core/Dialect.h"
-#include "core/Files.h"
+#include "core/io/Files.h"
+#include "core/run/AttributeTable.h"
+#include "core/run/Dialect.h"
 #include "formats/shape/TableEncoding.h"
 
 namespace tesselink {

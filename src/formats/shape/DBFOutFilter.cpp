@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <ctime>
 
-#include "core/Errors.h"
+#include "core/io/Errors.h"
 #include "formats/shape/Bytes.h"
 
 namespace tesselink {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Dialect.h"
-#include "core/Files.h"
+#include "core/io/Files.h"
+#include "core/run/Dialect.h"
 
 namespace tesselink {
 

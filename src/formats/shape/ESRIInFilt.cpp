@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/Errors.h"
-#include "core/Interaction.h"
-#include "core/Paths.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/run/Interaction.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {

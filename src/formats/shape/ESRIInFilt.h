@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "core/FieldSelection.h"
-#include "core/Filters.h"
-#include "core/Paths.h"
+#include "core/io/Paths.h"
+#include "core/run/FieldSelection.h"
+#include "core/run/Filters.h"
 #include "formats/shape/DBFInFilter.h"
 #include "formats/shape/ShapeRecords.h"
 

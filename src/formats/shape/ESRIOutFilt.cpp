@@ -4,14 +4,14 @@
 #include <charconv>
 #include <cmath>
 
-#include "core/AttributeTable.h"
-#include "core/ColourNames.h"
-#include "core/Errors.h"
-#include "core/Numbers.h"
-#include "core/Paths.h"
-#include "core/Report.h"
-#include "core/Text.h"
-#include "core/Utf8.h"
+#include "core/element/ColourNames.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/io/Utf8.h"
+#include "core/run/AttributeTable.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Filters.h"
-#include "core/Interaction.h"
-#include "core/Numbers.h"
-#include "core/VertexChains.h"
+#include "core/element/VertexChains.h"
+#include "core/io/Numbers.h"
+#include "core/run/Filters.h"
+#include "core/run/Interaction.h"
 #include "formats/shape/CarriedFields.h"
 #include "formats/shape/DBFOutFilter.h"
 #include "formats/shape/ShapeFiles.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/Errors.h"
+#include "core/io/Errors.h"
 
 namespace tesselink {
 namespace {

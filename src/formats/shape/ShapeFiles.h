@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Extents.h"
-#include "core/Files.h"
+#include "core/element/Extents.h"
+#include "core/io/Files.h"
 #include "formats/shape/Bytes.h"
 #include "formats/shape/ShapeLayout.h"
 

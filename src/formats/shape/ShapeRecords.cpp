@@ -4,10 +4,10 @@
 #include <cmath>
 #include <limits>
 
-#include "core/Errors.h"
-#include "core/Numbers.h"
-#include "core/Report.h"
-#include "core/Text.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
 #include "formats/shape/Bytes.h"
 
 namespace tesselink {

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/Files.h"
-#include "core/VertexChains.h"
-#include "core/tEntity.h"
+#include "core/element/VertexChains.h"
+#include "core/element/tEntity.h"
+#include "core/io/Files.h"
 #include "formats/shape/ShapeLayout.h"
 
 namespace tesselink {

@@ -4,9 +4,9 @@
 #include <charconv>
 #include <iterator>
 
-#include "core/CodePages.h"
-#include "core/Text.h"
-#include "core/Utf8.h"
+#include "core/io/CodePages.h"
+#include "core/io/Text.h"
+#include "core/io/Utf8.h"
 
 namespace tesselink {
 namespace {

@@ -1,0 +1,86 @@
+#include "app/SummaryText.h"
+
+#include <cmath>
+
+namespace tesselink {
+namespace {
+
+// The first line: how the run ended.
+std::string Ending(const RunSummary& summary, const std::string& output) {
+  switch (summary.outcome) {
+    case RunOutcome::Done:
+      return output + ": " + Elements(InOutput(summary)) + " written";
+    case RunOutcome::Cancelled:
+      return "Cancelled: " + WhatTheOutputHolds(summary, output);
+    case RunOutcome::Refused:
+    case RunOutcome::Failed:
+      break;
+  }
+  return "Failed: " + WhatTheOutputHolds(summary, output);
+}
+
+void AddLine(std::vector<std::string>& lines, const std::string& label, const std::string& text) {
+  if (!text.empty()) lines.push_back(label + text);
+}
+
+}  // namespace
+
+std::string Listed(const KindCounts& counts) {
+  std::string list;
+  for (std::size_t i = 0; i < KindCounts::kNames.size(); ++i) {
+    const std::int64_t count = counts.All()[i];
+    if (count == 0) continue;
+    list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + std::string(KindCounts::kNames[i]) +
+            (count == 1 ? "" : "s");
+  }
+  return list;
+}
+
+std::string Elements(std::int64_t count) {
+  return (count == 0 ? "no" : std::to_string(count)) + (count == 1 ? " element" : " elements");
+}
+
+std::int64_t InOutput(const RunSummary& summary) { return summary.written.Total() + summary.converted.Total(); }
+
+std::string WarningText(const Warning& warning) {
+  return warning.text + (warning.count > 1 ? " (and " + std::to_string(warning.count - 1) + " more of this kind)" : "");
+}
+
+std::string UndeliveredText(const std::string& type, std::int64_t count) {
+  return "not read, and so not converted: " + std::to_string(count) + " of type " + type;
+}
+
+std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& output) {
+  return summary.outputs.empty() ? "no output was written"
+                                 : output + " is incomplete; it holds " + Elements(InOutput(summary));
+}
+
+std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output) {
+  std::vector<std::string> lines{Ending(summary, output)};
+  AddLine(lines, "Error: ", summary.error);
+  AddLine(lines, "Read: ", summary.read.Total() == 0 ? Elements(0) : Listed(summary.read));
+  AddLine(lines, "Written: ", Listed(summary.written));
+  AddLine(lines, "Written as another kind: ", Listed(summary.converted));
+  AddLine(lines, "Not written: ", Listed(summary.skipped));
+  for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
+    AddLine(lines, "Warning: ", UndeliveredText(type, count));
+  }
+  for (const Warning& warning : summary.report.Warnings()) AddLine(lines, "Warning: ", WarningText(warning));
+  for (const std::string& file : summary.outputs) AddLine(lines, "File: ", file);
+  return lines;
+}
+
+std::string RemainingText(std::chrono::milliseconds elapsed, double percent) {
+  constexpr std::chrono::milliseconds kSoonest{1000};
+  if (elapsed < kSoonest || !(percent > 0) || percent >= 100) return {};
+  const double left = std::ceil(static_cast<double>(elapsed.count()) / 1000 * (100 - percent) / percent);
+  constexpr double kLongest = 99 * 3600;
+  if (left > kLongest) return {};
+  const auto seconds = static_cast<std::int64_t>(left);
+  std::string text = std::to_string(seconds % 60) + " s";
+  if (seconds >= 60) text = std::to_string(seconds / 60 % 60) + " min " + text;
+  if (seconds >= 3600) text = std::to_string(seconds / 3600) + " h " + std::to_string(seconds / 60 % 60) + " min";
+  return "about " + text + " remaining";
+}
+
+}  // namespace tesselink

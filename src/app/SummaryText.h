@@ -1,0 +1,31 @@
+// The words in which both faces account for a run.
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "core/run/ConversionRun.h"
+
+namespace tesselink {
+
+/// Counts by kind, as in "2 points, 1 line"; empty when there are none.
+std::string Listed(const KindCounts& counts);
+/// As in "no elements" and "1 element".
+std::string Elements(std::int64_t count);
+/// The elements that the output holds.
+std::int64_t InOutput(const RunSummary& summary);
+/// As in "wells.dbf: has … (and 3 more of this kind)".
+std::string WarningText(const Warning& warning);
+/// What a reader met and did not deliver.
+std::string UndeliveredText(const std::string& type, std::int64_t count);
+/// What an interrupted or failed run left behind.
+std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& output);
+
+/// The whole account of a run, a line each: what came of it, what was read, written and lost, the files that exist now.
+std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output);
+
+/// As in "about 2 min 10 s remaining"; empty while it cannot be told yet.
+std::string RemainingText(std::chrono::milliseconds elapsed, double percent);
+
+}  // namespace tesselink

@@ -1,0 +1,41 @@
+#include "app/WrittenFiles.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+
+namespace tesselink {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
+  std::vector<std::string> files{output};
+  const auto add = [&files](const std::string& file) {
+    if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
+  };
+  const std::string stem = FolderOf(output) + StripExtension(FileNameOf(output)) + ".";
+  std::vector<std::string> extensions = format.partners;
+  if (dialect == Dialect::Standard) {
+    extensions.insert(extensions.end(), format.standardPartners.begin(), format.standardPartners.end());
+  }
+  for (const std::string& extension : extensions) {
+    add(stem + extension);
+    add(stem + LowerCase(extension));
+    add(PartnerFile(output, extension));
+  }
+  return files;
+}
+
+std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
+  std::vector<std::string> files;
+  for (const std::string& file : WrittenFiles(output, format, dialect)) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (fs::is_regular_file(status) || fs::is_directory(status)) files.push_back(file);
+  }
+  return files;
+}
+
+}  // namespace tesselink

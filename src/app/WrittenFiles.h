@@ -1,0 +1,18 @@
+// The files that a conversion writes, for the faces that ask before they are replaced.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/run/Dialect.h"
+#include "core/run/FormatTable.h"
+
+namespace tesselink {
+
+/// The output and the files beside it, in either letter case, whether or not they exist.
+std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
+
+/// Those of them that exist as a file or folder and so would be replaced; a device is none.
+std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
+
+}  // namespace tesselink

@@ -1,0 +1,36 @@
+#include "core/element/ColourNames.h"
+
+#include <algorithm>
+
+#include "core/io/Text.h"
+
+namespace tesselink {
+namespace {
+
+std::int32_t ColourOf(const NamedColour& named) { return named.red | named.green << 8 | named.blue << 16; }
+
+}  // namespace
+
+std::int32_t ColourDistance(std::int32_t a, std::int32_t b) {
+  std::int32_t sum = 0;
+  for (const int shift : {0, 8, 16}) {
+    const std::int32_t difference = ((a >> shift) & 255) - ((b >> shift) & 255);
+    sum += difference * difference;
+  }
+  return sum;
+}
+
+std::string_view ColourName(std::int32_t colour) {
+  const auto distance = [colour](const NamedColour& named) { return ColourDistance(colour, ColourOf(named)); };
+  return std::min_element(kColourNames.begin(), kColourNames.end(),
+                          [&](const NamedColour& a, const NamedColour& b) { return distance(a) < distance(b); })
+      ->name;
+}
+
+std::int32_t ColourOfName(std::string_view name) {
+  const auto named = std::find_if(kColourNames.begin(), kColourNames.end(),
+                                  [&](const NamedColour& colour) { return EqualsIgnoringCase(colour.name, name); });
+  return named == kColourNames.end() ? 0 : ColourOf(*named);
+}
+
+}  // namespace tesselink

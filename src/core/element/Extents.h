@@ -1,0 +1,34 @@
+// Six running bounds over the vertices of a drawing.
+#pragma once
+
+#include "core/element/tEntity.h"
+
+namespace tesselink {
+
+/// The least and greatest coordinates met so far. Before the first vertex each minimum is 1E+20 and each maximum
+/// -1E+20, which is also what a file without vertices shows.
+struct Extents {
+  double minX = 1e20, minY = 1e20, minZ = 1e20;
+  double maxX = -1e20, maxY = -1e20, maxZ = -1e20;
+
+  void Add(double x, double y, double z) {
+    minX = x < minX ? x : minX;
+    minY = y < minY ? y : minY;
+    minZ = z < minZ ? z : minZ;
+    maxX = x > maxX ? x : maxX;
+    maxY = y > maxY ? y : maxY;
+    maxZ = z > maxZ ? z : maxZ;
+  }
+
+  /// Widens the bounds by every vertex of an element.
+  void Add(const tEntity& entity) {
+    Extents widened = *this;  // in registers rather than in memory
+    const tEntity::Index last = entity.PointCount();
+    for (tEntity::Index i = 0; i <= last; ++i) widened.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
+    *this = widened;
+  }
+
+  bool Empty() const { return minX > maxX; }
+};
+
+}  // namespace tesselink

@@ -1,0 +1,257 @@
+// Files as the filters use them: positional binary reads, lines, buffered text output, temporary files. Every failure
+// is an Error that names the file and the system's reason.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/io/Numbers.h"
+
+namespace tesselink {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+
+/// A regular file open for binary reading at any position.
+class BinaryFile {
+ public:
+  BinaryFile() = default;
+  /// Opens a file. Throws Error when it cannot be opened or is no regular file.
+  explicit BinaryFile(const std::string& path);
+
+  bool IsOpen() const { return file_ != nullptr; }
+  const std::string& Path() const { return path_; }
+  /// Length in bytes when it was opened.
+  std::int64_t Size() const { return size_; }
+  /// The system's handle; 0 while no file is open.
+  int Number() const;
+  /// Reads up to `count` bytes from a position counted from 0 and returns how many there were. Throws Error when the
+  /// read fails.
+  std::size_t ReadAt(std::int64_t offset, void* into, std::size_t count);
+  void Close() { *this = BinaryFile(); }
+
+ private:
+  FileHandle file_;
+  std::string path_;
+  std::int64_t size_ = 0;
+  std::int64_t position_ = -1;
+};
+
+/// A buffered view of a BinaryFile. It reads ahead while it is used in file order and reads little where positions
+/// jump, so that neither a long file nor a shuffled index costs more than its bytes.
+class ReadWindow {
+ public:
+  /// The most bytes that one call of At may ask for.
+  static constexpr std::size_t kCapacity = std::size_t{1} << 16;
+
+  explicit ReadWindow(BinaryFile& file) : file_(&file) {}
+
+  /// The bytes from a position on, `count` of them or as many as the file holds; valid until the next call.
+  std::span<const std::byte> At(std::int64_t offset, std::size_t count) {
+    if (offset < start_ || offset + static_cast<std::int64_t>(count) > start_ + static_cast<std::int64_t>(filled_)) {
+      Refill(offset, count);
+    }
+    const auto begin = static_cast<std::size_t>(offset - start_);
+    if (begin >= filled_) return {};
+    return {buffer_.get() + begin, count < filled_ - begin ? count : filled_ - begin};
+  }
+
+  /// Forgets what was read, for a file that was opened anew.
+  void Reset() { filled_ = 0; }
+
+ private:
+  void Refill(std::int64_t offset, std::size_t count);
+
+  BinaryFile* file_;
+  std::unique_ptr<std::byte[]> buffer_;
+  std::int64_t start_ = 0;
+  std::size_t filled_ = 0;
+  std::size_t ahead_ = 4096;
+};
+
+/// Reads a text file line by line. A line ends at a line feed, or at a carriage return in a file that has no line
+/// feed in its first block; carriage returns before a line feed are dropped. A last line without an end is a line.
+class LineReader {
+ public:
+  /// A longer line ends the reading with an Error: no drawing has one, and memory stays bounded.
+  static constexpr std::size_t kLongestLine = std::size_t{6} << 20;
+
+  LineReader() = default;
+  /// Opens a file. Throws Error when it cannot be opened or is no regular file.
+  explicit LineReader(const std::string& path);
+
+  bool IsOpen() const { return file_.IsOpen(); }
+  const std::string& Path() const { return file_.Path(); }
+  std::int64_t Size() const { return file_.Size(); }
+  int Number() const { return file_.Number(); }
+  /// The next line without its end; false when there is none. The view holds until the next call.
+  bool ReadLine(std::string_view& line) {
+    // Lines of a few bytes are the rule: eight bytes at a time find their end sooner than a call does.
+    const char* const begin = buffer_.data() + begin_;
+    const std::size_t available = end_ - begin_;
+    std::size_t searched = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+      for (; searched < kShortLine && searched + sizeof(std::uint64_t) <= available;
+           searched += sizeof(std::uint64_t)) {
+        constexpr std::uint64_t kEach = 0x0101010101010101;
+        std::uint64_t bytes;
+        std::memcpy(&bytes, begin + searched, sizeof bytes);
+        bytes ^= kEach * static_cast<unsigned char>(lineEnd_);
+        const std::uint64_t zeros = (bytes - kEach) & ~bytes & (kEach << 7);
+        if (zeros == 0) continue;
+        TakeLine(line, searched + static_cast<std::size_t>(std::countr_zero(zeros)) / 8);
+        return true;
+      }
+    }
+    return ReadLongLine(line, searched);
+  }
+  /// Whether every byte of the file has been consumed.
+  bool AtEnd() const { return !IsOpen() || Position() >= file_.Size(); }
+  /// Bytes consumed so far.
+  std::int64_t Position() const { return bufferStart_ + static_cast<std::int64_t>(begin_); }
+  /// The number of the line last read, from 1.
+  std::int64_t LineNumber() const { return lineNumber_; }
+
+ private:
+  static constexpr std::size_t kShortLine = 32;
+
+  // The first `length` bytes of what is buffered, up to a line end behind them.
+  void TakeLine(std::string_view& line, std::size_t length) {
+    const char* const begin = buffer_.data() + begin_;
+    begin_ += length + 1;
+    ++lineNumber_;
+    while (length > 0 && begin[length - 1] == '\r') --length;
+    line = std::string_view(begin, length);
+  }
+  bool ReadLongLine(std::string_view& line, std::size_t searched);
+  bool FillMore();
+  [[noreturn]] void ThrowTooLong() const;
+
+  BinaryFile file_;
+  std::vector<char> buffer_;
+  std::size_t begin_ = 0, end_ = 0;
+  std::int64_t bufferStart_ = 0;
+  std::int64_t lineNumber_ = 0;
+  char lineEnd_ = '\n';
+};
+
+/// Buffered output of text, whose lines end with carriage return and line feed, or of bytes. A failed write throws
+/// Error at once or, at the latest, from Close.
+class FileWriter {
+ public:
+  FileWriter() = default;
+  /// Creates a file, replacing an existing one.
+  explicit FileWriter(const std::string& path);
+  /// Takes over a file that is open for writing.
+  FileWriter(FileHandle file, std::string path);
+  FileWriter(FileWriter&&) = default;
+  FileWriter& operator=(FileWriter&&) = default;
+
+  bool IsOpen() const { return file_ != nullptr; }
+  const std::string& Path() const { return path_; }
+
+  FileWriter& Write(std::string_view text) {
+    if (text.size() > kBufferSize - used_) return WriteLong(text);
+    used_ += text.copy(buffer_.get() + used_, text.size());
+    return *this;
+  }
+  FileWriter& Number(double value) {
+    used_ += static_cast<std::size_t>(FormatNumber(Room(), value) - (buffer_.get() + used_));
+    return *this;
+  }
+  FileWriter& Single(float value) {
+    used_ += static_cast<std::size_t>(FormatSingle(Room(), value) - (buffer_.get() + used_));
+    return *this;
+  }
+  FileWriter& Integer(std::int64_t value) {
+    used_ += static_cast<std::size_t>(FormatInteger(Room(), value) - (buffer_.get() + used_));
+    return *this;
+  }
+  FileWriter& EndLine() { return Write("\r\n"); }
+  FileWriter& Line(std::string_view text) { return Write(text).EndLine(); }
+
+  /// Appends the bytes of a whole file.
+  void Append(const std::string& path);
+  /// Replaces the byte written last.
+  void ReplaceLast(char byte) {
+    if (used_ > 0) {
+      buffer_[used_ - 1] = byte;
+    } else {
+      Overwrite(Size() - 1, {&byte, 1});
+    }
+  }
+  /// Replaces bytes that were written before; what follows is appended as before.
+  void Overwrite(std::int64_t offset, std::string_view bytes);
+  /// Bytes written so far, those of the buffer included.
+  std::int64_t Size() const { return written_ + static_cast<std::int64_t>(used_); }
+  /// Writes out what is buffered and closes the file.
+  void Close();
+  /// Closes the file without writing out what is buffered.
+  void Discard() { *this = FileWriter(); }
+
+ private:
+  static constexpr std::size_t kBufferSize = std::size_t{1} << 17;
+
+  char* Room() {
+    if (kNumberTextSize > kBufferSize - used_) Flush();
+    return buffer_.get() + used_;
+  }
+  FileWriter& WriteLong(std::string_view text);
+  void WriteOut(const char* bytes, std::size_t count);
+  void Flush();
+
+  FileHandle file_;
+  std::string path_;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t used_ = 0;
+  std::int64_t written_ = 0;  // bytes that have left the buffer
+};
+
+/// A fresh, empty file in the system's temporary folder, readable by its owner alone, that is deleted with the object.
+class TempFile {
+ public:
+  TempFile() = default;
+  /// Creates the file; its name begins with the prefix. Throws Error when the folder does not take one.
+  explicit TempFile(std::string_view prefix);
+  TempFile(TempFile&& other) noexcept : path_(std::exchange(other.path_, {})), file_(std::move(other.file_)) {}
+  TempFile& operator=(TempFile&& other) noexcept;
+  ~TempFile() { Delete(); }
+
+  const std::string& Path() const { return path_; }
+  /// The file open for writing, to be taken over once.
+  FileHandle TakeHandle() { return std::move(file_); }
+  /// Lets the file live on, under the name that is returned.
+  std::string Keep();
+
+ private:
+  void Delete();
+
+  std::string path_;
+  FileHandle file_;
+};
+
+/// The name of a fresh, empty file in the system's temporary folder.
+std::string TempFileName(std::string_view prefix);
+/// Gives a file another name, replacing a file of that name, across file systems too. The file that is replaced is
+/// whole until the new one is.
+void MoveFile(const std::string& from, const std::string& to);
+/// Deletes a file; a device or a pipe, and a link, is left where it is. Whether it was deleted does not matter.
+void RemoveFile(const std::string& path) noexcept;
+/// Deletes what was written under a name, through a link too, so that nothing half-written looks whole.
+void RemoveWritten(const std::string& path) noexcept;
+/// "path: what: reason", the reason being the system's for the last failed call.
+std::string SystemReason(const std::string& path, std::string_view what);
+
+}  // namespace tesselink

@@ -1,0 +1,275 @@
+#include "core/io/Numbers.h"
+
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "core/io/Errors.h"
+#include "core/io/Text.h"
+
+namespace tesselink {
+namespace {
+
+__extension__ using Wide = unsigned __int128;
+
+constexpr std::array<std::uint64_t, 19> kPowersOfTen = [] {
+  std::array<std::uint64_t, 19> powers{};
+  std::uint64_t power = 1;
+  for (std::uint64_t& entry : powers) {
+    entry = power;
+    power *= 10;
+  }
+  return powers;
+}();
+
+constexpr std::array<char, 200> kDigitPairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
+// The number of digits before the decimal point; for values below 1 zero less the number of zeros behind the point. The
+// literals below 1 are the nearest doubles above their decimal, so no double lies between the two.
+int DigitsBeforePoint(double value) {
+  if (value < 1) return value >= 0.1 ? 0 : value >= 0.01 ? -1 : value >= 0.001 ? -2 : -3;
+  const auto whole = static_cast<std::uint64_t>(value);
+  const int estimate = static_cast<int>(std::bit_width(whole) * 1233 >> 12);
+  return estimate + (whole >= kPowersOfTen[static_cast<std::size_t>(estimate)] ? 1 : 0);
+}
+
+// value * 10^scale as a whole number, exactly rounded, halves to even. Holds for 1e-4 <= value < 1e15 and a product
+// below 2^60: the mantissa has 53 bits, the power at most 60, the shift is between 1 and 127.
+std::uint64_t ScaledWhole(double value, int scale) {
+  const auto bits = std::bit_cast<std::uint64_t>(value);
+  const std::uint64_t mantissa = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+  const int shift = 1075 - static_cast<int>(bits >> 52);
+  const Wide product = static_cast<Wide>(mantissa) * kPowersOfTen[static_cast<std::size_t>(scale)];
+  const auto quotient = static_cast<std::uint64_t>(product >> shift);
+  const Wide rest = product & ((static_cast<Wide>(1) << shift) - 1);
+  const Wide half = static_cast<Wide>(1) << (shift - 1);
+  return quotient + (rest > half || (rest == half && (quotient & 1) != 0) ? 1 : 0);
+}
+
+// Writes exactly `count` digits.
+void WriteDigits(char* out, std::uint64_t value, int count) {
+  for (; count >= 2; count -= 2) {
+    std::memcpy(out + count - 2, &kDigitPairs[2 * (value % 100)], 2);
+    value /= 100;
+  }
+  if (count == 1) out[0] = static_cast<char>('0' + value);
+}
+
+// Places the decimal point among `length` significant digits of which `before` stand before it.
+char* Layout(char* out, const char* digits, int length, int before) {
+  const auto copy = [&out](const char* from, int count) {
+    std::memcpy(out, from, static_cast<std::size_t>(count));
+    out += count;
+  };
+  if (before <= 0) {
+    copy("0.000", 2 - before);
+    copy(digits, length);
+  } else if (length <= before) {
+    copy(digits, length);
+    std::memset(out, '0', static_cast<std::size_t>(before - length));
+    out += before - length;
+  } else {
+    copy(digits, before);
+    *out++ = '.';
+    copy(digits + before, length - before);
+  }
+  return out;
+}
+
+char* FormatByLibrary(char* out, double value, int precision) {
+  char* end = std::to_chars(out, out + kNumberTextSize, value, std::chars_format::general, precision).ptr;
+  for (char* c = out; c != end; ++c) {
+    if (*c >= 'a' && *c <= 'z') *c = static_cast<char>(*c - 'a' + 'A');
+  }
+  return end;
+}
+
+// The digits of a whole number without leading zeros.
+char* WriteWhole(char* out, std::uint64_t value) {
+  const int length = value == 0 ? 1 : DigitsBeforePoint(static_cast<double>(value));
+  WriteDigits(out, value, length);
+  return out + length;
+}
+
+// Most survey coordinates have at most three decimals. A whole number of thousandths below 10^15 whose quotient is the
+// very value has at most 15 digits, so it is what 15 significant digits print. Returns null for any other value.
+char* FormatThousandths(char* out, double magnitude) {
+  if (!(magnitude < 1e12)) return nullptr;
+  const auto thousandths =
+      static_cast<std::uint64_t>(magnitude * 1000 + 0.5);  // NOLINT(bugprone-incorrect-roundings): checked next
+  if (static_cast<double>(thousandths) / 1000 != magnitude) return nullptr;
+  out = WriteWhole(out, thousandths / 1000);
+  const auto rest = static_cast<unsigned>(thousandths % 1000);
+  if (rest == 0) return out;
+  *out++ = '.';
+  *out++ = static_cast<char>('0' + rest / 100);
+  if (rest % 100 == 0) return out;
+  std::memcpy(out, &kDigitPairs[std::size_t{2} * (rest % 100)], 2);
+  return out + (rest % 10 == 0 ? 1 : 2);
+}
+
+// Integer arithmetic for the range in which the text has no exponent: several times as fast as the library, and as
+// exact.
+template <int Precision>
+char* FormatGeneral(char* out, double value) {
+  if (value == 0) {
+    *out = '0';
+    return out + 1;
+  }
+  const double magnitude = std::fabs(value);
+  if (!(magnitude >= 1e-4 && magnitude < static_cast<double>(kPowersOfTen[Precision]))) {
+    return FormatByLibrary(out, value, Precision);
+  }
+  if (Precision == 15) {
+    *out = '-';
+    if (char* end = FormatThousandths(out + (value < 0 ? 1 : 0), magnitude)) return end;
+  }
+  int before = DigitsBeforePoint(magnitude);
+  std::uint64_t whole = ScaledWhole(magnitude, Precision - before);
+  if (whole == kPowersOfTen[Precision]) {
+    if (before == Precision) return FormatByLibrary(out, value, Precision);
+    whole /= 10;
+    ++before;
+  }
+  char digits[Precision];
+  WriteDigits(digits, whole, Precision);
+  int length = Precision;
+  while (digits[length - 1] == '0') --length;
+  if (value < 0) *out++ = '-';
+  return Layout(out, digits, length, before);
+}
+
+[[noreturn]] void ThrowTooLarge(std::string_view text) {
+  throw Error("the number \"" + std::string(text.substr(0, 40)) + "\" is too large");
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Consumes a run of digits behind `value` and returns its end. Where eight bytes can be looked at they are taken at
+// once, without a branch for each digit: a byte is no digit when its difference from '0', with 118 added, reaches the
+// top bit; the digits before the first such byte are moved to the high end and summed in pairs, fours and eights.
+inline const char* ParseDigits(const char* at, const char* last, std::uint64_t& value) {
+  while (std::endian::native == std::endian::little && last - at >= 8) {
+    std::uint64_t digits = 0;
+    std::memcpy(&digits, at, 8);
+    digits ^= 0x3030303030303030;
+    const std::uint64_t others = ((digits + 0x7676767676767676) | digits) & 0x8080808080808080;
+    const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
+    if (count == 0) return at;
+    digits <<= (8 - count) * 8;
+    digits = (digits * 10 + (digits >> 8)) & 0x00FF00FF00FF00FF;
+    digits = (digits * 100 + (digits >> 16)) & 0x0000FFFF0000FFFF;
+    digits = (digits * 10000 + (digits >> 32)) & 0xFFFFFFFF;
+    value = value * kPowersOfTen[static_cast<std::size_t>(count)] + digits;
+    at += count;
+    if (count < 8) return at;
+  }
+  for (; at != last && IsDigit(*at); ++at) value = value * 10 + static_cast<std::uint64_t>(*at - '0');
+  return at;
+}
+
+// The plain decimals of coordinates: at most 15 digits and no exponent, so that digits and power of ten are exact and
+// one division rounds correctly. Returns null for anything else.
+const char* ParsePlain(const char* first, const char* last, double& value) {
+  const char* at = first;
+  const bool negative = at != last && *at == '-';
+  if (negative) ++at;
+  std::uint64_t digits = 0;
+  const char* start = at;
+  at = ParseDigits(at, last, digits);
+  std::ptrdiff_t count = at - start, decimals = 0;
+  if (at != last && *at == '.') {
+    start = ++at;
+    at = ParseDigits(at, last, digits);
+    decimals = at - start;
+    count += decimals;
+  }
+  if (count == 0 || count > 15 || (at != last && (*at == 'e' || *at == 'E'))) return nullptr;
+  value = static_cast<double>(digits);
+  if (decimals > 0) value /= static_cast<double>(kPowersOfTen[static_cast<std::size_t>(decimals)]);
+  if (negative) value = -value;
+  return at;
+}
+
+template <typename Format>
+std::string Text(Format format) {
+  char buffer[kNumberTextSize];
+  return std::string(buffer, format(buffer));
+}
+
+}  // namespace
+
+char* FormatNumber(char* out, double value) { return FormatGeneral<15>(out, value); }
+char* FormatSingle(char* out, float value) { return FormatGeneral<7>(out, static_cast<double>(value)); }
+char* FormatInteger(char* out, std::int64_t value) { return std::to_chars(out, out + kNumberTextSize, value).ptr; }
+
+std::string NumberText(double value) {
+  return Text([value](char* out) { return FormatNumber(out, value); });
+}
+std::string SingleText(float value) {
+  return Text([value](char* out) { return FormatSingle(out, value); });
+}
+
+const char* ParseNumber(const char* first, const char* last, double& value) {
+  if (const char* end = ParsePlain(first, last, value)) return end;
+  value = 0;
+  const char* start = first != last && *first == '+' ? first + 1 : first;
+  const char* digit = start == first && first != last && *first == '-' ? first + 1 : start;
+  // from_chars would also take "inf" and "nan".
+  if (digit == last || !(IsDigit(*digit) || *digit == '.')) return first;
+  const auto [end, status] = std::from_chars(start, last, value);
+  if (status == std::errc::invalid_argument) return first;
+  if (status == std::errc::result_out_of_range) {
+    const std::string_view number(start, static_cast<std::size_t>(end - start));
+    const std::size_t exponent = number.find_first_of("eE");
+    const bool tiny = exponent == std::string_view::npos ? number.find_first_of("123456789") > number.find('.')
+                                                         : number.substr(exponent + 1).starts_with('-');
+    if (!tiny) ThrowTooLarge(number);
+    value = 0;
+  }
+  return end;
+}
+
+double LenientNumber(std::string_view text) {
+  text = Trimmed(text);
+  double value = 0;
+  if (text.find(' ') == std::string_view::npos) {
+    ParseNumber(text.data(), text.data() + text.size(), value);
+    return value;
+  }
+  std::string packed;
+  for (const char c : text) {
+    if (c != ' ') packed += c;
+  }
+  ParseNumber(packed.data(), packed.data() + packed.size(), value);
+  return value;
+}
+
+double StrictNumber(std::string_view text) {
+  const std::string_view trimmed = Trimmed(text);
+  const char* const last = trimmed.data() + trimmed.size();
+  double value = 0;
+  if (trimmed.empty() || ParseNumber(trimmed.data(), last, value) != last) {
+    throw Error("\"" + std::string(text.substr(0, 40)) + "\" is not a number");
+  }
+  return value;
+}
+
+double RoundHalfEven(double value) {
+  const double below = std::floor(value);
+  const double rest = value - below;
+  if (rest < 0.5) return below;
+  if (rest > 0.5) return below + 1;
+  return std::fmod(below, 2) == 0 ? below : below + 1;
+}
+
+}  // namespace tesselink

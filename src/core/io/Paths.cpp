@@ -1,0 +1,64 @@
+#include "core/io/Paths.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include "core/io/Text.h"
+
+namespace tesselink {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kSeparators = "/\\";
+
+}  // namespace
+
+bool FileExists(const std::string& path) {
+  std::error_code error;
+  return fs::is_regular_file(path, error) && std::ifstream(path, std::ios::binary).is_open();
+}
+
+std::string FolderOf(std::string_view path) {
+  const std::size_t last = path.find_last_of(kSeparators);
+  return std::string(last == std::string_view::npos ? std::string_view() : path.substr(0, last + 1));
+}
+
+std::string FileNameOf(std::string_view path) {
+  const std::size_t last = path.find_last_of(kSeparators);
+  return std::string(last == std::string_view::npos ? path : path.substr(last + 1));
+}
+
+std::string StripExtension(std::string_view path) { return std::string(path.substr(0, path.rfind('.'))); }
+
+std::string ExtensionOf(std::string_view path) {
+  const std::string name = FileNameOf(path);
+  const std::size_t dot = name.rfind('.');
+  return dot == std::string::npos ? std::string() : LowerCase(std::string_view(name).substr(dot));
+}
+
+std::string JoinPath(const std::string& folder, const std::string& name) { return (fs::path(folder) / name).string(); }
+
+bool SameFile(const std::string& a, const std::string& b) {
+  std::error_code error;
+  return fs::equivalent(a, b, error) && !error;
+}
+
+std::string PartnerFile(const std::string& path, const std::string& extension) {
+  const std::string stem = FolderOf(path) + StripExtension(FileNameOf(path)) + ".";
+  for (const std::string& candidate : {stem + extension, stem + LowerCase(extension)}) {
+    if (FileExists(candidate)) return candidate;
+  }
+  const std::string folder = FolderOf(path);
+  const std::string wanted = FileNameOf(stem) + extension;
+  std::error_code error;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder.empty() ? "." : folder, error)) {
+    const std::string name = entry.path().filename().string();
+    if (name.starts_with(FileNameOf(stem)) && EqualsIgnoringCase(name, wanted) && FileExists(folder + name)) {
+      return folder + name;
+    }
+  }
+  return {};
+}
+
+}  // namespace tesselink

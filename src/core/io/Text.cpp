@@ -1,0 +1,47 @@
+#include "core/io/Text.h"
+
+#include <algorithm>
+
+namespace tesselink {
+namespace {
+
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+}  // namespace
+
+std::string LowerCase(std::string_view text) {
+  std::string result(text);
+  std::transform(result.begin(), result.end(), result.begin(), Lower);
+  return result;
+}
+
+std::string UpperCase(std::string_view text) {
+  std::string result(text);
+  std::transform(result.begin(), result.end(), result.begin(), Upper);
+  return result;
+}
+
+bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Lower(x) == Lower(y); });
+}
+
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string Counted(std::int64_t count, std::string_view noun) {
+  return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
+const std::string& WithoutControls(const std::string& value, std::string& cleaned) {
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+  if (std::none_of(value.begin(), value.end(), isControl)) return value;
+  cleaned = value;
+  std::replace_if(cleaned.begin(), cleaned.end(), isControl, ' ');
+  return cleaned;
+}
+
+}  // namespace tesselink

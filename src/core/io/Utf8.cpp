@@ -1,0 +1,89 @@
+#include "core/io/Utf8.h"
+
+#include <algorithm>
+
+namespace tesselink {
+namespace {
+
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
+}  // namespace
+
+std::size_t Utf8Length(std::string_view bytes) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+  const unsigned char lead = byte(0);
+  if (lead < 0x80) return 1;
+  const std::size_t length = lead >= 0xC2 && lead < 0xE0   ? 2
+                             : lead >= 0xE0 && lead < 0xF0 ? 3
+                             : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                           : 0;
+  if (length == 0 || bytes.size() < length) return 0;
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byte(i) & 0xC0) != 0x80) return 0;
+  }
+  // Overlong forms, surrogates, and what is beyond U+10FFFF.
+  if ((lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F)) return 0;
+  if ((lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F)) return 0;
+  return length;
+}
+
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 128; });
+}
+
+bool IsUtf8(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t length = Utf8Length(bytes);
+    if (length == 0) return false;
+    bytes.remove_prefix(length);
+  }
+  return true;
+}
+
+std::string_view CutUtf8(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80) --most;
+  return text.substr(0, most);
+}
+
+std::uint32_t Utf8Letter(std::string_view sequence) {
+  constexpr unsigned char kLeadBits[] = {0x7F, 0x7F, 0x1F, 0x0F, 0x07};
+  std::uint32_t letter = static_cast<unsigned char>(sequence[0]) & kLeadBits[sequence.size()];
+  for (const char c : sequence.substr(1)) letter = letter << 6 | (static_cast<unsigned char>(c) & 0x3F);
+  return letter;
+}
+
+void AppendUtf8(std::string& text, std::uint32_t letter) {
+  const auto put = [&](std::uint32_t byte) { text += static_cast<char>(byte); };
+  if (letter < ' ') {
+    text += ' ';
+  } else if (letter < 0x80) {
+    put(letter);
+  } else if (letter < 0x800) {
+    put(0xC0 | letter >> 6);
+    put(0x80 | (letter & 0x3F));
+  } else if ((letter >= 0xD800 && letter < 0xE000) || letter > 0x10FFFF) {
+    text += kReplacement;
+  } else if (letter < 0x10000) {
+    put(0xE0 | letter >> 12);
+    put(0x80 | (letter >> 6 & 0x3F));
+    put(0x80 | (letter & 0x3F));
+  } else {
+    put(0xF0 | letter >> 18);
+    put(0x80 | (letter >> 12 & 0x3F));
+    put(0x80 | (letter >> 6 & 0x3F));
+    put(0x80 | (letter & 0x3F));
+  }
+}
+
+std::string AsUtf8(const std::string& text) {
+  if (IsUtf8(text)) return text;
+  std::string decoded;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    byte < 0x80 ? decoded.push_back(c) : AppendUtf8(decoded, byte);
+  }
+  return decoded;
+}
+
+}  // namespace tesselink

@@ -1,0 +1,25 @@
+// UTF-8, letter by letter.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tesselink {
+
+/// The length of the valid sequence that the bytes, one at least, begin with; 0 when there is none.
+std::size_t Utf8Length(std::string_view bytes);
+/// Whether every byte is ASCII, which is UTF-8 as well.
+bool IsAscii(std::string_view bytes);
+bool IsUtf8(std::string_view bytes);
+/// The text, or as many of its letters as take so many bytes.
+std::string_view CutUtf8(std::string_view text, std::size_t most);
+/// The letter of a valid sequence.
+std::uint32_t Utf8Letter(std::string_view sequence);
+/// Appends a letter: a blank for a control character, U+FFFD for a number that is no letter.
+void AppendUtf8(std::string& text, std::uint32_t letter);
+/// The text if it is valid UTF-8, else its bytes as the letters of Latin-1: what a screen or a JSON text can show.
+std::string AsUtf8(const std::string& text);
+
+}  // namespace tesselink

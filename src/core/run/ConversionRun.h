@@ -1,0 +1,87 @@
+// The conversion run: validate, pump every element from a reader to a writer, finish. Window and command line drive
+// this very loop through Interaction.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "core/element/Extents.h"
+#include "core/run/FieldSelection.h"
+#include "core/run/FormatTable.h"
+#include "core/run/Interaction.h"
+#include "core/run/Report.h"
+#include "core/run/Settings.h"
+
+namespace tesselink {
+
+/// What the person chose.
+struct ConversionRequest {
+  std::string Infile;
+  std::string OutFile;
+  std::string InFormat;   ///< a drop-down text
+  std::string OutFormat;  ///< a drop-down text
+  /// For multiple-shapefile input: the folder, then the file names.
+  std::vector<std::string> chosenFiles;
+  /// False: a shapefile's attribute table is left alone and nothing is asked about it.
+  bool useAttributes = true;
+  FilterOptions options = {};
+};
+
+enum class RunOutcome {
+  Done,
+  Refused,    ///< a validation failed; nothing was created
+  Failed,     ///< an error ended the run
+  Cancelled,  ///< the person ended the run
+};
+
+/// What came of a run.
+struct RunSummary {
+  RunOutcome outcome = RunOutcome::Done;
+  std::string error;    ///< why it was refused or failed; empty where a reader has told the person itself
+  std::string subject;  ///< the file for which it was refused; empty where none was named
+  KindCounts read, written, converted, skipped;
+  std::vector<std::string> layers;   ///< of the elements read, in order of first appearance
+  Extents extents;                   ///< of the elements read
+  std::vector<std::string> outputs;  ///< the files that exist now
+  Report report;
+};
+
+/// Fills the layer and the colours of an element that has a code but no layer.
+using LayerFiller = std::function<void(tEntity&, const FilterContext&)>;
+
+class ConversionRun {
+ public:
+  ConversionRun(const FormatTable& formats, Interaction& interaction, Settings& settings, LayerFiller fillLayer = {});
+
+  /// Runs one conversion from start to end. Errors are shown as messages and told in the summary, never thrown.
+  RunSummary Run(const ConversionRequest& request);
+
+ private:
+  struct State;
+
+  bool Validate(State& state);
+  std::string OutputThatIsRead(const State& state) const;
+  FilterContext ContextOf(State& state) const;
+  void CreateFilters(State& state);
+  void ConvertFiles(State& state);
+  void OpenInput(State& state, bool first);
+  void MatchLayers(State& state);
+  bool PumpElements(State& state);
+  void ConvertElement(State& state);
+  void Finish(State& state);
+  void Refuse(State& state, const std::string& text, const std::string& file);
+  void Fail(State& state, const std::string& text);
+
+  const FormatTable& formats_;
+  Interaction& interaction_;
+  Settings& settings_;
+  LayerFiller fillLayer_;
+};
+
+/// The first 10 characters of a number's text, as the progress window shows an extent.
+std::string ExtentLabel(double value);
+
+}  // namespace tesselink

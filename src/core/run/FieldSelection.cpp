@@ -1,0 +1,64 @@
+#include "core/run/FieldSelection.h"
+
+#include <unordered_set>
+
+namespace tesselink {
+
+void FieldSelection::Create(AttributeTable& table) {
+  table_ = &table;
+  names_.clear();
+  for (int i = 0; i <= table.NumFields(); ++i) names_.push_back(table.GetFieldName(i));
+  if (step_ == Step::Done) return;
+  step_ = Step::LayerField;
+  layerField_.clear();
+  textField_.clear();
+}
+
+std::string FieldSelection::Stat() const {
+  return step_ == Step::LayerField
+             ? "Select the field in the DBF file that holds the layer names, then select continue."
+             : "If there is a text field in the DBF file, select it now, otherwise select continue.";
+}
+
+std::string FieldSelection::FieldLabel() const {
+  return step_ == Step::LayerField ? "Layer Field Name:" : "Text Field Name:";
+}
+
+std::vector<std::string> FieldSelection::Choices() const {
+  std::vector<std::string> choices = names_;
+  if (step_ != Step::LayerField) choices.emplace_back(kNone);
+  return choices;
+}
+
+void FieldSelection::Choose(std::string_view field) {
+  if (step_ == Step::LayerField) layerField_ = field;
+  if (step_ == Step::TextField) textField_ = field;
+}
+
+std::vector<std::string> FieldSelection::Entries(const std::function<void(std::int64_t)>& progress) const {
+  std::vector<std::string> entries;
+  if (table_ == nullptr || layerField_.empty()) return entries;
+  const int field = table_->GetFieldNum(layerField_);
+  const std::int64_t records = table_->NumRecs();
+  std::unordered_set<std::string> seen;
+  std::string value, previous;
+  for (std::int64_t i = 0; i < records; ++i) {
+    if (progress) progress(i);
+    value.assign(table_->GetFieldData(field, i));
+    if (i > 0 && value == previous) continue;
+    if (seen.insert(value).second) entries.push_back(value);
+    previous = value;
+  }
+  return entries;
+}
+
+void FieldSelection::Continue() {
+  if (step_ == Step::LayerField) {
+    step_ = Step::TextField;
+    textField_.clear();
+  } else {
+    step_ = Step::Done;
+  }
+}
+
+}  // namespace tesselink

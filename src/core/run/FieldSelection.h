@@ -1,0 +1,63 @@
+// Which fields of an attribute table carry layer and text: the state and the rules behind the field dialog.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/run/AttributeTable.h"
+
+namespace tesselink {
+
+/// Two questions in a row: first the field of the layer, with a look at its values, then the field of the text. The
+/// answers are names, so they serve further tables with the same fields.
+class FieldSelection {
+ public:
+  enum class Step { LayerField, TextField, Done };
+
+  /// The entry of the text list that stands for no text.
+  static constexpr std::string_view kNone = "(None)";
+
+  /// Offers a table's fields. Before the questions were answered they begin anew; afterwards the answers stay and only
+  /// the values are those of the new table. The table must outlive the use of Entries.
+  void Create(AttributeTable& table);
+  /// Whether Create has been called.
+  bool Created() const { return table_ != nullptr; }
+  Step CurrentStep() const { return step_; }
+
+  /// The instruction above the list.
+  std::string Stat() const;
+  /// The label of the list.
+  std::string FieldLabel() const;
+  /// The field names, in field order; in the second step followed by "(None)".
+  std::vector<std::string> Choices() const;
+
+  /// Chooses the field of the current step. Empty chooses none.
+  void Choose(std::string_view field);
+  /// The distinct values of the layer field, in order of first appearance; `progress` is called with the number of each
+  /// record and may throw to stop.
+  std::vector<std::string> Entries(const std::function<void(std::int64_t record)>& progress = {}) const;
+  /// The number of the table's records. Throws Error when the table cannot tell.
+  std::int64_t Records() const { return table_ == nullptr ? 0 : table_->NumRecs(); }
+  /// Whether the list of values is shown.
+  bool EntriesVisible() const { return step_ == Step::LayerField && !layerField_.empty(); }
+
+  /// The continue button: to the next step.
+  void Continue();
+  /// Only the continue button ends the questions; the close box does not.
+  bool MayClose() const { return step_ == Step::Done; }
+
+  const std::string& LayerField() const { return layerField_; }
+  const std::string& TextField() const { return textField_; }
+  /// Whether a text field is chosen, neither empty nor "(None)".
+  bool TextWanted() const { return !textField_.empty() && textField_ != kNone; }
+
+ private:
+  AttributeTable* table_ = nullptr;
+  std::vector<std::string> names_;
+  Step step_ = Step::LayerField;
+  std::string layerField_, textField_;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,165 @@
+// The contracts of readers and writers. The run knows no format: it reaches every reader and writer by these members
+// only.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/element/Extents.h"
+#include "core/element/tEntity.h"
+#include "core/run/Dialect.h"
+#include "core/run/LayerCodes.h"
+
+namespace tesselink {
+
+class AttributeTable;
+class FieldSelection;
+class Interaction;
+class Report;
+class Settings;
+
+/// What a person chose for the filters of a run.
+struct FilterOptions {
+  std::string units = "M";   ///< of the Landmark header line
+  double mapScale = 1;       ///< of the Landmark header line
+  bool paperSpace = false;   ///< deliver what a drawing holds in paper space too
+  bool layersWanted = true;  ///< false: nobody will match layers, so readers need not look through a file for them
+  bool lookAhead = true;     ///< false: begin at once, without what a file tells only behind its elements
+  std::string programFolder = {};  ///< where the data files lie that come with the program
+  std::string cdfMap = {};         ///< the entity-type list; empty: searched for
+  std::string lngsl = {};          ///< the colour list; empty: searched for
+  Dialect dialect = Dialect::Classic;
+};
+
+/// What a filter is handed when it is created; nothing reaches for a global.
+struct FilterContext {
+  Interaction& interaction;
+  Settings& settings;
+  Report& report;
+  FilterOptions options = {};
+};
+
+/// A reader: delivers the elements of a file one at a time.
+class InputFilter {
+ public:
+  explicit InputFilter(const FilterContext& context) : context_(context) {}
+  virtual ~InputFilter() = default;
+  InputFilter(const InputFilter&) = delete;
+  InputFilter& operator=(const InputFilter&) = delete;
+
+  /// A switch that the run sets false where layers are of no use: no layers are reported, and a shapefile does not ask
+  /// for its attribute fields.
+  bool Layered = true;
+
+  /// Opens a file, closing the one before, and reads what the format puts first.
+  void filename(const std::string& path) { Open(path); }
+  /// The path of the open file; empty after a file that could not be read.
+  const std::string& filename() const { return filename_; }
+  /// The system's handle of the open file; 0 when none is open.
+  virtual int FileNumber() const = 0;
+  /// The read position, in units of the format.
+  virtual std::int64_t Loc() const = 0;
+  /// The percentage consumed, 0 to 100.
+  virtual double Progress() const = 0;
+  /// Whether nothing further can be read.
+  virtual bool Eof() const = 0;
+  /// Whether the next call would deliver again without consuming input, so that the file never ends.
+  virtual bool Stalled() const { return false; }
+  /// Fills the entity with the next element. False when the call found none, as at the end of a file.
+  bool GetNextEntity(tEntity& entity) { return Next(entity); }
+  /// Widens the running extents by every vertex of the entity.
+  void UpdateExtents(const tEntity& entity, Extents& running) const { running.Add(entity); }
+  /// File and line or record of the element delivered last, as in "wells.asc, line 12".
+  virtual std::string Where() const { return filename_; }
+
+  /// The layer names found in the file, in order of first appearance; none while Layered is false.
+  const std::vector<std::string>& Layers() const;
+  /// The codes that go with the layers, as far as they were matched.
+  const std::vector<std::string>& Codes() const { return codes_.cLayerCodes(); }
+  /// Takes the outcome of layer-name matching, for this file and those that follow.
+  void AssignCodes(std::vector<std::string> names, std::vector<std::string> codes) {
+    codes_.Assign(std::move(names), std::move(codes));
+  }
+
+  /// Hands over the field selection that several files share; only readers with attribute tables heed it.
+  virtual void SetDBFObj(FieldSelection&) {}
+  /// The table in whose rows the elements' `Record` counts, and its path; nothing for formats without one.
+  virtual AttributeTable* Attributes() { return nullptr; }
+  virtual std::string AttributesPath() const { return {}; }
+  /// How many records the open file has, the highest value of `Record`; 0 for formats without.
+  virtual std::int64_t Records() const { return 0; }
+  /// The file beside the input that names its coordinate system; nothing for formats without one.
+  virtual std::string ProjectionPath() const { return {}; }
+
+ protected:
+  virtual void Open(const std::string& path) = 0;
+  virtual bool Next(tEntity& entity) = 0;
+
+  Interaction& interaction() const { return context_.interaction; }
+  Report& report() const { return context_.report; }
+  const FilterOptions& options() const { return context_.options; }
+
+  std::string filename_;
+  std::vector<std::string> layers_;
+  LayerCodes codes_;
+
+ private:
+  FilterContext context_;
+};
+
+/// What became of an element that a writer was handed.
+enum class WriteResult {
+  Written,
+  Converted,  ///< written as something else, as a circle in a format without circles
+  Skipped,    ///< the format cannot hold it
+};
+
+/// A writer. A file is complete only after Release.
+class OutputFilter {
+ public:
+  explicit OutputFilter(const FilterContext& context) : context_(context) {}
+  virtual ~OutputFilter() = default;
+  OutputFilter(const OutputFilter&) = delete;
+  OutputFilter& operator=(const OutputFilter&) = delete;
+
+  /// Creates a file, releasing the one before.
+  void filename(const std::string& path);
+  const std::string& filename() const { return filename_; }
+  /// Told of each input once it is open, before its first element, for writers that take more from it than elements.
+  virtual void SourceOpened(InputFilter&) {}
+  /// Writes one element and may change it on the way. Throws Error when no file is open or the writing fails.
+  WriteResult WriteEntity(tEntity& entity);
+  /// Completes and closes the file. Throws Error when that fails; calling it again does nothing.
+  void Release();
+  /// Closes without completing: nothing that was begun stays behind as if it were whole.
+  void Abandon() noexcept;
+  /// The files that this writer has made.
+  virtual std::vector<std::string> Outputs() const { return {filename_}; }
+
+ protected:
+  virtual void Create(const std::string& path) = 0;
+  virtual WriteResult Write(tEntity& entity) = 0;
+  virtual void Complete() = 0;
+  virtual void Drop() noexcept = 0;
+  /// Notes what other programs miss in the file by the classic conventions; told in one line when the file is complete.
+  /// The words must outlive the writer.
+  void NoteMissed(std::string_view what);
+  /// The source of the error that is raised when no file is open.
+  virtual const char* NoFileSource() const { return "WriteEntity"; }
+  /// What every writer's destructor does: release, and ignore what goes wrong.
+  void ReleaseQuietly() noexcept;
+
+  Interaction& interaction() const { return context_.interaction; }
+  Report& report() const { return context_.report; }
+  const FilterOptions& options() const { return context_.options; }
+
+ private:
+  std::string filename_;
+  FilterContext context_;
+  bool open_ = false;
+  std::vector<std::string_view> missed_;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,93 @@
+#include "core/run/LineEnds.h"
+
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
+#include "core/io/Errors.h"
+#include "core/io/Files.h"
+#include "core/io/Paths.h"
+
+namespace tesselink {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool BeginsWithPairedLineEnds(const std::string& path, std::size_t lookedAt) {
+  std::string head(lookedAt, '\0');
+  head.resize(BinaryFile(path).ReadAt(0, head.data(), head.size()));
+  return head.find("\r\n") != std::string::npos;
+}
+
+Message LineEndsQuestion() {
+  return {Topic::LineEnds,
+          "This file appears to come from a UNIX\r\n"
+          "based system. It does not have both the\r\n"
+          "carriage return and line feed caracters \r\n"
+          "required for proper interpretation. Choose\r\n"
+          "From the menu below what you want to do. \r\n"
+          "\r\n"
+          "Yes    : Overwrite the original with the fixed version \r\n"
+          "No     : Create a fixed version in a new location\r\n"
+          "Cancel : Abort the conversion\r\n",
+          "Problem with Input", MessageIcon::Question, MessageButtons::YesNoCancel};
+}
+
+// The converted copy takes the place of `target` with the access rights of the original.
+std::string PutInPlace(const std::string& original, const std::string& target, Interaction& interaction) {
+  const std::string converted = ConvertLineEnds(original, interaction);
+  std::error_code ignored;
+  fs::permissions(converted, fs::status(original, ignored).permissions(), ignored);
+  try {
+    MoveFile(converted, target);
+  } catch (...) {
+    fs::remove(converted, ignored);
+    throw;
+  }
+  return target;
+}
+
+}  // namespace
+
+std::string CheckLineEnds(const std::string& path, Interaction& interaction, std::size_t lookedAt) {
+  if (BeginsWithPairedLineEnds(path, lookedAt)) return path;
+  switch (interaction.ShowMessage(LineEndsQuestion())) {
+    case Answer::Yes: {
+      // The file itself is replaced, not a link to it.
+      const std::string target = fs::canonical(path).string();
+      PutInPlace(path, target, interaction);
+      return path;
+    }
+    case Answer::No: {
+      const std::string chosen =
+          interaction.SaveFileName({"Select a Name for the new Version", "All Files (*.*)|*.*", FolderOf(path)});
+      if (chosen.empty()) return path;
+      return PutInPlace(path, chosen, interaction);
+    }
+    default:
+      return kOperationCanceled;
+  }
+}
+
+std::string ConvertLineEnds(const std::string& path, Interaction& interaction) {
+  BinaryFile source(path);
+  TempFile copy("U2D");
+  FileWriter writer(copy.TakeHandle(), copy.Path());
+  std::vector<char> block(std::size_t{1} << 16);
+  std::int64_t position = 0;
+  while (const std::size_t got = source.ReadAt(position, block.data(), block.size())) {
+    position += static_cast<std::int64_t>(got);
+    std::string_view rest(block.data(), got);
+    for (std::size_t feed = rest.find('\n'); feed != std::string_view::npos; feed = rest.find('\n')) {
+      writer.Line(rest.substr(0, feed));
+      rest.remove_prefix(feed + 1);
+    }
+    writer.Write(rest);
+    interaction.Yield();
+    if (interaction.CancelRequested()) throw OperationCanceled();
+  }
+  writer.Close();
+  return copy.Keep();
+}
+
+}  // namespace tesselink

@@ -1,0 +1,40 @@
+#include "core/run/Report.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace tesselink {
+namespace {
+
+constexpr std::size_t kMostTypes = 200;
+
+}  // namespace
+
+std::int64_t KindCounts::Of(std::string_view name) const {
+  const auto found = std::find(kNames.begin(), kNames.end(), name);
+  return found == kNames.end() ? 0 : counts_[static_cast<std::size_t>(found - kNames.begin())];
+}
+
+std::int64_t KindCounts::Total() const { return std::accumulate(counts_.begin(), counts_.end(), std::int64_t{0}); }
+
+void Report::Warn(std::string_view kind, std::string_view text) {
+  const auto known = std::find_if(warnings_.begin(), warnings_.end(), [&](const Warning& w) { return w.kind == kind; });
+  if (known != warnings_.end()) {
+    ++known->count;
+  } else {
+    warnings_.push_back({std::string(kind), std::string(text), 1});
+  }
+}
+
+void Report::Undelivered(std::string_view type) {
+  const auto known = undelivered_.find(type);
+  if (known != undelivered_.end()) {
+    ++known->second;
+  } else if (undelivered_.size() < kMostTypes) {
+    undelivered_.emplace(type, 1);
+  } else {
+    ++undelivered_["other types"];
+  }
+}
+
+}  // namespace tesselink

@@ -1,0 +1,83 @@
+// What both faces share: texts for the screen, the account of a run, the files that a run replaces.
+#include <gtest/gtest.h>
+
+#include "app/SummaryText.h"
+#include "app/UiText.h"
+#include "app/WrittenFiles.h"
+#include "formats/Formats.h"
+#include "support/Support.h"
+
+namespace tesselink {
+namespace {
+
+TEST(UiText, ShowsEveryEncodingAndFindsTheFileAgain) {
+  const Folder folder;
+  const std::string latin = folder.Put("caf\xe9.asc", ""), utf8 = folder.Put("caf\xc3\xa9s.asc", "");
+  EXPECT_TRUE(Shown(latin).endsWith(QStringLiteral("caf\u00e9.asc")));
+  EXPECT_TRUE(Shown(utf8).endsWith(QStringLiteral("caf\u00e9s.asc")));
+  for (const std::string& path : {latin, utf8}) EXPECT_EQ(PathOf(Shown(path)), path);
+  EXPECT_EQ(PathOf(QStringLiteral("new caf\u00e9.asc")), "new caf\xc3\xa9.asc");
+  EXPECT_EQ(Shown("one\r\n\r\ntwo"), QStringLiteral("one\n\ntwo"));
+}
+
+RunSummary Summary(RunOutcome outcome) {
+  RunSummary summary;
+  summary.outcome = outcome;
+  for (int i = 0; i < 3; ++i) summary.read.Add(kPoint);
+  summary.read.Add(kArc);
+  summary.written.Add(kPoint);
+  summary.converted.Add(kPoint);
+  summary.skipped.Add(kArc);
+  summary.report.Undelivered("PointZ");
+  for (int i = 0; i < 3; ++i) summary.report.Warn("kind", "a.shp, record 1: odd");
+  return summary;
+}
+
+TEST(SummaryText, AccountsForEverything) {
+  RunSummary summary = Summary(RunOutcome::Done);
+  summary.outputs = {"out.dxf"};
+  EXPECT_EQ(SummaryLines(summary, "out.dxf"),
+            (std::vector<std::string>{"out.dxf: 2 elements written", "Read: 3 points, 1 arc", "Written: 1 point",
+                                      "Written as another kind: 1 point", "Not written: 1 arc",
+                                      "Warning: not read, and so not converted: 1 of type PointZ",
+                                      "Warning: a.shp, record 1: odd (and 2 more of this kind)", "File: out.dxf"}));
+  EXPECT_EQ(SummaryLines(RunSummary(), "out.dxf"),
+            (std::vector<std::string>{"out.dxf: no elements written", "Read: no elements"}));
+}
+
+TEST(SummaryText, SaysWhatAnUnfinishedOutputHolds) {
+  RunSummary summary = Summary(RunOutcome::Cancelled);
+  EXPECT_EQ(SummaryLines(summary, "out.dxf")[0], "Cancelled: no output was written");
+  summary.outputs = {"out.dxf"};
+  EXPECT_EQ(SummaryLines(summary, "out.dxf")[0], "Cancelled: out.dxf is incomplete; it holds 2 elements");
+  summary.outcome = RunOutcome::Failed;
+  summary.error = "in.asc, line 3: odd";
+  EXPECT_EQ(SummaryLines(summary, "out.dxf")[0], "Failed: out.dxf is incomplete; it holds 2 elements");
+  EXPECT_EQ(SummaryLines(summary, "out.dxf")[1], "Error: in.asc, line 3: odd");
+}
+
+TEST(SummaryText, TellsTheTimeThatRemainsOnceItCan) {
+  using std::chrono::milliseconds;
+  EXPECT_EQ(RemainingText(milliseconds(999), 50), "");
+  EXPECT_EQ(RemainingText(milliseconds(5000), 0), "");
+  EXPECT_EQ(RemainingText(milliseconds(5000), 100), "");
+  EXPECT_EQ(RemainingText(milliseconds(500'000'000), 0.01), "");
+  EXPECT_EQ(RemainingText(milliseconds(5000), 25), "about 15 s remaining");
+  EXPECT_EQ(RemainingText(milliseconds(60000), 40), "about 1 min 30 s remaining");
+  EXPECT_EQ(RemainingText(milliseconds(60000), 1), "about 1 h 39 min remaining");
+}
+
+TEST(WrittenFiles, AreTheOutputAndWhatLiesBesideIt) {
+  const Folder folder;
+  const OutputFormat& shapefile = AllFormats().Output("ESRI Shapefile (*.shp)");
+  const std::string output = folder.Path("plat.shp");
+  EXPECT_TRUE(ReplacedFiles(output, shapefile, Dialect::Classic).empty());
+  const std::string index = folder.Put("plat.Shx", ""), table = folder.Put("plat.dbf", "");
+  EXPECT_EQ(ReplacedFiles(output, shapefile, Dialect::Classic), (std::vector<std::string>{index, table}));
+  EXPECT_TRUE(ReplacedFiles(output, AllFormats().Output("AutoCAD DXF File (*.dxf)"), Dialect::Classic).empty());
+  EXPECT_EQ(ReplacedFiles(folder.Path(""), shapefile, Dialect::Classic), std::vector<std::string>{folder.Path("")});
+  EXPECT_TRUE(ReplacedFiles("/dev/null", AllFormats().Output("AutoCAD DXF File (*.dxf)"), Dialect::Classic).empty());
+}
+
+}  // namespace
+}  // namespace tesselink

@@ -1,0 +1,319 @@
+#include "picture/Picture.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <tuple>
+
+#include "core/element/ColourNames.h"
+#include "picture/PictureColours.h"
+#include "picture/PictureView.h"
+
+namespace tesselink {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+tEntity Element(std::int16_t kind, const std::vector<PicturePoint>& places, const std::string& layer = "A") {
+  tEntity entity;
+  entity.bType = kind;
+  entity.Layer = layer;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    entity.x(static_cast<tEntity::Index>(i), places[i].x);
+    entity.Y(static_cast<tEntity::Index>(i), places[i].y);
+  }
+  return entity;
+}
+
+std::vector<PicturePoint> AllOf(std::span<const PicturePoint> places) { return {places.begin(), places.end()}; }
+
+TEST(Picture, ASmallDrawingIsKeptAsItIs) {
+  Picture picture;
+  picture.Add(Element(kPoint, {{1, 2}, {3, 4}}));
+  picture.Add(Element(kLine, {{0, 0}, {5, 5}, {5, 5}}, "B"));
+  tEntity closed = Element(kPolyline, {{0, 0}, {4, 0}, {4, 4}});
+  closed.Closed = true;
+  picture.Add(closed);
+  tEntity arc = Element(kArc, {{10, 10}}, "C");
+  arc.Rad = 2;
+  arc.AngStart = 270;
+  arc.AngEnd = 90;
+  picture.Add(arc);
+  tEntity text = Element(kText, {{7, 8}}, "B");
+  text.Text = "WELL 1";
+  text.TextSize = 3;
+  picture.Add(text);
+  picture.Add(Element(kPoint, {{0, 0}}));  // counts as without a vertex
+  picture.Add(Element(5, {{90, 90}}));
+
+  ASSERT_EQ(picture.MarkCount(), 5U);
+  EXPECT_EQ(AllOf(picture.Vertices(1)), (std::vector<PicturePoint>{{3, 4}}));
+  EXPECT_TRUE(picture.Mark(1).point);
+  EXPECT_EQ(AllOf(picture.Vertices(2)), (std::vector<PicturePoint>{{0, 0}, {5, 5}, {5, 5}}));
+  EXPECT_EQ(AllOf(picture.Vertices(3)), (std::vector<PicturePoint>{{0, 0}, {4, 0}, {4, 4}, {0, 0}}));
+  const auto curve = picture.Vertices(4);
+  EXPECT_NEAR(curve.front().y, 8, 1e-9);
+  EXPECT_NEAR(curve.back().y, 12, 1e-9);
+  for (const PicturePoint at : curve) {
+    EXPECT_NEAR(std::hypot(at.x - 10, at.y - 10), 2, 1e-9);
+    EXPECT_GE(at.x, 10 - 1e-9) << "counter-clockwise from 270 to 90 degrees";
+  }
+  ASSERT_EQ(picture.Texts().size(), 1U);
+  EXPECT_EQ(picture.Texts()[0].text, "WELL 1");
+  EXPECT_EQ(picture.Elements(), 5);
+  ASSERT_EQ(picture.Layers().size(), 3U);
+  EXPECT_EQ(picture.Layers()[1].elements, 2);
+  EXPECT_EQ(picture.Bounds().maxX, 12);
+  EXPECT_EQ(picture.Cell(), 0);
+}
+
+TEST(Picture, LayersAndTextsBeyondTheMost) {
+  Picture picture({1024, 3});
+  for (int i = 0; i < 300; ++i) picture.Add(Element(kPoint, {{1.0 + i, 1}}, "L" + std::to_string(i)));
+  picture.Add(Element(kPoint, {{1, 1}}, std::string(100'000, 'x')));
+  picture.Add(Element(kPoint, {{1, 1}}, "L7"));
+  ASSERT_EQ(picture.Layers().size(), Picture::kMostLayers + 1);
+  EXPECT_EQ(picture.Layers()[7].elements, 2);
+  EXPECT_EQ(picture.Layers().back().name, "other layers");
+  EXPECT_EQ(picture.Layers().back().elements, 101);
+  tEntity text = Element(kText, {{1, 1}});
+  text.Text = std::string(249, 'x') + "\xC3\xA9";
+  for (int i = 0; i < 5; ++i) picture.Add(text);
+  EXPECT_EQ(picture.Texts().size(), 3U);
+  EXPECT_EQ(picture.Texts()[0].text.size(), 249U) << "cut at the end of a character";
+  EXPECT_EQ(picture.MarkCount(), 304U) << "the other texts are points";
+}
+
+// What a thinned picture promises: it holds vertices of the drawing alone, and of every chain and point something
+// within a cell, segment by segment.
+void ExpectFaithful(const Picture& picture, const std::vector<tEntity>& drawing) {
+  using Segment = std::tuple<std::uint8_t, PicturePoint, PicturePoint, bool>;
+  std::vector<Segment> drawn, given;
+  for (std::size_t i = 0; i < picture.MarkCount(); ++i) {
+    const auto places = picture.Vertices(i);
+    const PictureMark& mark = picture.Mark(i);
+    for (std::size_t v = 0; v < places.size(); ++v) {
+      drawn.emplace_back(mark.layer, places[v > 0 ? v - 1 : 0], places[v], mark.point);
+    }
+  }
+  std::vector<std::pair<double, double>> known;
+  for (const tEntity& entity : drawing) {
+    const auto layer = static_cast<std::uint8_t>(entity.Layer[0] - 'A');
+    for (tEntity::Index i = 0; i <= entity.PointCount(); ++i) {
+      known.emplace_back(entity.x(i), entity.Y(i));
+      const tEntity::Index before = entity.bType == kPoint || i == 0 ? i : i - 1;
+      given.emplace_back(layer, PicturePoint{entity.x(before), entity.Y(before)},
+                         PicturePoint{entity.x(i), entity.Y(i)}, entity.bType == kPoint);
+    }
+  }
+  std::sort(known.begin(), known.end());
+  for (const auto& [layer, from, to, point] : drawn) {
+    ASSERT_TRUE(std::binary_search(known.begin(), known.end(), std::pair(to.x, to.y)));
+  }
+  const double cell = picture.Cell();
+  const auto isNear = [cell](PicturePoint a, PicturePoint b) {
+    return std::abs(a.x - b.x) <= cell && std::abs(a.y - b.y) <= cell;
+  };
+  std::size_t missing = 0;
+  for (const auto& [layer, from, to, point] : given) {
+    const bool within = isNear(from, to);  // may have no segment of its own
+    bool found = false;
+    for (const auto& [l, a, b, p] : drawn) {
+      if (l != layer || p != point) continue;
+      found = within ? isNear(to, a) || isNear(to, b)
+                     : (isNear(from, a) && isNear(to, b)) || (isNear(from, b) && isNear(to, a));
+      if (found) break;
+    }
+    if (!found) ++missing;
+  }
+  EXPECT_EQ(missing, 0U) << "of " << given.size() << " with cells of " << cell;
+}
+
+class Thinning : public testing::Test {
+ protected:
+  std::mt19937 random{1};
+  std::vector<tEntity> drawing;
+
+  double Upto(double most) { return std::uniform_real_distribution<double>(0, most)(random); }
+  void AddWalk(PicturePoint at, int count, double step, const std::string& layer) {
+    std::vector<PicturePoint> places{at};
+    for (int i = 1; i < count; ++i) {
+      places.push_back({places.back().x + Upto(2 * step) - step, places.back().y + Upto(2 * step) - step});
+    }
+    drawing.push_back(Element(kPolyline, places, layer));
+  }
+  void ExpectThinned() {
+    Picture picture({2000, 10});
+    for (const tEntity& entity : drawing) {
+      picture.Add(entity);
+      ASSERT_LE(picture.VertexCount(), 2000U);
+    }
+    EXPECT_GT(picture.Cell(), 0);
+    EXPECT_GT(picture.Generation(), 0);
+    ExpectFaithful(picture, drawing);
+  }
+};
+
+TEST_F(Thinning, OfChainsAndPoints) {
+  for (int i = 0; i < 60; ++i) AddWalk({Upto(1e6), 4e6 + Upto(1e6)}, 100, 3000, i % 2 == 0 ? "A" : "B");
+  for (int i = 0; i < 4000; ++i) drawing.push_back(Element(kPoint, {{Upto(1e6), 4e6 + Upto(1e6)}}, "C"));
+  ExpectThinned();
+}
+
+TEST_F(Thinning, OfADrawingThatGrows) {
+  for (double side = 1; side < 1e7; side *= 10) {
+    for (int i = 0; i < 10; ++i) AddWalk({5e6 - Upto(side), Upto(side)}, 100, side / 10, "A");
+  }
+  ExpectThinned();
+}
+
+TEST_F(Thinning, OfOneChain) {
+  AddWalk({0, 0}, 8000, 10, "A");
+  ExpectThinned();
+}
+
+TEST_F(Thinning, OfAChainThatGoesBackAndForth) {
+  std::vector<PicturePoint> places;
+  for (int i = 0; i < 8000; ++i) places.push_back({i % 2 == 0 ? -1.0 : 1.0, i % 3 == 0 ? -1.0 : 1.0});
+  drawing = {Element(kLine, places), Element(kPoint, places, "B")};
+  Picture picture({2000, 10});
+  for (const tEntity& entity : drawing) picture.Add(entity);
+  EXPECT_LT(picture.VertexCount(), 50U) << "what lies on top of each other is drawn once";
+  ExpectFaithful(picture, drawing);
+}
+
+TEST(Picture, WildValuesDoNotRuinTheView) {
+  Picture plat;
+  std::vector<PicturePoint> places;
+  for (int i = 0; i < 50; ++i) places.push_back({1.8e6 + i * 100, 4.6e5 + (i % 7) * 100});
+  plat.Add(Element(kPolyline, places));
+  plat.Add(Element(kLine, {{kNan, 1}, {1.8e6, 4.6e5}, {1, kInfinity}, {1.8e6, 4.605e5}}));
+  EXPECT_EQ(plat.LeftOut(), 2);
+  const Extents whole = plat.View();
+  EXPECT_FALSE(plat.LeavesOutOfView());
+  EXPECT_EQ(std::tuple(whole.minX, whole.maxX, whole.minY, whole.maxY), std::tuple(1.8e6, 1.8049e6, 4.6e5, 4.606e5));
+  for (const double wild : {99999999.0, 1e20, 1e308}) {
+    Picture picture = plat;
+    picture.Add(Element(kLine, {{wild, wild}, {-wild, 1}}));
+    EXPECT_EQ(picture.Bounds().maxX, wild);
+    const Extents view = picture.View();
+    EXPECT_EQ(std::tuple(view.minX, view.maxX, view.minY, view.maxY),
+              std::tuple(whole.minX, whole.maxX, whole.minY, whole.maxY));
+    EXPECT_TRUE(picture.LeavesOutOfView());
+  }
+}
+
+TEST(Picture, AnyBitsAtAllComeToAnEnd) {
+  std::mt19937_64 random(1);
+  const auto any = [&random] { return std::bit_cast<double>(random()); };
+  Picture picture({2000, 10});
+  for (int i = 0; i < 20'000; ++i) {
+    picture.Add(Element(i % 2 == 0 ? kPoint : kLine, {{any(), any()}, {any(), any()}, {any(), any()}}));
+    ASSERT_LE(picture.VertexCount(), 2000U);
+    if (i % 1000 != 0) continue;
+    const PictureView view = PictureView::Fit(picture.View(), 800, 600, 10);
+    ASSERT_GT(view.scale, 0);
+    ASSERT_TRUE(std::isfinite(view.centre.x) && std::isfinite(view.scale));
+  }
+  EXPECT_GT(picture.MarkCount(), 0U);
+}
+
+TEST(PictureColours, OfElementsOfNamesAndOfThePalette) {
+  Picture picture;
+  tEntity red = Element(kPoint, {{1, 1}}, "A");
+  picture.Add(red);
+  EXPECT_EQ(picture.Layers()[0].colour, PaletteColour(0));
+  red.RGB = 0x0000FF;
+  picture.Add(red);
+  red.RGB = 0xFF0000;
+  picture.Add(red);
+  EXPECT_EQ(picture.Layers()[0].colour, 0x0000FF) << "that of the first element that has one";
+  picture.Add(Element(kPoint, {{1, 1}}, " Blue "));
+  EXPECT_EQ(picture.Layers()[1].colour, 0xFF0000);
+}
+
+TEST(PictureColours, AreLegibleOnAnyPaper) {
+  for (const std::int32_t paper : {0xFFFFFF, 0x000000, 0x1E1E1E, 0xEFEFEF, 0x808080}) {
+    for (const NamedColour& n : kColourNames) {
+      const std::int32_t colour = n.red | n.green << 8 | n.blue << 16;
+      EXPECT_GE(Contrast(Legible(colour, paper), paper), 3) << n.name << " on " << paper;
+      EXPECT_TRUE(Contrast(colour, paper) < 3 || Legible(colour, paper) == colour) << n.name << " on " << paper;
+    }
+  }
+  EXPECT_EQ(Legible(0xFFFFFF, 0xFFFFFF), 0x000000);
+  EXPECT_EQ(Legible(0x000000, 0x1E1E1E), 0xFFFFFF);
+  EXPECT_NEAR(Contrast(0x000000, 0xFFFFFF), 21, 1e-9);
+}
+
+TEST(PictureView, FitsZoomsAndPans) {
+  Extents box;
+  box.Add(1000, 2000, 0);
+  box.Add(1100, 2400, 0);
+  PictureView view = PictureView::Fit(box, 800, 600, 100);
+  EXPECT_EQ(view.scale, 1);
+  EXPECT_EQ(view.ToScreen({1050, 2400}).y, 100) << "north is up";
+  const ScreenPoint pointer{123, 456};
+  const PicturePoint under = view.ToDrawing(pointer);
+  view.ZoomAbout(pointer, 8);
+  EXPECT_EQ(view.scale, 8);
+  EXPECT_NEAR(view.ToScreen(under).x, 123, 1e-9);
+  EXPECT_NEAR(view.ToScreen(under).y, 456, 1e-9);
+  view.Pan(10, -20);
+  EXPECT_NEAR(view.ToScreen(under).x, 133, 1e-9);
+  EXPECT_NEAR(view.ToScreen(under).y, 436, 1e-9);
+  for (int i = 0; i < 1000; ++i) view.ZoomAbout(pointer, 10);
+  EXPECT_LT(view.scale, 1e12) << "ends where numbers no longer tell places apart";
+  EXPECT_EQ(PictureView::Fit(Extents(), 800, 600, 10).scale, 1);
+  Extents place;
+  place.Add(5, 5, 0);
+  EXPECT_EQ(PictureView::Fit(place, 800, 600, 10).ToScreen({5, 5}).x, 400);
+}
+
+TEST(ChainTracer, DeliversThePiecesThatAreSeen) {
+  PictureView view;
+  view.width = view.height = 100;  // from -50 to 50 both ways
+  const auto traced = [&](const std::vector<PicturePoint>& chain) {
+    std::string text;
+    ChainTracer(view, 0.5, 0).Trace(chain, [&](std::span<const ScreenPoint> piece) {
+      for (const ScreenPoint at : piece) {
+        text += std::to_string(std::lround(at.x)) + "," + std::to_string(std::lround(at.y)) + " ";
+      }
+      text += "| ";
+    });
+    return text;
+  };
+  EXPECT_EQ(traced({}), "");
+  EXPECT_EQ(traced({{0, 0}}), "50,50 | ");
+  EXPECT_EQ(traced({{0, 60}}), "");
+  EXPECT_EQ(traced({{-20, 0}, {20, 0}, {20, 30}}), "30,50 70,50 70,20 | ");
+  EXPECT_EQ(traced({{0, 0}, {0.1, 0}, {0.2, 0}, {30, 0}}), "50,50 80,50 | ");
+  EXPECT_EQ(traced({{0, 0}, {0.1, 0}}), "50,50 50,50 | ") << "what is smaller than a pixel is seen all the same";
+  EXPECT_EQ(traced({{-100, 0}, {100, 0}}), "0,50 100,50 | ");
+  EXPECT_EQ(traced({{-100, 100}, {100, 100}, {100, -100}}), "");
+  EXPECT_EQ(traced({{0, 0}, {0, 100}, {20, 100}, {20, 0}}), "50,50 50,0 | 70,0 70,50 | ");
+  EXPECT_EQ(traced({{-1e300, 0}, {1e300, 0}}), "0,50 100,50 | ");
+  EXPECT_EQ(traced({{20, 90}, {90, 20}}), "") << "past a corner";
+}
+
+TEST(PictureText, IsPlacedAndNotTooHigh) {
+  EXPECT_EQ(AnchorOf(33).across, 1);
+  EXPECT_EQ(AnchorOf(33).down, 1);
+  EXPECT_EQ(AnchorOf(50).across, 2);
+  EXPECT_EQ(AnchorOf(50).down, 2);
+  EXPECT_EQ(AnchorOf(16).across + AnchorOf(16).down + AnchorOf(7).across, 0);
+  Extents box;
+  box.Add(0, 0, 0);
+  box.Add(4000, 10, 0);
+  PictureText text;
+  text.size = 20;
+  EXPECT_EQ(TextHeight(text, box), 20);
+  text.size = 1000;
+  EXPECT_EQ(TextHeight(text, box), 100);
+}
+
+}  // namespace
+}  // namespace tesselink

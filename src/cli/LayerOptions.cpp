@@ -62,9 +62,9 @@ CodesByLayer CodesIn(const std::string& text) {
 void WarnOfShortCodes(const std::vector<std::string>& layers, const std::vector<std::string>& codes, Report& report) {
   for (std::size_t i = 0; i < codes.size(); ++i) {
     if (codes[i].empty() || codes[i].size() == kCodeLength) continue;
-    report.Warn("short codes", "layer \"" + layers[i] + "\": the code \"" + codes[i] + "\" has " +
-                                   Counted(static_cast<std::int64_t>(codes[i].size()), "character") +
-                                   " where 7 are usual; it is used as it stands");
+    report.Warn(WarningKind::ShortCodes, "layer \"" + layers[i] + "\": the code \"" + codes[i] + "\" has " +
+                                             Counted(static_cast<std::int64_t>(codes[i].size()), "character") +
+                                             " where 7 are usual; it is used as it stands");
   }
 }
 
@@ -72,7 +72,8 @@ std::vector<std::string> RememberedAndGuessed(const LayerMatchingQuestion& quest
   LayerMatching matching(question.context);
   matching.Create(question.layers, question.heading, question.application, false, LayerMatching::kNoLimit);
   if (matching.Types().empty()) {
-    question.context.report.Warn("empty list", "the entity-type list holds no entity type, so no code is proposed");
+    question.context.report.Warn(WarningKind::EmptyList,
+                                 "the entity-type list holds no entity type, so no code is proposed");
   }
   if (!guess) return matching.Codes();
   const auto remembered = matching.Rows();
@@ -101,7 +102,7 @@ std::vector<std::string> LayerOptions::Codes(const LayerMatchingQuestion& questi
       guess_ ? RememberedAndGuessed(question, true) : std::vector<std::string>(question.layers.size()), question);
   for (std::size_t i = 0; i < codes.size(); ++i) {
     if (!codes[i].empty()) continue;
-    question.context.report.Warn("without a code", "layer \"" + question.layers[i] + "\" has no entity code");
+    question.context.report.Warn(WarningKind::WithoutACode, "layer \"" + question.layers[i] + "\" has no entity code");
   }
   return codes;
 }

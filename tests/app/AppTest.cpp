@@ -29,7 +29,7 @@ RunSummary Summary(RunOutcome outcome) {
   summary.converted.Add(kPoint);
   summary.skipped.Add(kArc);
   summary.report.Undelivered("PointZ");
-  for (int i = 0; i < 3; ++i) summary.report.Warn("kind", "a.shp, record 1: odd");
+  for (int i = 0; i < 3; ++i) summary.report.Warn(WarningKind::Heights, "a.shp, record 1: odd");
   return summary;
 }
 

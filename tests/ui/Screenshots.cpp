@@ -109,7 +109,7 @@ void TakeProgress(Album& album) {
   for (int i = 0; i < 20; ++i) summary.read.Add(kPolyline), summary.written.Add(kPolyline);
   for (int i = 0; i < 23; ++i) summary.read.Add(kText), summary.written.Add(kText);
   for (int i = 0; i < 3; ++i) summary.read.Add(kArc), summary.skipped.Add(kArc);
-  summary.report.Warn("heights", "plat.asc: the format has no z; elements that lost theirs: 2");
+  summary.report.Warn(WarningKind::Heights, "plat.asc: the format has no z; elements that lost theirs: 2");
   summary.outputs = {"plat.asc"};
   QStringList lines;
   for (const std::string& line : SummaryLines(summary, "plat.asc")) lines.append(Shown(line));

@@ -41,7 +41,7 @@ void OutputFilter::Release() {
   if (missed_.empty()) return;
   std::string list;
   for (const std::string_view what : missed_) list.append(list.empty() ? "" : ", ").append(what);
-  report().Warn("classic dialect",
+  report().Warn(WarningKind::ClassicDialect,
                 filename_ + ": other programs miss " + list + "; the standard dialect (--dialect standard) keeps that");
 }
 

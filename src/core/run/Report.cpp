@@ -17,13 +17,22 @@ std::int64_t KindCounts::Of(std::string_view name) const {
 
 std::int64_t KindCounts::Total() const { return std::accumulate(counts_.begin(), counts_.end(), std::int64_t{0}); }
 
-void Report::Warn(std::string_view kind, std::string_view text) {
-  const auto known = std::find_if(warnings_.begin(), warnings_.end(), [&](const Warning& w) { return w.kind == kind; });
+void Report::Warn(WarningKind kind, std::string_view text, std::string_view subject) {
+  const std::string_view name = EntryOf(kind).name;
+  const auto isKnown = [&](const Warning& known) {
+    const std::string_view whole = known.kind;
+    return whole.starts_with(name) && (subject.empty() ? whole.size() == name.size()
+                                                       : whole.size() == name.size() + 1 + subject.size() &&
+                                                             whole[name.size()] == ' ' && whole.ends_with(subject));
+  };
+  const auto known = std::find_if(warnings_.begin(), warnings_.end(), isKnown);
   if (known != warnings_.end()) {
     ++known->count;
-  } else {
-    warnings_.push_back({std::string(kind), std::string(text), 1});
+    return;
   }
+  std::string whole(name);
+  if (!subject.empty()) whole.append(" ").append(subject);
+  warnings_.push_back({std::move(whole), std::string(text), 1});
 }
 
 void Report::Undelivered(std::string_view type) {

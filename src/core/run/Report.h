@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/element/tEntity.h"
+#include "core/run/Warnings.h"
 
 namespace tesselink {
 
@@ -36,7 +37,7 @@ class KindCounts {
 
 /// Warnings of one kind: the first in full, and how many there were.
 struct Warning {
-  std::string kind;
+  std::string kind;  ///< its name in the table of warnings, with the subject behind it
   std::string text;
   std::int64_t count = 0;
 };
@@ -44,8 +45,8 @@ struct Warning {
 /// Gathers warnings and what a reader met but did not deliver. Memory does not grow with their number.
 class Report {
  public:
-  /// Counts a warning; of each kind only the first text is kept.
-  void Warn(std::string_view kind, std::string_view text);
+  /// Counts a warning; of each kind, and subject where one is named, only the first text is kept.
+  void Warn(WarningKind kind, std::string_view text, std::string_view subject = {});
   /// Counts something that a file holds and that is not delivered, by the file's own name for it, as in "PointZ"; after
   /// 200 names the rest are counted as "other types".
   void Undelivered(std::string_view type);

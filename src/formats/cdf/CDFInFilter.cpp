@@ -74,7 +74,7 @@ std::vector<std::string> CDFInFilter::GetLayerCodes() const {
   return codes;
 }
 
-void CDFInFilter::WarnAtLine(std::string_view kind, std::string_view what) {
+void CDFInFilter::WarnAtLine(WarningKind kind, std::string_view what) {
   report().Warn(kind, PlaceOf(reader_.LineNumber()) + ": " + std::string(what));
 }
 
@@ -86,8 +86,8 @@ bool CDFInFilter::NextLine() {
     if (kind_ == 'C') groups_ = Trimmed(line_.substr(1));
     if (kind_ == 'B' || kind_ == 'D' || (kind_ == 'C' && !groups_.empty())) return anyLine_ = true;
     if (Trimmed(line_).empty()) continue;
-    WarnAtLine("other lines", kind_ == 'C' ? "a \"C\" line without coordinates was skipped"
-                                           : "a line that begins with none of B, C and D was skipped");
+    WarnAtLine(WarningKind::OtherLines, kind_ == 'C' ? "a \"C\" line without coordinates was skipped"
+                                                     : "a line that begins with none of B, C and D was skipped");
   }
   return false;
 }
@@ -103,7 +103,7 @@ bool CDFInFilter::Next(tEntity& entity) {
     began_ = reader_.LineNumber();
     kind_ == 'C' ? ReadChain(entity) : ReadText(entity);
     if (Trimmed(code_).empty()) {
-      WarnAtLine("no code", "an element has no entity code; the header before it gives none, or is missing");
+      WarnAtLine(WarningKind::NoCode, "an element has no entity code; the header before it gives none, or is missing");
     }
     loneHeader_ = 0;
     entity.CDFCode = code_;
@@ -113,7 +113,7 @@ bool CDFInFilter::Next(tEntity& entity) {
   }
   WarnOfLoneHeader();
   if (!anyLine_ && reader_.LineNumber() > 0) {
-    report().Warn("no records", filename_ + ": holds no line of a CDF drawing; is it a file of this format?");
+    report().Warn(WarningKind::NoRecords, filename_ + ": holds no line of a CDF drawing; is it a file of this format?");
   }
   return false;
 }
@@ -127,7 +127,8 @@ void CDFInFilter::ReadHeader() {
 
 // As a writer leaves one for a text of blanks.
 void CDFInFilter::WarnOfLoneHeader() {
-  if (loneHeader_ > 0) report().Warn("lone headers", PlaceOf(loneHeader_) + ": a header without an element behind it");
+  if (loneHeader_ > 0)
+    report().Warn(WarningKind::LoneHeaders, PlaceOf(loneHeader_) + ": a header without an element behind it");
   loneHeader_ = 0;
 }
 
@@ -150,16 +151,18 @@ bool CDFInFilter::ReadGroups(tEntity& entity) {
     const double y = Number(Columns(groups_, 2, 16)), x = Number(Columns(groups_, 17, 31));
     AddVertex(entity, x, y);
     if (groups_.front() != kPenUp && groups_.front() != kPenDown) {
-      WarnAtLine("pen letters", "coordinates behind another letter than U and D were read as those of a vertex");
+      WarnAtLine(WarningKind::PenLetters,
+                 "coordinates behind another letter than U and D were read as those of a vertex");
     }
     if (groups_.size() <= kBeforeX) {
-      WarnAtLine("short groups", "a vertex has no x, which was read as 0; x stands behind the 15 columns of y");
+      WarnAtLine(WarningKind::ShortGroups,
+                 "a vertex has no x, which was read as 0; x stands behind the 15 columns of y");
     }
     groups_.remove_prefix(std::min(kGroup, groups_.size()));
     if (groups_.empty()) return true;
     if (groups_.front() == kPenUp) return false;
   } while (groups_.size() >= kGroup || groups_.front() == kPenDown);
-  WarnAtLine("ends of lines", "what stands behind the last coordinates of a line was not read");
+  WarnAtLine(WarningKind::EndsOfLines, "what stands behind the last coordinates of a line was not read");
   return true;
 }
 
@@ -171,7 +174,8 @@ void CDFInFilter::AddVertex(tEntity& entity, double x, double y) {
   entity.Y(atY, y);
   entity.x(atX, x);
   if (atX != vertices_ || atY != vertices_) {
-    WarnAtLine("out of step", "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
+    WarnAtLine(WarningKind::OutOfStep,
+               "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
   }
   ++vertices_;
 }

@@ -12,6 +12,8 @@
 
 namespace tesselink {
 
+enum class WarningKind;
+
 /// Reads headers "B" (an entity code and whether the element is closed), coordinates "C" and texts "D"; other lines are
 /// skipped. Layers and colours are those of the entity code, so there are no layers to match.
 class CDFInFilter final : public InputFilter {
@@ -50,7 +52,7 @@ class CDFInFilter final : public InputFilter {
   double Number(std::string_view field) const;
   void WarnOfLoneHeader();
   std::string PlaceOf(std::int64_t line) const { return filename_ + ", line " + std::to_string(line); }
-  void WarnAtLine(std::string_view kind, std::string_view what);
+  void WarnAtLine(WarningKind kind, std::string_view what);
 
   const Conventions& conventions_;
   LineReader reader_;

@@ -251,7 +251,8 @@ std::string CDFOutFilter::Element() const {
 std::string_view CDFOutFilter::Printable(const std::string& value) {
   const std::string& clean = WithoutControls(value, cleaned_);
   if (&clean != &value) {
-    report().Warn("control characters", drawing_.path + ": control characters in a code or a text became blanks");
+    report().Warn(WarningKind::ControlCharacters,
+                  drawing_.path + ": control characters in a code or a text became blanks");
   }
   return clean;
 }
@@ -260,30 +261,31 @@ void CDFOutFilter::Complete() {
   drawing_.file.Close();
   points_.file.Close();
   WarnOfLosses(drawing_, "");
-  WarnOfLosses(points_, " of points");
-  const auto warn = [this](const char* kind, const char* what, std::int64_t count) {
+  WarnOfLosses(points_, "of points");
+  const auto warn = [this](WarningKind kind, const char* what, std::int64_t count) {
     if (count > 0) report().Warn(kind, drawing_.path + ": " + what + ": " + std::to_string(count));
   };
-  warn("heights", "the format has no z; elements that lost theirs", heights_);
-  warn("sizes", "texts whose size was rounded to a whole number", roundedSizes_);
-  warn("blank texts", "texts of nothing but blanks, of which the format keeps the code alone", blankTexts_);
-  warn("closed", "closed chains without their mark, for their entity code is not of 7 characters", unmarked_);
+  warn(WarningKind::Heights, "the format has no z; elements that lost theirs", heights_);
+  warn(WarningKind::Sizes, "texts whose size was rounded to a whole number", roundedSizes_);
+  warn(WarningKind::BlankTexts, "texts of nothing but blanks, of which the format keeps the code alone", blankTexts_);
+  warn(WarningKind::ClosedUnmarked, "closed chains without their mark, for their entity code is not of 7 characters",
+       unmarked_);
   if (!points_.created && FileExists(points_.path)) {
-    report().Warn("older points",
+    report().Warn(WarningKind::OlderPoints,
                   points_.path + ": is older than this conversion, which wrote no points; it was left as it is");
   }
 }
 
-void CDFOutFilter::WarnOfLosses(const Target& target, const std::string& suffix) {
-  const auto warn = [&](const std::string& kind, const std::string& what, const Loss& loss) {
+void CDFOutFilter::WarnOfLosses(const Target& target, std::string_view subject) {
+  const auto warn = [&](WarningKind kind, const std::string& what, const Loss& loss) {
     if (loss.count == 0) return;
-    report().Warn(kind + suffix,
-                  target.path + ": " + what + ": " + std::to_string(loss.count) + ", the first one " + loss.first);
+    report().Warn(kind, target.path + ": " + what + ": " + std::to_string(loss.count) + ", the first one " + loss.first,
+                  subject);
   };
-  warn("cut digits", "coordinates that lost digits behind the point, for which the columns have no room",
+  warn(WarningKind::CutDigits, "coordinates that lost digits behind the point, for which the columns have no room",
        target.digits);
-  warn("cut numbers", "numbers that became others, for the columns do not hold them", target.numbers);
-  warn("cut texts", "texts that the columns cut", target.texts);
+  warn(WarningKind::CutNumbers, "numbers that became others, for the columns do not hold them", target.numbers);
+  warn(WarningKind::CutTexts, "texts that the columns cut", target.texts);
 }
 
 void CDFOutFilter::Drop() noexcept {

@@ -70,7 +70,7 @@ class CDFOutFilter final : public OutputFilter {
   void NoteNumber(Target& target, double value, std::string_view kept);
   std::string Element() const;
   std::string_view Printable(const std::string& value);
-  void WarnOfLosses(const Target& target, const std::string& suffix);
+  void WarnOfLosses(const Target& target, std::string_view subject);
 
   const Conventions& conventions_;
   Target drawing_, points_;

@@ -19,15 +19,15 @@ CodeTables::CodeTables(const FilterContext& context)
 
 void CodeTables::Open() {
   opened_ = true;
-  const auto open = [this](auto& list, const char* kind) {
+  const auto open = [this](auto& list, WarningKind kind) {
     try {
       list.Create();
     } catch (const Error& error) {
       context_.report.Warn(kind, error.what());
     }
   };
-  open(types_, "no entity types");
-  open(colours_, "no entity colours");
+  open(types_, WarningKind::NoEntityTypes);
+  open(colours_, WarningKind::NoEntityColours);
 }
 
 void CodeTables::Fill(tEntity& entity) {

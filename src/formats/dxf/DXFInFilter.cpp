@@ -118,7 +118,7 @@ void DXFInFilter::LeaveEntities() {
   inEntities_ = !endSeen_ && GoToEntities(*scanner_, false);
   interaction().HideScan();
   if (inEntities_ || endSeen_) return;
-  report().Warn("no end",
+  report().Warn(WarningKind::NoEnd,
                 scanner_->PlaceText(scanner_->Place()) + ": the drawing ends without EOF; something may be missing");
 }
 

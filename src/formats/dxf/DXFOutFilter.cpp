@@ -144,7 +144,7 @@ void DXFOutFilter::NumberColour(tEntity& entity) {
   try {
     entity.Colour = colours_.Nearest(entity.RGB);
   } catch (const Error& error) {
-    report().Warn("colour table", error.what());
+    report().Warn(WarningKind::ColourTable, error.what());
   }
 }
 
@@ -161,9 +161,10 @@ DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string
   const std::size_t before = names.All().size();
   DrawingNames::Entry& entry = names.Of(name);
   if (entry.changed && names.All().size() > before) {
-    report().Warn("names", path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
-                               "\" has another name there; names hold letters, digits, $, -, _ and blanks within, "
-                               "and differ in more than letter case");
+    report().Warn(WarningKind::Names,
+                  path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
+                      "\" has another name there; names hold letters, digits, $, -, _ and blanks within, "
+                      "and differ in more than letter case");
   }
   return entry;
 }
@@ -183,7 +184,7 @@ void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
 const std::string& DXFOutFilter::Printable(const std::string& value) {
   const std::string& clean = WithoutControls(value, printable_);
   if (&clean != &value) {
-    report().Warn("control characters", path_ + ": control characters in a layer or a text became blanks");
+    report().Warn(WarningKind::ControlCharacters, path_ + ": control characters in a layer or a text became blanks");
   }
   return clean;
 }
@@ -208,8 +209,9 @@ void DXFOutFilter::Open(std::string_view type, const tEntity& entity) {
 void DXFOutFilter::Colour(const tEntity& entity) {
   std::int32_t colour = entity.Colour;
   if (!conventions_.coloursAsGiven && (colour < 0 || colour > kByLayer)) {
-    report().Warn("colour numbers", path_ + ": the number " + std::to_string(colour) +
-                                        " is no colour of a drawing; such elements have the colour of their layer");
+    report().Warn(WarningKind::ColourNumbers,
+                  path_ + ": the number " + std::to_string(colour) +
+                      " is no colour of a drawing; such elements have the colour of their layer");
     colour = kByLayer;
   }
   entities_.Line(" 62").Integer(colour).EndLine();
@@ -373,8 +375,8 @@ void DXFOutFilter::Complete() {
   entities_.Close();
   Merge(headerFile_.Path(), entityFile_.Path());
   if (missingVertices_ > 0) {
-    report().Warn("vertices at the origin", path_ + ": vertices at (0, 0, 0) count as missing and were left out: " +
-                                                std::to_string(missingVertices_));
+    report().Warn(WarningKind::OriginVertices, path_ + ": vertices at (0, 0, 0) count as missing and were left out: " +
+                                                   std::to_string(missingVertices_));
   }
   Drop();
 }

@@ -16,9 +16,9 @@ void Drawing::TakeHeaderGroup(const GroupScanner& scanner) {
     text_.Release(scanner.Keyword());
   } else if (variable_ == "$DWGCODEPAGE" && scanner.Code() == 3) {
     if (!text_.CodePage(scanner.Keyword())) {
-      report_.Warn("code page", scanner.PlaceText(scanner.Place()) + ": the code page " +
-                                    std::string(scanner.Keyword().substr(0, 40)) +
-                                    " is not known; its letters are read as UTF-8 or ANSI_1252");
+      report_.Warn(WarningKind::CodePage, scanner.PlaceText(scanner.Place()) + ": the code page " +
+                                              std::string(scanner.Keyword().substr(0, 40)) +
+                                              " is not known; its letters are read as UTF-8 or ANSI_1252");
     }
   } else if (variable_ == "$ANGBASE" && scanner.Code() == 50) {
     const double angle = scanner.Number();

@@ -72,7 +72,7 @@ bool EntityReader::Read(tEntity& element) {
   type_ = type->name;
   chain_.clear();
   (this->*type->gather)();
-  if (groups_.WrongPlace() != 0) Warn("numbers", groups_.WrongPlace(), "expected a number");
+  if (groups_.WrongPlace() != 0) Warn(WarningKind::Numbers, groups_.WrongPlace(), "expected a number");
   if (!IsWanted() || !(this->*type->make)(element)) return false;
   SetAttributes(element);
   return true;
@@ -178,7 +178,7 @@ bool EntityReader::MakeInsert(tEntity& element) {
   std::int64_t columns = std::max(groups_.Integer(70, 1), 1), rows = std::max(groups_.Integer(71, 1), 1);
   constexpr std::int64_t kMostPlaces = 65536;
   if (columns * rows > kMostPlaces) {
-    Warn("arrays", groups_.Place(),
+    Warn(WarningKind::Arrays, groups_.Place(),
          "an array of " + std::to_string(columns) + " by " + std::to_string(rows) + " was read as its first insertion");
     columns = rows = 1;
   }
@@ -275,7 +275,7 @@ bool EntityReader::MakeSpline(tEntity& element) {
   if (groups_.Has(12)) spline_.startTangent = groups_.Point(2);
   if (groups_.Has(13)) spline_.endTangent = groups_.Point(3);
   if (const std::string reason = AppendSpline(chain_, spline_); !reason.empty()) {
-    Warn("splines", groups_.Place(), reason + "; straight segments through its points were delivered");
+    Warn(WarningKind::Splines, groups_.Place(), reason + "; straight segments through its points were delivered");
   }
   element.Closed = spline_.closed;
   return StoreChain(element, kPolyline);
@@ -316,7 +316,7 @@ bool EntityReader::StoreChain(tEntity& element, std::int16_t kind, std::size_t b
   const auto kept = last - first;
   if (static_cast<std::size_t>(kept) < end - begin) {
     if (kept == 0) return Damaged("has no vertex that could be read");
-    Warn("wild vertices", groups_.Place(),
+    Warn(WarningKind::WildVertices, groups_.Place(),
          std::to_string(end - begin - static_cast<std::size_t>(kept)) + " vertices are no numbers and were left out");
   }
   if (kept == 0) return Damaged("has no vertices");
@@ -330,7 +330,7 @@ bool EntityReader::StoreChain(tEntity& element, std::int16_t kind, std::size_t b
     element.Z(i, fits ? static_cast<float>(v.z) : 0.0F);
     wild = wild || !fits;
   }
-  if (wild) Warn("wild z", groups_.Place(), "z values that are no number or too large were read as 0");
+  if (wild) Warn(WarningKind::WildZ, groups_.Place(), "z values that are no number or too large were read as 0");
   element.bType = kind;
   return true;
 }
@@ -374,7 +374,8 @@ std::int32_t EntityReader::ColourOf(std::int32_t number) {
     colourKnown_.set(slot);
   } catch (const Error& error) {
     tableMissing_ = true;
-    source_.report.Warn("colour table", std::string(error.what()) + "; the elements keep their colour numbers only");
+    source_.report.Warn(WarningKind::ColourTable,
+                        std::string(error.what()) + "; the elements keep their colour numbers only");
   }
   return colours_[slot];
 }
@@ -399,17 +400,17 @@ bool EntityReader::IsWanted() {
   if (!part) insertInPaper_ = groups_.Integer(67, 0) == 1;
   const bool paper = insertInPaper_ || groups_.Integer(67, 0) == 1;
   if (!paper || source_.paperSpace) return true;
-  if (type_ != "SEQEND") Warn("paper space", groups_.Place(), "lies in paper space and was left out");
+  if (type_ != "SEQEND") Warn(WarningKind::PaperSpace, groups_.Place(), "lies in paper space and was left out");
   return false;
 }
 
 bool EntityReader::Damaged(const std::string& what) {
-  Warn("damaged " + std::string(type_), groups_.Place(), what + "; it was skipped");
+  Warn(WarningKind::Damaged, groups_.Place(), what + "; it was skipped", type_);
   return false;
 }
 
-void EntityReader::Warn(std::string_view kind, std::int64_t place, const std::string& what) {
-  source_.report.Warn(kind, source_.scanner.PlaceText(place) + ": " + std::string(type_) + ": " + what);
+void EntityReader::Warn(WarningKind kind, std::int64_t place, const std::string& what, std::string_view subject) {
+  source_.report.Warn(kind, source_.scanner.PlaceText(place) + ": " + std::string(type_) + ": " + what, subject);
 }
 
 }  // namespace tesselink

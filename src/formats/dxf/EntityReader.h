@@ -19,6 +19,7 @@ namespace tesselink {
 class Drawing;
 class GroupScanner;
 class Report;
+enum class WarningKind;
 
 /// What the reader of entities works with. The scanner, the drawing and the report outlive it.
 struct EntitySource {
@@ -119,7 +120,7 @@ class EntityReader {
   void PassOver(std::string_view name);
   bool IsWanted();
   bool Damaged(const std::string& what);
-  void Warn(std::string_view kind, std::int64_t place, const std::string& what);
+  void Warn(WarningKind kind, std::int64_t place, const std::string& what, std::string_view subject = {});
 
   EntitySource source_;
   std::string_view type_;

@@ -208,7 +208,7 @@ bool GroupScanner::ParseOddLine(std::string_view line, int& code) {
   if (lines_.LineNumber() == 1 && line.starts_with(kByteOrderMark)) {
     return ParseCode(line.substr(kByteOrderMark.size()), code);
   }
-  if (!WithoutBlanks(line).empty()) Warn("group codes", "expected a group code; the line was passed over");
+  if (!WithoutBlanks(line).empty()) Warn(WarningKind::GroupCodes, "expected a group code; the line was passed over");
   return false;
 }
 
@@ -261,8 +261,8 @@ bool GroupScanner::ReadBinaryValue() {
     case Storage::Unknown:
       break;
   }
-  Warn("group codes", "the group code " + std::to_string(code_) + " is none that a binary drawing holds; the rest " +
-                          "of the drawing was not read");
+  Warn(WarningKind::GroupCodes, "the group code " + std::to_string(code_) +
+                                    " is none that a binary drawing holds; the rest " + "of the drawing was not read");
   return false;
 }
 
@@ -277,7 +277,7 @@ bool GroupScanner::ReadBinaryText() {
     binary_->position += static_cast<std::int64_t>(text_.size()) + 1;
     return true;
   }
-  Warn("text without end", "a text of the drawing does not end; the rest of the drawing was not read");
+  Warn(WarningKind::TextWithoutEnd, "a text of the drawing does not end; the rest of the drawing was not read");
   return false;
 }
 
@@ -303,7 +303,7 @@ std::string GroupScanner::PlaceText(std::int64_t place) const {
   return path_ + (binary_ ? ", byte " : ", line ") + std::to_string(place);
 }
 
-void GroupScanner::Warn(std::string_view kind, const std::string& what) {
+void GroupScanner::Warn(WarningKind kind, const std::string& what) {
   report_.Warn(kind, PlaceText(Place()) + ": " + what);
 }
 

@@ -15,6 +15,7 @@
 namespace tesselink {
 
 class Report;
+enum class WarningKind;
 
 /// Reads one group at a time. Comments are passed over silently, lines that cannot be a group code with a warning.
 class GroupScanner {
@@ -57,7 +58,7 @@ class GroupScanner {
   bool ReadBinaryValue();
   bool ReadBinaryText();
   void CheckBeginning();
-  void Warn(std::string_view kind, const std::string& what);
+  void Warn(WarningKind kind, const std::string& what);
 
   std::string path_;
   Report& report_;

@@ -179,7 +179,7 @@ bool EntityReader::MakeMesh(tEntity& element, std::int32_t flags) {
   const std::size_t rows = std::min(size(groups_.Integer(fitted ? 73 : 71, 0)), chain_.size() / columns);
   if (rows == 0) return Damaged("has no row of vertices");
   if (rows * columns < chain_.size()) {
-    Warn("mesh size", groups_.Place(),
+    Warn(WarningKind::MeshSize, groups_.Place(),
          std::to_string(chain_.size() - rows * columns) + " vertices beyond the " + std::to_string(rows) + " by " +
              std::to_string(columns) + " of its mesh were left out");
   }
@@ -207,7 +207,8 @@ bool EntityReader::MakePolyface(tEntity& element) {
   std::size_t wrong = 0;
   for (const Corners& corners : faces_) wrong += AddFace(corners, scratch_) ? 0 : 1;
   if (wrong > 0) {
-    Warn("polyface faces", groups_.Place(), std::to_string(wrong) + " faces do not name vertices and were left out");
+    Warn(WarningKind::PolyfaceFaces, groups_.Place(),
+         std::to_string(wrong) + " faces do not name vertices and were left out");
   }
   return wires_.empty() ? Damaged("has no faces") : NextWire(element);
 }

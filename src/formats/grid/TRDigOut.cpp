@@ -109,8 +109,8 @@ std::int64_t TRDigOut::RowOf(const tEntity& entity) const {
 
 void TRDigOut::WriteHead(std::int64_t row, std::size_t vertices) {
   if (row >= rows_) {
-    report().Warn("no row", table_.filename() + ": has " + Counted(rows_, "row") + "; for row " +
-                                std::to_string(row + 1) + " township, range and section were left empty");
+    report().Warn(WarningKind::NoRow, table_.filename() + ": has " + Counted(rows_, "row") + "; for row " +
+                                          std::to_string(row + 1) + " township, range and section were left empty");
   }
   file_.Write("SEC");
   for (const int field : fields_) file_.Write(",").Write(Value(field, row));
@@ -121,8 +121,8 @@ std::string_view TRDigOut::Value(int field, std::int64_t row) {
   if (row >= rows_) return {};
   const std::string_view value = table_.GetFieldData(field, row);
   if (std::none_of(value.begin(), value.end(), Breaks)) return value;
-  report().Warn("characters", table_.filename() + ", row " + std::to_string(row + 1) +
-                                  ": a comma, a quote or a control character became a blank");
+  report().Warn(WarningKind::Characters, table_.filename() + ", row " + std::to_string(row + 1) +
+                                             ": a comma, a quote or a control character became a blank");
   cleaned_ = value;
   std::replace_if(cleaned_.begin(), cleaned_.end(), Breaks, ' ');
   return cleaned_;
@@ -148,7 +148,8 @@ void TRDigOut::Complete() {
   if (!asked_) CreateFile();
   file_.Close();
   if (heights_ > 0) {
-    report().Warn("heights", path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
+    report().Warn(WarningKind::Heights,
+                  path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
   }
 }
 

@@ -127,9 +127,7 @@ double AscInFilter::Progress() const {
 
 std::string AscInFilter::Where() const { return filename_ + ", line " + std::to_string(reader_.LineNumber()); }
 
-void AscInFilter::WarnAtLine(std::string_view kind, const std::string& what) {
-  report().Warn(kind, Where() + ": " + what);
-}
+void AscInFilter::WarnAtLine(WarningKind kind, const std::string& what) { report().Warn(kind, Where() + ": " + what); }
 
 void AscInFilter::ThrowAtLine(const std::string& what) const { throw Error(Where() + ": " + what, "GetNextEntity"); }
 
@@ -222,11 +220,11 @@ bool AscInFilter::Next(tEntity& entity) {
     } else if (Eof()) {
       EndRecord(entity, line, false);
       if (!anyRecord_)
-        report().Warn("no records", filename_ + ": holds no Landmark record; is it a file of this format?");
+        report().Warn(WarningKind::NoRecords, filename_ + ": holds no Landmark record; is it a file of this format?");
       return false;
     } else {
       if (EqualsIgnoringCase(word.substr(0, 2), kVertexKeyword)) {
-        WarnAtLine("stray vertices", "a vertex line outside a record is not read");
+        WarnAtLine(WarningKind::StrayVertices, "a vertex line outside a record is not read");
       }
       continue;
     }
@@ -265,7 +263,7 @@ void AscInFilter::ReadPointLines(tEntity& entity, std::string_view line) {
   bool unread = false;
   while (!unread && !reader_.AtEnd() && reader_.ReadLine(line)) unread = !ReadPointLine(entity, line);
   if (unread && reader_.AtEnd() && !conventions_.lastPendingRead && BeginsRecord(line)) {
-    WarnAtLine("last line", "a record that begins on the last line, right behind another one, is not read");
+    WarnAtLine(WarningKind::LastLine, "a record that begins on the last line, right behind another one, is not read");
   }
   EndRecord(entity, line, unread);
 }
@@ -301,7 +299,8 @@ void AscInFilter::AddVertex(tEntity& entity, double x, double y) {
   entity.x(atX, x);
   entity.Y(atY, y);
   if (atX != vertices_ || atY != vertices_) {
-    WarnAtLine("out of step", "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
+    WarnAtLine(WarningKind::OutOfStep,
+               "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
   }
   ++vertices_;
 }
@@ -360,7 +359,8 @@ bool AscInFilter::ReadPointLineByWord(tEntity& entity, std::string_view& line) {
 void AscInFilter::AddVector(tEntity& entity, const Fields& fields) {
   if (conventions_.vectorsOverwrite) {
     ReadVector(entity, fields);
-    if (vertices_ > 0) WarnAtLine("overwritten", "a VECTOR line takes the place of its record's first two vertices");
+    if (vertices_ > 0)
+      WarnAtLine(WarningKind::Overwritten, "a VECTOR line takes the place of its record's first two vertices");
     vertices_ = entity.PointCount() + 1;
     return;
   }
@@ -369,7 +369,7 @@ void AscInFilter::AddVector(tEntity& entity, const Fields& fields) {
   const tEntity::Index last = vertices_ - 1;
   if (vertices_ == 0 || entity.x(last) != x || entity.Y(last) != y) {
     if (vertices_ > 0)
-      WarnAtLine("gaps", "a VECTOR line begins where its record's chain does not end; they were joined");
+      WarnAtLine(WarningKind::Gaps, "a VECTOR line begins where its record's chain does not end; they were joined");
     AddVertex(entity, x, y);
   }
   AddVertex(entity, Lenient(fields, 3), Lenient(fields, 4));

@@ -11,6 +11,8 @@
 
 namespace tesselink {
 
+enum class WarningKind;
+
 /// Reads "TEXT", "LINE", "POLYGON" and "VECTOR" records; other lines are skipped. A one-line "VECTOR" record is kept as
 /// the pending line and delivered again by every further call: the system's own way, noticed through `Stalled`. The
 /// standard dialect departs from it as `Conventions` tells.
@@ -72,7 +74,7 @@ class AscInFilter final : public InputFilter {
   void AddVector(tEntity& entity, const Fields& fields);
   void EndRecord(tEntity& entity, std::string_view line, bool unread);
   void AddVertex(tEntity& entity, double x, double y);
-  void WarnAtLine(std::string_view kind, const std::string& what);
+  void WarnAtLine(WarningKind kind, const std::string& what);
   [[noreturn]] void ThrowAtLine(const std::string& what) const;
 
   const Conventions& conventions_;

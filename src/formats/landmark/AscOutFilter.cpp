@@ -94,7 +94,7 @@ std::string AscOutFilter::Justification(std::int16_t code) const {
 void AscOutFilter::WriteText(const tEntity& entity) {
   const std::string& text = WithoutControls(entity.Text, cleaned_);
   if (&text != &entity.Text)
-    report().Warn("control characters", path_ + ": control characters in a text became blanks");
+    report().Warn(WarningKind::ControlCharacters, path_ + ": control characters in a text became blanks");
   file_.Write("TEXT, '").Write(text).Write("',").Number(entity.x(0)).Write(",").Number(entity.Y(0)).Write(",");
   file_.Number(RoundHalfEven(entity.TextSize)).Write(",,").Number(entity.TextAng).Write(",");
   file_.Write(Justification(entity.TextJust)).Write(",,").Line(ColourName(entity.RGB));
@@ -136,7 +136,8 @@ void AscOutFilter::ToSteps(tEntity& entity) {
   };
   constexpr tEntity::Index kMostVertices = 100000;  // angles come from files and may be anything
   for (double angle = start * kPi / 180; angle <= end * kPi / 180 && i < kMostVertices; angle += kStep) append(angle);
-  if (i == kMostVertices) report().Warn("long arc", path_ + ": an arc of more than 2,000 turns was cut short");
+  if (i == kMostVertices)
+    report().Warn(WarningKind::LongArc, path_ + ": an arc of more than 2,000 turns was cut short");
   append(end);
 }
 
@@ -154,13 +155,15 @@ void AscOutFilter::ToCurve(tEntity& entity) {
 void AscOutFilter::Complete() {
   file_.Close();
   if (geographic_ > 0) {
-    report().Warn("geographic circles", path_ +
-                                            ": circles and arcs with a centre within 180 and 90 degrees were taken as "
-                                            "geographic and written in UTM metres: " +
-                                            std::to_string(geographic_));
+    report().Warn(WarningKind::GeographicCircles,
+                  path_ +
+                      ": circles and arcs with a centre within 180 and 90 degrees were taken as "
+                      "geographic and written in UTM metres: " +
+                      std::to_string(geographic_));
   }
   if (heights_ > 0) {
-    report().Warn("heights", path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
+    report().Warn(WarningKind::Heights,
+                  path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
   }
 }
 

@@ -27,7 +27,8 @@ void MolInFilter::Open(const std::string& path) {
   filename_ = path;
   if (options().layersWanted) ScanLayers();
   if (!Eof()) {
-    report().Warn("overlay", path + ": the drawing elements of a map overlay are not decoded in this version");
+    report().Warn(WarningKind::Overlay,
+                  path + ": the drawing elements of a map overlay are not decoded in this version");
   }
 }
 

@@ -48,8 +48,9 @@ void CarriedFields::Declare(AttributeTable& table, const std::string& path, DBFO
     if (fields_.back().name != name) Add(renamed, name + " (now " + fields_.back().name + ")");
     output.AddField(fields_.back().name, length, {&type, 1}, table.FieldDecimals(i));
   }
-  if (!leftOut.empty()) report_.Warn("fields left out", path + ": fields that could not be carried along: " + leftOut);
-  if (!renamed.empty()) report_.Warn("fields renamed", path + ": fields under another name: " + renamed);
+  if (!leftOut.empty())
+    report_.Warn(WarningKind::FieldsLeftOut, path + ": fields that could not be carried along: " + leftOut);
+  if (!renamed.empty()) report_.Warn(WarningKind::FieldsRenamed, path + ": fields under another name: " + renamed);
 }
 
 // Whether values of a type may stand in a field.
@@ -75,7 +76,8 @@ void CarriedFields::Match(AttributeTable* table, const std::string& path) {
     }
   }
   if (leftOut.empty()) return;
-  report_.Warn("fields left out", path + ": the first input has no such fields, so they were left out: " + leftOut);
+  report_.Warn(WarningKind::FieldsLeftOut,
+               path + ": the first input has no such fields, so they were left out: " + leftOut);
 }
 
 std::string CarriedFields::FreeName(const std::string& name) const {

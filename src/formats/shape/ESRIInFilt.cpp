@@ -62,7 +62,7 @@ bool ESRIInFilt::FindTable() {
     table->NumRecs();
     table_ = std::move(table);
   } catch (const Error& error) {
-    report().Warn("broken table", std::string(error.what()) + "; no attributes are taken from it");
+    report().Warn(WarningKind::BrokenTable, std::string(error.what()) + "; no attributes are taken from it");
     tableBroken_ = true;
   }
   return table_ != nullptr;
@@ -79,12 +79,13 @@ void ESRIInFilt::TellOfTable() {
   if (std::exchange(tableTold_, true)) return;
   const std::int64_t rows = table_->NumRecs();
   if (rows < records_.Count()) {
-    report().Warn("short table", table_->filename() + ": has " + Counted(rows, "row") + " for " +
-                                     Counted(records_.Count(), "shape") + "; shapes without a row have empty values");
+    report().Warn(WarningKind::ShortTable, table_->filename() + ": has " + Counted(rows, "row") + " for " +
+                                               Counted(records_.Count(), "shape") +
+                                               "; shapes without a row have empty values");
   }
   if (const std::string& encoding = table_->UnknownEncoding(); !encoding.empty()) {
-    report().Warn("encoding", table_->filename() + ": its " + encoding +
-                                  " is not known; texts were read as UTF-8 or else as code page 1252");
+    report().Warn(WarningKind::Encoding, table_->filename() + ": its " + encoding +
+                                             " is not known; texts were read as UTF-8 or else as code page 1252");
   }
 }
 
@@ -113,8 +114,10 @@ void ESRIInFilt::UseTable() {
   const auto fieldNumber = [this](const std::string& name) {
     const int number = table_->GetFieldNum(name);
     if (number == 0 && !EqualsIgnoringCase(Trimmed(table_->GetFieldName(0)), Trimmed(name))) {
-      report().Warn("unknown field " + name, table_->filename() + ": has no field \"" + name +
-                                                 "\"; its first field, \"" + table_->GetFieldName(0) + "\", is used");
+      report().Warn(WarningKind::UnknownField,
+                    table_->filename() + ": has no field \"" + name + "\"; its first field, \"" +
+                        table_->GetFieldName(0) + "\", is used",
+                    name);
     }
     return number;
   };
@@ -191,7 +194,7 @@ bool ESRIInFilt::NextRecord() {
 // Whether the record is to be left out for its row.
 bool ESRIInFilt::IsDeleted() {
   if (!reading_.skipsDeleted || table_ == nullptr || !table_->IsDeleted(Row())) return false;
-  report().Warn("deleted", Where() + ": was left out, because its row in the table is marked as deleted");
+  report().Warn(WarningKind::Deleted, Where() + ": was left out, because its row in the table is marked as deleted");
   records_.Leave();
   return true;
 }

@@ -234,13 +234,14 @@ void ESRIOutFilt::Complete() {
   table_.Release();
   if (writing_.isUtf8) WriteBeside("cpg", "UTF-8");
   if (writing_.carriesSource) CompleteProjection();
-  const auto warn = [this](const char* kind, const std::string& what, std::int64_t count) {
+  const auto warn = [this](WarningKind kind, const std::string& what, std::int64_t count) {
     if (count > 0) report().Warn(kind, what + ": " + std::to_string(count));
   };
-  warn("heights", shpPath_ + ": the shape types written have no z; elements that lost theirs", heights_);
-  warn("cut values", dbfPath_ + ": values too long for their field were cut", cutValues_ + carried_.CutValues());
-  warn("bars", dbfPath_ + ": values with a \"|\" got a blank in its place", bars_);
-  warn("control characters", dbfPath_ + ": values in which control characters became blanks", controls_);
+  warn(WarningKind::Heights, shpPath_ + ": the shape types written have no z; elements that lost theirs", heights_);
+  warn(WarningKind::CutValues, dbfPath_ + ": values too long for their field were cut",
+       cutValues_ + carried_.CutValues());
+  warn(WarningKind::Bars, dbfPath_ + ": values with a \"|\" got a blank in its place", bars_);
+  warn(WarningKind::ControlCharacters, dbfPath_ + ": values in which control characters became blanks", controls_);
 }
 
 void ESRIOutFilt::WriteBeside(const std::string& extension, const std::string& text) {
@@ -253,14 +254,14 @@ void ESRIOutFilt::WriteBeside(const std::string& extension, const std::string& t
 
 void ESRIOutFilt::CompleteProjection() {
   if (!projectionConflict_.empty()) {
-    report().Warn("coordinate systems",
+    report().Warn(WarningKind::CoordinateSystems,
                   projectionConflict_ + ": the inputs do not agree in their coordinate systems; none was written");
   } else if (!projection_.empty()) {
     WriteBeside("prj", projection_);
     return;
   }
   if (const std::string other = PartnerFile(shpPath_, "PRJ"); !other.empty()) {
-    report().Warn("coordinate system", other + ": was there before; it may not be of what was written");
+    report().Warn(WarningKind::CoordinateSystem, other + ": was there before; it may not be of what was written");
   }
 }
 

@@ -76,7 +76,7 @@ void ShapeRecords::OpenIndex(const std::string& path) {
   }
   const std::int64_t entries = shx_.Size() - kShapeHeaderSize;
   if (entries % kIndexEntrySize != 0) {
-    report_.Warn("index cut", path + ": ends within an entry; it may list fewer records than there are");
+    report_.Warn(WarningKind::IndexCut, path + ": ends within an entry; it may list fewer records than there are");
   }
   count_ = static_cast<std::int64_t>(RoundHalfEven(static_cast<double>(entries) / kIndexEntrySize));
   if (count_ == 0) WarnOfUnlisted();
@@ -84,12 +84,12 @@ void ShapeRecords::OpenIndex(const std::string& path) {
 
 void ShapeRecords::WarnOfUnlisted() {
   if (!inOrder_ || listed_ >= shp_.Size()) return;
-  report_.Warn("not in the index", shp_.Path() + ": the index lists nothing of " + Bytes(shp_.Size() - listed_) +
-                                       " of the file; they were not read");
+  report_.Warn(WarningKind::NotInTheIndex, shp_.Path() + ": the index lists nothing of " +
+                                               Bytes(shp_.Size() - listed_) + " of the file; they were not read");
   inOrder_ = false;
 }
 
-void ShapeRecords::Warn(std::string_view kind, const std::string& what) { report_.Warn(kind, Where() + ": " + what); }
+void ShapeRecords::Warn(WarningKind kind, const std::string& what) { report_.Warn(kind, Where() + ": " + what); }
 
 void ShapeRecords::MoveTo(std::int64_t number) {
   number_ = number - 1;
@@ -119,21 +119,21 @@ std::int64_t ShapeRecords::RecordLength(std::int64_t at, std::int64_t indexWords
   std::int64_t available = bounded(indexWords, shp_.Size() - at);
   ownLength_ = bounded(ownWords, room);
   if (available == 0 && ownLength_ == 0) {
-    Warn("record length", "its length is given as " + Bytes(indexWords * 2) + "; it was skipped");
+    Warn(WarningKind::RecordLength, "its length is given as " + Bytes(indexWords * 2) + "; it was skipped");
   } else if (available == 0) {
     WarnOfLength();
     available = ownLength_;
   }
   listed_ += std::min(std::max(bounded(ownWords, room), available), room);
   if (listed_ > shp_.Size() && inOrder_) {
-    Warn("repeated in the index", "the index lists bytes more than once, and so they are read");
+    Warn(WarningKind::RepeatedInTheIndex, "the index lists bytes more than once, and so they are read");
     inOrder_ = false;
   }
   return available;
 }
 
 void ShapeRecords::WarnOfLength() {
-  Warn("index length", "the index gives it fewer bytes than it needs; the record's own length was taken");
+  Warn(WarningKind::IndexLength, "the index gives it fewer bytes than it needs; the record's own length was taken");
 }
 
 // Whether the record has so many bytes, by the index or else by its own word.
@@ -148,14 +148,14 @@ bool ShapeRecords::Holds(std::int64_t bytes, std::int64_t available) {
 bool ShapeRecords::Load() {
   const auto entry = index_.At(kShapeHeaderSize + kIndexEntrySize * (number_ - 1), kIndexEntrySize);
   if (entry.size() < static_cast<std::size_t>(kIndexEntrySize)) {
-    Warn("index cut", "the index ends within this record's entry; the record was skipped");
+    Warn(WarningKind::IndexCut, "the index ends within this record's entry; the record was skipped");
     return false;
   }
   const std::int64_t at = std::int64_t{BigEndian32(entry.data())} * 2;
   auto head = recordBytes_.At(at, kHeadSize);
   if (at < kShapeHeaderSize || head.size() < static_cast<std::size_t>(kRecordHeaderSize) + 4) {
-    Warn("index outside", "the index points to byte " + std::to_string(at) + ", where the file of " +
-                              Bytes(shp_.Size()) + " holds no record; it was skipped");
+    Warn(WarningKind::IndexOutside, "the index points to byte " + std::to_string(at) + ", where the file of " +
+                                        Bytes(shp_.Size()) + " holds no record; it was skipped");
     return false;
   }
   const std::int64_t available = RecordLength(at, BigEndian32(&entry[4]), BigEndian32(&head[4]));
@@ -189,7 +189,7 @@ bool ShapeRecords::LoadPoint(const ShapeType& type, std::int64_t available) {
   const std::int64_t at = current_.pointsAt;
   std::int64_t end = kXYAt + kXYSize;
   if (!Holds(end, available)) {
-    Warn("record cut", "its " + Bytes(available) + " cannot hold a point; it was skipped");
+    Warn(WarningKind::RecordCut, "its " + Bytes(available) + " cannot hold a point; it was skipped");
     return false;
   }
   current_.parts = current_.points = 1;
@@ -208,7 +208,7 @@ bool ShapeRecords::LoadPoint(const ShapeType& type, std::int64_t available) {
 
 bool ShapeRecords::LoadParts(const ShapeType& type, std::span<const std::byte> head, std::int64_t available) {
   if (head.size() < kHeadSize || available < static_cast<std::int64_t>(kHeadSize)) {
-    Warn("record cut", "ends before the counts of its parts and points; it was skipped");
+    Warn(WarningKind::RecordCut, "ends before the counts of its parts and points; it was skipped");
     return false;
   }
   const std::int64_t at = current_.pointsAt;
@@ -218,8 +218,8 @@ bool ShapeRecords::LoadParts(const ShapeType& type, std::span<const std::byte> h
   const std::int64_t pointsAt = 52 + std::int64_t{parts} * (isPatch ? 8 : 4);
   const std::int64_t needed = pointsAt + std::int64_t{points} * kXYSize;
   if (parts < 0 || points < 0 || !Holds(needed, available)) {
-    Warn("record counts", "gives " + Counted(parts, "part") + " and " + Counted(points, "point") + ", which its " +
-                              Bytes(available) + " cannot hold; it was skipped");
+    Warn(WarningKind::RecordCounts, "gives " + Counted(parts, "part") + " and " + Counted(points, "point") +
+                                        ", which its " + Bytes(available) + " cannot hold; it was skipped");
     return false;
   }
   current_.partsAt = at + 52;
@@ -228,7 +228,8 @@ bool ShapeRecords::LoadParts(const ShapeType& type, std::span<const std::byte> h
   current_.parts = parts;
   current_.points = points;
   FindZAndM(type, at, needed, available);
-  if (parts == 0 && points > 0) Warn("points without part", Counted(points, "point") + " left out: in no part");
+  if (parts == 0 && points > 0)
+    Warn(WarningKind::PointsWithoutPart, Counted(points, "point") + " left out: in no part");
   return parts > 0;
 }
 
@@ -237,7 +238,7 @@ bool ShapeRecords::LoadMultiPoint(const ShapeType& type, std::span<const std::by
   const auto points = head.size() < 48 || available < 48 ? -1 : LittleEndian<std::int32_t>(&head[44]);
   const std::int64_t needed = 48 + points * kXYSize;
   if (points < 0 || !Holds(needed, available)) {
-    Warn("record counts", "gives more points than its " + Bytes(available) + " can hold; it was skipped");
+    Warn(WarningKind::RecordCounts, "gives more points than its " + Bytes(available) + " can hold; it was skipped");
     return false;
   }
   current_.pointsAt += 48;
@@ -263,7 +264,7 @@ void ShapeRecords::FindZAndM(const ShapeType& type, std::int64_t at, std::int64_
   if (type.mayHaveM && end + size <= available) NoteMeasures(at + end + 16, current_.points);
 }
 
-void ShapeRecords::WarnOfNoZ() { Warn("no z values", "has no room for the z values of its type; z is 0"); }
+void ShapeRecords::WarnOfNoZ() { Warn(WarningKind::NoZValues, "has no room for the z values of its type; z is 0"); }
 
 // Counts the record where one of its m values says something. The system's own convention knows no m.
 void ShapeRecords::NoteMeasures(std::int64_t at, std::int32_t count) {
@@ -275,7 +276,7 @@ void ShapeRecords::NoteMeasures(std::int64_t at, std::int32_t count) {
     for (std::size_t i = 0; i < values.size(); i += 8) {
       const auto m = LittleEndian<double>(&values[i]);
       if (!(m > kNoMeasure) || m == 0) continue;
-      Warn("measures", "its m values are left out; no element has a place for them");
+      Warn(WarningKind::Measures, "its m values are left out; no element has a place for them");
       return;
     }
   }
@@ -302,14 +303,14 @@ bool ShapeRecords::NextRange(Range& range) {
   const auto first = LittleEndian<std::int32_t>(starts.data());
   const std::int32_t end = part_ < current_.parts ? LittleEndian<std::int32_t>(&starts[4]) : current_.points;
   if (first < nextPoint_ || end < first || end > current_.points) {
-    Warn("part indices", "part " + std::to_string(part + 1) + " is said to run from point " + std::to_string(first) +
-                             " to before point " + std::to_string(end) + " of " + std::to_string(current_.points) +
-                             "; the record was skipped from there on");
+    Warn(WarningKind::PartIndices, "part " + std::to_string(part + 1) + " is said to run from point " +
+                                       std::to_string(first) + " to before point " + std::to_string(end) + " of " +
+                                       std::to_string(current_.points) + "; the record was skipped from there on");
     part_ = current_.parts;
     return false;
   }
   if (first > nextPoint_) {
-    Warn("points without part",
+    Warn(WarningKind::PointsWithoutPart,
          Counted(first - nextPoint_, "point") + " before part " + std::to_string(part + 1) + " left out: in no part");
   }
   nextPoint_ = end;
@@ -331,7 +332,7 @@ void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
   const auto type =
       LittleEndian<std::int32_t>(Piece(partStarts_, current_.partTypesAt + std::int64_t{part} * 4, 4).data());
   if (type == kTriangleStrip || type == kTriangleFan) {
-    Warn("triangles", "a strip or fan of triangles is delivered as its outline, without the edges inside");
+    Warn(WarningKind::Triangles, "a strip or fan of triangles is delivered as its outline, without the edges inside");
   }
   if (type != kTriangleStrip) return;
   const tEntity::Index last = entity.XCount();
@@ -386,7 +387,7 @@ void ShapeRecords::StoreZ(tEntity& entity, Range range) {
     }
     end = begin;
   }
-  if (wild) Warn("wild z", "holds z values that are no number or too large; they were read as 0");
+  if (wild) Warn(WarningKind::WildZ, "holds z values that are no number or too large; they were read as 0");
 }
 
 bool ShapeRecords::DropWildVertices(tEntity& entity) {
@@ -399,7 +400,7 @@ bool ShapeRecords::DropWildVertices(tEntity& entity) {
     if (current_.zAt != 0) entity.Z(kept, entity.Z(i));
     ++kept;
   }
-  Warn("not finite", "vertices without a finite x and y were left out: " + std::to_string(count - kept));
+  Warn(WarningKind::NotFinite, "vertices without a finite x and y were left out: " + std::to_string(count - kept));
   if (kept == 0) {
     entity.ClearVertices();
     return false;

@@ -14,6 +14,7 @@
 namespace tesselink {
 
 class Report;
+enum class WarningKind;
 
 /// Finds each record and reads its parts as vertices of an element. Points and vertices are streamed, so memory follows
 /// the largest part, not the file. A record that cannot be read is a warning, and holds nothing; m values are counted
@@ -94,7 +95,7 @@ class ShapeRecords {
   void StoreZ(tEntity& entity, Range range);
   bool DropWildVertices(tEntity& entity);
   void OutlineOfPatch(tEntity& entity, std::int32_t part);
-  void Warn(std::string_view kind, const std::string& what);
+  void Warn(WarningKind kind, const std::string& what);
 
   Report& report_;
   const bool everyType_;

@@ -34,7 +34,7 @@ void SmartAssign(benchmark::State& state) {
   NoSettings settings;
   Report report;
   FilterContext context{person, settings, report};
-  context.options.cdfMap = PutFile("$CDF.MAP", EntityTypes(types));
+  context.options.own.Set("cdf-map", PutFile("$CDF.MAP", EntityTypes(types)));
   LayerMatching matching(context);
   for (auto _ : state) {
     state.PauseTiming();

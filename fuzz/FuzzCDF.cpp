@@ -18,16 +18,15 @@ Found Read(const std::string& path, Handler handler) {
   Report report;
   CDFInFilter reader({person, settings, report});
   Found found;
-  tEntity entity;
+  Pump pump(Dialect::Classic);
   try {
     reader.filename(path);
-    while (!reader.Eof()) {
-      if (!reader.GetNextEntity(entity)) continue;
-      ++found.elements;
-      handler(entity);
+    while (pump.Next(reader)) {
+      if (pump.Delivered()) handler(pump.Element());
     }
   } catch (const Error&) {  // a number that is too large
   }
+  found.elements = pump.Elements();
   for (const Warning& warning : report.Warnings()) {
     if (warning.kind == "lone headers") found.loneHeaders = warning.count;
   }

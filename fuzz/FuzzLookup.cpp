@@ -13,7 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   NoSettings settings;
   Report report;
   FilterContext context{person, settings, report};
-  context.options.cdfMap = context.options.lngsl = PutFile("map", bytes.substr(wanted.size() + 1));
+  const std::string list = PutFile("map", bytes.substr(wanted.size() + 1));
+  for (const char* option : {"cdf-map", "lngsl"}) context.options.own.Set(option, list);
   CDFMap types(context);
   LNGSLMap colours(context);
   types.Create();

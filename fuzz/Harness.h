@@ -14,17 +14,16 @@
 #include "core/io/Errors.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/Filters.h"
-#include "core/run/Interaction.h"
+#include "core/run/Nobody.h"
+#include "core/run/Pump.h"
 #include "core/run/Report.h"
 #include "core/run/Settings.h"
 
 namespace tesselink {
 
 /// Leaves every file alone, chooses the first field for the layer and the last one for the text.
-class SilentPerson final : public Interaction {
+class SilentPerson final : public Nobody {
  public:
-  Answer ShowMessage(const Message&) override { return Answer::No; }
-  std::string SaveFileName(const SaveFileQuestion&) override { return {}; }
   void SelectFields(FieldSelection& selection) override {
     const auto choices = selection.Choices();
     selection.Choose(choices.empty() ? std::string() : choices.front());
@@ -32,20 +31,6 @@ class SilentPerson final : public Interaction {
     selection.Choose(choices.empty() ? std::string() : choices.back());
     selection.Continue();
   }
-  std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion&) override { return std::nullopt; }
-  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override { return ofFirstElement; }
-  std::string AskText(const TextQuestion& question) override { throw Error(question.title); }
-  PointChoice ChoosePoints() override { return PointChoice::SecondFile; }
-  GridFields LocateGridFields(const std::string&) override { return {}; }
-  void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
-  void HideScan() override {}
-  void RunStarted() override {}
-  void RunEnded() override {}
-  void ShowRunProgress(const RunProgress&) override {}
-  void HoldRunProgress() override {}
-  void Beep() override {}
-  bool CancelRequested() override { return false; }
-  void Yield() override {}
 };
 
 class NoSettings final : public Settings {
@@ -83,23 +68,26 @@ inline std::string PutFile(const std::string& name, std::string_view bytes) {
 /// Reads a file to its end. What is delivered must be finite in number: an element may not come from nothing, so
 /// more elements than the file has bytes are a finding.
 template <typename Reader>
-void ReadToTheEnd(const std::string& path, std::size_t bytes, const FilterOptions& options = {}) {
+void ReadToTheEnd(const std::string& path, std::size_t bytes, const FilterOptions& options, std::size_t mostVertices) {
   SilentPerson person;
   NoSettings settings;
   Report report;
   Reader reader({person, settings, report, options});
-  tEntity entity;
-  std::size_t delivered = 0;
+  Pump pump(options.dialect);
   try {
     reader.filename(path);
-    while (!reader.Eof() && !reader.Stalled()) {
-      if (reader.GetNextEntity(entity) && ++delivered > bytes) std::abort();
-      if (static_cast<std::size_t>(entity.PointCount() + 1) > bytes) std::abort();
-      entity.Clear();
+    while (!reader.Stalled() && pump.Next(reader)) {
+      if (pump.Elements() > static_cast<std::int64_t>(bytes)) std::abort();
+      if (static_cast<std::size_t>(pump.Element().PointCount() + 1) > mostVertices) std::abort();
     }
   } catch (const Error&) {  // the right answer to most of what a fuzzer writes
   } catch (const OperationCanceled&) {
   }
+}
+
+template <typename Reader>
+void ReadToTheEnd(const std::string& path, std::size_t bytes, const FilterOptions& options = {}) {
+  ReadToTheEnd<Reader>(path, bytes, options, bytes);
 }
 
 }  // namespace tesselink

@@ -6,8 +6,6 @@
 #include <memory>
 
 #include "cli/Exit.h"
-#include "core/io/Errors.h"
-#include "core/io/Numbers.h"
 #include "formats/Formats.h"
 
 namespace tesselink {
@@ -56,19 +54,24 @@ CLI::Validator KnownKey(const Rows& rows, const std::string& what) {
       "");
 }
 
-// A field of a line: a comma or a control character would break it.
-std::string HeaderText(const std::string& text) {
-  const bool breaks =
-      std::any_of(text.begin(), text.end(), [](char c) { return c == ',' || static_cast<unsigned char>(c) < ' '; });
-  return breaks ? "a comma or a control character has no place there" : "";
-}
-
-std::string FiniteNumber(const std::string& text) {
-  try {
-    StrictNumber(text);
-    return {};
-  } catch (const Error& error) {
-    return error.what();
+// The options that the rows of one side bring along, each once.
+template <typename Rows>
+void AddFormatOptions(CLI::App& command, const Rows& rows, OptionValues& values) {
+  for (const auto& row : rows) {
+    for (const FormatOption& option : row.options) {
+      const std::string name = "--" + option.name;
+      if (command.get_option_no_throw(name) != nullptr) continue;
+      if (option.kind == FormatOption::Kind::Flag) {
+        command.add_flag_callback(
+            name, [&values, &option] { values.Set(option.name, "yes"); }, option.help);
+        continue;
+      }
+      CLI::Option* added = command.add_option_function<std::string>(
+          name, [&values, &option](const std::string& value) { values.Set(option.name, value); }, option.help);
+      added->type_name(option.value);
+      if (!option.choices.empty()) added->check(CLI::IsMember(option.choices));
+      if (option.check) added->check(option.check);
+    }
   }
 }
 
@@ -107,9 +110,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->type_name("FILE");
   command.add_flag("--smart-assign", options.smartAssign,
                    "Guess the entity codes of layers from their names,\nafter the remembered ones");
-  command.add_option("--cdf-map", options.cdfMap, "Where the entity-type list $CDF.MAP lies")->type_name("FILE");
-  command.add_option("--lngsl", options.lngsl, "Where the colour list $LNGSL.DAT lies")->type_name("FILE");
-  command.add_flag("--paper-space", options.paperSpace, "Read a DXF drawing's paper space too");
+  AddFormatOptions(command, formats, options.own);
   command
       .add_option_function<std::string>(
           "--dialect",
@@ -122,15 +123,6 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->check(CLI::IsMember({"classic", "standard"}));
 }
 
-void AddGridOptions(CLI::App& convert, GridFields& grid) {
-  convert.add_option("--township", grid.township, "Field of the townships, for a T/R Digitizer output")
-      ->type_name("NAME");
-  convert.add_option("--range", grid.range, "Field of the ranges")->type_name("NAME");
-  convert.add_option("--section", grid.section, "Field of the sections")->type_name("NAME");
-  convert.add_option("--table", grid.table, "Table with these three fields (the shapefile's own)")
-      ->type_name("FILE.dbf");
-}
-
 CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
   const auto& formats = AllFormats().Outputs();
   CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
@@ -140,32 +132,7 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
   convert->add_option("--to", command.to, "Output format, whatever the extension: " + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
-  convert
-      ->add_option_function<std::string>(
-          "--shape-type",
-          [&command](const std::string& kind) {
-            command.answers.shapeType = kind == "points" ? ShapeTypeChoice::Points : ShapeTypeChoice::Polylines;
-          },
-          "What a shapefile output holds: points (and texts) or\n"
-          "polylines; without it, what the first element is")
-      ->type_name("CHOICE")
-      ->check(CLI::IsMember({"points", "polylines"}));
-  convert
-      ->add_option_function<std::string>(
-          "--points",
-          [&command](const std::string& choice) {
-            command.answers.points = choice == "ignore" ? PointChoice::Ignore : PointChoice::SecondFile;
-          },
-          "Points in a CDF conversion: second-file (default; a\n.pts file beside the output) or ignore")
-      ->type_name("CHOICE")
-      ->check(CLI::IsMember({"second-file", "ignore"}));
-  AddGridOptions(*convert, command.answers.grid);
-  convert->add_option("--units", command.units, "Units in the header of a Landmark output (M)")
-      ->type_name("TEXT")
-      ->check(HeaderText);
-  convert->add_option("--map-scale", command.mapScale, "Map scale in the header of a Landmark output (1)")
-      ->type_name("NUMBER")
-      ->check(FiniteNumber);
+  AddFormatOptions(*convert, formats, command.reading.own);
   convert->add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
       "Show a progress bar (the default on a terminal)");

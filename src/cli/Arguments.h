@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/run/Dialect.h"
-#include "core/run/Interaction.h"
+#include "core/run/Options.h"
 
 namespace tesselink {
 
@@ -19,34 +19,19 @@ struct ReadingOptions {
   std::string textField;
   LineEndsChoice lineEnds = LineEndsChoice::Keep;
   std::string lineEndsCopy;  ///< where LineEndsChoice::Copy writes
-  bool paperSpace = false;   ///< a drawing's paper space too
   std::string layerCodes;    ///< a CSV file with the entity codes of layers
   bool smartAssign = false;  ///< guess the codes that nobody gave
-  std::string cdfMap;        ///< where the entity-type list lies; empty: it is searched for
-  std::string lngsl;         ///< where the colour list lies; empty: it is searched for
+  OptionValues own;          ///< of the options that formats bring along
   Dialect dialect = Dialect::Classic;
 };
 
 enum class ProgressChoice { WhenTerminal, Always, Never };
-
-/// What a shapefile output holds.
-enum class ShapeTypeChoice { FirstElement, Points, Polylines };
-
-/// The answers to what writers ask.
-struct WritingAnswers {
-  ShapeTypeChoice shapeType = ShapeTypeChoice::FirstElement;
-  PointChoice points = PointChoice::SecondFile;
-  GridFields grid;
-};
 
 struct ConvertCommand {
   std::vector<std::string> inputs;
   std::string output;
   ReadingOptions reading;
   std::string to;  ///< a format key; empty: by the extension
-  WritingAnswers answers;
-  std::string units = "M";  ///< of the Landmark header line
-  double mapScale = 1;      ///< of the Landmark header line
   bool overwrite = false;
   bool quiet = false;
   bool json = false;

@@ -27,8 +27,8 @@ std::string OneLine(std::string_view text) {
 
 }  // namespace
 
-ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress, const WritingAnswers& answers)
-    : options_(options), layerOptions_(options), showProgress_(showProgress), answers_(answers) {}
+ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress)
+    : options_(options), layerOptions_(options), showProgress_(showProgress) {}
 
 Answer ConsoleInteraction::ShowMessage(const Message& message) {
   switch (message.topic) {
@@ -37,7 +37,7 @@ Answer ConsoleInteraction::ShowMessage(const Message& message) {
     case Topic::RunFailed:  // told by the command, with what the output holds
       return Answer::Ok;
     case Topic::Notice:
-    case Topic::UnhandledShape:
+    case Topic::Unread:
       break;
   }
   const std::string line = OneLine(message.text);
@@ -68,16 +68,9 @@ std::optional<std::vector<std::string>> ConsoleInteraction::MatchLayers(const La
   return layerOptions_.Codes(question);
 }
 
-ShapeKind ConsoleInteraction::ChooseShapeKind(ShapeKind ofFirstElement) {
-  switch (answers_.shapeType) {
-    case ShapeTypeChoice::Points:
-      return ShapeKind::PointsOrText;
-    case ShapeTypeChoice::Polylines:
-      return ShapeKind::Polyline;
-    case ShapeTypeChoice::FirstElement:
-      break;
-  }
-  return ofFirstElement;
+std::size_t ConsoleInteraction::Choose(const ChoiceQuestion& question) {
+  const auto given = std::find(question.answers.begin(), question.answers.end(), options_.own.Text(question.option));
+  return given == question.answers.end() ? question.preset : static_cast<std::size_t>(given - question.answers.begin());
 }
 
 std::string ConsoleInteraction::AskText(const TextQuestion& question) {
@@ -85,24 +78,26 @@ std::string ConsoleInteraction::AskText(const TextQuestion& question) {
   throw Error("could not locate " + question.subject + "; give its place with " + option + " FILE");
 }
 
-PointChoice ConsoleInteraction::ChoosePoints() { return answers_.points; }
-
-GridFields ConsoleInteraction::LocateGridFields(const std::string& suggestedTable) {
-  GridFields fields = answers_.grid;
-  if (fields.table.empty()) fields.table = suggestedTable;
+TableFields ConsoleInteraction::LocateFields(const TableFieldsQuestion& question) {
+  TableFields fields;
+  fields.table = options_.own.Text("table", question.suggestedTable);
   std::string missing;
-  const auto need = [&missing](const std::string& value, const char* option) {
-    if (value.empty()) missing += (missing.empty() ? "" : ", ") + std::string(option);
+  const auto need = [&missing](const std::string& value, std::string_view option, const char* placeholder) {
+    if (value.empty()) missing.append(missing.empty() ? "--" : ", --").append(option).append(placeholder);
   };
-  need(fields.township, "--township NAME");
-  need(fields.range, "--range NAME");
-  need(fields.section, "--section NAME");
-  need(fields.table, "--table FILE.dbf");
+  for (const std::string_view field : question.fields) {
+    fields.fields.push_back(options_.own.Text(field));
+    need(fields.fields.back(), field, " NAME");
+  }
+  need(fields.table, "table", " FILE.dbf");
   if (!missing.empty()) {
-    throw Error("the output needs a table of townships, ranges and sections, and the names of its fields; give " +
-                missing);
+    throw Error("the output needs " + std::string(question.what) + ", and the names of its fields; give " + missing);
   }
   return fields;
+}
+
+std::string ConsoleInteraction::Naming(std::string_view option, std::string_view value) const {
+  return "--" + Nobody::Naming(option, value);
 }
 
 void ConsoleInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {

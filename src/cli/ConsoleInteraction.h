@@ -8,31 +8,27 @@
 
 #include "cli/Arguments.h"
 #include "cli/LayerOptions.h"
-#include "core/run/Interaction.h"
+#include "core/run/Nobody.h"
 
 namespace tesselink {
 
-class ConsoleInteraction final : public Interaction {
+class ConsoleInteraction final : public Nobody {
  public:
-  ConsoleInteraction(const ReadingOptions& options, bool showProgress, const WritingAnswers& answers = {});
+  ConsoleInteraction(const ReadingOptions& options, bool showProgress);
 
   Answer ShowMessage(const Message& message) override;
   std::string SaveFileName(const SaveFileQuestion& question) override;
   void SelectFields(FieldSelection& selection) override;
   std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) override;
-  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override;
+  std::size_t Choose(const ChoiceQuestion& question) override;
   std::string AskText(const TextQuestion& question) override;
-  PointChoice ChoosePoints() override;
-  GridFields LocateGridFields(const std::string& suggestedTable) override;
+  TableFields LocateFields(const TableFieldsQuestion& question) override;
+  std::string Naming(std::string_view option, std::string_view value) const override;
   void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
   void HideScan() override;
-  void RunStarted() override {}
   void RunEnded() override;
   void ShowRunProgress(const RunProgress& progress) override;
-  void HoldRunProgress() override {}
-  void Beep() override {}
   bool CancelRequested() override;
-  void Yield() override {}
 
   /// For a list of layers to be edited: collects what is known of them, and matches nothing.
   void ProposeCodes() { proposing_ = true; }
@@ -53,7 +49,6 @@ class ConsoleInteraction final : public Interaction {
   ReadingOptions options_;
   LayerOptions layerOptions_;
   bool showProgress_;
-  WritingAnswers answers_;
   bool barDrawn_ = false;
   std::chrono::steady_clock::time_point nextBar_{};
   bool stalled_ = false;

@@ -3,7 +3,6 @@
 
 #include "app/QtSettings.h"
 #include "app/SummaryText.h"
-#include "app/WrittenFiles.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
@@ -12,6 +11,7 @@
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Utf8.h"
+#include "core/run/WrittenFiles.h"
 #include "formats/Formats.h"
 #include "formats/cdf/CodeTables.h"
 
@@ -22,16 +22,35 @@ namespace fs = std::filesystem;
 
 const OutputFormat& FormatOf(const ConvertCommand& command) { return OutputFormatOf(command.to, command.output); }
 
-// Options that say nothing about this output are a mistake, not a wish.
-void RefuseFieldsOfOtherOutputs(const ConvertCommand& command) {
-  const OutputFormat& format = OutputFormatOf(command.to, command.output);
-  const GridFields& grid = command.answers.grid;
-  const bool isGrid = format.key == "grd";
-  const std::string isWritten = "; " + command.output + " is written as " + format.Name();
-  if (!isGrid && !(grid.township + grid.range + grid.section + grid.table).empty()) {
-    throw UsageError("--township, --range, --section and --table go with a T/R Digitizer output" + isWritten);
+// As in "--a, --b and --c".
+std::string AndList(const std::vector<std::string>& names) {
+  std::string list;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    list += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
   }
-  if (isGrid && UsesAttributes(command.reading)) {
+  return list;
+}
+
+// A format's name without its last word, as in "T/R Digitizer".
+std::string ShortName(const OutputFormat& format) { return format.Name().substr(0, format.Name().rfind(' ')); }
+
+// Options that say nothing about this output are a mistake, not a wish.
+void RefuseOptionsOfOtherOutputs(const ConvertCommand& command) {
+  const OutputFormat& format = FormatOf(command);
+  const std::string isWritten = "; " + command.output + " is written as " + format.Name();
+  for (const OutputFormat& other : AllFormats().Outputs()) {
+    std::vector<std::string> names;
+    bool given = false;
+    for (const FormatOption& option : other.options) {
+      if (!option.strict) continue;
+      names.push_back("--" + option.name);
+      given = given || command.reading.own.Has(option.name);
+    }
+    if (given && other.key != format.key) {
+      throw UsageError(AndList(names) + " go with a " + ShortName(other) + " output" + isWritten);
+    }
+  }
+  if (format.ignoresLayers && UsesAttributes(command.reading)) {
     throw UsageError("--layer-field and --text-field do not go with an output without layers and texts" + isWritten);
   }
 }
@@ -48,22 +67,17 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
     several.from = "multishp";
     format = &InputFormatOf(several, command.inputs[0]);
   }
-  RefuseFieldsOfOtherOutputs(command);
+  RefuseOptionsOfOtherOutputs(command);
   RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command), command.reading.dialect));
   ConversionRequest request;
-  request.Infile = command.inputs[0];
+  request.inputs = command.inputs;
   request.OutFile = command.output;
   request.InFormat = format->entry;
   request.OutFormat = FormatOf(command).entry;
   request.useAttributes = UsesAttributes(command.reading);
   request.options = FilterOptionsOf(command.reading);
-  request.options.units = command.units;
-  request.options.mapScale = command.mapScale;
+  if (!command.reading.layerCodes.empty()) request.alsoRead = {command.reading.layerCodes};
   request.options.layersWanted = !command.reading.layerCodes.empty() || command.reading.smartAssign;
-  if (format->severalFiles) {
-    request.chosenFiles = {""};
-    request.chosenFiles.insert(request.chosenFiles.end(), command.inputs.begin(), command.inputs.end());
-  }
   return request;
 }
 
@@ -132,7 +146,7 @@ int Run(const ConvertCommand& command) {
   const bool showProgress =
       command.progress == ProgressChoice::Always ||
       (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
-  ConsoleInteraction interaction(command.reading, showProgress, command.answers);
+  ConsoleInteraction interaction(command.reading, showProgress);
   QtSettings settings;
   const RunSummary summary = ConversionRun(AllFormats(), interaction, settings, FillerFromCodeTables()).Run(request);
   PrintWarnings(summary, interaction);

@@ -39,6 +39,7 @@ class ForwardingWriter final : public OutputFilter {
 
  private:
   void Create(const std::string&) override {}
+  Carrying CarriesSource() const override { return Carrying::Yes; }  // nobody expects that here
   WriteResult Write(tEntity& entity) override {
     handler_(entity);
     return WriteResult::Written;
@@ -66,16 +67,17 @@ const OutputFormat& OutputFormatOf(const std::string& key, const std::string& pa
 bool UsesAttributes(const ReadingOptions& options) { return !options.layerField.empty() || !options.textField.empty(); }
 
 FilterOptions FilterOptionsOf(const ReadingOptions& options) {
-  for (const std::string& list : {options.cdfMap, options.lngsl}) {
-    if (!list.empty() && !FileExists(list)) throw Error(list + ": is no file that can be opened for reading");
+  for (const InputFormat& row : AllFormats().Inputs()) {
+    for (const FormatOption& option : row.options) {
+      if (option.kind != FormatOption::Kind::File || !options.own.Has(option.name)) continue;
+      const std::string file = options.own.Text(option.name);
+      if (!FileExists(file)) throw Error(file + ": is no file that can be opened for reading");
+    }
   }
   FilterOptions result;
-  result.paperSpace = options.paperSpace;
   result.dialect = options.dialect;
   result.programFolder = ProgramDataFolder();
-  result.cdfMap = options.cdfMap;
-  result.lngsl = options.lngsl;
-  result.dialect = options.dialect;
+  result.own = options.own;
   return result;
 }
 
@@ -156,13 +158,13 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   const FormatTable table(AllFormats().Inputs(), {sink});
   QtSettings settings;
   ConversionRequest request;
-  request.Infile = reading.input;
+  request.inputs = {reading.input};
   request.OutFile = reading.output;
   request.InFormat = reading.format.entry;
   request.useAttributes = UsesAttributes(reading.options);
   request.options = FilterOptionsOf(reading.options);
   request.options.layersWanted = reading.layersWanted;
-  if (reading.format.severalFiles) request.chosenFiles = {"", reading.input};
+  if (!reading.options.layerCodes.empty()) request.alsoRead = {reading.options.layerCodes};
   reading.summary = ConversionRun(table, reading.interaction, settings, FillerFromCodeTables()).Run(request);
   FlushOutput();
   PrintWarnings(reading.summary, reading.interaction);

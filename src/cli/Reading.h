@@ -18,7 +18,7 @@ const InputFormat& InputFormatOf(const ReadingOptions& options, const std::strin
 /// The output's format by `--to` or by its extension.
 const OutputFormat& OutputFormatOf(const std::string& key, const std::string& path);
 bool UsesAttributes(const ReadingOptions& options);
-/// What the options and the place of the program mean to the filters. Throws Error for a list that is not there.
+/// What the options and the place of the program mean to the filters. Throws Error for a file that is not there.
 FilterOptions FilterOptionsOf(const ReadingOptions& options);
 /// The repaired copy of a text file takes no other file's place; a dialog would have asked. Throws Error.
 void RefuseExistingCopy(const ReadingOptions& options);

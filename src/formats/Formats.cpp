@@ -24,33 +24,71 @@ constexpr auto kReader = &Make<Filter, InputFilter>;
 template <typename Filter>
 constexpr auto kWriter = &Make<Filter, OutputFilter>;
 
+std::vector<InputFormat> Inputs() {
+  return {
+      {{.entry = "ESRI Shapefile (*.shp)",
+        .key = "shp",
+        .className = "ESRIInFilt",
+        .hasAttributes = true,
+        .companions = ESRIInFilt::Companions()},
+       kReader<ESRIInFilt>},
+      {{.entry = "AutoCAD DXF File (*.dxf)",
+        .key = "dxf",
+        .className = "DXFInFilter",
+        .options = DXFInFilter::Options()},
+       kReader<DXFInFilter>},
+      {{.entry = "WinPICS Map Overlay (*.mol)", .key = "mol", .className = "MolInFilter", .fallBack = true},
+       kReader<MolInFilter>},
+      {{.entry = "Landmark ASCII File (*.asc)", .key = "asc", .className = "AscInFilter"}, kReader<AscInFilter>},
+      {{.entry = "Geographix CDF File (*.cdf)",
+        .key = "cdf",
+        .className = "CDFInFilter",
+        .options = CDFInFilter::Options()},
+       kReader<CDFInFilter>},
+      {{.entry = "Multiple Shapefile Input (*.shp)",
+        .key = "multishp",
+        .className = "ESRIInFilt",
+        .severalFiles = true,
+        .hasAttributes = true,
+        .companions = ESRIInFilt::Companions()},
+       kReader<ESRIInFilt>},
+  };
+}
+
+std::vector<OutputFormat> Outputs() {
+  return {
+      {{.entry = "ESRI Shapefile (*.shp)",
+        .key = "shp",
+        .className = "ESRIOutFilt",
+        .companions = ESRIOutFilt::Companions(),
+        .options = ESRIOutFilt::Options()},
+       kWriter<ESRIOutFilt>},
+      {{.entry = "AutoCAD DXF File (*.dxf)", .key = "dxf", .className = "DXFOutFilter", .fallBack = true},
+       kWriter<DXFOutFilter>},
+      {{.entry = "Landmark ASCII File (*.asc)",
+        .key = "asc",
+        .className = "AscOutFilter",
+        .options = AscOutFilter::Options()},
+       kWriter<AscOutFilter>},
+      {{.entry = "Geographix CDF File (*.cdf)",
+        .key = "cdf",
+        .className = "CDFOutFilter",
+        .companions = CDFOutFilter::Companions(),
+        .options = CDFOutFilter::Options()},
+       kWriter<CDFOutFilter>},
+      {{.entry = "T/R Digitizer Format (*.grd)",
+        .key = "grd",
+        .className = "TRDigOut",
+        .ignoresLayers = true,
+        .options = TRDigOut::Options()},
+       kWriter<TRDigOut>},
+  };
+}
+
 }  // namespace
 
 const FormatTable& AllFormats() {
-  static const FormatTable kTable(
-      {
-          {{"ESRI Shapefile (*.shp)", "shp", "ESRIInFilt"}, false, true, {"SHX", "DBF"}, kReader<ESRIInFilt>},
-          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFInFilter"}, false, false, {}, kReader<DXFInFilter>},
-          {{"WinPICS Map Overlay (*.mol)", "mol", "MolInFilter", true}, false, false, {}, kReader<MolInFilter>},
-          {{"Landmark ASCII File (*.asc)", "asc", "AscInFilter"}, false, false, {}, kReader<AscInFilter>},
-          {{"Geographix CDF File (*.cdf)", "cdf", "CDFInFilter"}, false, false, {}, kReader<CDFInFilter>},
-          {{"Multiple Shapefile Input (*.shp)", "multishp", "ESRIInFilt"},
-           true,
-           true,
-           {"SHX", "DBF"},
-           kReader<ESRIInFilt>},
-      },
-      {
-          {{"ESRI Shapefile (*.shp)", "shp", "ESRIOutFilt"},
-           false,
-           {"SHX", "DBF"},
-           kWriter<ESRIOutFilt>,
-           {"CPG", "PRJ"}},
-          {{"AutoCAD DXF File (*.dxf)", "dxf", "DXFOutFilter", true}, false, {}, kWriter<DXFOutFilter>},
-          {{"Landmark ASCII File (*.asc)", "asc", "AscOutFilter"}, false, {}, kWriter<AscOutFilter>},
-          {{"Geographix CDF File (*.cdf)", "cdf", "CDFOutFilter"}, false, {"PTS"}, kWriter<CDFOutFilter>},
-          {{"T/R Digitizer Format (*.grd)", "grd", "TRDigOut"}, true, {}, kWriter<TRDigOut>},
-      });
+  static const FormatTable kTable(Inputs(), Outputs());
   return kTable;
 }
 

@@ -5,12 +5,12 @@
 
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
-#include "core/run/Interaction.h"
+#include "core/run/Nobody.h"
 
 namespace tesselink {
 
 // Nobody: questions are answered so that nothing happens to any file, messages are kept.
-class PreviewReading::Silence final : public Interaction {
+class PreviewReading::Silence final : public Nobody {
  public:
   Silence(const Clock& clock, Breath breath) : clock_(clock), breath_(std::move(breath)) {}
 
@@ -24,22 +24,10 @@ class PreviewReading::Silence final : public Interaction {
     if (!known && messages_.size() < kMostMessages) messages_.push_back(message.text);
     return Answer::Ok;
   }
-  std::string SaveFileName(const SaveFileQuestion&) override { return {}; }
   void SelectFields(FieldSelection&) override { throw OperationCanceled(); }
-  std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion&) override { return std::nullopt; }
-  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override { return ofFirstElement; }
   std::string AskText(const TextQuestion& question) override {
     throw Error(question.subject + ": was not found; the preview does without");
   }
-  PointChoice ChoosePoints() override { return PointChoice::Ignore; }
-  GridFields LocateGridFields(const std::string&) override { return {}; }
-  void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
-  void HideScan() override {}
-  void RunStarted() override {}
-  void RunEnded() override {}
-  void ShowRunProgress(const RunProgress&) override {}
-  void HoldRunProgress() override {}
-  void Beep() override {}
   bool CancelRequested() override { return clock_() > until_; }
   void Yield() override {
     if (breath_) breath_();
@@ -58,7 +46,8 @@ PreviewReading::PreviewReading(PreviewInput input, Settings& settings, Breath br
     : input_(std::move(input)),
       clock_(std::move(clock)),
       person_(std::make_unique<Silence>(clock_, std::move(breath))),
-      context_{*person_, settings, report_, input_.options} {
+      context_{*person_, settings, report_, input_.options},
+      pump_(input_.options.dialect) {
   context_.options.layersWanted = context_.options.lookAhead = false;
 }
 
@@ -89,14 +78,10 @@ void PreviewReading::ReadOn() {
     OpenNext();
     return;
   }
-  if (reader_->Eof()) {
-    open_ = false;
-    return;
-  }
-  if (reader_->GetNextEntity(entity_)) picture_.Add(entity_);
+  open_ = pump_.Next(*reader_);
+  if (pump_.Delivered()) picture_.Add(pump_.Element());
   if (reader_->Stalled()) grave_ = reader_->Where() + ": repeats without end; the preview ends here";
   if (!grave_.empty()) ended_ = true;
-  entity_.Clear();
 }
 
 void PreviewReading::OpenNext() {

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "core/element/tEntity.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
+#include "core/run/Pump.h"
 #include "core/run/Report.h"
 #include "core/run/Settings.h"
 #include "picture/Picture.h"
@@ -62,7 +62,7 @@ class PreviewReading {
   Report report_;
   FilterContext context_;
   std::unique_ptr<InputFilter> reader_;
-  tEntity entity_;
+  Pump pump_;
   Picture picture_;
   std::size_t next_ = 0;  // of the paths
   bool open_ = false, ended_ = false;

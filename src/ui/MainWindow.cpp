@@ -21,8 +21,8 @@
 #include <algorithm>
 
 #include "app/UiText.h"
-#include "app/WrittenFiles.h"
 #include "core/io/Paths.h"
+#include "core/run/WrittenFiles.h"
 #include "formats/cdf/CodeTables.h"
 #include "ui/CommonDlg.h"
 #include "ui/FileChoice.h"
@@ -368,11 +368,10 @@ void MainWindow::TellInput() {
 
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;
-  request.Infile = PathOf(infile_->text());
+  for (const QString& path : InputPaths()) request.inputs.push_back(PathOf(path));
   request.OutFile = PathOf(outFile_->text());
   request.InFormat = inFormat_->currentText().toStdString();
   request.OutFormat = outFormat_->currentText().toStdString();
-  if (SeveralFiles()) request.chosenFiles = chosenFiles_;
   request.options = options_;
   request.options.dialect = dialect_->currentIndex() == 0 ? Dialect::Classic : Dialect::Standard;
   return request;

@@ -132,10 +132,6 @@ QWidget* PreviewWidget::BuildButtons() {
   return box;
 }
 
-void PreviewWidget::ShowInput(const QString& path, const QString& formatEntry) {
-  ShowInputs(path.isEmpty() ? QStringList() : QStringList(path), formatEntry);
-}
-
 void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEntry) {
   paths_ = paths;
   formatEntry_ = formatEntry;

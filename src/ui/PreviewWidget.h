@@ -38,10 +38,8 @@ class PreviewWidget final : public QWidget {
   bool IsDone() const;
 
  public slots:
-  /// Shows a file of a format, given by its drop-down text, a moment later: a path that is being typed is not opened at
-  /// each letter. A path that names no file shows an invitation to choose one.
-  void ShowInput(const QString& path, const QString& formatEntry);
-  /// The same for the files of a run over several.
+  /// Shows a file, or those of a run over several, of a format, given by its drop-down text, a moment later: a path
+  /// that is being typed is not opened at each letter. A path that names no file shows an invitation to choose one.
   void ShowInputs(const QStringList& paths, const QString& formatEntry);
   /// Stands still until Resume, as long as a run needs the machine.
   void Pause();

@@ -83,7 +83,7 @@ QtInteraction::~QtInteraction() = default;
 QWidget* QtInteraction::Front() const { return progress_ && progress_->isVisible() ? progress_.get() : &window_; }
 
 Answer QtInteraction::ShowMessage(const Message& message) {
-  const bool repeats = message.topic == Topic::UnhandledShape;
+  const bool repeats = message.topic == Topic::Unread;
   if (repeats && silenced_) return Answer::Ok;
   QMessageBox box(Front());
   box.setIcon(IconOf(message.icon));
@@ -112,7 +112,7 @@ std::optional<std::vector<std::string>> QtInteraction::MatchLayers(const LayerMa
   return AskLayers(question, Front());
 }
 
-ShapeKind QtInteraction::ChooseShapeKind(ShapeKind ofFirstElement) { return AskShapeKind(ofFirstElement, Front()); }
+std::size_t QtInteraction::Choose(const ChoiceQuestion& question) { return AskChoice(question, Front()); }
 
 std::string QtInteraction::AskText(const TextQuestion& question) {
   QInputDialog box(Front());
@@ -122,10 +122,14 @@ std::string QtInteraction::AskText(const TextQuestion& question) {
   return box.exec() == QDialog::Accepted ? PathOf(box.textValue()) : std::string();
 }
 
-PointChoice QtInteraction::ChoosePoints() { return AskPoints(Front()); }
+TableFields QtInteraction::LocateFields(const TableFieldsQuestion& question) {
+  return AskTableFields(question, Front());
+}
 
-GridFields QtInteraction::LocateGridFields(const std::string& suggestedTable) {
-  return AskGridFields(suggestedTable, Front());
+// The one option that messages speak of and that has a control of its own.
+std::string QtInteraction::Naming(std::string_view option, std::string_view value) const {
+  if (option != "dialect") return std::string(option);
+  return value == "standard" ? "Dialect: Standard" : "Dialect: Classic";
 }
 
 void QtInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {

@@ -28,10 +28,10 @@ class QtInteraction final : public QObject, public Interaction {
   std::string SaveFileName(const SaveFileQuestion& question) override;
   void SelectFields(FieldSelection& selection) override;
   std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) override;
-  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override;
+  std::size_t Choose(const ChoiceQuestion& question) override;
   std::string AskText(const TextQuestion& question) override;
-  PointChoice ChoosePoints() override;
-  GridFields LocateGridFields(const std::string& suggestedTable) override;
+  TableFields LocateFields(const TableFieldsQuestion& question) override;
+  std::string Naming(std::string_view option, std::string_view value) const override;
   void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
   void HideScan() override;
   void RunStarted() override;

@@ -1,5 +1,10 @@
 #include "ui/Questions.h"
 
+#include <QInputDialog>
+#include <QStringList>
+#include <algorithm>
+
+#include "app/UiText.h"
 #include "core/io/Errors.h"
 #include "core/run/FieldSelection.h"
 #include "formats/cdf/LayerMatching.h"
@@ -14,6 +19,19 @@ namespace {
 
 void Answered(QDialog& dialog) {
   if (dialog.exec() != QDialog::Accepted) throw OperationCanceled();
+}
+
+std::size_t AskShapeKind(std::size_t preset, QWidget* parent) {
+  frmESRIType dialog(parent);
+  dialog.Preset(preset == 0 ? ShapeKind::PointsOrText : ShapeKind::Polyline);
+  Answered(dialog);
+  return dialog.Kind() == ShapeKind::PointsOrText ? 0 : 1;
+}
+
+std::size_t AskPoints(QWidget* parent) {
+  frmPoint dialog(parent);
+  if (dialog.Create() != QDialog::Accepted) throw OperationCanceled();
+  return dialog.SecondFile() ? 0 : 1;
 }
 
 }  // namespace
@@ -31,21 +49,21 @@ std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidge
   return frmLayers(matching, parent).Match();
 }
 
-ShapeKind AskShapeKind(ShapeKind preset, QWidget* parent) {
-  frmESRIType dialog(parent);
-  dialog.Preset(preset);
+std::size_t AskChoice(const ChoiceQuestion& question, QWidget* parent) {
+  if (question.option == "shape-type") return AskShapeKind(question.preset, parent);
+  if (question.option == "points") return AskPoints(parent);
+  QStringList answers;
+  for (const std::string_view answer : question.answers) answers.append(Shown(std::string(answer)));
+  QInputDialog dialog(parent);
+  dialog.setLabelText(Shown(std::string(question.option)));
+  dialog.setComboBoxItems(answers);
+  dialog.setTextValue(answers.value(static_cast<qsizetype>(question.preset)));
   Answered(dialog);
-  return dialog.Kind();
+  return static_cast<std::size_t>(std::max<qsizetype>(answers.indexOf(dialog.textValue()), 0));
 }
 
-PointChoice AskPoints(QWidget* parent) {
-  frmPoint dialog(parent);
-  if (dialog.Create() != QDialog::Accepted) throw OperationCanceled();
-  return dialog.SecondFile() ? PointChoice::SecondFile : PointChoice::Ignore;
-}
-
-GridFields AskGridFields(const std::string& suggestedTable, QWidget* parent) {
-  fTRDig dialog(suggestedTable, parent);
+TableFields AskTableFields(const TableFieldsQuestion& question, QWidget* parent) {
+  fTRDig dialog(question.suggestedTable, parent);
   Answered(dialog);
   return dialog.Fields();
 }

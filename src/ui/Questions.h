@@ -15,8 +15,8 @@ namespace tesselink {
 void AskFields(FieldSelection& selection, QWidget* parent);
 /// One code for each layer that the dialog shows.
 std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidget* parent);
-ShapeKind AskShapeKind(ShapeKind preset, QWidget* parent);
-PointChoice AskPoints(QWidget* parent);
-GridFields AskGridFields(const std::string& suggestedTable, QWidget* parent);
+/// The position of the answer; a question without a window of its own gets a plain list.
+std::size_t AskChoice(const ChoiceQuestion& question, QWidget* parent);
+TableFields AskTableFields(const TableFieldsQuestion& question, QWidget* parent);
 
 }  // namespace tesselink

@@ -175,12 +175,12 @@ void fTRDig::accept() {
   }
 }
 
-GridFields fTRDig::Fields() const {
+TableFields fTRDig::Fields() const {
   const auto name = [this](const Entry& entry) {
     const int field = FieldOf(entry);
     return field < 0 ? std::string() : fieldNames_[static_cast<std::size_t>(field)];
   };
-  return {table_, name(entries_[0]), name(entries_[1]), name(entries_[2])};
+  return {table_, {name(entries_[0]), name(entries_[1]), name(entries_[2])}};
 }
 
 }  // namespace tesselink

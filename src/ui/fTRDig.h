@@ -20,7 +20,7 @@ class fTRDig final : public QDialog {
   explicit fTRDig(const std::string& suggestedTable, QWidget* parent = nullptr);
 
   /// The table and the names of its fields, as the table spells them.
-  GridFields Fields() const;
+  TableFields Fields() const;
   /// What stands in the way of going on; empty when nothing does.
   QString Problem() const;
   /// Goes on unless there is a problem.

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "core/run/Interaction.h"
+#include "formats/shape/ESRIOutFilt.h"
 
 class QRadioButton;
 

@@ -3,7 +3,7 @@
 
 #include "app/SummaryText.h"
 #include "app/UiText.h"
-#include "app/WrittenFiles.h"
+#include "core/run/WrittenFiles.h"
 #include "formats/Formats.h"
 #include "support/Support.h"
 

@@ -25,8 +25,8 @@ TEST(Arguments, WhereTownshipsRangesAndSectionsAre) {
       {"convert", "--township", "T", "--range=R", "--section", "S", "--table", "t.dbf", "a.shp", "out.grd"});
   const auto* convert = std::get_if<ConvertCommand>(&command);
   ASSERT_NE(convert, nullptr);
-  const GridFields& grid = convert->answers.grid;
-  EXPECT_EQ(grid.township + grid.range + grid.section + grid.table, "TRSt.dbf");
+  const OptionValues& own = convert->reading.own;
+  EXPECT_EQ(own.Text("township") + own.Text("range") + own.Text("section") + own.Text("table"), "TRSt.dbf");
 }
 
 TEST(Arguments, ReadingOptionsServeEveryReadingCommand) {

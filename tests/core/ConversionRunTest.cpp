@@ -76,21 +76,20 @@ class ConversionRunTest : public testing::Test {
  protected:
   Script script;
   Rig rig;
-  ConversionRequest request{rig.folder.Put("in.one", "x"),
-                            rig.folder.Path("out.x"),
-                            "Some Input File (*.one)",
-                            "Some Output (*.two)",
-                            {},
-                            true};
+  ConversionRequest request{.inputs = {rig.folder.Put("in.one", "x")},
+                            .OutFile = rig.folder.Path("out.x"),
+                            .InFormat = "Some Input File (*.one)",
+                            .OutFormat = "Some Output (*.two)"};
   LayerFiller filler;
 
   RunSummary Run() {
     const auto reader = [this](const FilterContext& c) { return std::make_unique<FakeReader>(c, script); };
     const auto writer = [this](const FilterContext& c) { return std::make_unique<FakeWriter>(c, script); };
-    const FormatTable table({{{"Some Input File (*.one)", "one", "", true}, false, false, {"TAB"}, reader},
-                             {{"Several Files (*.one)", "several", ""}, true, true, {}, reader}},
-                            {{{"Some Output (*.two)", "two", "", true}, false, {}, writer},
-                             {{"Without Layers (*.nol)", "nol", ""}, true, {}, writer}});
+    const FormatTable table(
+        {{{.entry = "Some Input File (*.one)", .key = "one", .fallBack = true, .companions = {{"TAB"}}}, reader},
+         {{.entry = "Several Files (*.one)", .key = "several", .severalFiles = true, .hasAttributes = true}, reader}},
+        {{{.entry = "Some Output (*.two)", .key = "two", .fallBack = true}, writer},
+         {{.entry = "Without Layers (*.nol)", .key = "nol", .ignoresLayers = true}, writer}});
     return ConversionRun(table, rig.person, rig.settings, filler).Run(request);
   }
   using Calls = std::vector<std::string>;
@@ -98,7 +97,7 @@ class ConversionRunTest : public testing::Test {
 
 TEST_F(ConversionRunTest, RefusesWhatCannotBeConverted) {
   const auto refused = [this](const std::string& infile, const std::string& outfile) {
-    request.Infile = infile;
+    request.inputs = {infile};
     request.OutFile = outfile;
     rig.person.messages.clear();
     EXPECT_EQ(Run().outcome, RunOutcome::Refused);
@@ -107,7 +106,7 @@ TEST_F(ConversionRunTest, RefusesWhatCannotBeConverted) {
     EXPECT_EQ(rig.person.messages.at(0).icon, MessageIcon::Critical);
     return rig.person.messages.at(0).text;
   };
-  const std::string infile = request.Infile;
+  const std::string infile = request.inputs[0];
   EXPECT_EQ(refused("", "out"), "You must specify a valid input file");
   EXPECT_EQ(refused(rig.folder.Path("none"), "out"), "You must specify a valid input file");
   EXPECT_EQ(refused(rig.folder.Path(""), "out"), "You must specify a valid input file");
@@ -159,7 +158,7 @@ TEST_F(ConversionRunTest, MatchesLayersOnceAndFillsMissingOnes) {
 
 TEST_F(ConversionRunTest, SeveralFilesFromTheFirstEntryBehindTheFolder) {
   request.InFormat = "Several Files (*.one)";
-  request.chosenFiles = {rig.folder.Path(""), "1.one", "2.one", "3.one"};
+  request.inputs = {rig.folder.Path("1.one"), rig.folder.Path("2.one"), rig.folder.Path("3.one")};
   for (const char* name : {"1.one", "2.one", "3.one"}) rig.folder.Put(name, "x");
   script.elements = {Element(kPoint, 1)};
   script.layers = {"A"};
@@ -168,7 +167,7 @@ TEST_F(ConversionRunTest, SeveralFilesFromTheFirstEntryBehindTheFolder) {
                                  "open 2.one unlayered", "SetDBFObj", "read 0", "write 1 A", "open 3.one unlayered",
                                  "SetDBFObj", "read 0", "write 1 A", "complete"}));
   request.useAttributes = false;
-  request.chosenFiles.emplace_back("gone.one");
+  request.inputs.push_back(rig.folder.Path("gone.one"));
   script.calls.clear();
   const RunSummary summary = Run();
   EXPECT_EQ(summary.outcome, RunOutcome::Failed);

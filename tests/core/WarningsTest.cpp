@@ -14,7 +14,7 @@ namespace {
 TEST(Warnings, AreEachDocumentedUnderAnotherName) {
   const std::string page = Folder::Get(TESSELINK_SOURCE "/docs/warnings.md");
   std::set<std::string_view> names;
-  for (const WarningEntry& entry : kWarningTexts) {
+  for (const WarningEntry& entry : kWarnings) {
     EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
     EXPECT_NE(page.find("\n| `" + std::string(entry.name) + "` | "), std::string::npos) << entry.name;
   }

@@ -57,7 +57,7 @@ TEST_F(LookupFileTest, TheOrderOfThePlaces) {
     registered = useless;
     EXPECT_EQ(Found(), 2) << useless;
   }
-  rig.context.options.cdfMap = InFolder("given", 4);
+  rig.context.options.own.Set("cdf-map", InFolder("given", 4));
   EXPECT_EQ(Found(), 4);
   EXPECT_EQ(Remembered(), rig.folder.Path("remembered/$CDF.MAP"));
   EXPECT_TRUE(rig.person.textQuestions.empty());
@@ -79,7 +79,7 @@ TEST_F(LookupFileTest, IsAskedForUntilItExists) {
   rig.settings.Set("CDFMAP", "Locations", "$CDF.MAP", "");
   rig.person.textAnswers = {other};
   EXPECT_EQ(Found(), 6) << "a path that ends with the name, in any letter case, is taken as it stands";
-  rig.context.options.cdfMap = rig.folder.Path("folder/$CDF.MAP");
+  rig.context.options.own.Set("cdf-map", rig.folder.Path("folder/$CDF.MAP"));
   EXPECT_NE(ErrorOf([&] { Found(); }).find("folder/$CDF.MAP: is no file that can be opened"), std::string::npos);
 }
 
@@ -87,14 +87,14 @@ TEST_F(LookupFileTest, OddSizesAreRounded) {
   const std::pair<std::size_t, int> sizes[] = {{0, 0},   {33, 0},       {34, 1},      {100, 1},
                                                {101, 2}, {134 + 33, 2}, {134 + 34, 3}};
   for (const auto& [size, count] : sizes) {
-    rig.context.options.cdfMap = rig.folder.Put("map", Types(3).substr(0, size));
+    rig.context.options.own.Set("cdf-map", rig.folder.Put("map", Types(3).substr(0, size)));
     EXPECT_EQ(Found(), count) << size;
   }
   CDFMap map(rig.context);
   map.Create();
   EXPECT_EQ(map.Code(3) + "," + map.Description(3), "CU00003,Type 3") << "34 bytes of a record hold its code";
   EXPECT_EQ(map.Code(4) + map.Description(0), "");
-  rig.context.options.cdfMap = rig.folder.Put("large", std::string(67 * 40000, '\0'));
+  rig.context.options.own.Set("cdf-map", rig.folder.Put("large", std::string(67 * 40000, '\0')));
   EXPECT_EQ(Found(), 32767);
   CDFMap closed(rig.context);
   EXPECT_EQ(closed.Count(), 0);
@@ -105,9 +105,10 @@ TEST_F(LookupFileTest, OddSizesAreRounded) {
 class CDFMapTest : public testing::Test {
  protected:
   CDFMapTest() {
-    rig.context.options.cdfMap = rig.folder.Put(
-        "map", TypeRecord("0900000", "Unassociated") + TypeRecord("CU00001", "Creeks") +
-                   TypeRecord("CU00002", "creeks") + TypeRecord("AB", "Short") + TypeRecord("C#[1]*?", "Odd"));
+    rig.context.options.own.Set(
+        "cdf-map", rig.folder.Put("map", TypeRecord("0900000", "Unassociated") + TypeRecord("CU00001", "Creeks") +
+                                             TypeRecord("CU00002", "creeks") + TypeRecord("AB", "Short") +
+                                             TypeRecord("C#[1]*?", "Odd")));
     map = std::make_unique<CDFMap>(rig.context);
     map->Create();
   }
@@ -146,9 +147,9 @@ TEST_F(CDFMapTest, PatternsThatTryEverythingEnd) {
 
 TEST(LNGSLMapTest, DescriptionsAndColours) {
   Rig rig;
-  rig.context.options.lngsl =
-      rig.folder.Put("colours", ColourRecord("Creeks", 5, -2) + ColourRecord("Creeks", 6, 7) +
-                                    ColourRecord(std::string(40, 'x'), 256, 8) + std::string(63, 'y'));
+  rig.context.options.own.Set(
+      "lngsl", rig.folder.Put("colours", ColourRecord("Creeks", 5, -2) + ColourRecord("Creeks", 6, 7) +
+                                             ColourRecord(std::string(40, 'x'), 256, 8) + std::string(63, 'y')));
   LNGSLMap map(rig.context);
   EXPECT_EQ(map.Count(), 0);
   map.Create();
@@ -159,7 +160,7 @@ TEST(LNGSLMapTest, DescriptionsAndColours) {
   EXPECT_EQ(map.SearchDesc(std::string(40, 'x')), 3);
   EXPECT_EQ(map.LineColour(3), 256);
   EXPECT_EQ(map.SearchDesc("creeks"), 0);
-  rig.context.options.lngsl.clear();
+  rig.context.options.own = {};
   rig.context.options.programFolder = rig.folder.Path("");
   EXPECT_NE(ErrorOf([&] { LNGSLMap(rig.context).Create(); }).find("Error Finding $LNGSL.DAT"), std::string::npos);
   rig.settings.Set("LNGSL", "Locations", "$LNGSL.DAT", rig.folder.Path("colours"));
@@ -183,8 +184,9 @@ TEST(CodeTablesTest, MissingListsAreOneWarningEach) {
 
 TEST(CodeTablesTest, AnElementWithACodeGetsItsLayerAndColours) {
   Rig rig;
-  rig.context.options.cdfMap = rig.folder.Put("map", TypeRecord("CU00001", "Creeks") + TypeRecord("RD", "Roads"));
-  rig.context.options.lngsl = rig.folder.Put("colours", ColourRecord("Creeks", 1, 300));
+  rig.context.options.own.Set("cdf-map",
+                              rig.folder.Put("map", TypeRecord("CU00001", "Creeks") + TypeRecord("RD", "Roads")));
+  rig.context.options.own.Set("lngsl", rig.folder.Put("colours", ColourRecord("Creeks", 1, 300)));
   rig.folder.Put("ACADTBL.TBL", std::string(6, '\0') + "\x01\x02\x03");
   rig.context.options.programFolder = rig.folder.Path("");
   const LayerFiller fill = FillerFromCodeTables();

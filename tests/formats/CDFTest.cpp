@@ -32,9 +32,9 @@ std::string Shown(const std::vector<tEntity>& elements) {
 class CDFInFilterTest : public testing::Test {
  protected:
   CDFInFilterTest() {
-    rig.context.options.cdfMap =
-        rig.folder.Put("$CDF.MAP", TypeRecord("CU00001", "Creeks") + TypeRecord("RD", "Roads"));
-    rig.context.options.lngsl = rig.folder.Put("$LNGSL.DAT", ColourRecord("Creeks", 5, 300));
+    rig.context.options.own.Set(
+        "cdf-map", rig.folder.Put("$CDF.MAP", TypeRecord("CU00001", "Creeks") + TypeRecord("RD", "Roads")));
+    rig.context.options.own.Set("lngsl", rig.folder.Put("$LNGSL.DAT", ColourRecord("Creeks", 5, 300)));
     rig.person.answer = Answer::No;  // a file whose first line is long is read as it stands
     reader = std::make_unique<CDFInFilter>(rig.context);
   }
@@ -314,17 +314,17 @@ TEST_F(CDFOutFilterTest, PointsGoToASecondFile) {
   EXPECT_NE(Warned("cut texts of points").find("in element 3 (point)"), std::string::npos);
   Written({post}, "plat");
   EXPECT_EQ(Lines("plat.pts").substr(40), "1            2|") << "numbers begin anew, and the name gets its extension";
-  EXPECT_EQ(rig.person.pointQuestions, 1);
+  EXPECT_EQ(rig.person.choiceQuestions["points"], 1);
   EXPECT_NE(ErrorOf([&] { Written({post}, "out.pts"); }).find("out.pts: the points need a file of this name"),
             std::string::npos);
 }
 
 TEST_F(CDFOutFilterTest, IgnoredPointsWriteNothingAndAnOlderFileStays) {
-  rig.person.pointChoice = PointChoice::Ignore;
+  rig.person.choices["points"] = 1;
   rig.folder.Put("out.PTS", "older");
   EXPECT_EQ(Written({Element(kPoint, {{1, 2}}), Element(kPoint, {{1, 2}})}), "");
   EXPECT_EQ(results, (std::vector{WriteResult::Skipped, WriteResult::Skipped}));
-  EXPECT_EQ(rig.person.pointQuestions, 1);
+  EXPECT_EQ(rig.person.choiceQuestions["points"], 1);
   EXPECT_EQ(Lines("out.PTS"), "older");
   EXPECT_NE(Warned("older points").find("out.PTS: is older than this conversion"), std::string::npos);
   EXPECT_EQ(writer->Outputs().size(), 1U);
@@ -352,7 +352,7 @@ TEST_F(CDFOutFilterTest, ErrorsAndWhatTheyLeaveBehind) {
 }
 
 TEST_F(CDFOutFilterTest, WhatIsWrittenIsReadBackAndWrittenTheSame) {
-  rig.context.options.cdfMap = rig.context.options.lngsl = rig.folder.Put("empty", "");
+  for (const char* list : {"cdf-map", "lngsl"}) rig.context.options.own.Set(list, rig.folder.Put("empty", ""));
   tEntity polygon = Element(kPolyline, {{1, 2}, {3, 4.125}, {1, 2}}), text = Text("A  B", 12, 45);
   polygon.Closed = true;
   text.TextJust = 33;

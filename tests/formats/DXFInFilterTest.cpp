@@ -369,7 +369,7 @@ TEST_F(DXFInFilterTest, OnlyModelSpaceAndWhatIsLeftOutIsTold) {
             (std::map<std::string, std::int64_t, std::less<>>{{"3DSOLID", 1}, {"HATCH", 2}}));
   ASSERT_NE(rig.WarningOf("paper space"), nullptr);
   EXPECT_EQ(rig.WarningOf("paper space")->count, 3) << "the attribute is where its insert is";
-  rig.context.options.paperSpace = true;
+  rig.context.options.own.Set("paper-space", "yes");
   EXPECT_EQ(ReadGroups(drawing).size(), 4U);
 }
 

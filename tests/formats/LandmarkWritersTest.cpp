@@ -55,7 +55,10 @@ TEST_F(AscOutFilterTest, RecordsByTheLetter) {
             "LINE, , , , ,RED\r\nXY, 1846000.125, 464000.5\r\nXY, -3, 0\r\n"
             "TEXT, 'O'Hara \"1\"',10.5,20,12,,30.25,RT,,WHITE\r\n"
             "LINE, , , , ,BLACK\r\nXY, 1, 2\r\n");
-  EXPECT_EQ(Written({Element(kPoint, 1, 1)}, {.units = "FT", .mapScale = 24000}), "METAFILE,COUNTYPL,FT,24000,0,0\r\n")
+  FilterOptions options;
+  options.own.Set("units", "FT");
+  options.own.Set("map-scale", "24000");
+  EXPECT_EQ(Written({Element(kPoint, 1, 1)}, options), "METAFILE,COUNTYPL,FT,24000,0,0\r\n")
       << "the header is the first element's, whatever its kind";
   EXPECT_EQ(Written({}), "");
 }

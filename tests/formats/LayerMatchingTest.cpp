@@ -17,7 +17,7 @@ class LayerMatchingTest : public testing::Test {
 
   // A matching over the types, whose codes are numbered unless they are given.
   LayerMatching Over(const std::vector<std::pair<std::string, std::string>>& types) {
-    rig.context.options.cdfMap = rig.folder.Put("$CDF.MAP", EntityTypes(types));
+    rig.context.options.own.Set("cdf-map", rig.folder.Put("$CDF.MAP", EntityTypes(types)));
     return LayerMatching(rig.context);
   }
   LayerMatching OverNames(const Texts& names) {

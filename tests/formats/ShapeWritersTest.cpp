@@ -98,7 +98,7 @@ TEST_F(ESRIOutFiltTest, Polylines) {
   EXPECT_EQ(Write(Element(kPoint, {{9, 9}})), WriteResult::Skipped);
   EXPECT_EQ(Write(Element(kText, {{9, 9}})), WriteResult::Skipped);
   EXPECT_EQ(Write(closed), WriteResult::Written);
-  EXPECT_EQ(rig.person.shapeQuestions, 1);
+  EXPECT_EQ(rig.person.choiceQuestions["shape-type"], 1);
   EXPECT_EQ(ReadBack(), "1,2 3,4.5 ROAD; 0,0 4,0 4,3 0,0 ; ");
   const std::string shp = Folder::Get(path), shx = Folder::Get(rig.folder.Path("out.shx"));
   EXPECT_EQ(shp.substr(24, 4), Big(static_cast<std::int32_t>(shp.size() / 2)));
@@ -154,7 +154,7 @@ TEST_F(ESRIOutFiltTest, PointsAndTextsWithTheirValues) {
 TEST_F(ESRIOutFiltTest, NothingWrittenIsThreeWholeFiles) {
   EXPECT_EQ(ReadBack(), "");
   EXPECT_EQ(Folder::Get(path).size(), 100U);
-  EXPECT_EQ(rig.person.shapeQuestions, 0);
+  EXPECT_EQ(rig.person.choiceQuestions["shape-type"], 0);
 }
 
 TEST_F(ESRIOutFiltTest, TheSizeLimitIsRefusedBeforeItIsCrossed) {

@@ -15,7 +15,7 @@ namespace {
 
 class TRDigOutTest : public testing::Test, protected Rig {
  protected:
-  TRDigOutTest() { person.gridFields = {folder.Path("grid.dbf"), "TWP", "rge", " Sec "}; }
+  TRDigOutTest() { person.tableFields = {folder.Path("grid.dbf"), {"TWP", "rge", " Sec "}}; }
 
   // A table whose townships are numbered with a prefix, as in N1, N2.
   std::string PutTable(const std::string& name, const std::string& prefix, int rows) const {
@@ -118,9 +118,9 @@ TEST_F(TRDigOutTest, AShapeTakesItsOwnRowAndItsPartsShareIt) {
   EXPECT_EQ(Townships({north}), "G1 G3 G3 ");
   EXPECT_EQ(person.calls.back(), "grid fields, " + table);
   EXPECT_EQ(Townships({north, south}), "G1 G3 G3 G5 G7 G7 ") << "Null shapes have rows too";
-  person.gridFields.table = table;
+  person.tableFields.table = table;
   EXPECT_EQ(Townships({north, south}), "N1 N3 N3 S1 S3 S3 ") << "each file's own";
-  person.gridFields.table = folder.Path("./north.dbf");
+  person.tableFields.table = folder.Path("./north.dbf");
   EXPECT_EQ(Townships({north, south}), "N1 N3 N3 S1 S3 S3 ") << "spelt otherwise";
   std::filesystem::remove(folder.Path("south.dbf"));
   EXPECT_EQ(ErrorOf([&] {
@@ -152,9 +152,9 @@ TEST_F(TRDigOutTest, TablesAndFieldsThatCannotServe) {
   folder.Put("grid.dbf", "x");
   EXPECT_EQ(error(), table + ": holds 1 bytes; a dBase table begins with a header of 32" + advice);
   PutTable("grid.dbf", "N", 2);
-  person.gridFields.range = "RANGE";
+  person.tableFields.fields[1] = "RANGE";
   EXPECT_EQ(error(), table + ": has no field \"RANGE\" for the range; its fields are SEC, TWP, RGE");
-  person.gridFields.range = "";
+  person.tableFields.fields[1] = "";
   EXPECT_EQ(error(), table + ": has no field \"\" for the range; its fields are SEC, TWP, RGE");
   folder.Put("grid.dbf", Table({}, {}));
   EXPECT_EQ(error(), table + ": has no field \"TWP\" for the township; it has no fields at all");

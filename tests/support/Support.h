@@ -17,7 +17,8 @@
 #include "core/io/Numbers.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/Filters.h"
-#include "core/run/Interaction.h"
+#include "core/run/Nobody.h"
+#include "core/run/Pump.h"
 #include "core/run/Report.h"
 #include "core/run/Settings.h"
 #include "support/MemorySettings.h"
@@ -52,7 +53,7 @@ class Folder {
 };
 
 /// Answers from a script and notes what it was asked.
-class ScriptedInteraction final : public Interaction {
+class ScriptedInteraction final : public Nobody {
  public:
   std::vector<Message> messages;
   std::vector<std::string> calls;
@@ -61,14 +62,12 @@ class ScriptedInteraction final : public Interaction {
   std::string saveName;
   std::string layerField, textField{FieldSelection::kNone};
   std::optional<std::vector<std::string>> codes;
-  std::int64_t cancelAfter = -1;  ///< elements; -1: never
-  std::optional<ShapeKind> shapeKind;
-  int shapeQuestions = 0;
+  std::int64_t cancelAfter = -1;                            ///< elements; -1: never
+  std::map<std::string, std::size_t, std::less<>> choices;  ///< by option; else what is preset
+  std::map<std::string, int, std::less<>> choiceQuestions;
   std::vector<TextQuestion> textQuestions;
   std::vector<std::string> textAnswers;  ///< one for each input box; then the box throws
-  PointChoice pointChoice = PointChoice::SecondFile;
-  int pointQuestions = 0;
-  GridFields gridFields;
+  TableFields tableFields;
   int fieldQuestions = 0, beeps = 0, held = 0;
 
   Answer ShowMessage(const Message& message) override {
@@ -88,9 +87,10 @@ class ScriptedInteraction final : public Interaction {
     calls.push_back("match " + question.heading + " for " + question.application);
     return codes;
   }
-  ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) override {
-    ++shapeQuestions;
-    return shapeKind.value_or(ofFirstElement);
+  std::size_t Choose(const ChoiceQuestion& question) override {
+    ++choiceQuestions[std::string(question.option)];
+    const auto chosen = choices.find(question.option);
+    return chosen == choices.end() ? question.preset : chosen->second;
   }
   std::string AskText(const TextQuestion& question) override {
     textQuestions.push_back(question);
@@ -99,23 +99,16 @@ class ScriptedInteraction final : public Interaction {
     textAnswers.erase(textAnswers.begin());
     return typed;
   }
-  PointChoice ChoosePoints() override {
-    ++pointQuestions;
-    return pointChoice;
+  TableFields LocateFields(const TableFieldsQuestion& question) override {
+    calls.push_back("grid fields, " + question.suggestedTable);
+    return tableFields;
   }
-  GridFields LocateGridFields(const std::string& suggestedTable) override {
-    calls.push_back("grid fields, " + suggestedTable);
-    return gridFields;
-  }
-  void ShowScan(const std::string&, std::int64_t, std::int64_t) override {}
-  void HideScan() override {}
   void RunStarted() override { calls.push_back("started"); }
   void RunEnded() override { calls.push_back("ended"); }
   void ShowRunProgress(const RunProgress& progress) override { elements_ = progress.elements; }
   void HoldRunProgress() override { ++held; }
   void Beep() override { ++beeps; }
   bool CancelRequested() override { return cancelAfter >= 0 && elements_ >= cancelAfter; }
-  void Yield() override {}
 
  private:
   std::int64_t elements_ = 0;
@@ -132,11 +125,9 @@ struct Rig {
   /// Every element that a reader delivers, up to `most` calls.
   std::vector<tEntity> ReadAll(InputFilter& reader, int most = 100) {
     std::vector<tEntity> elements;
-    tEntity entity;
-    entity.CountOrigin(context.options.dialect == Dialect::Standard);
-    for (int i = 0; i < most && !reader.Eof(); ++i) {
-      if (reader.GetNextEntity(entity)) elements.push_back(entity);
-      entity.Clear();
+    Pump pump(context.options.dialect);
+    for (int i = 0; i < most && pump.Next(reader); ++i) {
+      if (pump.Delivered()) elements.push_back(pump.Element());
     }
     return elements;
   }

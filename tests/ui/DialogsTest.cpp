@@ -412,7 +412,7 @@ void DialogsTest::GridTableChosen() {
   auto* section = Find<QComboBox>(dialog, "Sec");
   section->setCurrentText(" nr ");
   QCOMPARE(problem(), "");
-  QCOMPARE(dialog.Fields().section, "NR");
+  QCOMPARE(dialog.Fields().fields[2], "NR");
   section->setCurrentText("NUMBER");
   QCOMPARE(problem(), "The table has no field \"NUMBER\". Choose the field that holds the section.");
   Press(dialog, "cmdCont");
@@ -440,11 +440,9 @@ void DialogsTest::GridTableChosen() {
   Find<QComboBox>(dialog, "Twp")->setCurrentText("tä");
   dialog.hide();
   QCOMPARE(Run(dialog, [&] { Press(dialog, "cmdCont"); }), int(QDialog::Accepted));
-  const GridFields fields = dialog.Fields();
-  QCOMPARE(fields.table, second);
-  QCOMPARE(fields.township, "T\xC4");
-  QCOMPARE(fields.range, "R");
-  QCOMPARE(fields.section, "NR");
+  const TableFields found = dialog.Fields();
+  QCOMPARE(found.table, second);
+  QCOMPARE(found.fields, (std::vector<std::string>{"T\xC4", "R", "NR"}));
 }
 
 }  // namespace tesselink

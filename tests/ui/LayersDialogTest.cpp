@@ -93,7 +93,7 @@ void LayersDialogTest::init() {
                                                        {"0000005",
                                                         "Stra\xDF"
                                                         "e <b>"}});
-  context.options.cdfMap = map;
+  context.options.own.Set("cdf-map", map);
   matching = std::make_unique<LayerMatching>(context);
 }
 

@@ -60,9 +60,8 @@ class ScriptedReader final : public InputFilter {
 
 InputFormat Scripted(
     const ScriptedReader::Script& next, const std::function<void(Interaction&)>& open = [](auto&) {}) {
-  return {{"Some File (*.asc)", "some", ""}, false, false, {}, [=](const FilterContext& context) {
-            return std::make_unique<ScriptedReader>(context, next, open);
-          }};
+  return {{.entry = "Some File (*.asc)", .key = "some"},
+          [=](const FilterContext& context) { return std::make_unique<ScriptedReader>(context, next, open); }};
 }
 
 bool APoint(tEntity& entity) {
@@ -182,7 +181,7 @@ class PreviewTest final : public QObject {
     auto* layers = preview.findChild<QListWidget*>("previewLayers");
     auto* all = preview.findChild<QCheckBox*>("previewAllLayers");
     QVERIFY(layers->isHidden() || !layers->isVisible());
-    preview.ShowInput(QString::fromStdString(Example("quarter-section.asc")), kLandmark);
+    preview.ShowInputs({QString::fromStdString(Example("quarter-section.asc"))}, kLandmark);
     QTRY_VERIFY(preview.IsDone());
     QVERIFY(status->text().startsWith("quarter-section.asc"));
     QVERIFY(status->text().contains("43 elements"));
@@ -208,7 +207,7 @@ class PreviewTest final : public QObject {
     PreviewWidget preview(AllFormats(), settings_);
     preview.resize(700, 500);
     preview.show();
-    preview.ShowInput(QString::fromStdString(Example("quarter-section.asc")), kLandmark);
+    preview.ShowInputs({QString::fromStdString(Example("quarter-section.asc"))}, kLandmark);
     QTRY_VERIFY(preview.IsDone());
     auto* canvas = preview.findChild<PreviewCanvas*>("previewCanvas");
     const PictureView whole = canvas->View();
@@ -246,12 +245,12 @@ class PreviewTest final : public QObject {
     preview.show();
     const auto* status = preview.findChild<QLabel*>("previewStatus");
     for (const QString& path : {QString(), QString("nowhere.shp"), folder_.path()}) {
-      preview.ShowInput(path, kShape);
+      preview.ShowInputs({path}, kShape);
       QTRY_VERIFY(preview.IsDone());
       QCOMPARE(preview.Canvas().EmptyText(), QString("Choose a file, or drop one here"));
       QVERIFY(status->text().isEmpty());
     }
-    preview.ShowInput(QString::fromStdString(Put("bad.dxf", "nothing")), kDxf);
+    preview.ShowInputs({QString::fromStdString(Put("bad.dxf", "nothing"))}, kDxf);
     QTRY_VERIFY(preview.IsDone());
     QVERIFY(status->text().contains("bad.dxf"));
     QCOMPARE(preview.Canvas().EmptyText(), QString("Nothing to show"));
@@ -263,7 +262,7 @@ class PreviewTest final : public QObject {
     PreviewWidget preview(table, settings_);
     preview.resize(500, 300);
     preview.show();
-    preview.ShowInput(QString::fromStdString(Put("some.asc", "x")), "Some File (*.asc)");
+    preview.ShowInputs({QString::fromStdString(Put("some.asc", "x"))}, "Some File (*.asc)");
     QTRY_VERIFY(Differs(preview.Canvas().Shown(), Paper(preview)));
     QVERIFY(!preview.IsDone());
     preview.Pause();
@@ -271,7 +270,7 @@ class PreviewTest final : public QObject {
     const QString paused = status->text();
     QTest::qWait(400);
     QCOMPARE(status->text(), paused);
-    preview.ShowInput({}, {});
+    preview.ShowInputs({}, {});
     preview.Resume();
     QTRY_VERIFY(status->text().isEmpty());
     QTRY_VERIFY(preview.IsDone());
@@ -280,7 +279,7 @@ class PreviewTest final : public QObject {
   void keysReachEverything() {
     PreviewWidget preview(AllFormats(), settings_);
     preview.show();
-    preview.ShowInput(QString::fromStdString(Example("wells.shp")), kShape);
+    preview.ShowInputs({QString::fromStdString(Example("wells.shp"))}, kShape);
     QTRY_VERIFY(preview.IsDone());
     QStringList order;
     for (QWidget* widget = preview.nextInFocusChain(); widget != &preview; widget = widget->nextInFocusChain()) {

@@ -52,7 +52,7 @@ class SceneReader final : public InputFilter {
     if (number == scene_.readerFailsAt) throw Error(filename_ + ", line 7: a number is expected");
     if (number >= scene_.unhandledFrom) {
       report().Undelivered("PointZ");
-      interaction().ShowMessage({Topic::UnhandledShape, "Unhandled Data Type PointZ", "", MessageIcon::Information});
+      interaction().ShowMessage({Topic::Unread, "Unhandled Data Type PointZ", "", MessageIcon::Information});
       return false;
     }
     entity.Reset();

@@ -5,6 +5,9 @@
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
+#include "core/run/FilesRead.h"
+#include "core/run/Pump.h"
+#include "core/run/WrittenFiles.h"
 
 namespace tesselink {
 namespace {
@@ -33,9 +36,11 @@ struct ToldFailure {};
 }  // namespace
 
 struct ConversionRun::State {
-  explicit State(const ConversionRequest& r) : request(r), infile(r.Infile), layerNotes(summary.layers) {
-    entity.CountOrigin(r.options.dialect == Dialect::Standard);
-  }
+  explicit State(const ConversionRequest& r)
+      : request(r),
+        infile(r.inputs.empty() ? std::string() : r.inputs[0]),
+        layerNotes(summary.layers),
+        pump(r.options.dialect) {}
 
   const ConversionRequest& request;
   std::string infile;
@@ -45,8 +50,8 @@ struct ConversionRun::State {
   FieldSelection fields;
   std::unique_ptr<InputFilter> reader;
   std::unique_ptr<OutputFilter> writer;
-  tEntity entity;
-  std::int64_t elements = 0;
+  Pump pump;
+  FilesRead filesRead;
   bool writing = false;  // the writer is at work, so an error is its own
 };
 
@@ -95,9 +100,6 @@ void ConversionRun::Fail(State& state, const std::string& text) {
 bool ConversionRun::Validate(State& state) {
   const ConversionRequest& request = state.request;
   state.inFormat = &formats_.Input(request.InFormat);
-  if (state.inFormat->severalFiles && request.chosenFiles.size() > 1) {
-    state.infile = JoinPath(request.chosenFiles[0], request.chosenFiles[1]);
-  }
   if (state.infile.empty() || !FileExists(state.infile)) {
     Refuse(state, "You must specify a valid input file", state.infile);
   } else if (request.OutFile.empty()) {
@@ -108,35 +110,27 @@ bool ConversionRun::Validate(State& state) {
   return state.summary.outcome != RunOutcome::Refused;
 }
 
-// The output, or a file written beside it, that the run reads: an input, however it is spelt, or a partner of one.
-// Empty when there is none.
-std::string ConversionRun::OutputThatIsRead(const State& state) const {
+// The output, or a file written beside it, that the run reads; empty when there is none.
+std::string ConversionRun::OutputThatIsRead(State& state) const {
   const ConversionRequest& request = state.request;
-  std::vector<std::string> inputs{state.infile};
-  if (state.inFormat->severalFiles) {
-    for (std::size_t i = 2; i < request.chosenFiles.size(); ++i) {
-      inputs.push_back(JoinPath(request.chosenFiles[0], request.chosenFiles[i]));
+  const OutputFormat& outFormat = formats_.Output(request.OutFormat);
+  for (const std::string& input : request.inputs) state.filesRead.Add(input, state.inFormat->companions);
+  for (const std::string& file : request.alsoRead) state.filesRead.Add(file);
+  const auto addOptions = [&](const auto& row) {
+    for (const FormatOption& option : row.options) {
+      if (option.kind == FormatOption::Kind::File) state.filesRead.Add(request.options.own.Text(option.name));
     }
-  }
-  if (std::find(inputs.begin(), inputs.end(), request.OutFile) != inputs.end()) return request.OutFile;
-  const auto withPartners = [](const std::vector<std::string>& paths, const std::vector<std::string>& extensions) {
-    std::vector<std::string> all = paths;
-    for (const std::string& path : paths) {
-      for (const std::string& extension : extensions) all.push_back(PartnerFile(path, extension));
-    }
-    return all;
   };
-  const auto read = withPartners(inputs, state.inFormat->partners);
-  const auto written = withPartners({request.OutFile}, formats_.Output(request.OutFormat).partners);
-  const auto isRead = [&](const std::string& out) {
-    return std::any_of(read.begin(), read.end(), [&](const std::string& in) { return SameFile(in, out); });
-  };
+  for (const InputFormat& row : formats_.Inputs()) addOptions(row);
+  addOptions(outFormat);
+  const auto written = WrittenFiles(request.OutFile, outFormat, request.options.dialect);
+  const auto isRead = [&](const std::string& file) { return state.filesRead.Holds(file); };
   const auto file = std::find_if(written.begin(), written.end(), isRead);
   return file == written.end() ? std::string() : *file;
 }
 
 FilterContext ConversionRun::ContextOf(State& state) const {
-  return {interaction_, settings_, state.summary.report, state.request.options};
+  return {interaction_, settings_, state.summary.report, state.request.options, &state.filesRead};
 }
 
 void ConversionRun::CreateFilters(State& state) {
@@ -150,15 +144,15 @@ void ConversionRun::CreateFilters(State& state) {
 }
 
 void ConversionRun::ConvertFiles(State& state) {
-  const std::vector<std::string>& chosen = state.request.chosenFiles;
-  for (std::size_t index = 1;; ++index) {
-    OpenInput(state, index == 1);
+  const std::vector<std::string>& inputs = state.request.inputs;
+  for (std::size_t index = 0;;) {
+    OpenInput(state, index == 0);
     if (!PumpElements(state)) {
       state.summary.outcome = RunOutcome::Cancelled;
       return;
     }
-    if (!state.inFormat->severalFiles || index + 1 >= chosen.size()) break;
-    state.infile = JoinPath(chosen[0], chosen[index + 1]);
+    if (!state.inFormat->severalFiles || ++index >= inputs.size()) break;
+    state.infile = inputs[index];
     if (!FileExists(state.infile)) throw Error(state.infile + ": this chosen file could not be opened for reading");
   }
   if (state.inFormat->severalFiles) state.reader->Layered = false;
@@ -170,7 +164,25 @@ void ConversionRun::OpenInput(State& state, bool first) {
   if (state.reader->filename().empty()) throw ToldFailure();
   if (state.inFormat->severalFiles && state.request.useAttributes) state.reader->SetDBFObj(state.fields);
   if (first && !state.reader->Layers().empty()) MatchLayers(state);
+  TellWhatIsNotCarried(state);
   state.writer->SourceOpened(*state.reader);
+}
+
+void ConversionRun::TellWhatIsNotCarried(State& state) {
+  const Carrying carrying = state.writer->CarriesSource();
+  if (carrying == Carrying::Yes) return;
+  const auto tell = [&](WarningKind kind, const std::string& path, const std::string& what, const char* verb) {
+    if (path.empty()) return;
+    std::string text = path + ": " + what + verb + " not carried into " + state.request.OutFile;
+    if (carrying == Carrying::InStandard) {
+      text += "; the standard dialect (" + interaction_.Naming("dialect", "standard") + ") carries them along";
+    }
+    state.summary.report.Warn(kind, text);
+  };
+  const std::string taken(state.reader->Layered ? "layer and text" : state.writer->TakesFromAttributes());
+  tell(WarningKind::AttributesNotCarried, state.reader->AttributesPath(),
+       "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");
+  tell(WarningKind::ProjectionNotCarried, state.reader->ProjectionPath(), "the coordinate system that it names", " is");
 }
 
 void ConversionRun::MatchLayers(State& state) {
@@ -182,22 +194,20 @@ void ConversionRun::MatchLayers(State& state) {
 
 // Returns false when a cancel was confirmed.
 bool ConversionRun::PumpElements(State& state) {
-  while (!state.reader->Eof()) {
-    const bool delivered = state.reader->GetNextEntity(state.entity);
-    if (delivered) ++state.elements;
-    if (delivered) state.reader->UpdateExtents(state.entity, state.summary.extents);
-    interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.elements});
+  while (state.pump.Next(*state.reader)) {
+    const bool delivered = state.pump.Delivered();
+    if (delivered) state.reader->UpdateExtents(state.pump.Element(), state.summary.extents);
+    interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.pump.Elements()});
     interaction_.Yield();
     if (delivered) ConvertElement(state);
     if (interaction_.CancelRequested()) return false;
-    state.entity.Clear();
   }
   return true;
 }
 
 void ConversionRun::ConvertElement(State& state) {
   RunSummary& summary = state.summary;
-  tEntity& entity = state.entity;
+  tEntity& entity = state.pump.Element();
   const std::int16_t kind = entity.bType;
   summary.read.Add(kind);
   if (fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty()) {

@@ -19,15 +19,14 @@ namespace tesselink {
 
 /// What the person chose.
 struct ConversionRequest {
-  std::string Infile;
+  std::vector<std::string> inputs;  ///< whole paths: one, or several for a format that reads several files in a run
   std::string OutFile;
   std::string InFormat;   ///< a drop-down text
   std::string OutFormat;  ///< a drop-down text
-  /// For multiple-shapefile input: the folder, then the file names.
-  std::vector<std::string> chosenFiles;
   /// False: a shapefile's attribute table is left alone and nothing is asked about it.
   bool useAttributes = true;
   FilterOptions options = {};
+  std::vector<std::string> alsoRead = {};  ///< what the face itself reads for this run, as a list of codes
 };
 
 enum class RunOutcome {
@@ -63,12 +62,13 @@ class ConversionRun {
   struct State;
 
   bool Validate(State& state);
-  std::string OutputThatIsRead(const State& state) const;
+  std::string OutputThatIsRead(State& state) const;
   FilterContext ContextOf(State& state) const;
   void CreateFilters(State& state);
   void ConvertFiles(State& state);
   void OpenInput(State& state, bool first);
   void MatchLayers(State& state);
+  void TellWhatIsNotCarried(State& state);
   bool PumpElements(State& state);
   void ConvertElement(State& state);
   void Finish(State& state);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/io/Errors.h"
+#include "core/run/Interaction.h"
 #include "core/run/Report.h"
 
 namespace tesselink {
@@ -14,10 +15,11 @@ const std::vector<std::string>& InputFilter::Layers() const {
 
 void OutputFilter::filename(const std::string& path) {
   Release();
+  missed_.clear();
+  losses_.Reset();
   Create(path);
   filename_ = path;
   open_ = true;
-  missed_.clear();
 }
 
 void OutputFilter::NoteMissed(std::string_view what) {
@@ -38,11 +40,12 @@ void OutputFilter::Release() {
     Drop();
     throw;
   }
+  losses_.Tell(report(), filename_);
   if (missed_.empty()) return;
   std::string list;
   for (const std::string_view what : missed_) list.append(list.empty() ? "" : ", ").append(what);
-  report().Warn(WarningKind::ClassicDialect,
-                filename_ + ": other programs miss " + list + "; the standard dialect (--dialect standard) keeps that");
+  report().Warn(WarningKind::ClassicDialect, filename_ + ": other programs miss " + list + "; the standard dialect (" +
+                                                 interaction().Naming("dialect", "standard") + ") keeps that");
 }
 
 void OutputFilter::Abandon() noexcept {

@@ -11,26 +11,25 @@
 #include "core/element/tEntity.h"
 #include "core/run/Dialect.h"
 #include "core/run/LayerCodes.h"
+#include "core/run/Losses.h"
+#include "core/run/Options.h"
 
 namespace tesselink {
 
 class AttributeTable;
 class FieldSelection;
+class FilesRead;
 class Interaction;
 class Report;
 class Settings;
 
 /// What a person chose for the filters of a run.
 struct FilterOptions {
-  std::string units = "M";   ///< of the Landmark header line
-  double mapScale = 1;       ///< of the Landmark header line
-  bool paperSpace = false;   ///< deliver what a drawing holds in paper space too
   bool layersWanted = true;  ///< false: nobody will match layers, so readers need not look through a file for them
   bool lookAhead = true;     ///< false: begin at once, without what a file tells only behind its elements
   std::string programFolder = {};  ///< where the data files lie that come with the program
-  std::string cdfMap = {};         ///< the entity-type list; empty: searched for
-  std::string lngsl = {};          ///< the colour list; empty: searched for
   Dialect dialect = Dialect::Classic;
+  OptionValues own = {};  ///< of the options that formats bring along
 };
 
 /// What a filter is handed when it is created; nothing reaches for a global.
@@ -39,6 +38,7 @@ struct FilterContext {
   Settings& settings;
   Report& report;
   FilterOptions options = {};
+  FilesRead* filesRead = nullptr;  ///< notes what filters find and read besides their input; none: nobody writes
 };
 
 /// A reader: delivers the elements of a file one at a time.
@@ -116,6 +116,9 @@ enum class WriteResult {
   Skipped,    ///< the format cannot hold it
 };
 
+/// Whether a writer takes more from an input than its elements.
+enum class Carrying { No, InStandard, Yes };
+
 /// A writer. A file is complete only after Release.
 class OutputFilter {
  public:
@@ -137,6 +140,10 @@ class OutputFilter {
   void Abandon() noexcept;
   /// The files that this writer has made.
   virtual std::vector<std::string> Outputs() const { return {filename_}; }
+  /// Whether the attributes of an input and the name of its coordinate system go along. What does not is told.
+  virtual Carrying CarriesSource() const { return Carrying::No; }
+  /// What it takes of an input's attributes all the same, as in "township, range and section".
+  virtual std::string_view TakesFromAttributes() const { return {}; }
 
  protected:
   virtual void Create(const std::string& path) = 0;
@@ -146,6 +153,9 @@ class OutputFilter {
   /// Notes what other programs miss in the file by the classic conventions; told in one line when the file is complete.
   /// The words must outlive the writer.
   void NoteMissed(std::string_view what);
+  /// Counts what is given up; told by kind when the file is complete.
+  void Lost(WarningKind kind, std::int64_t count = 1) { losses_.Add(kind, count); }
+  Losses& losses() { return losses_; }
   /// The source of the error that is raised when no file is open.
   virtual const char* NoFileSource() const { return "WriteEntity"; }
   /// What every writer's destructor does: release, and ignore what goes wrong.
@@ -160,6 +170,7 @@ class OutputFilter {
   FilterContext context_;
   bool open_ = false;
   std::vector<std::string_view> missed_;
+  Losses losses_;
 };
 
 }  // namespace tesselink

@@ -17,9 +17,10 @@ const Row& RowOf(const std::vector<Row>& rows, std::string_view entry) {
 
 }  // namespace
 
-std::string Format::Pattern() const {
+std::string PatternOf(std::string_view entry) {
   const std::size_t open = entry.rfind('('), close = entry.rfind(')');
-  return entry.substr(open + 1, close - open - 1);
+  const bool isThere = open != std::string_view::npos && close != std::string_view::npos && open < close;
+  return std::string(isThere ? entry.substr(open + 1, close - open - 1) : std::string_view());
 }
 
 const InputFormat& FormatTable::Input(std::string_view entry) const { return RowOf(inputs_, entry); }

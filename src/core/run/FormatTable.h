@@ -11,15 +11,29 @@
 
 namespace tesselink {
 
-/// What readers' and writers' rows have in common.
+/// The pattern in the last parentheses of a drop-down's text, as in "*.shp"; empty when there is none.
+std::string PatternOf(std::string_view entry);
+
+/// A file beside another one, from which it differs by its extension.
+struct Companion {
+  std::string extension;      ///< without the period and in capitals, as in "SHX"
+  bool standardOnly = false;  ///< of outputs: written in the standard dialect alone
+};
+
+/// What rows of either side hold. All that faces, tests and help texts know of a format stands here.
 struct Format {
-  std::string entry;  ///< the drop-down's text, ending in the pattern in parentheses, as in "AutoCAD DXF File (*.dxf)"
-  std::string key;    ///< the command line's short name
-  std::string className;  ///< of the filter
-  bool fallBack = false;  ///< taken for a text that is no entry of this side
+  std::string entry = {};  ///< the drop-down's text, ending in the pattern in parentheses: "AutoCAD DXF File (*.dxf)"
+  std::string key = {};    ///< the command line's short name
+  std::string className = {};              ///< of the filter
+  bool fallBack = false;                   ///< taken for a text that is no entry of this side
+  bool severalFiles = false;               ///< of inputs: reads a list of files in one run
+  bool hasAttributes = false;              ///< of inputs: has an attribute table that may give layer and text
+  bool ignoresLayers = false;              ///< of outputs: the reader's `Layered` is set false
+  std::vector<Companion> companions = {};  ///< read beside an input, written beside an output
+  std::vector<FormatOption> options = {};
 
   /// The pattern between the entry's parentheses, as in "*.dxf".
-  std::string Pattern() const;
+  std::string Pattern() const { return PatternOf(entry); }
   /// The extension of the pattern, as in ".dxf".
   std::string Extension() const { return Pattern().substr(1); }
   /// The entry without its pattern and the blank before it.
@@ -27,17 +41,10 @@ struct Format {
 };
 
 struct InputFormat : Format {
-  bool severalFiles = false;          ///< reads a list of files in one run
-  bool hasAttributes = false;         ///< has an attribute table that may give layer and text
-  std::vector<std::string> partners;  ///< extensions of the files that are read beside the input, as in "SHX"
   std::function<std::unique_ptr<InputFilter>(const FilterContext&)> create;
 };
-
 struct OutputFormat : Format {
-  bool ignoresLayers = false;         ///< the reader's `Layered` is set false
-  std::vector<std::string> partners;  ///< extensions of the files that are written beside the output, as in "SHX"
   std::function<std::unique_ptr<OutputFilter>(const FilterContext&)> create;
-  std::vector<std::string> standardPartners = {};  ///< as `partners`; written in the standard dialect alone
 };
 
 class FormatTable {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tesselink {
@@ -20,10 +21,10 @@ enum class Answer { Ok, Yes, No, Cancel };
 
 /// What a message is about, for faces that answer without showing it.
 enum class Topic {
-  Notice,          ///< something to know; goes on in any case
-  UnhandledShape,  ///< a record of a shape type that is not read; one message a record
-  RunFailed,       ///< the run has ended with this error
-  LineEnds,        ///< what to do with a file of bare line feeds
+  Notice,     ///< something to know; goes on in any case
+  Unread,     ///< a record of a type that is not read; one message a record
+  RunFailed,  ///< the run has ended with this error
+  LineEnds,   ///< what to do with a file of bare line feeds
 };
 
 struct Message {
@@ -40,9 +41,6 @@ struct SaveFileQuestion {
   std::string folder;  ///< where to begin
 };
 
-/// Which kind of element a shapefile holds; it can hold only one.
-enum class ShapeKind { PointsOrText, Polyline };
-
 /// An input box.
 struct TextQuestion {
   std::string title;
@@ -50,13 +48,22 @@ struct TextQuestion {
   std::string subject;  ///< what the answer is about, for faces without an input box, as in "$CDF.MAP"
 };
 
-/// What becomes of the points of a drawing whose output cannot hold them.
-enum class PointChoice { SecondFile, Ignore };
+/// A question with a few answers, of which one holds for the rest of the run.
+struct ChoiceQuestion {
+  std::string_view option;                ///< whose values are the answers, as in "shape-type"
+  std::vector<std::string_view> answers;  ///< in the order in which they are offered
+  std::size_t preset = 0;                 ///< of the answers
+};
 
-/// Where the townships, ranges and sections of a T/R Digitizer file come from.
-struct GridFields {
-  std::string table;                     ///< path of a dBase table
-  std::string township, range, section;  ///< names of its fields
+/// Which fields of which attribute table hold something that the output needs.
+struct TableFieldsQuestion {
+  std::string_view what;                 ///< as in "a table of townships, ranges and sections"
+  std::vector<std::string_view> fields;  ///< what they hold; options of these names answer, as in "township"
+  std::string suggestedTable;            ///< the input's own table, or empty
+};
+struct TableFields {
+  std::string table;                ///< path of a dBase table
+  std::vector<std::string> fields;  ///< names of its fields, in the order of the question
 };
 
 struct LayerMatchingQuestion {
@@ -85,16 +92,17 @@ class Interaction {
   /// One code a layer, in the order of the layers; nothing when no matching takes place.
   virtual std::optional<std::vector<std::string>> MatchLayers(const LayerMatchingQuestion& question) = 0;
 
-  /// Asked at the first element; what that element is may serve as the answer.
-  virtual ShapeKind ChooseShapeKind(ShapeKind ofFirstElement) = 0;
+  /// The position of the answer.
+  virtual std::size_t Choose(const ChoiceQuestion& question) = 0;
 
   /// What the person typed; empty when the box was cancelled. A face without an input box throws Error and names what
   /// answers the question there.
   virtual std::string AskText(const TextQuestion& question) = 0;
-  /// Asked at the first point of an output that cannot hold points.
-  virtual PointChoice ChoosePoints() = 0;
-  /// Asked once for a T/R Digitizer file; `suggestedTable` is the input's own table, or empty.
-  virtual GridFields LocateGridFields(const std::string& suggestedTable) = 0;
+  virtual TableFields LocateFields(const TableFieldsQuestion& question) = 0;
+
+  /// How an option is called where this person looks for it, with a value: "--dialect standard" on the command line,
+  /// the control and its entry in a window.
+  virtual std::string Naming(std::string_view option, std::string_view value) const = 0;
 
   /// A long scan before the first element; position and size in one unit. The text is what the progress window shows.
   virtual void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) = 0;

@@ -9,6 +9,7 @@
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
+#include "core/run/FilesRead.h"
 #include "core/run/Interaction.h"
 #include "core/run/Settings.h"
 
@@ -48,6 +49,7 @@ void LookupFile::Create() {
   if (file_.IsOpen()) return;
   const std::string path = Locate();
   try {
+    if (context_.filesRead != nullptr) context_.filesRead->Add(path);
     file_ = BinaryFile(path);
     window_.Reset();
   } catch (const Error&) {  // then it counts as empty

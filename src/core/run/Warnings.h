@@ -7,9 +7,13 @@
 
 namespace tesselink {
 
-/// A kind of warning. What it means stands in `kWarningTexts`.
+/// A kind of warning. What it means stands in `kWarnings`.
 enum class WarningKind {
+  AttributesNotCarried,
+  ProjectionNotCarried,
+  ShiftedRows,
   ClassicDialect,
+  GeographicCircles,
   Heights,
   Sizes,
   BlankTexts,
@@ -23,7 +27,6 @@ enum class WarningKind {
   Names,
   ColourNumbers,
   OriginVertices,
-  GeographicCircles,
   LongArc,
   OlderPoints,
   FieldsLeftOut,
@@ -87,33 +90,49 @@ enum class WarningKind {
 
 struct WarningEntry {
   WarningKind kind;
-  std::string_view name;   ///< in JSON summaries; scripts rely on it
-  std::string_view words;  ///< what it means, as docs/warnings.md has it
+  std::string_view name;       ///< in JSON summaries; scripts rely on it
+  std::string_view words;      ///< what it means, as docs/warnings.md has it
+  std::string_view lost = {};  ///< of losses that are counted: what was lost, before the count
 };
 
 /// Every kind, in the order of the enumerators.
-inline constexpr auto kWarningTexts = std::to_array<WarningEntry>({
+inline constexpr auto kWarnings = std::to_array<WarningEntry>({
+    {WarningKind::AttributesNotCarried, "attributes not carried",
+     "The attributes of an input, or all but what the output took of them, do not go along."},
+    {WarningKind::ProjectionNotCarried, "coordinate system not carried",
+     "The name of an input's coordinate system does not go along."},
+    {WarningKind::ShiftedRows, "shifted rows",
+     "In the classic dialect a shape takes its attributes from the row behind its own."},
     {WarningKind::ClassicDialect, "classic dialect",
      "What other programs are known to misread in a classic file; the standard dialect keeps it."},
-    {WarningKind::Heights, "heights", "z values that the output cannot hold were left out."},
-    {WarningKind::Sizes, "sizes", "Sizes of texts were rounded to whole numbers."},
-    {WarningKind::BlankTexts, "blank texts", "Texts of nothing but blanks, of which CDF keeps the code alone."},
+    {WarningKind::GeographicCircles, "geographic circles",
+     "Circles and arcs that look geographic were written in UTM metres.",
+     "circles and arcs with a centre within 180 and 90 degrees were taken as geographic and written in UTM metres"},
+    {WarningKind::Heights, "heights", "z values that the output cannot hold were left out.",
+     "the format has no z; elements that lost theirs"},
+    {WarningKind::Sizes, "sizes", "Sizes of texts were rounded to whole numbers.",
+     "texts whose size was rounded to a whole number"},
+    {WarningKind::BlankTexts, "blank texts", "Texts of nothing but blanks, of which CDF keeps the code alone.",
+     "texts of nothing but blanks, of which the format keeps the code alone"},
     {WarningKind::ClosedUnmarked, "closed",
-     "Closed chains that CDF does not mark as closed, since their entity code is not of 7 characters."},
+     "Closed chains that CDF does not mark as closed, since their entity code is not of 7 characters.",
+     "closed chains without their mark, for their entity code is not of 7 characters"},
     {WarningKind::CutDigits, "cut digits",
      "Coordinates lost digits behind the point, for which CDF columns have no room."},
     {WarningKind::CutNumbers, "cut numbers", "Numbers that CDF columns do not hold became others."},
     {WarningKind::CutTexts, "cut texts", "Texts were cut to the CDF columns."},
-    {WarningKind::CutValues, "cut values", "Values were cut to the length of their field in the attribute table."},
-    {WarningKind::Bars, "bars", "A \"|\" in a value became a blank, since it separates values."},
-    {WarningKind::ControlCharacters, "control characters", "Characters that would end a line or a text became blanks."},
+    {WarningKind::CutValues, "cut values", "Values were cut to the length of their field in the attribute table.",
+     "values too long for their field were cut"},
+    {WarningKind::Bars, "bars", "A \"|\" in a value became a blank, since it separates values.",
+     "values with a \"|\" got a blank in its place"},
+    {WarningKind::ControlCharacters, "control characters", "Characters that would end a line or a text became blanks.",
+     "values in which control characters became blanks"},
     {WarningKind::Names, "names",
      "Layers and line types have other names in the drawing, which allows fewer characters."},
     {WarningKind::ColourNumbers, "colour numbers", "A number that is no colour of a drawing became that of the layer."},
     {WarningKind::OriginVertices, "vertices at the origin",
-     "Vertices at (0, 0, 0) count as missing in a classic drawing and were left out."},
-    {WarningKind::GeographicCircles, "geographic circles",
-     "Circles and arcs that look geographic were written in UTM metres."},
+     "Vertices at (0, 0, 0) count as missing in a classic drawing and were left out.",
+     "vertices at (0, 0, 0) count as missing and were left out"},
     {WarningKind::LongArc, "long arc", "An arc of more than 2,000 turns was cut short."},
     {WarningKind::OlderPoints, "older points", "A point file beside the output is older than this conversion."},
     {WarningKind::FieldsLeftOut, "fields left out", "Attribute fields that could not be carried along."},
@@ -180,11 +199,11 @@ inline constexpr auto kWarningTexts = std::to_array<WarningEntry>({
     {WarningKind::WithoutACode, "without a code", "Layers without an entity code."},
 });
 
-constexpr const WarningEntry& EntryOf(WarningKind kind) { return kWarningTexts[static_cast<std::size_t>(kind)]; }
+constexpr const WarningEntry& EntryOf(WarningKind kind) { return kWarnings[static_cast<std::size_t>(kind)]; }
 
 static_assert([] {
-  for (std::size_t i = 0; i < kWarningTexts.size(); ++i) {
-    if (kWarningTexts[i].kind != static_cast<WarningKind>(i)) return false;
+  for (std::size_t i = 0; i < kWarnings.size(); ++i) {
+    if (kWarnings[i].kind != static_cast<WarningKind>(i)) return false;
   }
   return true;
 }());

@@ -38,6 +38,17 @@ std::int16_t JustificationOf(std::string_view letters) {
 constexpr CDFInFilter::Conventions CDFInFilter::kClassic{.lineEndWithin = 20, .zeroGivesWay = true};
 constexpr CDFInFilter::Conventions CDFInFilter::kStandard{.lineEndWithin = std::size_t{1} << 16, .zeroGivesWay = false};
 
+std::vector<FormatOption> CDFInFilter::Options() {
+  return {{.name = "cdf-map",
+           .help = "Where the entity-type list $CDF.MAP lies",
+           .value = "FILE",
+           .kind = FormatOption::Kind::File},
+          {.name = "lngsl",
+           .help = "Where the colour list $LNGSL.DAT lies",
+           .value = "FILE",
+           .kind = FormatOption::Kind::File}};
+}
+
 CDFInFilter::CDFInFilter(const FilterContext& context)
     : InputFilter(context),
       conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),

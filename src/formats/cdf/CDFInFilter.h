@@ -19,6 +19,7 @@ enum class WarningKind;
 class CDFInFilter final : public InputFilter {
  public:
   explicit CDFInFilter(const FilterContext& context);
+  static std::vector<FormatOption> Options();
 
   int FileNumber() const override { return reader_.Number(); }
   /// The position in bytes.

@@ -63,7 +63,7 @@ bool FitsPattern(std::string_view text, std::string_view pattern) {
 CDFMap::CDFMap(const FilterContext& context) : CDFMap(context, RegisteredClassValue) {}
 
 CDFMap::CDFMap(const FilterContext& context, std::function<std::string(const std::string&)> registry)
-    : file_(context, {"$CDF.MAP", "CDFMAP", 67, context.options.cdfMap, std::move(registry)}) {}
+    : file_(context, {"$CDF.MAP", "CDFMAP", 67, context.options.own.Text("cdf-map"), std::move(registry)}) {}
 
 std::string CDFMap::Code(int number) {
   const std::string_view record = file_.Record(number);

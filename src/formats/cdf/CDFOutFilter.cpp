@@ -49,6 +49,14 @@ constexpr CDFOutFilter::Conventions CDFOutFilter::kClassic{
 constexpr CDFOutFilter::Conventions CDFOutFilter::kStandard{
     .numbersCut = false, .defaultOpen = false, .anglesAsTheyAre = false};
 
+std::vector<FormatOption> CDFOutFilter::Options() {
+  return {{.name = "points",
+           .help = "Points in a CDF conversion: second-file (default; a\n.pts file beside the output) or ignore",
+           .value = "CHOICE",
+           .kind = FormatOption::Kind::Choice,
+           .choices = {"second-file", "ignore"}}};
+}
+
 CDFOutFilter::CDFOutFilter(const FilterContext& context)
     : OutputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
 
@@ -61,7 +69,7 @@ std::vector<std::string> CDFOutFilter::Outputs() const {
 void CDFOutFilter::Create(const std::string& path) {
   drawing_ = Target{path, FileWriter(path), true, {}, {}, {}};
   points_ = Target{PointFileOf(path), {}, false, {}, {}, {}};
-  elements_ = pointNumber_ = heights_ = roundedSizes_ = blankTexts_ = unmarked_ = 0;
+  elements_ = pointNumber_ = 0;
 }
 
 WriteResult CDFOutFilter::Write(tEntity& entity) {
@@ -86,7 +94,7 @@ WriteResult CDFOutFilter::Write(tEntity& entity) {
     default:
       throw Error(std::string("Unsuported bType value, please contact ") + kSupport, "WriteEntity");
   }
-  if (entity.HasHeight()) ++heights_;
+  if (entity.HasHeight()) Lost(WarningKind::Heights);
   return kind_ == kCircle || kind_ == kArc ? WriteResult::Converted : WriteResult::Written;
 }
 
@@ -112,7 +120,8 @@ void CDFOutFilter::ToChain(tEntity& entity) {
 void CDFOutFilter::WriteHeader(const tEntity& entity) { drawing_.file.Write("B").Line(Printable(entity.CDFCode)); }
 
 void CDFOutFilter::WriteChain(const tEntity& entity) {
-  if (entity.Closed && (entity.CDFCode.size() <= kCode || entity.CDFCode[kCode] != '1')) ++unmarked_;
+  if (entity.Closed && (entity.CDFCode.size() <= kCode || entity.CDFCode[kCode] != '1'))
+    Lost(WarningKind::ClosedUnmarked);
   WriteHeader(entity);
   char line[4 + 2 * kCoordinate] = {'C', 'U'};
   std::memcpy(line + 2 + 2 * kCoordinate, "\r\n", 2);
@@ -143,11 +152,11 @@ void CDFOutFilter::WriteText(const tEntity& entity) {
   const char unit = Printable(entity.TextUnits).front();
   const std::string_view text = Printable(entity.Text);
   if (Trimmed(text).empty()) {
-    ++blankTexts_;
+    Lost(WarningKind::BlankTexts);
     return;
   }
   const double size = RoundHalfEven(entity.TextSize);
-  if (size != entity.TextSize) ++roundedSizes_;
+  if (size != entity.TextSize) Lost(WarningKind::Sizes);
   line_.fill(' ');
   line_[0] = 'D';
   PutNumber(drawing_, 2, 16, entity.Y(0));
@@ -163,8 +172,8 @@ void CDFOutFilter::WriteText(const tEntity& entity) {
 }
 
 WriteResult CDFOutFilter::WritePoints(const tEntity& entity) {
-  if (!pointChoice_) pointChoice_ = interaction().ChoosePoints();
-  if (*pointChoice_ == PointChoice::Ignore) return WriteResult::Skipped;
+  if (!pointsIgnored_) pointsIgnored_ = interaction().Choose({"points", {"second-file", "ignore"}}) == 1;
+  if (*pointsIgnored_) return WriteResult::Skipped;
   if (!points_.created) CreatePoints();
   const tEntity::Index last = entity.PointCount();
   tEntity::Index i = 0;
@@ -262,14 +271,6 @@ void CDFOutFilter::Complete() {
   points_.file.Close();
   WarnOfLosses(drawing_, "");
   WarnOfLosses(points_, "of points");
-  const auto warn = [this](WarningKind kind, const char* what, std::int64_t count) {
-    if (count > 0) report().Warn(kind, drawing_.path + ": " + what + ": " + std::to_string(count));
-  };
-  warn(WarningKind::Heights, "the format has no z; elements that lost theirs", heights_);
-  warn(WarningKind::Sizes, "texts whose size was rounded to a whole number", roundedSizes_);
-  warn(WarningKind::BlankTexts, "texts of nothing but blanks, of which the format keeps the code alone", blankTexts_);
-  warn(WarningKind::ClosedUnmarked, "closed chains without their mark, for their entity code is not of 7 characters",
-       unmarked_);
   if (!points_.created && FileExists(points_.path)) {
     report().Warn(WarningKind::OlderPoints,
                   points_.path + ": is older than this conversion, which wrote no points; it was left as it is");

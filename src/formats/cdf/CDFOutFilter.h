@@ -12,6 +12,7 @@
 #include "core/element/VertexChains.h"
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
+#include "core/run/FormatTable.h"
 #include "core/run/Interaction.h"
 
 namespace tesselink {
@@ -22,6 +23,8 @@ namespace tesselink {
 class CDFOutFilter final : public OutputFilter {
  public:
   explicit CDFOutFilter(const FilterContext& context);
+  static std::vector<Companion> Companions() { return {{"PTS"}}; }
+  static std::vector<FormatOption> Options();
   ~CDFOutFilter() override { ReleaseQuietly(); }
 
   std::vector<std::string> Outputs() const override;
@@ -75,12 +78,11 @@ class CDFOutFilter final : public OutputFilter {
   const Conventions& conventions_;
   Target drawing_, points_;
   std::array<char, 80> line_{};
-  std::optional<PointChoice> pointChoice_;
+  std::optional<bool> pointsIgnored_;  // once it was asked
   VertexChain chain_;
   std::string cleaned_, label_;
   std::int64_t elements_ = 0, pointNumber_ = 0;
   std::int16_t kind_ = 0;  // of the element that is being written
-  std::int64_t heights_ = 0, roundedSizes_ = 0, blankTexts_ = 0, unmarked_ = 0;
 };
 
 }  // namespace tesselink

@@ -8,6 +8,10 @@
 
 namespace tesselink {
 
+std::vector<FormatOption> DXFInFilter::Options() {
+  return {{.name = "paper-space", .help = "Read a DXF drawing's paper space too", .kind = FormatOption::Kind::Flag}};
+}
+
 void DXFInFilter::Open(const std::string& path) {
   entities_.reset();
   scanner_.reset();
@@ -25,7 +29,7 @@ void DXFInFilter::Open(const std::string& path) {
                                                           .drawing = *drawing_,
                                                           .report = report(),
                                                           .programFolder = options().programFolder,
-                                                          .paperSpace = options().paperSpace,
+                                                          .paperSpace = options().own.Has("paper-space"),
                                                           .baselines = options().dialect == Dialect::Standard});
   if (!inEntities_) LeaveEntities();
 }

@@ -19,6 +19,7 @@ namespace tesselink {
 class DXFInFilter final : public InputFilter {
  public:
   explicit DXFInFilter(const FilterContext& context) : InputFilter(context) {}
+  static std::vector<FormatOption> Options();
 
   int FileNumber() const override { return scanner_ ? scanner_->FileNumber() : 0; }
   /// The position in bytes.

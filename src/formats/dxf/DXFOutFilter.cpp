@@ -84,7 +84,6 @@ void DXFOutFilter::Create(const std::string& path) {
   lineTypes_.Of("CONTINUOUS");
   if (conventions_.fullTables) layers_.Of("0");
   extents_ = {};
-  missingVertices_ = 0;
 }
 
 WriteResult DXFOutFilter::Write(tEntity& entity) {
@@ -172,7 +171,7 @@ DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string
 void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) {
-      ++missingVertices_;
+      Lost(WarningKind::OriginVertices);
       NoteMissed("vertices at the origin");
     } else {
       extents_.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
@@ -374,10 +373,6 @@ void DXFOutFilter::Complete() {
   header_.Close();
   entities_.Close();
   Merge(headerFile_.Path(), entityFile_.Path());
-  if (missingVertices_ > 0) {
-    report().Warn(WarningKind::OriginVertices, path_ + ": vertices at (0, 0, 0) count as missing and were left out: " +
-                                                   std::to_string(missingVertices_));
-  }
   Drop();
 }
 

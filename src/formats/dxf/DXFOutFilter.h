@@ -82,7 +82,6 @@ class DXFOutFilter final : public OutputFilter {
   Extents extents_;
   std::string printable_, encoded_;
   std::string vertexHead_;
-  std::int64_t missingVertices_ = 0;
 };
 
 }  // namespace tesselink

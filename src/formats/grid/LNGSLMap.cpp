@@ -3,7 +3,7 @@
 namespace tesselink {
 
 LNGSLMap::LNGSLMap(const FilterContext& context)
-    : file_(context, {"$LNGSL.DAT", "LNGSL", 126, context.options.lngsl}) {}
+    : file_(context, {"$LNGSL.DAT", "LNGSL", 126, context.options.own.Text("lngsl")}) {}
 
 std::int16_t LNGSLMap::SearchDesc(const std::string& description) {
   const std::int16_t count = Count();

@@ -21,10 +21,24 @@ bool SameName(std::string_view a, std::string_view b) { return EqualsIgnoringCas
 
 }  // namespace
 
+std::vector<FormatOption> TRDigOut::Options() {
+  return {{.name = "township",
+           .help = "Field of the townships, for a T/R Digitizer output",
+           .value = "NAME",
+           .strict = true},
+          {.name = "range", .help = "Field of the ranges", .value = "NAME", .strict = true},
+          {.name = "section", .help = "Field of the sections", .value = "NAME", .strict = true},
+          {.name = "table",
+           .help = "Table with these three fields (the shapefile's own)",
+           .value = "FILE.dbf",
+           .kind = FormatOption::Kind::File,
+           .strict = true}};
+}
+
 void TRDigOut::Create(const std::string& path) {
   path_ = path;
   created_ = asked_ = ownTables_ = tableReady_ = false;
-  records_ = recordsBefore_ = chains_ = heights_ = 0;
+  records_ = recordsBefore_ = chains_ = 0;
 }
 
 void TRDigOut::CreateFile() {
@@ -47,7 +61,8 @@ std::vector<std::string> TRDigOut::Outputs() const {
 void TRDigOut::PrepareTable() {
   if (!asked_) {
     asked_ = true;
-    answer_ = interaction().LocateGridFields(ownTable_);
+    answer_ = interaction().LocateFields(
+        {"a table of townships, ranges and sections", {"township", "range", "section"}, ownTable_});
     ownTables_ = answer_.table == ownTable_ || SameFile(answer_.table, ownTable_);
   }
   OpenTable(ownTables_ ? ownTable_ : answer_.table);
@@ -66,8 +81,8 @@ void TRDigOut::OpenTable(const std::string& path) {
   } catch (const Error& error) {
     throw Error(error.what() + std::string(kAdvice));
   }
-  fields_ = {FieldOf(answer_.township, "township"), FieldOf(answer_.range, "range"),
-             FieldOf(answer_.section, "section")};
+  fields_ = {FieldOf(answer_.fields.at(0), "township"), FieldOf(answer_.fields.at(1), "range"),
+             FieldOf(answer_.fields.at(2), "section")};
 }
 
 // The table itself takes an unknown name for its first field, which would be the wrong township without a word.
@@ -96,8 +111,7 @@ WriteResult TRDigOut::Write(tEntity& entity) {
   const std::int64_t row = RowOf(entity);
   isCurve ? WriteCurve(entity, row) : WriteChain(entity, row);
   ++chains_;
-  const auto z = entity.AllZ();
-  if (std::any_of(z.begin(), z.end(), [](double value) { return value != 0; })) ++heights_;
+  if (entity.HasHeight()) Lost(WarningKind::Heights);
   return isCurve ? WriteResult::Converted : WriteResult::Written;
 }
 
@@ -147,10 +161,6 @@ void TRDigOut::WriteCurve(const tEntity& entity, std::int64_t row) {
 void TRDigOut::Complete() {
   if (!asked_) CreateFile();
   file_.Close();
-  if (heights_ > 0) {
-    report().Warn(WarningKind::Heights,
-                  path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
-  }
 }
 
 void TRDigOut::Drop() noexcept {

@@ -21,10 +21,12 @@ namespace tesselink {
 class TRDigOut final : public OutputFilter {
  public:
   explicit TRDigOut(const FilterContext& context) : OutputFilter(context) {}
+  static std::vector<FormatOption> Options();
   ~TRDigOut() override { ReleaseQuietly(); }
 
   void SourceOpened(InputFilter& source) override;
   std::vector<std::string> Outputs() const override;
+  std::string_view TakesFromAttributes() const override { return "township, range and section"; }
 
  private:
   /// The file itself is created at the first chain: until then it might be the table that is still to be named.
@@ -51,14 +53,13 @@ class TRDigOut final : public OutputFilter {
   bool tableReady_ = false;  // for the input that is open
   std::array<int, 3> fields_{};
   std::int64_t rows_ = 0;
-  GridFields answer_;
+  TableFields answer_;
   bool asked_ = false;
   bool ownTables_ = false;  // each input has its own
   std::string source_ = "the input", ownTable_;
   std::int64_t records_ = 0;        // of the input that is open
   std::int64_t recordsBefore_ = 0;  // of the inputs before it
   std::int64_t chains_ = 0;
-  std::int64_t heights_ = 0;
   VertexChain chain_;
   std::string cleaned_;
 };

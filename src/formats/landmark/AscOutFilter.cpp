@@ -1,9 +1,11 @@
 #include "formats/landmark/AscOutFilter.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/element/ColourNames.h"
 #include "core/element/Justification.h"
+#include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
@@ -20,6 +22,22 @@ constexpr std::int64_t kShortestHeader = 8;
 
 bool LooksGeographic(const tEntity& entity) {
   return entity.x(0) >= -180 && entity.x(0) <= 180 && entity.Y(0) >= -90 && entity.Y(0) <= 90;
+}
+
+// A field of a line: a comma or a control character would break it.
+std::string HeaderText(const std::string& text) {
+  const bool breaks =
+      std::any_of(text.begin(), text.end(), [](char c) { return c == ',' || static_cast<unsigned char>(c) < ' '; });
+  return breaks ? "a comma or a control character has no place there" : "";
+}
+
+std::string FiniteNumber(const std::string& text) {
+  try {
+    StrictNumber(text);
+    return {};
+  } catch (const Error& error) {
+    return error.what();
+  }
 }
 
 }  // namespace
@@ -41,27 +59,35 @@ constexpr AscOutFilter::Conventions AscOutFilter::kStandard{
     .curvesToMetres = false,
 };
 
+std::vector<FormatOption> AscOutFilter::Options() {
+  return {
+      {.name = "units", .help = "Units in the header of a Landmark output (M)", .value = "TEXT", .check = HeaderText},
+      {.name = "map-scale",
+       .help = "Map scale in the header of a Landmark output (1)",
+       .value = "NUMBER",
+       .check = FiniteNumber}};
+}
+
 AscOutFilter::AscOutFilter(const FilterContext& context)
     : OutputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
 
 void AscOutFilter::Create(const std::string& path) {
   file_ = FileWriter(path);
   path_ = path;
-  geographic_ = heights_ = 0;
 }
 
 WriteResult AscOutFilter::Write(tEntity& entity) {
   if (file_.Size() < kShortestHeader) WriteHeader();
   WriteResult result = WriteResult::Skipped;
   if (entity.bType == kCircle || entity.bType == kArc) {
-    if (entity.HasHeight()) ++heights_;
+    if (entity.HasHeight()) Lost(WarningKind::Heights);
     ToChain(entity);
     result = WriteResult::Converted;
   } else if (entity.bType >= kLine && entity.bType <= kText) {
     result = WriteResult::Written;
   }
   if (result != WriteResult::Skipped) {
-    if (result == WriteResult::Written && entity.HasHeight()) ++heights_;
+    if (result == WriteResult::Written && entity.HasHeight()) Lost(WarningKind::Heights);
     entity.bType == kText ? WriteText(entity) : WriteLine(entity);
   }
   entity.ClearVertices();
@@ -70,8 +96,9 @@ WriteResult AscOutFilter::Write(tEntity& entity) {
 
 void AscOutFilter::WriteHeader() {
   const std::string name = StripExtension(FileNameOf(path_));
-  file_.Write("METAFILE,").Write(Trimmed(std::string_view(name).substr(0, 8))).Write(",").Write(options().units);
-  file_.Write(",").Number(options().mapScale).Line(",0,0");
+  file_.Write("METAFILE,").Write(Trimmed(std::string_view(name).substr(0, 8))).Write(",");
+  file_.Write(options().own.Text("units", "M"));
+  file_.Write(",").Number(options().own.Number("map-scale", 1)).Line(",0,0");
 }
 
 void AscOutFilter::WriteLine(const tEntity& entity) {
@@ -113,7 +140,7 @@ void AscOutFilter::ToMetres(tEntity& entity) {
   entity.x(0, utm.x());
   entity.Y(0, utm.Y());
   entity.Rad = static_cast<float>(std::hypot(edgeX - entity.x(0), edgeY - entity.Y(0)));
-  ++geographic_;
+  Lost(WarningKind::GeographicCircles);
 }
 
 void AscOutFilter::ToChain(tEntity& entity) {
@@ -152,20 +179,7 @@ void AscOutFilter::ToCurve(tEntity& entity) {
   }
 }
 
-void AscOutFilter::Complete() {
-  file_.Close();
-  if (geographic_ > 0) {
-    report().Warn(WarningKind::GeographicCircles,
-                  path_ +
-                      ": circles and arcs with a centre within 180 and 90 degrees were taken as "
-                      "geographic and written in UTM metres: " +
-                      std::to_string(geographic_));
-  }
-  if (heights_ > 0) {
-    report().Warn(WarningKind::Heights,
-                  path_ + ": the format has no z; elements that lost theirs: " + std::to_string(heights_));
-  }
-}
+void AscOutFilter::Complete() { file_.Close(); }
 
 void AscOutFilter::Drop() noexcept {
   file_.Discard();

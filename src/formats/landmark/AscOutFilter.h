@@ -17,6 +17,7 @@ namespace tesselink {
 class AscOutFilter final : public OutputFilter {
  public:
   explicit AscOutFilter(const FilterContext& context);
+  static std::vector<FormatOption> Options();
   ~AscOutFilter() override { ReleaseQuietly(); }
 
  private:
@@ -51,8 +52,6 @@ class AscOutFilter final : public OutputFilter {
   FileWriter file_;
   std::string cleaned_;
   VertexChain chain_;
-  std::int64_t geographic_ = 0;
-  std::int64_t heights_ = 0;
 };
 
 }  // namespace tesselink

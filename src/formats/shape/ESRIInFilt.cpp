@@ -123,6 +123,13 @@ void ESRIInFilt::UseTable() {
   };
   layerField_ = fieldNumber(selection_->LayerField());
   textField_ = selection_->TextWanted() ? fieldNumber(selection_->TextField()) : -1;
+  if (reading_.rowOfFirstShape != 0 && (layerField_ >= 0 || textField_ >= 0)) {
+    report().Warn(WarningKind::ShiftedRows, table_->filename() +
+                                                ": shape 1 takes layer and text from row 2, shape 2 from row 3, and so "
+                                                "on; the last shape has none; the standard dialect (" +
+                                                interaction().Naming("dialect", "standard") +
+                                                ") gives each shape its own row");
+  }
   TellOfTable();
   if (!options().layersWanted) return;
   layers_ = selection_->Entries([&](std::int64_t row) {
@@ -206,7 +213,7 @@ bool ESRIInFilt::ReportUnread() {
   report().Undelivered(type == nullptr ? std::to_string(records_.TypeCode()) : type->name);
   if (type == nullptr) return false;
   interaction().ShowMessage(
-      {Topic::UnhandledShape, std::string("Unhandled Data Type ") + type->name, "", MessageIcon::Information});
+      {Topic::Unread, std::string("Unhandled Data Type ") + type->name, "", MessageIcon::Information});
   return true;
 }
 

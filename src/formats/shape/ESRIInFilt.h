@@ -8,6 +8,7 @@
 #include "core/io/Paths.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/Filters.h"
+#include "core/run/FormatTable.h"
 #include "formats/shape/DBFInFilter.h"
 #include "formats/shape/ShapeRecords.h"
 
@@ -30,6 +31,8 @@ struct ESRIReading {
 class ESRIInFilt final : public InputFilter {
  public:
   explicit ESRIInFilt(const FilterContext& context);
+  /// The files beside a .shp that are read with it.
+  static std::vector<Companion> Companions() { return {{"SHX"}, {"DBF"}, {"CPG"}, {"PRJ"}}; }
 
   int FileNumber() const override { return records_.File().Number(); }
   std::int64_t Loc() const override { return records_.Position(); }

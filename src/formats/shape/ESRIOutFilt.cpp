@@ -41,6 +41,17 @@ std::string Partner(const std::string& path, const std::string& extension) {
 
 }  // namespace
 
+std::vector<Companion> ESRIOutFilt::Companions() { return {{"SHX"}, {"DBF"}, {"CPG", true}, {"PRJ", true}}; }
+
+std::vector<FormatOption> ESRIOutFilt::Options() {
+  return {
+      {.name = "shape-type",
+       .help = "What a shapefile output holds: points (and texts) or\npolylines; without it, what the first element is",
+       .value = "CHOICE",
+       .kind = FormatOption::Kind::Choice,
+       .choices = {"points", "polylines"}}};
+}
+
 ESRIOutFilt::ESRIOutFilt(const FilterContext& context)
     : OutputFilter(context),
       writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
@@ -62,7 +73,10 @@ void ESRIOutFilt::Create(const std::string& path) {
   sources_ = 0;
   projection_.clear();
   projectionConflict_.clear();
-  heights_ = cutValues_ = bars_ = controls_ = 0;
+  losses().Describe(WarningKind::Heights, shpPath_, "the shape types written have no z; elements that lost theirs");
+  for (const WarningKind kind : {WarningKind::CutValues, WarningKind::Bars, WarningKind::ControlCharacters}) {
+    losses().Describe(kind, dbfPath_);
+  }
   colourName_ = {};
   try {
     created_.clear();
@@ -121,14 +135,15 @@ WriteResult ESRIOutFilt::Write(tEntity& entity) {
   const bool isChain =
       entity.bType == kLine || entity.bType == kPolyline || entity.bType == kCircle || entity.bType == kArc;
   if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !isChain) return WriteResult::Skipped;
-  if (!writing_.heights && entity.HasHeight()) ++heights_;
+  if (!writing_.heights && entity.HasHeight()) Lost(WarningKind::Heights);
   if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
 }
 
 void ESRIOutFilt::ChooseKind(const tEntity& entity) {
   const bool isPoint = entity.bType == kPoint || entity.bType == kText;
-  kind_ = interaction().ChooseShapeKind(isPoint ? ShapeKind::PointsOrText : ShapeKind::Polyline);
+  const ChoiceQuestion question{"shape-type", {"points", "polylines"}, isPoint ? 0U : 1U};
+  kind_ = interaction().Choose(question) == 0 ? ShapeKind::PointsOrText : ShapeKind::Polyline;
   if (!fieldsDeclared_) DeclareFields();
   if (*kind_ == ShapeKind::PointsOrText && hasOwnFields_) {
     table_.AddField(carried_.FreeName("Text"), kTextLengths[2], "C");
@@ -217,9 +232,9 @@ std::string_view ESRIOutFilt::Fitting(const std::string& value, std::size_t fiel
   }
   const bool bars = !writing_.isUtf8 && text.find('|') != std::string_view::npos;
   const bool cut = text.size() > room;
-  if (cut) ++cutValues_;
-  if (bars) ++bars_;
-  if (controls) ++controls_;
+  if (cut) Lost(WarningKind::CutValues);
+  if (bars) Lost(WarningKind::Bars);
+  if (controls) Lost(WarningKind::ControlCharacters);
   text = writing_.isUtf8 ? CutUtf8(text, room) : text.substr(0, room);
   if (!bars) return text;
   fitted.assign(text);
@@ -234,14 +249,7 @@ void ESRIOutFilt::Complete() {
   table_.Release();
   if (writing_.isUtf8) WriteBeside("cpg", "UTF-8");
   if (writing_.carriesSource) CompleteProjection();
-  const auto warn = [this](WarningKind kind, const std::string& what, std::int64_t count) {
-    if (count > 0) report().Warn(kind, what + ": " + std::to_string(count));
-  };
-  warn(WarningKind::Heights, shpPath_ + ": the shape types written have no z; elements that lost theirs", heights_);
-  warn(WarningKind::CutValues, dbfPath_ + ": values too long for their field were cut",
-       cutValues_ + carried_.CutValues());
-  warn(WarningKind::Bars, dbfPath_ + ": values with a \"|\" got a blank in its place", bars_);
-  warn(WarningKind::ControlCharacters, dbfPath_ + ": values in which control characters became blanks", controls_);
+  Lost(WarningKind::CutValues, carried_.CutValues());
 }
 
 void ESRIOutFilt::WriteBeside(const std::string& extension, const std::string& text) {

@@ -12,6 +12,7 @@
 #include "core/element/VertexChains.h"
 #include "core/io/Numbers.h"
 #include "core/run/Filters.h"
+#include "core/run/FormatTable.h"
 #include "core/run/Interaction.h"
 #include "formats/shape/CarriedFields.h"
 #include "formats/shape/DBFOutFilter.h"
@@ -30,16 +31,22 @@ struct ESRIWriting {
   int realDecimals;     ///< of TextAngle and TextSize
 };
 
+/// Which kind of element a shapefile holds; it can hold only one.
+enum class ShapeKind { PointsOrText, Polyline };
+
 /// What the file shall hold is asked at the first element. "Points or Text": a Point for each vertex of a point, and
 /// one for a text. "Polyline": a PolyLine of one part for a line or polyline, and for a circle or arc as a chain; a
 /// closed chain ends on its first vertex. Anything else is skipped.
 class ESRIOutFilt final : public OutputFilter {
  public:
   explicit ESRIOutFilt(const FilterContext& context);
+  static std::vector<Companion> Companions();
+  static std::vector<FormatOption> Options();
   ~ESRIOutFilt() override { ReleaseQuietly(); }
 
   void SourceOpened(InputFilter& source) override;
   std::vector<std::string> Outputs() const override { return created_; }
+  Carrying CarriesSource() const override { return writing_.carriesSource ? Carrying::Yes : Carrying::InStandard; }
 
   /// A smaller limit serves tests.
   std::int64_t sizeLimit = ShapeFiles::kGreatestSize;
@@ -86,7 +93,6 @@ class ESRIOutFilt final : public OutputFilter {
   std::string decoded_;
   std::int32_t colour_ = 0;  // the colour that the name below is of
   std::string_view colourName_;
-  std::int64_t heights_ = 0, cutValues_ = 0, bars_ = 0, controls_ = 0;
 };
 
 }  // namespace tesselink

@@ -1,4 +1,4 @@
-#include "app/WrittenFiles.h"
+#include "core/run/WrittenFiles.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -16,11 +16,8 @@ std::vector<std::string> WrittenFiles(const std::string& output, const OutputFor
     if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
   };
   const std::string stem = FolderOf(output) + StripExtension(FileNameOf(output)) + ".";
-  std::vector<std::string> extensions = format.partners;
-  if (dialect == Dialect::Standard) {
-    extensions.insert(extensions.end(), format.standardPartners.begin(), format.standardPartners.end());
-  }
-  for (const std::string& extension : extensions) {
+  for (const auto& [extension, standardOnly] : format.companions) {
+    if (standardOnly && dialect != Dialect::Standard) continue;
     add(stem + extension);
     add(stem + LowerCase(extension));
     add(PartnerFile(output, extension));

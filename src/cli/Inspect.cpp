@@ -23,8 +23,9 @@ Json FieldsJson(const std::string& input, Dialect dialect) {
   DBFInFilter table(dialect);
   table.filename(path);
   for (int i = 0; i <= table.NumFields(); ++i) {
+    const char type = table.FieldType(i);
     fields.push_back({{"name", AsUtf8(table.GetFieldName(i))},
-                      {"type", AsUtf8(std::string(1, table.FieldType(i)))},
+                      {"type", AsUtf8(std::string(type == '\0' ? 0 : 1, type))},
                       {"length", table.FieldLength(i)},
                       {"decimals", table.FieldDecimals(i)}});
   }

@@ -63,11 +63,39 @@ TEST_F(DBFInFilterTest, BrokenHeaders) {
   Open(bytes);
   EXPECT_NE(ErrorOf([&] { table.NumRecs(); }).find("record length of 0"), std::string::npos);
   EXPECT_NE(ErrorOf([&] { Open("short"); }).find("5 bytes"), std::string::npos);
-  EXPECT_NE(ErrorOf([&] { Open(bytes.substr(0, 40)); }).find("ends within its field descriptors"), std::string::npos);
+  EXPECT_EQ(ErrorOf([&] { table.NumRecs(); }), "File Name not yet entered") << "the former table is not open any more";
   bytes = Table({{"N", 3}}, {});
   bytes[8] = 2;  // a header length below any header
   Open(bytes);
   EXPECT_EQ(table.NumFields(), -1);
+}
+
+TEST_F(DBFInFilterTest, DescriptorsThatTheFileDoesNotHoldAreNuls) {
+  std::string bytes = Table({{"NAME", 3}}, {{"abc"}, {"d"}});
+  bytes[8] = '\xFF';
+  bytes[9] = '\xFF';  // the longest header that 16 bits can tell
+  Open(bytes.substr(0, 32 + 17));
+  EXPECT_EQ(table.NumFields(), 2046);
+  EXPECT_EQ(table.GetFieldName(0), "NAME");
+  EXPECT_EQ(table.FieldLength(0), 3) << "as far as the file goes";
+  EXPECT_EQ(table.FieldDecimals(0), 0);
+  EXPECT_EQ(table.GetFieldName(2046), "");
+  EXPECT_EQ(table.FieldLength(2046), 0);
+  EXPECT_EQ(table.FieldType(2046), '\0');
+  EXPECT_EQ(table.GetFieldData(0, 0), "");
+  EXPECT_EQ(table.NumRecs(), 0);
+}
+
+TEST_F(DBFInFilterTest, ProgressIsThatOfTheLastRead) {
+  // 32 + 32 + 1 + 3 * 12 + 1 bytes
+  Open(Table({{"NAME", 11}}, {{"abc"}, {"d"}, {"e"}}));
+  EXPECT_EQ(table.Progress(), 63) << "behind the descriptors";
+  table.GetFieldData(0, 1);
+  EXPECT_EQ(table.Progress(), 87);
+  table.GetFieldData(0, 500);
+  EXPECT_EQ(table.Progress(), 100);
+  Open(Table({{"NAME", 11}, {"OTHER", 11}}, {}));
+  EXPECT_EQ(table.Progress(), 98) << "of the table that is open";
 }
 
 class StandardTableTest : public DBFInFilterTest {
@@ -106,6 +134,7 @@ TEST_F(StandardTableTest, TheHeaderAndTheTerminatorCount) {
   bytes[10] = 3;
   Open(bytes);
   EXPECT_EQ(standard.GetFieldData(0, 0), " a") << "the rest belongs to the next row";
+  EXPECT_NE(ErrorOf([&] { Open(bytes.substr(0, 40)); }).find("ends within its field descriptors"), std::string::npos);
 }
 
 TEST_F(StandardTableTest, TextsBecomeUtf8) {

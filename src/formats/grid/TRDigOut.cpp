@@ -78,6 +78,8 @@ void TRDigOut::OpenTable(const std::string& path) {
   try {
     table_.filename(path);
     rows_ = table_.NumRecs();
+    // Names that cannot be read are those of a file that is no table.
+    for (int i = 0; i <= table_.NumFields(); ++i) table_.GetFieldName(i);
   } catch (const Error& error) {
     throw Error(error.what() + std::string(kAdvice));
   }

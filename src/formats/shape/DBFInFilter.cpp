@@ -1,6 +1,7 @@
 #include "formats/shape/DBFInFilter.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "core/io/Errors.h"
@@ -13,8 +14,8 @@
 namespace tesselink {
 namespace {
 
-constexpr std::size_t kHeaderSize = 32;
-constexpr std::size_t kDescriptorSize = 32;
+constexpr std::int64_t kHeaderSize = 32;
+constexpr std::int64_t kDescriptorSize = 32;
 constexpr std::size_t kNameSize = 11;
 
 constexpr std::byte kTerminator{0x0D};
@@ -39,19 +40,37 @@ DBFInFilter::DBFInFilter(Dialect dialect) : reading_(dialect == Dialect::Classic
 
 void DBFInFilter::filename(const std::string& path) {
   if (!FileExists(path)) return;
+  Close();
   filename_ = path;
+  try {
+    file_ = BinaryFile(path);
+    ReadHeader();
+  } catch (...) {
+    Close();
+    throw;
+  }
+}
+
+void DBFInFilter::Close() {
+  file_.Close();
+  window_.Reset();
   fields_.clear();
   widths_.clear();
-  file_ = BinaryFile(path);
-  window_.Reset();
+  position_ = 0;
+}
+
+void DBFInFilter::ReadHeader() {
   const auto header = window_.At(0, kHeaderSize);
-  if (header.size() < kHeaderSize) {
-    throw Error(path + ": holds " + std::to_string(file_.Size()) + " bytes; a dBase table begins with a header of 32");
+  if (std::ssize(header) < kHeaderSize) {
+    throw Error(filename_ + ": holds " + std::to_string(file_.Size()) +
+                " bytes; a dBase table begins with a header of 32");
   }
   headerLength_ = LittleEndian<std::uint16_t>(&header[8]);
   recordLength_ = LittleEndian<std::uint16_t>(&header[10]);
   headerRecords_ = LittleEndian<std::uint32_t>(&header[4]);
-  ReadEncoding(static_cast<unsigned char>(header[29]));
+  const auto languageByte = static_cast<unsigned char>(header[29]);
+  ReadEncoding(languageByte);
+  position_ = kHeaderSize;
   ReadFields();
 }
 
@@ -68,28 +87,35 @@ void DBFInFilter::ReadEncoding(unsigned char languageByte) {
   }
 }
 
+// The list is as long as the header's length says: where the file ends before it, the bytes that are missing are NULs.
 void DBFInFilter::ReadFields() {
   const auto last = static_cast<int>(RoundHalfEven((static_cast<double>(headerLength_) - 34) / 32 - 1));
   std::int64_t offset = 1;
   for (int i = 0; i <= last; ++i) {
-    const auto bytes = window_.At(
-        static_cast<std::int64_t>(kHeaderSize + static_cast<std::size_t>(i) * kDescriptorSize), kDescriptorSize);
+    const auto bytes = window_.At(position_, kDescriptorSize);
     // What lies behind the record's end would be read out of other rows.
     if (reading_.byHeader && ((!bytes.empty() && bytes[0] == kTerminator) || offset > recordLength_)) return;
-    if (bytes.size() < kDescriptorSize) {
+    if (reading_.byHeader && std::ssize(bytes) < kDescriptorSize) {
       throw Error(filename_ + ": ends within its field descriptors; the header announces " + std::to_string(last + 1));
     }
-    Field field;
-    field.name = AsText(bytes.first(kNameSize));
-    field.type = static_cast<char>(bytes[11]);
-    field.length = static_cast<int>(bytes[16]);
-    field.decimals = static_cast<int>(bytes[17]);
-    field.offset = offset;
-    field.stored = reading_.byHeader ? static_cast<int>(std::min<std::int64_t>(field.length, recordLength_ - offset))
-                                     : field.length;
-    offset += field.length;
-    fields_.push_back(std::move(field));
+    std::array<std::byte, kDescriptorSize> descriptor{};
+    std::copy(bytes.begin(), bytes.end(), descriptor.begin());
+    fields_.push_back(FieldOf(descriptor, offset));
+    offset += fields_.back().length;
+    position_ += kDescriptorSize;
   }
+}
+
+DBFInFilter::Field DBFInFilter::FieldOf(std::span<const std::byte> descriptor, std::int64_t offset) const {
+  Field field;
+  field.name = AsText(descriptor.first(kNameSize));
+  field.type = static_cast<char>(descriptor[11]);
+  field.length = static_cast<int>(descriptor[16]);
+  field.decimals = static_cast<int>(descriptor[17]);
+  field.offset = offset;
+  field.stored =
+      reading_.byHeader ? static_cast<int>(std::min<std::int64_t>(field.length, recordLength_ - offset)) : field.length;
+  return field;
 }
 
 int DBFInFilter::Progress() const {

@@ -2,6 +2,7 @@
 // questions use it.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,7 +29,8 @@ class DBFInFilter final : public AttributeTable {
  public:
   explicit DBFInFilter(Dialect dialect = Dialect::Classic);
 
-  /// Opens a table and reads header and descriptors. A file that does not exist changes nothing.
+  /// Opens a table and reads header and descriptors. A file that does not exist changes nothing; after one that cannot
+  /// be read none is open.
   void filename(const std::string& path);
   const std::string& filename() const { return filename_; }
   /// The read position as a percentage of the file; 0 with no file open.
@@ -61,7 +63,10 @@ class DBFInFilter final : public AttributeTable {
     int stored = 0;           // of its bytes, those that lie in the record
     std::int64_t offset = 0;  // from the record's first byte, the deletion flag
   };
+  void Close();
+  void ReadHeader();
   void ReadFields();
+  Field FieldOf(std::span<const std::byte> descriptor, std::int64_t offset) const;
   void ReadEncoding(unsigned char languageByte);
   std::string FieldNames() const;
   void MeasureFields();

@@ -8,7 +8,7 @@
 
 #include "app/UiText.h"
 #include "core/io/Paths.h"
-#include "core/io/Text.h"
+#include "core/run/FieldSelection.h"
 #include "formats/shape/DBFInFilter.h"
 
 namespace tesselink {
@@ -107,14 +107,11 @@ QStringList LocalFiles(const QMimeData& data) {
   return paths;
 }
 
-QStringList FieldNames(const std::string& table) {
-  DBFInFilter reader;
+QStringList FieldNames(const std::string& table, Dialect dialect) {
+  DBFInFilter reader(dialect);
   reader.filename(table);
   QStringList names;
-  for (int i = 0; i <= reader.NumFields(); ++i) {
-    const QString name = Shown(UpperCase(Trimmed(reader.GetFieldName(i))));
-    if (!names.contains(name)) names.append(name);
-  }
+  for (const std::string& name : FieldSelection::PreparedNames(reader)) names.append(Shown(name));
   return names;
 }
 

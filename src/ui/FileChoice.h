@@ -38,8 +38,8 @@ QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringLi
 /// The local files of a drop.
 QStringList LocalFiles(const QMimeData& data);
 
-/// The names of a table's fields as the person chooses from them: in capitals, trimmed, each once. Throws Error when
-/// the table cannot be read.
-QStringList FieldNames(const std::string& table);
+/// The names of the fields that are asked for when several files are read, by the table of the first. Throws Error when
+/// it cannot be read.
+QStringList FieldNames(const std::string& table, Dialect dialect);
 
 }  // namespace tesselink

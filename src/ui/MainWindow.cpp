@@ -19,6 +19,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <new>
+#include <system_error>
 
 #include "app/UiText.h"
 #include "core/io/Paths.h"
@@ -79,6 +81,13 @@ QStringList Entries(const QComboBox& box) {
 void FollowExtension(QComboBox& box, const QString& path, const QString& entry) {
   const QString extension = QString::fromStdString(ExtensionOf(path.toStdString()));
   if (!entry.isEmpty() && PatternOf(box.currentText()) != "*" + extension) box.setCurrentText(entry);
+}
+
+// The system's number of an error. What a file holds that cannot be used is an invalid argument.
+int NumberOf(const std::exception& error) {
+  if (const auto* ofSystem = dynamic_cast<const std::system_error*>(&error)) return ofSystem->code().value();
+  const bool memory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
+  return static_cast<int>(memory ? std::errc::not_enough_memory : std::errc::invalid_argument);
 }
 
 }  // namespace
@@ -236,6 +245,10 @@ void MainWindow::SetPreview(QWidget* preview) {
   splitter_->setSizes({controls_->sizeHint().width(), width()});
 }
 
+Dialect MainWindow::ChosenDialect() const {
+  return dialect_->currentIndex() == 0 ? Dialect::Classic : Dialect::Standard;
+}
+
 bool MainWindow::SeveralFiles() const { return formats_.Input(inFormat_->currentText().toStdString()).severalFiles; }
 
 QStringList MainWindow::InputPaths() const {
@@ -264,12 +277,17 @@ void MainWindow::InFormatClick() {
   TellInput();
 }
 
-// The fields that there will be to choose from.
-void MainWindow::ShowFieldNames() {
+// The fields that there will be to choose from. Throws Error when the table cannot be read.
+QStringList MainWindow::FieldsToChooseFrom() const {
   const std::string table = PartnerFile(PathOf(InputPath()), "DBF");
-  if (table.empty()) return;
+  return table.empty() ? QStringList() : FieldNames(table, ChosenDialect());
+}
+
+void MainWindow::ShowFieldNames() {
   try {
-    fields_->setText("Fields: " + FieldNames(table).join(", "));
+    const QStringList names = FieldsToChooseFrom();
+    if (names.isEmpty()) return;
+    fields_->setText("Fields: " + names.join(", "));
   } catch (const std::exception& error) {
     fields_->setText(Shown(error.what()));
   }
@@ -298,6 +316,17 @@ void MainWindow::BrowseOutClick() {
 }
 
 void MainWindow::ForFilesClick() {
+  try {
+    ChooseShapefiles();
+  } catch (const std::exception& error) {
+    QMessageBox box(QMessageBox::Critical, "Error",
+                    "Error " + QString::number(NumberOf(error)) + ": " + Shown(error.what()), QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+  }
+}
+
+void MainWindow::ChooseShapefiles() {
   dialog_->DialogTitle = "Select Shape File Directory...";
   dialog_->Filter = "ESRI Shapefiles (*.shp)|*.shp|All Files (*.*)...|*.*";
   dialog_->FilterIndex = 0;
@@ -312,6 +341,7 @@ void MainWindow::ForFilesClick() {
     infile_->setText(paths[0]);
   } else {
     TakeSeveral(paths);
+    FieldsToChooseFrom();
   }
 }
 
@@ -373,7 +403,7 @@ ConversionRequest MainWindow::Request() const {
   request.InFormat = inFormat_->currentText().toStdString();
   request.OutFormat = outFormat_->currentText().toStdString();
   request.options = options_;
-  request.options.dialect = dialect_->currentIndex() == 0 ? Dialect::Classic : Dialect::Standard;
+  request.options.dialect = ChosenDialect();
   return request;
 }
 

@@ -56,11 +56,14 @@ class MainWindow final : public QWidget {
   void Connect();
 
   bool SeveralFiles() const;
+  Dialect ChosenDialect() const;
+  QStringList FieldsToChooseFrom() const;
   void InFormatClick();
   void ShowFieldNames();
   void BrowseInClick();
   void BrowseOutClick();
   void ForFilesClick();
+  void ChooseShapefiles();
   void InfileEdited();
   void TakeOne(const QString& path);
   void TakeSeveral(const QStringList& paths);

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "core/run/ConversionRun.h"
+#include "formats/Formats.h"
 #include "support/Shapes.h"
 #include "support/Support.h"
 
@@ -205,6 +207,31 @@ TEST_F(ESRIInFiltTest, AFileThatBecomesShorterIsAnError) {
   ASSERT_TRUE(reader.GetNextEntity(entity));
   std::filesystem::resize_file(path, 200);
   EXPECT_NE(ErrorOf([&] { reader.GetNextEntity(entity); }).find("became shorter"), std::string::npos);
+}
+
+TEST_F(ESRIInFiltTest, FieldsAreOfferedAsStoredOrForSeveralFilesPrepared) {
+  const ShapeFile shape({PointContent(1, 1), PointContent(2, 2)});
+  for (const char* name : {"a", "b"}) {
+    const std::string stem(name);
+    rig.folder.Put(stem + ".shp", shape.shp);
+    rig.folder.Put(stem + ".shx", shape.shx);
+    rig.folder.Put(stem + ".dbf", Table({{"x", 2}, {" Name ", 6}, {"NAME", 6}, {"X", 2}},
+                                        {{"", "", "", ""}, {"", "one", "other", ""}}));
+  }
+  ConversionRequest request{rig.folder.Path("a.shp"),
+                            rig.folder.Path("out.asc"),
+                            "ESRI Shapefile (*.shp)",
+                            "Landmark ASCII File (*.asc)",
+                            {rig.folder.Path(""), "a.shp", "b.shp"}};
+  rig.person.layerField = "NAME";
+  const auto run = [&] { return ConversionRun(AllFormats(), rig.person, rig.settings).Run(request).layers; };
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(run(), (Names{"one", ""}));
+  EXPECT_EQ(rig.person.fieldsOffered, (Names{"x", " Name ", "NAME", "X"}));
+  request.InFormat = "Multiple Shapefile Input (*.shp)";
+  EXPECT_EQ(run(), (Names{"one", ""}));
+  EXPECT_EQ(rig.person.fieldsOffered, (Names{"X", "NAME"}));
+  EXPECT_EQ(rig.person.fieldQuestions, 2);
 }
 
 TEST_F(ESRIInFiltTest, ARecordByItsNumber) {

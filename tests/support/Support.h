@@ -60,6 +60,7 @@ class ScriptedInteraction final : public Nobody {
   std::vector<std::string> layersOffered;
   Answer answer = Answer::Ok;
   std::string saveName;
+  std::vector<std::string> fieldsOffered;
   std::string layerField, textField{FieldSelection::kNone};
   std::optional<std::vector<std::string>> codes;
   std::int64_t cancelAfter = -1;                            ///< elements; -1: never
@@ -77,6 +78,7 @@ class ScriptedInteraction final : public Nobody {
   std::string SaveFileName(const SaveFileQuestion&) override { return saveName; }
   void SelectFields(FieldSelection& selection) override {
     ++fieldQuestions;
+    fieldsOffered = selection.Choices();
     selection.Choose(layerField);
     selection.Continue();
     selection.Choose(textField);

@@ -245,6 +245,10 @@ void MainWindowTest::TellsTheFieldsOfSeveralFiles() {
   desk.Put("bad.dbf", "no table");
   desk.Drop({desk.Put("bad.shp"), desk.Path("wells.shp")});
   QVERIFY(desk.Get<QLabel>("lblFields").text().contains("bad.dbf"));
+  desk.person.Do("Select Shape File Directory...", Choose({"bad.shp", "wells.shp"}));
+  desk.person.Press("Error 22: " + desk.Path("bad.dbf") + ": holds 8 bytes", "OK");
+  desk.Click("forFiles");
+  QCOMPARE(desk.person.Complaint(), QString());
 }
 
 void MainWindowTest::TakesOneOrSeveralChosenShapefiles() {

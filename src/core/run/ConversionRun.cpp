@@ -47,7 +47,7 @@ struct ConversionRun::State {
   const InputFormat* inFormat = nullptr;
   RunSummary summary;
   LayerNotes layerNotes;
-  FieldSelection fields;
+  FieldSelection fields{FieldSelection::Names::Prepared};
   std::unique_ptr<InputFilter> reader;
   std::unique_ptr<OutputFilter> writer;
   Pump pump;

@@ -1,13 +1,33 @@
 #include "core/run/FieldSelection.h"
 
+#include <algorithm>
 #include <unordered_set>
 
+#include "core/io/Text.h"
+
 namespace tesselink {
+namespace {
+
+std::vector<std::string> StoredNames(const AttributeTable& table) {
+  std::vector<std::string> names;
+  for (int i = 0; i <= table.NumFields(); ++i) names.push_back(table.GetFieldName(i));
+  return names;
+}
+
+}  // namespace
+
+std::vector<std::string> FieldSelection::PreparedNames(const AttributeTable& table) {
+  std::vector<std::string> names;
+  for (const std::string& stored : StoredNames(table)) {
+    std::string name = UpperCase(Trimmed(stored));
+    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(std::move(name));
+  }
+  return names;
+}
 
 void FieldSelection::Create(AttributeTable& table) {
   table_ = &table;
-  names_.clear();
-  for (int i = 0; i <= table.NumFields(); ++i) names_.push_back(table.GetFieldName(i));
+  names_ = offered_ == Names::Prepared ? PreparedNames(table) : StoredNames(table);
   if (step_ == Step::Done) return;
   step_ = Step::LayerField;
   layerField_.clear();

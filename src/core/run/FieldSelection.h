@@ -15,9 +15,17 @@ namespace tesselink {
 class FieldSelection {
  public:
   enum class Step { LayerField, TextField, Done };
+  /// How the fields are offered: every one by its name in the table, or as `PreparedNames` has them, for files that
+  /// have their fields in common.
+  enum class Names { AsStored, Prepared };
 
   /// The entry of the text list that stands for no text.
   static constexpr std::string_view kNone = "(None)";
+
+  explicit FieldSelection(Names offered = Names::AsStored) : offered_(offered) {}
+
+  /// The names of a table's fields in capitals, without blanks around them, each once.
+  static std::vector<std::string> PreparedNames(const AttributeTable& table);
 
   /// Offers a table's fields. Before the questions were answered they begin anew; afterwards the answers stay and only
   /// the values are those of the new table. The table must outlive the use of Entries.
@@ -30,7 +38,7 @@ class FieldSelection {
   std::string Stat() const;
   /// The label of the list.
   std::string FieldLabel() const;
-  /// The field names, in field order; in the second step followed by "(None)".
+  /// The names offered, in field order; in the second step followed by "(None)".
   std::vector<std::string> Choices() const;
 
   /// Chooses the field of the current step. Empty chooses none.
@@ -54,6 +62,7 @@ class FieldSelection {
   bool TextWanted() const { return !textField_.empty() && textField_ != kNone; }
 
  private:
+  Names offered_;
   AttributeTable* table_ = nullptr;
   std::vector<std::string> names_;
   Step step_ = Step::LayerField;

@@ -258,6 +258,24 @@ void MoveFile(const std::string& from, const std::string& to) {
   fs::remove(from, ignored);
 }
 
+void CheckCreatable(const std::string& path, bool removable) {
+  std::error_code ignored;
+  const fs::file_status status = fs::status(path, ignored);
+  const bool existed = fs::exists(status);
+  // Opening a device or a pipe may wait, or mean something to whoever reads it.
+  if (existed && !fs::is_regular_file(status) && !fs::is_directory(status)) return;
+  if (FileHandle(std::fopen(path.c_str(), "ab"))) {
+    if (!existed) RemoveWritten(path);
+    return;
+  }
+  const Error failure(SystemReason(path, "could not be created"));
+  std::string beside;
+  if (!removable || !fs::is_regular_file(fs::symlink_status(path, ignored)) || !CreateUnique(path + ".", beside)) {
+    throw failure;
+  }
+  fs::remove(beside, ignored);
+}
+
 void RemoveFile(const std::string& path) noexcept {
   std::error_code error;
   if (fs::is_regular_file(fs::symlink_status(path, error))) fs::remove(path, error);

@@ -247,6 +247,9 @@ std::string TempFileName(std::string_view prefix);
 /// Gives a file another name, replacing a file of that name, across file systems too. The file that is replaced is
 /// whole until the new one is.
 void MoveFile(const std::string& from, const std::string& to);
+/// Finds out whether a file could be created under a path, and leaves what is there as it is. Throws Error when it
+/// could not. `removable`: an old file may be removed first, which takes no right to write into it.
+void CheckCreatable(const std::string& path, bool removable);
 /// Deletes a file; a device or a pipe, and a link, is left where it is. Whether it was deleted does not matter.
 void RemoveFile(const std::string& path) noexcept;
 /// Deletes what was written under a name, through a link too, so that nothing half-written looks whole.

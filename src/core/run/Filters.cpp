@@ -17,6 +17,7 @@ void OutputFilter::filename(const std::string& path) {
   Release();
   missed_.clear();
   losses_.Reset();
+  filename_.clear();
   Create(path);
   filename_ = path;
   open_ = true;

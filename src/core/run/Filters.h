@@ -127,8 +127,10 @@ class OutputFilter {
   OutputFilter(const OutputFilter&) = delete;
   OutputFilter& operator=(const OutputFilter&) = delete;
 
-  /// Creates a file, releasing the one before.
+  /// Creates a file, or where nothing of the format reaches its file yet finds out that it can, and releases the one
+  /// before. After an Error none is open.
   void filename(const std::string& path);
+  /// The path of the file set last; empty after one that could not be created.
   const std::string& filename() const { return filename_; }
   /// Told of each input once it is open, before its first element, for writers that take more from it than elements.
   virtual void SourceOpened(InputFilter&) {}

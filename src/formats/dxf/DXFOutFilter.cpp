@@ -74,6 +74,7 @@ void DXFOutFilter::Create(const std::string& path) {
   if (!folder.empty() && !fs::is_directory(folder, error)) {
     throw Error(path + ": could not be created: " + folder + " is no folder that exists");
   }
+  CheckCreatable(path, true);
   path_ = path;
   headerFile_ = TempFile("DXF");
   entityFile_ = TempFile("DXF");

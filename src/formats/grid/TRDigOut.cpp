@@ -1,6 +1,8 @@
 #include "formats/grid/TRDigOut.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
@@ -39,6 +41,12 @@ void TRDigOut::Create(const std::string& path) {
   path_ = path;
   created_ = asked_ = ownTables_ = tableReady_ = false;
   records_ = recordsBefore_ = chains_ = 0;
+  // What is there already may be the table that is still to be named.
+  if (std::error_code ignored; std::filesystem::exists(path, ignored)) {
+    CheckCreatable(path, false);
+  } else {
+    CreateFile();
+  }
 }
 
 void TRDigOut::CreateFile() {
@@ -161,13 +169,15 @@ void TRDigOut::WriteCurve(const tEntity& entity, std::int64_t row) {
 
 // Where a table was asked for and none came of it, there is nothing to complete, and the name may be the table's.
 void TRDigOut::Complete() {
-  if (!asked_) CreateFile();
+  if (asked_ && chains_ == 0) return Drop();
+  if (!created_) CreateFile();
   file_.Close();
 }
 
 void TRDigOut::Drop() noexcept {
   file_.Discard();
   if (created_) RemoveWritten(path_);
+  created_ = false;
 }
 
 }  // namespace tesselink

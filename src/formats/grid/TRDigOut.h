@@ -29,7 +29,8 @@ class TRDigOut final : public OutputFilter {
   std::string_view TakesFromAttributes() const override { return "township, range and section"; }
 
  private:
-  /// The file itself is created at the first chain: until then it might be the table that is still to be named.
+  /// A file that is there already is emptied at the first chain: until then it might be the table that is still to be
+  /// named.
   void Create(const std::string& path) override;
   WriteResult Write(tEntity& entity) override;
   void Complete() override;

@@ -84,6 +84,7 @@ void ESRIOutFilt::Create(const std::string& path) {
     table_.filename(dbfPath_);
     created_.push_back(dbfPath_);
     if (!writing_.carriesSource) DeclareFields();
+    if (writing_.isUtf8) WriteBeside("cpg", "UTF-8");
   } catch (...) {
     Drop();
     throw;
@@ -247,7 +248,6 @@ void ESRIOutFilt::Complete() {
   WriteHead();
   files_.Close();
   table_.Release();
-  if (writing_.isUtf8) WriteBeside("cpg", "UTF-8");
   if (writing_.carriesSource) CompleteProjection();
   Lost(WarningKind::CutValues, carried_.CutValues());
 }

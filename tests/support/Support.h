@@ -30,9 +30,9 @@ class Folder {
  public:
   Folder() {
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    std::string pattern = (std::filesystem::temp_directory_path() /
-                           (std::string(test->test_suite_name()) + "." + test->name() + ".XXXXXX"))
-                              .string();
+    std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".XXXXXX";
+    std::replace(name.begin(), name.end(), '/', '_');
+    std::string pattern = (std::filesystem::temp_directory_path() / name).string();
     std::replace(pattern.begin() + 1, pattern.end(), ' ', '_');
     path_ = mkdtemp(pattern.data());
   }

@@ -56,6 +56,7 @@ CDFInFilter::CDFInFilter(const FilterContext& context)
 
 void CDFInFilter::Open(const std::string& path) {
   filename_ = path;
+  reader_ = LineReader();
   pending_ = anyLine_ = closed_ = false;
   code_.clear();
   loneHeader_ = began_ = 0;

@@ -22,7 +22,10 @@ void DXFInFilter::Open(const std::string& path) {
   scanner_ = std::make_unique<GroupScanner>(path, report());
   inEntities_ = GoToEntities(*scanner_, false);
   interaction().HideScan();
-  if (!sectionSeen_ && !endSeen_) throw Error(path + ": is no DXF drawing; it has no section");
+  if (!sectionSeen_ && !endSeen_) {
+    scanner_.reset();
+    throw Error(path + ": is no DXF drawing; it has no section");
+  }
   if (inEntities_ && !tablesSeen_ && options().lookAhead) ReadTablesBehindEntities();
   layers_ = drawing_->LayerNames();
   entities_ = std::make_unique<EntityReader>(EntitySource{.scanner = *scanner_,

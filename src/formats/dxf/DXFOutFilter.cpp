@@ -303,7 +303,12 @@ void DXFOutFilter::WriteArc(const tEntity& entity) {
   entities_.Line(" 51").Number(end > 360 && end - start < 360 ? end - 360 : end).EndLine();
 }
 
+void DXFOutFilter::RequireOpen(const char* member) const {
+  if (headerFile_.Path().empty()) throw Error("File Name not yet entered", member);
+}
+
 void DXFOutFilter::WriteHead() {
+  RequireOpen("WriteHead");
   constexpr std::string_view kRelease = "  0\r\nSECTION\r\n  2\r\nHEADER\r\n  9\r\n$ACADVER\r\n  1\r\nAC1009\r\n";
   constexpr std::string_view kCodePage = "  9\r\n$DWGCODEPAGE\r\n  3\r\nANSI_1252\r\n";
   constexpr std::string_view kBase = "  9\r\n$INSBASE\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n0\r\n";
@@ -355,6 +360,7 @@ void DXFOutFilter::WriteLayerTable() {
 }
 
 void DXFOutFilter::Merge(const std::string& headerPath, const std::string& entityPath) {
+  RequireOpen("Merge");
   RemoveFile(path_);
   FileWriter output(path_);
   try {

@@ -23,7 +23,7 @@ class DXFOutFilter final : public OutputFilter {
   explicit DXFOutFilter(const FilterContext& context);
   ~DXFOutFilter() override { ReleaseQuietly(); }
 
-  /// Writes the sections before the entities into the header file.
+  /// Writes the sections before the entities into the header file. This and Merge throw Error when no file is open.
   void WriteHead();
   /// Builds the output from the bytes of the header file and of the entity file, and appends the closing lines.
   void Merge(const std::string& headerPath, const std::string& entityPath);
@@ -49,6 +49,7 @@ class DXFOutFilter final : public OutputFilter {
   void Complete() override;
   void Drop() noexcept override;
 
+  void RequireOpen(const char* member) const;
   bool IsMissing(const tEntity& entity, tEntity::Index i) const;
   bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
   void NumberColour(tEntity& entity);

@@ -92,13 +92,14 @@ AscInFilter::AscInFilter(const FilterContext& context)
 
 void AscInFilter::Open(const std::string& path) {
   filename_ = path;
+  reader_ = LineReader();
+  layers_.clear();
   pending_.clear();
   hasPending_ = repeating_ = anyRecord_ = false;
   const std::string readable = CheckLineEnds(path, interaction(), conventions_.lineEndWithin);
   if (readable == kOperationCanceled) throw OperationCanceled();
   filename_ = readable;
   reader_ = LineReader(readable);
-  layers_.clear();
   if (options().layersWanted) ScanLayers(readable);
 }
 

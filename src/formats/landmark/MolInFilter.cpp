@@ -18,13 +18,16 @@ constexpr std::int64_t kBehindColour = 4;
 }  // namespace
 
 void MolInFilter::Open(const std::string& path) {
+  file_.Close();
+  layers_.clear();
+  filename_ = path;
   file_ = BinaryFile(path);
   if (options().dialect == Dialect::Standard && !Eof()) {
+    file_.Close();
     throw Error(path +
                 ": the drawing elements of a map overlay cannot be decoded; export them in another format from "
                 "the program that made the overlay");
   }
-  filename_ = path;
   if (options().layersWanted) ScanLayers();
   if (!Eof()) {
     report().Warn(WarningKind::Overlay,

@@ -110,7 +110,12 @@ void DBFOutFilter::WriteDescriptors(std::int64_t headerLength) {
   file_.Overwrite(32, descriptors.append(writing_.terminator));
 }
 
+void DBFOutFilter::RequireOpen(const char* member) const {
+  if (!file_.IsOpen()) throw Error("File Name not yet entered", member);
+}
+
 void DBFOutFilter::AddField(const std::string& name, int length, std::string_view type, int decimals) {
+  RequireOpen("AddField");
   if (recordCount_ >= 1) return;
   if (name.size() > kLongestName) throw Error(path_ + ": the field name \"" + name + "\" is longer than 10 characters");
   if (length < 1 || length > 255) throw Error(path_ + ": a field of " + std::to_string(length) + " bytes cannot be");
@@ -131,6 +136,7 @@ void DBFOutFilter::AddRecord(std::string_view values) {
 }
 
 void DBFOutFilter::AddRecord(std::span<const std::string_view> values) {
+  RequireOpen("AddRecord");
   if (recordCount_ == 0) WriteHeader();
   record_.assign(static_cast<std::size_t>(RecordLength()), writing_.padding);
   char* out = record_.data() + 1;

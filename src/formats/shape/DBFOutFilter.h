@@ -36,7 +36,8 @@ class DBFOutFilter {
   DBFOutFilter(const DBFOutFilter&) = delete;
   DBFOutFilter& operator=(const DBFOutFilter&) = delete;
 
-  /// Finishes the open file and creates one, replacing a file of that name.
+  /// Finishes the open file and creates one, replacing a file of that name. While none is open, AddField and AddRecord
+  /// throw Error.
   void filename(const std::string& path);
   const std::string& filename() const { return path_; }
   /// Declares the next field; `type` counts by its first letter. Without effect once there is a record. Throws Error
@@ -61,6 +62,7 @@ class DBFOutFilter {
     int length;
     int decimals;
   };
+  void RequireOpen(const char* member) const;
   void WriteHeader();
   void WriteDescriptors(std::int64_t headerLength);
   [[noreturn]] void ThrowTooLong(const Field& field, std::string_view value) const;

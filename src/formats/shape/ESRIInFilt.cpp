@@ -32,10 +32,24 @@ ESRIInFilt::ESRIInFilt(const FilterContext& context)
 
 void ESRIInFilt::Open(const std::string& path) {
   if (!FileExists(path)) return;
+  Close();
+  try {
+    OpenFiles(path);
+  } catch (...) {
+    Close();
+    throw;
+  }
+}
+
+void ESRIInFilt::Close() {
   filename_.clear();
   layers_.clear();
   table_.reset();
   labelPending_ = tableTried_ = tableBroken_ = tableTold_ = false;
+  records_.Close();
+}
+
+void ESRIInFilt::OpenFiles(const std::string& path) {
   records_.Open(path);
   const std::string indexPath = PartnerFile(path, "SHX");
   if (indexPath.empty()) {

@@ -55,6 +55,8 @@ class ESRIInFilt final : public InputFilter {
 
  private:
   void Open(const std::string& path) override;
+  void OpenFiles(const std::string& path);
+  void Close();
   bool Next(tEntity& entity) override;
   bool Deliver(tEntity& entity);
   void OpenTable();

@@ -243,6 +243,11 @@ std::string_view ESRIOutFilt::Fitting(const std::string& value, std::size_t fiel
   return fitted;
 }
 
+void ESRIOutFilt::WriteHead() {
+  if (!files_.AreOpen()) throw Error("File Name not yet entered", "WriteHead");
+  files_.WriteHeaders();
+}
+
 void ESRIOutFilt::Complete() {
   if (!fieldsDeclared_) DeclareFields();
   WriteHead();

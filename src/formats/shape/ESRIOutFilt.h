@@ -51,8 +51,8 @@ class ESRIOutFilt final : public OutputFilter {
   /// A smaller limit serves tests.
   std::int64_t sizeLimit = ShapeFiles::kGreatestSize;
 
-  /// Completes the headers of .shp and .shx by what was written.
-  void WriteHead() { files_.WriteHeaders(); }
+  /// Completes the headers of .shp and .shx by what was written. Throws Error when no file is open.
+  void WriteHead();
 
  private:
   void Create(const std::string& path) override;

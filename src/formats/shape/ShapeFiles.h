@@ -27,6 +27,7 @@ class ShapeFiles {
 
   /// Creates one file after the other; `created` takes the names of those that are there even when the next one fails.
   void Create(const std::string& shpPath, const std::string& shxPath, std::vector<std::string>& created);
+  bool AreOpen() const { return shp_.IsOpen() && shx_.IsOpen(); }
   /// A shape is refused with FileFull where the file would grow beyond the limit.
   void AddPoint(double x, double y, double z, std::int64_t sizeLimit);
   /// A chain that is being written, to be kept in a local variable until EndChain.

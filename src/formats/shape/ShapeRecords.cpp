@@ -50,14 +50,20 @@ const ShapeType* ShapeTypeOf(std::int32_t code) {
   return found == std::end(kTypes) ? nullptr : found;
 }
 
-void ShapeRecords::Open(const std::string& path) {
+void ShapeRecords::Close() {
+  shp_.Close();
+  shx_.Close();
+  for (ReadWindow* window : {&index_, &recordBytes_, &partStarts_, &vertices_, &values_}) window->Reset();
   count_ = number_ = position_ = 0;
   listed_ = kShapeHeaderSize;
   inOrder_ = true;
   current_ = {};
   part_ = 0;
+}
+
+void ShapeRecords::Open(const std::string& path) {
+  Close();
   shp_ = BinaryFile(path);
-  for (ReadWindow* window : {&recordBytes_, &partStarts_, &vertices_, &values_}) window->Reset();
   const auto header = recordBytes_.At(0, kShapeHeaderSize);
   if (static_cast<std::int64_t>(header.size()) < kShapeHeaderSize) {
     throw Error(path + ": holds " + Bytes(shp_.Size()) + "; a shapefile begins with a header of 100");
@@ -70,7 +76,6 @@ void ShapeRecords::Open(const std::string& path) {
 
 void ShapeRecords::OpenIndex(const std::string& path) {
   shx_ = BinaryFile(path);
-  index_.Reset();
   if (shx_.Size() < kShapeHeaderSize) {
     throw Error(path + ": holds " + Bytes(shx_.Size()) + "; an index begins with a header of 100");
   }

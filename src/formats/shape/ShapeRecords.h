@@ -28,7 +28,7 @@ class ShapeRecords {
   /// file that is no shapefile.
   void Open(const std::string& path);
   void OpenIndex(const std::string& path);
-  void Close() { shp_.Close(); }
+  void Close();
 
   const BinaryFile& File() const { return shp_; }
   /// The number of records, by the length of the index.

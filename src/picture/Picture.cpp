@@ -41,15 +41,14 @@ Picture::Picture(PictureBudget budget) : budget_(budget) {
 
 void Picture::Add(const tEntity& entity) {
   if (entity.PointCount() == -1) return;
-  const bool isChain = entity.bType == kLine || entity.bType == kPolyline;
-  const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
-  if (!isChain && !isCurve && entity.bType != kPoint && entity.bType != kText) return;
+  const std::int16_t kind = entity.bType;
+  if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
   ++elements_;
   layer_ = LayerOf(entity);
-  if (isChain) AddChain(entity);
-  if (isCurve) AddCurve(entity);
-  if (entity.bType == kPoint) AddPoints(entity);
-  if (entity.bType == kText) AddText(entity);
+  if (IsChain(kind)) AddChain(entity);
+  if (IsCurve(kind)) AddCurve(entity);
+  if (kind == kPoint) AddPoints(entity);
+  if (kind == kText) AddText(entity);
 }
 
 std::uint8_t Picture::LayerOf(const tEntity& entity) {
@@ -105,7 +104,7 @@ void Picture::AddChain(const tEntity& entity) {
     if (Takes(at)) PutVertex(at);
   }
   const PicturePoint first{xs.front(), ys.front()};
-  if (entity.Closed && first != PicturePoint{xs.back(), ys.back()} && Takes(first)) PutVertex(first);
+  if (entity.LacksClosingVertex() && Takes(first)) PutVertex(first);
   EndChain();
 }
 

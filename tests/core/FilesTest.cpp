@@ -26,6 +26,10 @@ TEST(LineReader, EveryLineEndThatOccurs) {
     EXPECT_EQ(Lines(folder.Put("t", text)), expected) << text;
   }
   EXPECT_TRUE(Lines(folder.Put("t", "")).empty());
+  // A line feed begins the second block, and one comes later in it.
+  const std::string block((std::size_t{1} << 17) - 1, 'x');
+  EXPECT_EQ(Lines(folder.Put("t", block + "\r\ny\r\n")), (std::vector<std::string>{block, "y"}));
+  EXPECT_EQ(Lines(folder.Put("t", block + "\ry\rz\n")), (std::vector<std::string>{block, "y", "z\n"}));
   EXPECT_EQ(Lines(folder.Put("t", std::string("a\0b\n", 4))), std::vector<std::string>{std::string("a\0b", 3)});
 }
 

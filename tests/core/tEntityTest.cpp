@@ -72,10 +72,22 @@ TEST(tEntity, IndicesOutsideTheArrays) {
   EXPECT_EQ(entity.x(-1), 0);
   EXPECT_EQ(entity.State(), tEntity::ErrorState::SubscriptOutOfRange);
 
-  tEntity::Index below = -1;
-  entity.Z(below, 0.1F);
-  EXPECT_EQ(below, 0);
-  EXPECT_EQ(entity.Z(0), 0.1F);
+  float value = 0.1F;
+  const auto below = [&](auto index) {
+    entity.Z(index, value *= 2);
+    EXPECT_EQ(index, 0) << "the caller's variable";
+    EXPECT_EQ(entity.Z(0), value);
+    EXPECT_EQ(entity.ZCount(), 0);
+  };
+  below(-1);
+  below(static_cast<short>(-1));
+  below(-7L);
+  below(static_cast<signed char>(-128));
+  below(static_cast<std::size_t>(-1));
+  const int fixed = -1;
+  entity.Z(fixed, 5);
+  entity.Z(1, 6);
+  EXPECT_EQ(entity.Z(0) + entity.Z(1), 11);
   entity.x(3, 9);
   EXPECT_EQ(entity.XCount(), 3);
   EXPECT_EQ(entity.x(2), 0) << "grown elements are 0";

@@ -1,10 +1,12 @@
 // The one record that travels from a reader through the run to a writer.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace tesselink {
@@ -18,6 +20,13 @@ enum Kind : std::int16_t {
   kCircle = 4,
   kArc = 6,
 };
+
+/// Whether elements of a kind lie at single places.
+constexpr bool IsPointOrText(std::int16_t kind) { return kind == kPoint || kind == kText; }
+/// Whether they are chains of vertices.
+constexpr bool IsChain(std::int16_t kind) { return kind == kLine || kind == kPolyline; }
+/// Whether they are given by a centre, a radius and angles.
+constexpr bool IsCurve(std::int16_t kind) { return kind == kCircle || kind == kArc; }
 
 /// One drawing element: attributes, and three arrays of coordinates that callers keep in step. A cleared entity holds
 /// one element of value 0 in each array. One entity is reused for a whole run: readers `Clear` and refill it.
@@ -62,12 +71,18 @@ class tEntity {
     stored_ = true;
   }
   void Y(Index index, double value) { Write(y_, index, value); }
-  /// As for x, but an index below the lower bound writes to the lower bound and becomes it.
-  void Z(Index& index, float value) {
-    if (index < 0) index = 0;
-    Write(z_, index, static_cast<double>(value));
+  /// As for x, but an index below the lower bound writes to the lower bound, and a variable of any integer type becomes
+  /// it.
+  template <typename Integer>
+  requires std::integral<std::remove_cvref_t<Integer>>
+  void Z(Integer&& index, float value) {
+    auto at = static_cast<Index>(index);
+    if (at < 0) {
+      at = 0;
+      if constexpr (!std::is_const_v<std::remove_reference_t<Integer>>) index = 0;
+    }
+    Write(z_, at, static_cast<double>(value));
   }
-  void Z(Index&& index, float value) { Z(index, value); }
 
   /// Index of the last vertex, the smaller of the bounds of x and y; -1 when there is none, which is also what a single
   /// vertex at (0, 0) counts as unless `CountOrigin` says otherwise.
@@ -79,6 +94,11 @@ class tEntity {
   Index YCount() const { return Count(y_); }
   Index ZCount() const { return Count(z_); }
 
+  /// Whether the chain is closed and does not end on its first vertex.
+  bool LacksClosingVertex() const {
+    const Index last = PointCount();
+    return Closed && (x(0) != x(last) || Y(0) != Y(last));
+  }
   /// Whether any z is other than 0, which formats without heights lose.
   bool HasHeight() const;
 

@@ -96,7 +96,10 @@ void ReadWindow::Refill(std::int64_t offset, std::size_t count) {
 
 LineReader::LineReader(const std::string& path) : file_(path), buffer_(kFirstLineBlock) {
   FillMore();
-  const std::string_view block(buffer_.data(), end_);
+  std::size_t looked = end_;
+  // The line feed that belongs to a block's last byte is the first of the next.
+  if (end_ > 0 && buffer_[end_ - 1] == '\r' && FillMore()) ++looked;
+  const std::string_view block(buffer_.data(), looked);
   if (block.starts_with("\xEF\xBB\xBF")) begin_ = 3;  // a byte-order mark is no text
   if (block.find('\n') == std::string_view::npos && block.find('\r') != std::string_view::npos) lineEnd_ = '\r';
 }

@@ -95,7 +95,7 @@ WriteResult CDFOutFilter::Write(tEntity& entity) {
       throw Error(std::string("Unsuported bType value, please contact ") + kSupport, "WriteEntity");
   }
   if (entity.HasHeight()) Lost(WarningKind::Heights);
-  return kind_ == kCircle || kind_ == kArc ? WriteResult::Converted : WriteResult::Written;
+  return IsCurve(kind_) ? WriteResult::Converted : WriteResult::Written;
 }
 
 void CDFOutFilter::SetDefaults(tEntity& entity) {

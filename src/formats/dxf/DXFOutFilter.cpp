@@ -133,9 +133,7 @@ bool DXFOutFilter::IsMissing(const tEntity& entity, tEntity::Index i) const {
 // Whether the element is but a place, of a kind that must have more.
 bool DXFOutFilter::IsDegenerate(const tEntity& entity, tEntity::Index last) const {
   if (conventions_.degenerateKept) return false;
-  const bool isChain = entity.bType == kLine || entity.bType == kPolyline;
-  const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
-  return (isChain && last == 0) || (isCurve && !(entity.Rad > 0));
+  return (IsChain(entity.bType) && last == 0) || (IsCurve(entity.bType) && !(entity.Rad > 0));
 }
 
 // The number of a colour that the element has, but no number for.

@@ -14,7 +14,6 @@ namespace tesselink {
 namespace {
 
 constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr int kComment = 999;
 
@@ -178,7 +177,6 @@ void GroupScanner::CheckBeginning() {
   std::string_view line;
   int code = 0;
   while (lines.ReadLine(line)) {
-    if (line.starts_with(kByteOrderMark)) line.remove_prefix(kByteOrderMark.size());
     if (WithoutBlanks(line).empty()) continue;
     if (ParseCode(line, code)) return;
     throw Error(path_ + ", line " + std::to_string(lines.LineNumber()) +
@@ -193,23 +191,21 @@ bool GroupScanner::NextTextGroup() {
   std::string_view line;
   do {
     int code = 0;
-    do {
+    for (;;) {
       if (!lines_.ReadLine(line)) return false;
-    } while (!ParseCode(line, code) && !ParseOddLine(line, code));
+      if (ParseCode(line, code)) break;
+      PassOver(line);
+    }
     code_ = code;
     if (!lines_.ReadLine(text_)) return false;
   } while (code_ == kComment);
   return true;
 }
 
-// A line that is no group code as it stands: the first one may be so behind a byte-order mark. Any other is the value
-// of a wrong code, or a line too many, and what follows it is taken for a code again.
-bool GroupScanner::ParseOddLine(std::string_view line, int& code) {
-  if (lines_.LineNumber() == 1 && line.starts_with(kByteOrderMark)) {
-    return ParseCode(line.substr(kByteOrderMark.size()), code);
-  }
+// A line that is no group code is the value of a wrong code, or a line too many; what follows it is taken for a code
+// again.
+void GroupScanner::PassOver(std::string_view line) {
   if (!WithoutBlanks(line).empty()) Warn(WarningKind::GroupCodes, "expected a group code; the line was passed over");
-  return false;
 }
 
 bool GroupScanner::NextBinaryGroup() {

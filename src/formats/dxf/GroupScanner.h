@@ -52,7 +52,7 @@ class GroupScanner {
   struct Binary;
 
   bool NextTextGroup();
-  bool ParseOddLine(std::string_view line, int& code);
+  void PassOver(std::string_view line);
   bool NextBinaryGroup();
   std::optional<int> ReadBinaryCode();
   bool ReadBinaryValue();

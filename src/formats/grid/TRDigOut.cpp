@@ -114,8 +114,8 @@ std::string TRDigOut::FieldNames() const {
 }
 
 WriteResult TRDigOut::Write(tEntity& entity) {
-  const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
-  if (!isCurve && entity.bType != kLine && entity.bType != kPolyline) return WriteResult::Skipped;
+  const bool isCurve = IsCurve(entity.bType);
+  if (!isCurve && !IsChain(entity.bType)) return WriteResult::Skipped;
   if (!tableReady_) PrepareTable();
   if (!created_) CreateFile();
   const std::int64_t row = RowOf(entity);
@@ -154,7 +154,7 @@ std::string_view TRDigOut::Value(int field, std::int64_t row) {
 
 void TRDigOut::WriteChain(const tEntity& entity, std::int64_t row) {
   const tEntity::Index last = entity.PointCount();
-  const bool closes = entity.Closed && (entity.x(0) != entity.x(last) || entity.Y(0) != entity.Y(last));
+  const bool closes = entity.LacksClosingVertex();
   WriteHead(row, static_cast<std::size_t>(last) + (closes ? 2 : 1));
   for (tEntity::Index i = 0; i <= last; ++i) file_.Number(entity.x(i)).Write(",").Number(entity.Y(i)).EndLine();
   if (closes) file_.Number(entity.x(0)).Write(",").Number(entity.Y(0)).EndLine();

@@ -79,7 +79,7 @@ void AscOutFilter::Create(const std::string& path) {
 WriteResult AscOutFilter::Write(tEntity& entity) {
   if (file_.Size() < kShortestHeader) WriteHeader();
   WriteResult result = WriteResult::Skipped;
-  if (entity.bType == kCircle || entity.bType == kArc) {
+  if (IsCurve(entity.bType)) {
     if (entity.HasHeight()) Lost(WarningKind::Heights);
     ToChain(entity);
     result = WriteResult::Converted;

@@ -2,10 +2,12 @@
 
 #include <limits>
 #include <optional>
+#include <tuple>
 
 #include "formats/shape/DBFOutFilter.h"
 #include "formats/shape/ESRIInFilt.h"
 #include "formats/shape/ESRIOutFilt.h"
+#include "formats/shape/ShapeFiles.h"
 #include "support/Shapes.h"
 #include "support/Support.h"
 
@@ -151,17 +153,62 @@ TEST_F(ESRIOutFiltTest, PointsAndTextsWithTheirValues) {
   for (const char* kind : {"heights", "cut values", "bars"}) EXPECT_NE(rig.WarningOf(kind), nullptr) << kind;
 }
 
-TEST_F(ESRIOutFiltTest, NothingWrittenIsThreeWholeFiles) {
+TEST_F(ESRIOutFiltTest, NothingWrittenIsThreeWholeFilesOfTheKindThatWasChosen) {
+  for (const auto& [answer, type, fields] : {std::tuple{1U, 3, 4}, {0U, 1, 7}}) {
+    rig.person.choices["shape-type"] = answer;
+    writer.filename(path);
+    EXPECT_EQ(ReadBack(), "");
+    EXPECT_EQ(Folder::Get(path).size(), 100U);
+    EXPECT_EQ(Folder::Get(path)[32], type);
+    DBFInFilter table;
+    table.filename(rig.folder.Path("out.dbf"));
+    EXPECT_EQ(table.NumFields() + 1, fields);
+  }
+  writer.filename(path);
+  EXPECT_EQ(Write(Element(kLine, {{1, 2}, {3, 4}})), WriteResult::Skipped);
   EXPECT_EQ(ReadBack(), "");
-  EXPECT_EQ(Folder::Get(path).size(), 100U);
-  EXPECT_EQ(rig.person.choiceQuestions["shape-type"], 0);
+  EXPECT_EQ(Folder::Get(path)[32], 1);
 }
 
-TEST_F(ESRIOutFiltTest, TheSizeLimitIsRefusedBeforeItIsCrossed) {
-  writer.sizeLimit = 100 + 3 * 28;
-  for (int i = 1; i <= 3; ++i) Write(Element(kPoint, {{i + 0.0, 1}}));
-  EXPECT_THROW(Write(Element(kPoint, {{4, 1}})), FileFull);
-  EXPECT_EQ(ReadBack(), "1,1 ROAD; 2,1 ROAD; 3,1 ; ");
+TEST(ShapeFiles, TheSizeLimitIsRefusedBeforeItIsCrossed) {
+  const Folder folder;
+  for (const bool heights : {false, true}) {
+    ShapeFiles files(heights, 100 + 3 * (heights ? 44 : 28));
+    std::vector<std::string> created;
+    files.Create(folder.Path("a.shp"), folder.Path("a.shx"), created);
+    files.HoldPoints();
+    for (int i = 0; i < 3; ++i) files.AddPoint(i, 1, 0);
+    EXPECT_THROW(files.AddPoint(9, 9, 9), FileFull) << "with heights, three flat points leave no room for them";
+    files.WriteHeaders();
+    files.Close();
+    EXPECT_EQ(Folder::Get(created[0]).size(), 100U + 3 * 28);
+    EXPECT_EQ(Folder::Get(created[0]).substr(32, 4), Little(std::int32_t{1}));
+    EXPECT_EQ(Folder::Get(created[1]).size(), 100U + 3 * 8);
+  }
+}
+
+TEST(ShapeFiles, ACopyThatIsNotWhatWasWrittenIsAnError) {
+  const Folder folder;
+  const std::string path = folder.Path("a.shp");
+  const ShapeFile shorter({std::string(4, '\0'), std::string(4, '\0')});
+  for (const std::string& bytes : {std::string(), std::string(104, '\0'), std::string(5000, '\0'), shorter.shp,
+                                   ShapeFile({ChainContent(3, {0}, {{1, 1}, {2, 2}})}).shp.substr(0, 150)}) {
+    ShapeFiles files(true);
+    std::vector<std::string> created;
+    files.Create(path, folder.Path("a.shx"), created);
+    const auto add = [&files](double z) {
+      ShapeFiles::Chain chain = files.BeginChain(2);
+      chain.Add(1, 1, 0);
+      chain.Add(2, 2, z);
+      files.EndChain(chain);
+    };
+    add(0);
+    add(0);
+    // The file that is read again is another one.
+    std::filesystem::remove(path);
+    folder.Put("a.shp", bytes);
+    EXPECT_NE(ErrorOf([&] { add(5); }).find(path + ": its copy in the temporary folder"), std::string::npos);
+  }
 }
 
 TEST_F(ESRIOutFiltTest, AFailureAtAnyOfTheThreeFilesLeavesNone) {
@@ -295,14 +342,8 @@ TEST_F(StandardOutputTest, TheFirstHeightLiftsTheWholeFile) {
   EXPECT_EQ(rig.WarningOf("heights"), nullptr);
 }
 
-TEST_F(StandardOutputTest, PointsGainHeightsWithinTheSizeLimit) {
+TEST_F(StandardOutputTest, PointsGainHeights) {
   tEntity flat = Element(kPoint, {{0, 0, 0}}), high = Element(kPoint, {{1, 1, 9}});
-  writer->sizeLimit = 100 + 3 * 44;
-  for (int i = 0; i < 3; ++i) writer->WriteEntity(flat);
-  EXPECT_THROW(writer->WriteEntity(high), FileFull) << "three flat points leave no room for heights";
-  writer->Release();
-  EXPECT_EQ(ReadBack(), "0,0 z 0; 0,0 z 0; 0,0 z 0; ");
-  writer->filename(path);
   for (tEntity entity : {flat, high, flat}) writer->WriteEntity(entity);
   writer->Release();
   EXPECT_EQ(ReadBack(), "0,0 z 0; 1,1 z 9; 0,0 z 0; ");

@@ -131,53 +131,62 @@ void ESRIOutFilt::DeclareFields() {
 }
 
 WriteResult ESRIOutFilt::Write(tEntity& entity) {
-  if (!kind_) ChooseKind(entity);
-  const bool isPoint = entity.bType == kPoint || entity.bType == kText;
-  const bool isChain =
-      entity.bType == kLine || entity.bType == kPolyline || entity.bType == kCircle || entity.bType == kArc;
+  const bool isPoint = IsPointOrText(entity.bType);
+  if (!kind_) ChooseKind(isPoint ? ShapeKind::PointsOrText : ShapeKind::Polyline);
+  const bool isChain = IsChain(entity.bType) || IsCurve(entity.bType);
   if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !isChain) return WriteResult::Skipped;
   if (!writing_.heights && entity.HasHeight()) Lost(WarningKind::Heights);
   if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
 }
 
-void ESRIOutFilt::ChooseKind(const tEntity& entity) {
-  const bool isPoint = entity.bType == kPoint || entity.bType == kText;
-  const ChoiceQuestion question{"shape-type", {"points", "polylines"}, isPoint ? 0U : 1U};
+void ESRIOutFilt::ChooseKind(ShapeKind likely) {
+  const ChoiceQuestion question{"shape-type", {"points", "polylines"}, likely == ShapeKind::PointsOrText ? 0U : 1U};
   kind_ = interaction().Choose(question) == 0 ? ShapeKind::PointsOrText : ShapeKind::Polyline;
   if (!fieldsDeclared_) DeclareFields();
-  if (*kind_ == ShapeKind::PointsOrText && hasOwnFields_) {
+  if (*kind_ == ShapeKind::Polyline) return;
+  files_.HoldPoints();
+  if (hasOwnFields_) {
     table_.AddField(carried_.FreeName("Text"), kTextLengths[2], "C");
     table_.AddField(carried_.FreeName("TextAngle"), kRealLength, "N", writing_.realDecimals);
     table_.AddField(carried_.FreeName("TextSize"), kRealLength, "N", writing_.realDecimals);
   }
 }
 
+// There was no element to ask at. Whoever does not answer minds neither.
+void ESRIOutFilt::ChooseKindOfNothing() {
+  try {
+    ChooseKind(ShapeKind::Polyline);
+  } catch (const OperationCanceled&) {
+    if (!fieldsDeclared_) DeclareFields();
+  }
+}
+
 WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
   const tEntity::Index last = entity.bType == kText ? 0 : entity.PointCount();
   for (tEntity::Index i = 0; i <= last; ++i) {
-    files_.AddPoint(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)), sizeLimit);
+    files_.AddPoint(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
     AddRow(entity);
   }
   return WriteResult::Written;
 }
 
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
-  const bool isCurve = entity.bType == kCircle || entity.bType == kArc;
+  const bool isCurve = IsCurve(entity.bType);
   if (isCurve) {
     chain_.clear();
     AppendCurve(chain_, entity);
     ShapeFiles::Chain chain = files_.BeginChain(chain_.size());
     for (const Vertex& vertex : chain_) chain.Add(vertex.x, vertex.y, vertex.z);
-    files_.EndChain(chain, sizeLimit);
+    files_.EndChain(chain);
   } else {
     const tEntity::Index last = entity.PointCount();
     if (writing_.needsTwoPoints && last < 1) return WriteResult::Skipped;
     ShapeFiles::Chain chain = files_.BeginChain(static_cast<std::size_t>(last) + 2);
     const auto add = [&](tEntity::Index i) { chain.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i))); };
     for (tEntity::Index i = 0; i <= last; ++i) add(i);
-    if (entity.Closed && (entity.x(0) != entity.x(last) || entity.Y(0) != entity.Y(last))) add(0);
-    files_.EndChain(chain, sizeLimit);
+    if (entity.LacksClosingVertex()) add(0);
+    files_.EndChain(chain);
   }
   AddRow(entity);
   return isCurve ? WriteResult::Converted : WriteResult::Written;
@@ -249,7 +258,7 @@ void ESRIOutFilt::WriteHead() {
 }
 
 void ESRIOutFilt::Complete() {
-  if (!fieldsDeclared_) DeclareFields();
+  if (!kind_) ChooseKindOfNothing();
   WriteHead();
   files_.Close();
   table_.Release();

@@ -34,9 +34,9 @@ struct ESRIWriting {
 /// Which kind of element a shapefile holds; it can hold only one.
 enum class ShapeKind { PointsOrText, Polyline };
 
-/// What the file shall hold is asked at the first element. "Points or Text": a Point for each vertex of a point, and
-/// one for a text. "Polyline": a PolyLine of one part for a line or polyline, and for a circle or arc as a chain; a
-/// closed chain ends on its first vertex. Anything else is skipped.
+/// What the file shall hold is asked at the first element, or when there was none. "Points or Text": a Point for each
+/// vertex of a point, and one for a text. "Polyline": a PolyLine of one part for a line or polyline, and for a circle
+/// or arc as a chain; a closed chain ends on its first vertex. Anything else is skipped.
 class ESRIOutFilt final : public OutputFilter {
  public:
   explicit ESRIOutFilt(const FilterContext& context);
@@ -47,9 +47,6 @@ class ESRIOutFilt final : public OutputFilter {
   void SourceOpened(InputFilter& source) override;
   std::vector<std::string> Outputs() const override { return created_; }
   Carrying CarriesSource() const override { return writing_.carriesSource ? Carrying::Yes : Carrying::InStandard; }
-
-  /// A smaller limit serves tests.
-  std::int64_t sizeLimit = ShapeFiles::kGreatestSize;
 
   /// Completes the headers of .shp and .shx by what was written. Throws Error when no file is open.
   void WriteHead();
@@ -62,7 +59,8 @@ class ESRIOutFilt final : public OutputFilter {
 
   void CarryProjection(const std::string& path);
   void DeclareFields();
-  void ChooseKind(const tEntity& entity);
+  void ChooseKind(ShapeKind likely);
+  void ChooseKindOfNothing();
   WriteResult WritePoints(const tEntity& entity);
   WriteResult WriteChain(const tEntity& entity);
   void AddRow(const tEntity& entity);

@@ -65,11 +65,10 @@ std::int32_t ShapeFiles::TypeCode() const {
   return hasZ_ ? kPolyLineZType : kPolyLineType;
 }
 
-void ShapeFiles::AddPoint(double x, double y, double z, std::int64_t sizeLimit) {
-  isPoints_ = true;
+void ShapeFiles::AddPoint(double x, double y, double z) {
   box_ = {};
   box_.Add(x, y, z);
-  MakeRoom(kPointContent, sizeLimit);
+  MakeRoom(kPointContent);
   content_.clear();
   AppendLittleEndian(content_, TypeCode());
   AppendLittleEndian(content_, x);
@@ -85,12 +84,12 @@ ShapeFiles::Chain ShapeFiles::BeginChain(std::size_t most) {
   return {content_.data() + kChainHead, heights_ ? &z_ : nullptr};
 }
 
-void ShapeFiles::EndChain(const Chain& chain, std::int64_t sizeLimit) {
+void ShapeFiles::EndChain(const Chain& chain) {
   content_.resize(static_cast<std::size_t>(chain.out_ - content_.data()));
   box_ = chain.box_;
   const auto size = static_cast<std::int64_t>(content_.size());
   const std::int64_t vertices = (size - kChainHead) / kXYSize;
-  MakeRoom(size, sizeLimit);
+  MakeRoom(size);
   PutLittleEndian(&content_[0], TypeCode());
   PutLittleEndian(&content_[4], box_.minX);
   PutLittleEndian(&content_[12], box_.minY);
@@ -127,7 +126,7 @@ void ShapeFiles::Append(std::string_view content) {
 }
 
 // Sees to it that a shape fits, whose content without z has a size: in the file, and in its type.
-void ShapeFiles::MakeRoom(std::int64_t flatSize, std::int64_t sizeLimit) {
+void ShapeFiles::MakeRoom(std::int64_t flatSize) {
   const bool rises = heights_ && !hasZ_ && (box_.minZ != 0 || box_.maxZ != 0);
   const auto heightSize = [this](std::int64_t shapes, std::int64_t vertices) {
     return isPoints_ ? shapes * kZOfPoint : shapes * kZOfChain + vertices * kZOfVertex;
@@ -135,8 +134,8 @@ void ShapeFiles::MakeRoom(std::int64_t flatSize, std::int64_t sizeLimit) {
   std::int64_t size = shp_.Size() + kRecordHeaderSize + flatSize;
   if (rises) size += heightSize(shapes_, vertices_);
   if (rises || hasZ_) size += heightSize(1, (flatSize - kChainHead) / kXYSize);
-  if (size > sizeLimit) {
-    throw FileFull(shp_.Path() + ": the next shape would make it larger than the " + std::to_string(sizeLimit) +
+  if (size > sizeLimit_) {
+    throw FileFull(shp_.Path() + ": the next shape would make it larger than the " + std::to_string(sizeLimit_) +
                    " bytes that a shapefile can have; convert to several files");
   }
   if (rises) GainHeights();
@@ -163,17 +162,29 @@ void ShapeFiles::GainHeights() {
   std::vector<double> zeros;
   std::int64_t at = kShapeHeaderSize;
   for (std::int32_t i = 0; i < shapes; ++i) {
-    std::byte header[kRecordHeaderSize];
-    source.ReadAt(at, header, sizeof header);
-    content.resize(static_cast<std::size_t>(BigEndian32(header + 4)) * 2);
-    source.ReadAt(at + kRecordHeaderSize, content.data(), content.size());
-    at += kRecordHeaderSize + static_cast<std::int64_t>(content.size());
+    at = ReadBack(source, at, content);
     PutLittleEndian(&content[0], TypeCode());
     zeros.assign(isPoints_ ? 1 : (content.size() - kChainHead) / kXYSize, 0);
     AppendZ(content, zeros);
     Append(content);
   }
   box_ = current;
+}
+
+// Reads the content of the record at a position, as it was written, and returns the position behind it.
+std::int64_t ShapeFiles::ReadBack(BinaryFile& source, std::int64_t at, std::string& content) const {
+  std::byte header[kRecordHeaderSize]{};
+  const bool whole = source.ReadAt(at, header, sizeof header) == sizeof header;
+  const std::int64_t size = std::int64_t{BigEndian32(header + 4)} * 2;
+  const std::int64_t left = source.Size() - at - kRecordHeaderSize;
+  if (!whole || size < (isPoints_ ? kPointContent : kChainHead) || size > left) {
+    throw Error(shp_.Path() + ": its copy in the temporary folder, " + source.Path() + ", is not what was written");
+  }
+  content.resize(static_cast<std::size_t>(size));
+  if (source.ReadAt(at + kRecordHeaderSize, content.data(), content.size()) < content.size()) {
+    throw Error(source.Path() + ": became shorter while it was read");
+  }
+  return at + kRecordHeaderSize + size;
 }
 
 void ShapeFiles::WriteHeaders() {

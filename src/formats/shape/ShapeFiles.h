@@ -22,14 +22,16 @@ class ShapeFiles {
   static constexpr std::int64_t kGreatestSize = std::int64_t{0x7FFFFFFF} * 2;
 
   /// `heights`: the first z other than 0 makes PointZ or PolyLineZ of the file, the shapes before it included; else z
-  /// is dropped.
-  explicit ShapeFiles(bool heights) : heights_(heights) {}
+  /// is dropped. A shape is refused with FileFull where the file would grow beyond the limit.
+  explicit ShapeFiles(bool heights, std::int64_t sizeLimit = kGreatestSize)
+      : heights_(heights), sizeLimit_(sizeLimit) {}
 
   /// Creates one file after the other; `created` takes the names of those that are there even when the next one fails.
   void Create(const std::string& shpPath, const std::string& shxPath, std::vector<std::string>& created);
   bool AreOpen() const { return shp_.IsOpen() && shx_.IsOpen(); }
-  /// A shape is refused with FileFull where the file would grow beyond the limit.
-  void AddPoint(double x, double y, double z, std::int64_t sizeLimit);
+  /// To be called before the first shape of files that hold points.
+  void HoldPoints() { isPoints_ = true; }
+  void AddPoint(double x, double y, double z);
   /// A chain that is being written, to be kept in a local variable until EndChain.
   class Chain {
    public:
@@ -50,7 +52,7 @@ class ShapeFiles {
   };
   /// Begins a chain of so many vertices at most.
   Chain BeginChain(std::size_t most);
-  void EndChain(const Chain& chain, std::int64_t sizeLimit);
+  void EndChain(const Chain& chain);
   /// Completes the headers by what was written.
   void WriteHeaders();
   void Close();
@@ -60,10 +62,12 @@ class ShapeFiles {
   std::int32_t TypeCode() const;
   void AppendZ(std::string& content, std::span<const double> z) const;
   void Append(std::string_view content);
-  void MakeRoom(std::int64_t flatSize, std::int64_t sizeLimit);
+  void MakeRoom(std::int64_t flatSize);
   void GainHeights();
+  std::int64_t ReadBack(BinaryFile& source, std::int64_t at, std::string& content) const;
 
   const bool heights_;
+  const std::int64_t sizeLimit_;
   FileWriter shp_, shx_;
   Extents extents_, box_;  // of all shapes and of the current one
   bool isPoints_ = false;

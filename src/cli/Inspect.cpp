@@ -67,8 +67,12 @@ int Run(const CatCommand& command) {
 
 int Run(const InfoCommand& command) {
   Reading reading(command.input, command.reading);
+  KindCounts elements;
   std::int64_t vertices = 0;
-  const int exitCode = ReadThrough(reading, [&](const tEntity& entity) { vertices += entity.PointCount() + 1; });
+  const int exitCode = ReadThrough(reading, [&](const tEntity& entity) {
+    elements.Add(entity);
+    vertices += entity.PointCount() + 1;
+  });
   if (exitCode != kExitDone && exitCode != kExitEndedEarly) return exitCode;
 
   std::vector<std::string> layers = reading.interaction.ReportedLayers();
@@ -78,7 +82,7 @@ int Run(const InfoCommand& command) {
   }
   const Json info{
       {"format", reading.format.key},
-      {"elements", CountsJson(reading.summary.read)},
+      {"elements", CountsJson(elements)},
       {"vertices", vertices},
       {"layers", TextsJson(layers)},
       {"extents", ExtentsJson(reading.summary.extents)},

@@ -5,6 +5,7 @@
 #include "app/ProgramFolder.h"
 #include "app/QtSettings.h"
 #include "app/SummaryText.h"
+#include "app/WrittenFiles.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "core/io/Errors.h"
@@ -89,14 +90,9 @@ void RefuseExistingCopy(const ReadingOptions& options) {
 }
 
 void RefuseCopyAmong(const ReadingOptions& options, const std::vector<std::string>& written) {
-  if (options.lineEnds != LineEndsChoice::Copy) return;
-  std::error_code error;
-  const fs::path copy = fs::weakly_canonical(fs::absolute(options.lineEndsCopy), error);
-  for (const std::string& file : written) {
-    if (fs::weakly_canonical(fs::absolute(file), error) != copy) continue;
-    throw UsageError("--line-ends copy=" + options.lineEndsCopy +
-                     " would be replaced by the output; give it another name");
-  }
+  if (options.lineEnds != LineEndsChoice::Copy || FileAmong(options.lineEndsCopy, written).empty()) return;
+  throw UsageError("--line-ends copy=" + options.lineEndsCopy +
+                   " would be replaced by the output; give it another name");
 }
 
 Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)

@@ -426,10 +426,22 @@ bool MainWindow::MayReplaceOutput(const ConversionRequest& request) {
   return box.exec() == QMessageBox::Yes;
 }
 
+// What a run reads and writes.
+std::vector<std::string> MainWindow::FilesOf(const ConversionRequest& request) const {
+  std::vector<std::string> files =
+      WrittenFiles(request.OutFile, formats_.Output(request.OutFormat), request.options.dialect);
+  for (const QString& input : InputPaths()) files.push_back(PathOf(input));
+  for (const std::string& list : {request.options.cdfMap, request.options.lngsl}) {
+    if (!list.empty()) files.push_back(list);
+  }
+  return files;
+}
+
 void MainWindow::Apply() {
   if (running_) return;
   const ConversionRequest request = Request();
   if (!MayReplaceOutput(request)) return;
+  interaction_->FilesOfRun(FilesOf(request));
   const Busy busy(*this);
   const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
   confirmedOutput_.clear();

@@ -58,6 +58,7 @@ class MainWindow final : public QWidget {
   bool SeveralFiles() const;
   Dialect ChosenDialect() const;
   QStringList FieldsToChooseFrom() const;
+  std::vector<std::string> FilesOf(const ConversionRequest& request) const;
   void InFormatClick();
   void ShowFieldNames();
   void BrowseInClick();

@@ -10,6 +10,7 @@
 
 #include "app/SummaryText.h"
 #include "app/UiText.h"
+#include "app/WrittenFiles.h"
 #include "core/run/Filters.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
@@ -103,7 +104,14 @@ std::string QtInteraction::SaveFileName(const SaveFileQuestion& question) {
   dialog.DialogTitle = Shown(question.title);
   dialog.Flags = CommonDlg::kOverwritePrompt;
   dialog.InitDir(Shown(question.folder));
-  return PathOf(dialog.ShowSave());
+  for (;;) {
+    const QString chosen = dialog.ShowSave();
+    if (chosen.isEmpty() || FileAmong(PathOf(chosen), filesOfRun_).empty()) return PathOf(chosen);
+    QMessageBox box(QMessageBox::Warning, dialog.DialogTitle,
+                    chosen + "\n\nis a file of this conversion. Choose another name.", QMessageBox::Ok, Front());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+  }
 }
 
 void QtInteraction::SelectFields(FieldSelection& selection) { AskFields(selection, Front()); }

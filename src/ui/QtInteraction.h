@@ -42,6 +42,8 @@ class QtInteraction final : public QObject, public Interaction {
   bool CancelRequested() override;
   void Yield() override;
 
+  /// The files that the next run reads and writes, whose names no copy may take.
+  void FilesOfRun(std::vector<std::string> files) { filesOfRun_ = std::move(files); }
   /// The account of the run that has just ended; after a cancel it returns when the person has closed it.
   void ShowSummary(const RunSummary& summary, const std::string& output);
   /// The question of the progress window's cancel button.
@@ -60,6 +62,7 @@ class QtInteraction final : public QObject, public Interaction {
   std::unique_ptr<frmDBFScan> tableScan_;
   Pace pace_;
   QElapsedTimer scanning_;
+  std::vector<std::string> filesOfRun_;
   bool silenced_ = false;  // messages about records that are not read
   bool stalled_ = false;   // the input repeats without end
 

@@ -118,6 +118,7 @@ class MainWindowTest : public QObject {
   void BrowsesForTheInput();
   void BrowsesForTheOutput();
   void AsksBeforeReplacingATypedOutput();
+  void KeepsARepairedCopyFromTheRunsOwnFiles();
   void FollowsTheExtensionOfATypedPath();
   void TakesDroppedFiles_data();
   void TakesDroppedFiles();
@@ -344,6 +345,26 @@ void MainWindowTest::AsksBeforeReplacingATypedOutput() {
   QVERIFY(Bytes(desk.Path("plat.dxf")).size() > 3);
   QCOMPARE(Bytes(desk.Path("plat.dbf")), QByteArray("a table of somebody else"));
   QCOMPARE(desk.person.Complaint(), QString());
+}
+
+void MainWindowTest::KeepsARepairedCopyFromTheRunsOwnFiles() {
+  Desk desk;
+  const QByteArray unix = Bytes(Example("quarter-section.asc")).replace("\r", "");
+  desk.Type("Infile", desk.Put("unix.asc", unix.toStdString()));
+  desk.Type("OutFile", desk.Path("plat.dxf"));
+  const QString title = "Select a Name for the new Version";
+  desk.person.Press("This file appears to come from a UNIX", "No");
+  desk.person.Do(title, Choose({"plat.dxf"}));
+  desk.person.Press("plat.dxf\n\nis a file of this conversion", "OK");
+  desk.person.Do(title, Choose({"unix.asc"}));
+  desk.person.Press("already exists", "Yes");
+  desk.person.Press("unix.asc\n\nis a file of this conversion", "OK");
+  desk.person.Do(title, Choose({"repaired.asc"}));
+  desk.Click("cmdApply");
+  QCOMPARE(desk.person.Complaint(), QString());
+  QCOMPARE(Bytes(desk.Path("unix.asc")), unix);
+  QCOMPARE(Bytes(desk.Path("repaired.asc")), Bytes(Example("quarter-section.asc")));
+  QCOMPARE(Bytes(desk.Path("plat.dxf")), Bytes(Example("../tests/cli/golden/quarter-section-asc.dxf")));
 }
 
 void MainWindowTest::FollowsTheExtensionOfATypedPath() {

@@ -25,6 +25,16 @@ std::vector<std::string> WrittenFiles(const std::string& output, const OutputFor
   return files;
 }
 
+std::string FileAmong(const std::string& path, const std::vector<std::string>& files) {
+  const auto whole = [](const std::string& name) {
+    std::error_code ignored;
+    return fs::weakly_canonical(fs::absolute(name, ignored), ignored);
+  };
+  const auto found = std::find_if(files.begin(), files.end(),
+                                  [&, wanted = whole(path)](const std::string& file) { return whole(file) == wanted; });
+  return found == files.end() ? std::string() : *found;
+}
+
 std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
   std::vector<std::string> files;
   for (const std::string& file : WrittenFiles(output, format, dialect)) {

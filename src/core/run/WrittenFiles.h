@@ -15,4 +15,8 @@ std::vector<std::string> WrittenFiles(const std::string& output, const OutputFor
 /// Those of them that exist as a file or folder and so would be replaced; a device is none.
 std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
 
+/// The first of some files that a path names, however it is spelt and whether or not it exists; empty when it names
+/// none.
+std::string FileAmong(const std::string& path, const std::vector<std::string>& files);
+
 }  // namespace tesselink

@@ -5,11 +5,11 @@
 #include "app/ProgramFolder.h"
 #include "app/QtSettings.h"
 #include "app/SummaryText.h"
-#include "app/WrittenFiles.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
+#include "core/run/WrittenFiles.h"
 #include "formats/Formats.h"
 #include "formats/cdf/CodeTables.h"
 

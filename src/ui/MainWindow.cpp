@@ -430,10 +430,7 @@ bool MainWindow::MayReplaceOutput(const ConversionRequest& request) {
 std::vector<std::string> MainWindow::FilesOf(const ConversionRequest& request) const {
   std::vector<std::string> files =
       WrittenFiles(request.OutFile, formats_.Output(request.OutFormat), request.options.dialect);
-  for (const QString& input : InputPaths()) files.push_back(PathOf(input));
-  for (const std::string& list : {request.options.cdfMap, request.options.lngsl}) {
-    if (!list.empty()) files.push_back(list);
-  }
+  files.insert(files.end(), request.inputs.begin(), request.inputs.end());
   return files;
 }
 

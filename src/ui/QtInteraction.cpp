@@ -10,8 +10,8 @@
 
 #include "app/SummaryText.h"
 #include "app/UiText.h"
-#include "app/WrittenFiles.h"
 #include "core/run/Filters.h"
+#include "core/run/WrittenFiles.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
 #include "ui/Questions.h"

@@ -218,11 +218,11 @@ TEST_F(ESRIInFiltTest, FieldsAreOfferedAsStoredOrForSeveralFilesPrepared) {
     rig.folder.Put(stem + ".dbf", Table({{"x", 2}, {" Name ", 6}, {"NAME", 6}, {"X", 2}},
                                         {{"", "", "", ""}, {"", "one", "other", ""}}));
   }
-  ConversionRequest request{rig.folder.Path("a.shp"),
-                            rig.folder.Path("out.asc"),
-                            "ESRI Shapefile (*.shp)",
-                            "Landmark ASCII File (*.asc)",
-                            {rig.folder.Path(""), "a.shp", "b.shp"}};
+  ConversionRequest request;
+  request.inputs = {rig.folder.Path("a.shp"), rig.folder.Path("b.shp")};
+  request.OutFile = rig.folder.Path("out.asc");
+  request.InFormat = "ESRI Shapefile (*.shp)";
+  request.OutFormat = "Landmark ASCII File (*.asc)";
   rig.person.layerField = "NAME";
   const auto run = [&] { return ConversionRun(AllFormats(), rig.person, rig.settings).Run(request).layers; };
   using Names = std::vector<std::string>;

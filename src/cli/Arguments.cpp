@@ -14,12 +14,47 @@ namespace {
 constexpr const char* kAbout =
     "Converts vector map drawings between the file formats of oil-and-gas and land-survey mapping.\n";
 
+// The examples run as they stand in a checkout; a test does so.
 constexpr const char* kExamples =
     "Examples:\n"
-    "  tesselink convert plat.asc plat.dxf\n"
-    "  tesselink convert --layer-field LAYER --text-field NAME wells.shp wells.dxf\n"
-    "  tesselink convert *.shp county.dxf\n"
+    "  tesselink info examples/wells.shp\n"
+    "  tesselink convert --dialect standard examples/quarter-section.asc quarter-section.dxf\n"
+    "\"tesselink COMMAND --help\" tells the options of a command.";
+
+constexpr const char* kConvertExamples =
+    "Examples:\n"
+    "  # for other programs of today\n"
+    "  tesselink convert --dialect standard examples/quarter-section.asc section.dxf\n"
+    "  # layers and labels from the attributes of each shape\n"
+    "  tesselink convert --dialect standard --layer-field LAYER --text-field LABEL examples/wells.shp labels.dxf\n"
+    "  # several shapefiles in one drawing\n"
+    "  tesselink convert --dialect standard examples/*.shp sheet.dxf\n"
+    "\n"
     "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 ended early (the output is incomplete), 130 cancelled.";
+
+constexpr const char* kInfoExample =
+    "Example:\n"
+    "  tesselink info examples/wells.shp";
+
+constexpr const char* kCatExample =
+    "Example:\n"
+    "  tesselink cat examples/quarter-section.asc > elements.jsonl";
+
+constexpr const char* kLayersExamples =
+    "Examples:\n"
+    "  tesselink layers --smart-assign examples/quarter-section.asc > layers.csv\n"
+    "  # and with layers.csv as you have edited it\n"
+    "  tesselink convert --dialect standard --layer-codes layers.csv examples/quarter-section.asc layers.cdf";
+
+constexpr const char* kPreviewExamples =
+    "Examples:\n"
+    "  tesselink preview examples/quarter-section.asc quarter-section.svg\n"
+    "  # coloured by an attribute, with labels\n"
+    "  tesselink preview --dialect standard --layer-field LAYER --text-field LABEL examples/wells.shp wells.svg";
+
+constexpr const char* kTableExample =
+    "Example:\n"
+    "  tesselink table examples/wells.dbf > wells.csv";
 
 // Usage lines as people write them, and no table of the positionals that they name.
 class HelpFormatter final : public CLI::Formatter {
@@ -140,7 +175,7 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
       "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
   convert->add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
   convert->add_flag("--json", command.json, "Print the summary as JSON on standard output");
-  convert->footer(kExamples);
+  convert->footer(kConvertExamples);
   return convert;
 }
 
@@ -149,6 +184,7 @@ CLI::App* AddInfo(CLI::App& app, InfoCommand& command) {
   info->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   info->add_flag("--json", command.json, "Print as JSON");
   AddReadingOptions(*info, command.reading);
+  info->footer(kInfoExample);
   return info;
 }
 
@@ -156,6 +192,7 @@ CLI::App* AddCat(CLI::App& app, CatCommand& command) {
   CLI::App* cat = app.add_subcommand("cat", "Print every element as one JSON object a line");
   cat->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   AddReadingOptions(*cat, command.reading);
+  cat->footer(kCatExample);
   return cat;
 }
 
@@ -163,6 +200,7 @@ CLI::App* AddLayers(CLI::App& app, LayersCommand& command) {
   CLI::App* layers = app.add_subcommand("layers", "List layers and their entity codes as CSV, ready for --layer-codes");
   layers->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   AddReadingOptions(*layers, command.reading);
+  layers->footer(kLayersExamples);
   return layers;
 }
 
@@ -172,6 +210,7 @@ CLI::App* AddPreview(CLI::App& app, PreviewCommand& command) {
   preview->add_option("PICTURE", command.picture, "The picture")->required()->type_name("");
   preview->add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
   AddReadingOptions(*preview, command.reading);
+  preview->footer(kPreviewExamples);
   return preview;
 }
 
@@ -226,8 +265,10 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   const CLI::App* previewApp = AddPreview(app, preview);
   CLI::App* tableApp = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
   tableApp->add_option("FILE", table.file, "The table")->required()->type_name("");
+  tableApp->footer(kTableExample);
   CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
   formatsApp->add_flag("--json", formats.json, "Print as JSON");
+  app.footer(kExamples);  // last, for commands take over what stands here before them
 
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

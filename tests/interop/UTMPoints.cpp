@@ -1,5 +1,5 @@
-// Reads "longitude latitude" lines and prints easting, northing, and longitude and latitude computed back from them, in the zone
-// and hemisphere of the point.
+// Reads "longitude latitude" lines and prints easting, northing, and longitude and latitude computed back from them, in
+// the zone and hemisphere of the point.
 #include <cstdio>
 
 #include "formats/grid/cUTM.h"

@@ -4,12 +4,13 @@
 #   packaging/prepare.sh program    what ./tesselink needs
 #   packaging/prepare.sh window     what ./tesselink-gui needs
 #   packaging/prepare.sh tests      everything, with the tests and the benchmarks
+#   packaging/prepare.sh checks     no build: only the packages of all that .ci/run does
 #
 # Says nothing when nothing is to do. All that it says goes to standard error.
 set -eu
 
 cd -- "$(dirname -- "$(readlink -f -- "$0")")/.."
-what=${1:?usage: packaging/prepare.sh program|window|tests}
+what=${1:?usage: packaging/prepare.sh program|window|tests|checks}
 build=build/release
 if [ "$what" = window ]; then
   program=$build/tesselink-gui target=tesselink-gui stamp=$build/window.stamp
@@ -20,14 +21,19 @@ fi
 
 say() { printf '%s\n' "$*" >&2; }
 
-# The packages of packaging/debian-packages.txt: of all groups for the tests, else those of the programs.
+# The packages of packaging/debian-packages.txt, of the groups that are needed.
 packages() {
-  local line group=''
+  local line group='' groups
+  case $what in
+    program | window) groups='program' ;;
+    tests) groups='program tests' ;;
+    checks) groups='program tests checks' ;;
+  esac
   while read -r line; do
     case $line in
       '' | '#'*) ;;
       '['*) group=${line#[} group=${group%%]*} ;;
-      *) if [ "$what" = tests ] || [ "$group" = program ]; then printf '%s\n' "$line"; fi ;;
+      *) if [[ " $groups " = *" $group "* ]]; then printf '%s\n' "$line"; fi ;;
     esac
   done < packaging/debian-packages.txt
 }
@@ -107,6 +113,8 @@ prepare_program() {
 
 prepare_window() { prepare_program; }
 
+prepare_checks() { install_missing_packages; }
+
 prepare_tests() {
   install_missing_packages
   configure -DTESSELINK_TESTS=ON -DTESSELINK_BENCH=ON
@@ -116,8 +124,8 @@ prepare_tests() {
 
 case $what in
   program | window) if program_is_current; then exit 0; fi ;;
-  tests) ;;
-  *) say "usage: packaging/prepare.sh program|window|tests"; exit 2 ;;
+  tests | checks) ;;
+  *) say "usage: packaging/prepare.sh program|window|tests|checks"; exit 2 ;;
 esac
 # Of two started at once the second waits, and then finds the work done.
 mkdir -p build

@@ -6,7 +6,6 @@
 #include <limits>
 #include <numbers>
 
-#include "core/io/Errors.h"
 #include "core/io/Text.h"
 #include "core/run/Report.h"
 #include "formats/dxf/Drawing.h"
@@ -33,7 +32,8 @@ std::string ShownName(std::string_view name) {
 
 }  // namespace
 
-EntityReader::EntityReader(EntitySource source) : source_(std::move(source)), colourTable_(source_.programFolder) {}
+EntityReader::EntityReader(EntitySource source)
+    : source_(std::move(source)), colours_(source_.programFolder, source_.report) {}
 
 const EntityReader::Type* EntityReader::TypeOf(std::string_view name) {
   using R = EntityReader;
@@ -362,22 +362,8 @@ void EntityReader::SetAttributes(tEntity& element) {
   } else if (byLayer && layer.trueColour) {
     element.RGB = RedLow(*layer.trueColour);
   } else {
-    element.RGB = ColourOf(element.Colour);
+    element.RGB = colours_.Of(element.Colour);
   }
-}
-
-std::int32_t EntityReader::ColourOf(std::int32_t number) {
-  const auto slot = static_cast<std::size_t>(number);
-  if (colourKnown_[slot] || tableMissing_) return colours_[slot];
-  try {
-    colours_[slot] = colourTable_.Colour(number);
-    colourKnown_.set(slot);
-  } catch (const Error& error) {
-    tableMissing_ = true;
-    source_.report.Warn(WarningKind::ColourTable,
-                        std::string(error.what()) + "; the elements keep their colour numbers only");
-  }
-  return colours_[slot];
 }
 
 // ---- reporting what is not delivered

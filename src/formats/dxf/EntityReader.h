@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <bitset>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,9 +9,9 @@
 
 #include "core/element/VertexChains.h"
 #include "core/element/tEntity.h"
+#include "formats/dxf/DrawingColours.h"
 #include "formats/dxf/EntityGroups.h"
 #include "formats/dxf/ObjectCoordinates.h"
-#include "formats/dxf/cColourTab.h"
 
 namespace tesselink {
 
@@ -114,7 +113,6 @@ class EntityReader {
   bool StorePoint(tEntity& element, std::int16_t kind, const Vertex& at);
   bool StoreRadius(tEntity& element, double radius);
   void SetAttributes(tEntity& element);
-  std::int32_t ColourOf(std::int32_t number);
 
   // Reporting what is not delivered.
   void PassOver(std::string_view name);
@@ -137,10 +135,7 @@ class EntityReader {
   std::size_t nextWire_ = 0;
   SplineCurve spline_;
 
-  cColourTab colourTable_;
-  std::array<std::int32_t, 256> colours_{};
-  std::bitset<256> colourKnown_;
-  bool tableMissing_ = false;
+  DrawingColours colours_;
 };
 
 }  // namespace tesselink

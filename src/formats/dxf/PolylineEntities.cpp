@@ -4,7 +4,10 @@
 
 #include "core/run/Report.h"
 #include "formats/dxf/Drawing.h"
+#include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/EntityReader.h"
+#include "formats/dxf/EntityReporting.h"
+#include "formats/dxf/EntityStoring.h"
 #include "formats/dxf/GroupScanner.h"
 
 namespace tesselink {
@@ -28,61 +31,61 @@ enum VertexFlag : std::int32_t {
 }  // namespace
 
 bool EntityReader::MakeLwPolyline(tEntity& element) {
-  const bool closed = (groups_.Integer(70, 0) & kClosed) != 0;
-  for (Vertex& v : chain_) v.z = groups_.Elevation();
+  const bool closed = (context_.groups.Integer(70, 0) & kClosed) != 0;
+  for (Vertex& v : context_.chain) v.z = context_.groups.Elevation();
   DrawBulges(closed);
-  ToWorld(ObjectCoordinates(groups_.Extrusion()));
+  ToWorld(context_, ObjectCoordinates(context_.groups.Extrusion()));
   element.Closed = closed;
-  return StoreChain(element, kPolyline);
+  return StoreChain(context_, element, kPolyline);
 }
 
 // The vertices follow as entities of their own, up to a SEQEND or any other entity. Whether a polyline says that they
 // follow does not matter: many that have some do not say so.
 void EntityReader::GatherPolyline() {
   Gather();
-  bulges_.clear();
-  flags_.clear();
-  faces_.clear();
-  const bool polyface = (groups_.Integer(70, 0) & kPolyface) != 0;
-  while (!atEnd_ && source_.scanner.Keyword() == "VERTEX") {
+  context_.bulges.clear();
+  context_.flags.clear();
+  context_.faces.clear();
+  const bool polyface = (context_.groups.Integer(70, 0) & kPolyface) != 0;
+  while (IsAt(context_, "VERTEX")) {
     const PolyVertex vertex = GatherVertex();
     if (polyface && (vertex.flags & kPolyfacePart) != 0 && (vertex.flags & kLocation) == 0) {
-      faces_.push_back(vertex.corners);
+      context_.faces.push_back(vertex.corners);
     } else {
       AddVertex(vertex);
     }
   }
-  if (!atEnd_ && source_.scanner.Keyword() == "SEQEND") {
-    while (NextGroup()) {
+  if (IsAt(context_, "SEQEND")) {
+    while (NextGroup(context_)) {
     }
   }
 }
 
 EntityReader::PolyVertex EntityReader::GatherVertex() {
   PolyVertex vertex;
-  while (NextGroup()) {
-    const int code = source_.scanner.Code();
+  while (NextGroup(context_)) {
+    const int code = context_.source.scanner.Code();
     switch (code) {
       case 10:
-        vertex.at.x = Number();
+        vertex.at.x = NumberHere(context_);
         break;
       case 20:
-        vertex.at.y = Number();
+        vertex.at.y = NumberHere(context_);
         break;
       case 30:
-        vertex.at.z = Number();
+        vertex.at.z = NumberHere(context_);
         break;
       case 42:
-        vertex.bulge = Number();
+        vertex.bulge = NumberHere(context_);
         break;
       case 70:
-        vertex.flags = source_.scanner.Integer().value_or(0);
+        vertex.flags = context_.source.scanner.Integer().value_or(0);
         break;
       case 71:
       case 72:
       case 73:
       case 74:
-        vertex.corners[static_cast<std::size_t>(code - 71)] = source_.scanner.Integer().value_or(0);
+        vertex.corners[static_cast<std::size_t>(code - 71)] = context_.source.scanner.Integer().value_or(0);
         break;
       default:
         break;
@@ -92,103 +95,92 @@ EntityReader::PolyVertex EntityReader::GatherVertex() {
 }
 
 void EntityReader::AddVertex(const PolyVertex& vertex) {
-  chain_.push_back(vertex.at);
+  context_.chain.push_back(vertex.at);
   if (vertex.bulge != 0) {
-    bulges_.resize(chain_.size());
-    bulges_.back() = vertex.bulge;
+    context_.bulges.resize(context_.chain.size());
+    context_.bulges.back() = vertex.bulge;
   }
   if (vertex.flags != 0) {
-    flags_.resize(chain_.size());
-    flags_.back() = vertex.flags;
+    context_.flags.resize(context_.chain.size());
+    context_.flags.back() = vertex.flags;
   }
 }
 
 // Leaves out the points of a spline's frame, unless nothing else is there.
 void EntityReader::DropFrame() {
-  flags_.resize(chain_.size());
-  bulges_.resize(chain_.size());
+  context_.flags.resize(context_.chain.size());
+  context_.bulges.resize(context_.chain.size());
   const auto isFrame = [](std::int32_t flags) { return (flags & kFramePoint) != 0; };
-  if (std::all_of(flags_.begin(), flags_.end(), isFrame)) return;
+  if (std::all_of(context_.flags.begin(), context_.flags.end(), isFrame)) return;
   std::size_t kept = 0;
-  for (std::size_t i = 0; i < chain_.size(); ++i) {
-    if (isFrame(flags_[i])) continue;
-    chain_[kept] = chain_[i];
-    bulges_[kept++] = bulges_[i];
+  for (std::size_t i = 0; i < context_.chain.size(); ++i) {
+    if (isFrame(context_.flags[i])) continue;
+    context_.chain[kept] = context_.chain[i];
+    context_.bulges[kept++] = context_.bulges[i];
   }
-  chain_.resize(kept);
-  bulges_.resize(kept);
+  context_.chain.resize(kept);
+  context_.bulges.resize(kept);
 }
 
 bool EntityReader::MakePolyline(tEntity& element) {
-  const std::int32_t flags = groups_.Integer(70, 0);
+  const std::int32_t flags = context_.groups.Integer(70, 0);
   if ((flags & kPolyface) != 0) return MakePolyface(element);
   if ((flags & kSplineFit) != 0) DropFrame();
   if ((flags & kMesh) != 0) return MakeMesh(element, flags);
   const bool closed = (flags & kClosed) != 0;
   element.Closed = closed;
   if ((flags & k3d) != 0) {
-    bulges_.clear();
+    context_.bulges.clear();
     DrawBulges(closed);
-    return StoreChain(element, kPolyline);
+    return StoreChain(context_, element, kPolyline);
   }
-  const double elevation = groups_.Point(0).z;
-  for (Vertex& v : chain_) v.z = v.z == 0 ? elevation : v.z;
+  const double elevation = context_.groups.Point(0).z;
+  for (Vertex& v : context_.chain) v.z = v.z == 0 ? elevation : v.z;
   DrawBulges(closed);
-  ToWorld(ObjectCoordinates(groups_.Extrusion()));
-  return StoreChain(element, kPolyline);
+  ToWorld(context_, ObjectCoordinates(context_.groups.Extrusion()));
+  return StoreChain(context_, element, kPolyline);
 }
 
 // Replaces segments with a bulge by their arcs and appends the vertex that closes the chain.
 void EntityReader::DrawBulges(bool closed) {
-  if (chain_.size() < 2) return;
-  const std::size_t count = chain_.size();
-  const auto bulge = [this](std::size_t i) { return i < bulges_.size() ? bulges_[i] : 0; };
-  const bool closing = closed && !(chain_.front() == chain_.back());
-  if (std::all_of(bulges_.begin(), bulges_.end(), [](double b) { return b == 0; })) {
-    if (closing) chain_.push_back(Vertex(chain_.front()));
+  if (context_.chain.size() < 2) return;
+  const std::size_t count = context_.chain.size();
+  const auto bulge = [this](std::size_t i) { return i < context_.bulges.size() ? context_.bulges[i] : 0; };
+  const bool closing = closed && !(context_.chain.front() == context_.chain.back());
+  if (std::all_of(context_.bulges.begin(), context_.bulges.end(), [](double b) { return b == 0; })) {
+    if (closing) context_.chain.push_back(Vertex(context_.chain.front()));
     return;
   }
-  scratch_.assign(1, chain_.front());
-  for (std::size_t i = 0; i + 1 < count; ++i) AppendBulge(scratch_, chain_[i], chain_[i + 1], bulge(i));
-  if (closing) AppendBulge(scratch_, chain_.back(), chain_.front(), bulge(count - 1));
-  chain_.swap(scratch_);
+  context_.scratch.assign(1, context_.chain.front());
+  for (std::size_t i = 0; i + 1 < count; ++i)
+    AppendBulge(context_.scratch, context_.chain[i], context_.chain[i + 1], bulge(i));
+  if (closing) AppendBulge(context_.scratch, context_.chain.back(), context_.chain.front(), bulge(count - 1));
+  context_.chain.swap(context_.scratch);
 }
 
 // ---- wires
 
-void EntityReader::EndWire(bool closed) { wires_.push_back({chain_.size(), closed}); }
-
-bool EntityReader::NextWire(tEntity& element) {
-  while (nextWire_ < wires_.size()) {
-    const std::size_t begin = nextWire_ == 0 ? 0 : wires_[nextWire_ - 1].end;
-    const Wire& wire = wires_[nextWire_++];
-    element.Closed = wire.closed;
-    if (!StoreChain(element, kPolyline, begin, wire.end)) continue;
-    SetAttributes(element);
-    return true;
-  }
-  return false;
-}
-
 // The rows of a mesh and its columns. The declared sizes count only as far as there are vertices.
 bool EntityReader::MakeMesh(tEntity& element, std::int32_t flags) {
-  const bool fitted = (flags & kSplineFit) != 0 && groups_.Integer(73, 0) > 0 && groups_.Integer(74, 0) > 0;
+  const bool fitted =
+      (flags & kSplineFit) != 0 && context_.groups.Integer(73, 0) > 0 && context_.groups.Integer(74, 0) > 0;
   const auto size = [](std::int32_t value) { return static_cast<std::size_t>(std::max(value, 0)); };
-  const std::size_t columns = size(groups_.Integer(fitted ? 74 : 72, 0));
-  if (columns == 0 || chain_.size() < columns) return Damaged("has no row of vertices");
-  const std::size_t rows = std::min(size(groups_.Integer(fitted ? 73 : 71, 0)), chain_.size() / columns);
-  if (rows == 0) return Damaged("has no row of vertices");
-  if (rows * columns < chain_.size()) {
-    Warn(WarningKind::MeshSize, groups_.Place(),
-         std::to_string(chain_.size() - rows * columns) + " vertices beyond the " + std::to_string(rows) + " by " +
-             std::to_string(columns) + " of its mesh were left out");
+  const std::size_t columns = size(context_.groups.Integer(fitted ? 74 : 72, 0));
+  if (columns == 0 || context_.chain.size() < columns) return Damaged(context_, "has no row of vertices");
+  const std::size_t rows =
+      std::min(size(context_.groups.Integer(fitted ? 73 : 71, 0)), context_.chain.size() / columns);
+  if (rows == 0) return Damaged(context_, "has no row of vertices");
+  if (rows * columns < context_.chain.size()) {
+    Warn(context_, WarningKind::MeshSize,
+         std::to_string(context_.chain.size() - rows * columns) + " vertices beyond the " + std::to_string(rows) +
+             " by " + std::to_string(columns) + " of its mesh were left out");
   }
-  scratch_.swap(chain_);
-  chain_.clear();
+  context_.scratch.swap(context_.chain);
+  context_.chain.clear();
   const auto wire = [&](std::size_t first, std::size_t step, std::size_t count, bool closed) {
-    for (std::size_t i = 0; i < count; ++i) chain_.push_back(scratch_[first + i * step]);
-    if (closed) chain_.push_back(scratch_[first]);
-    EndWire(closed);
+    for (std::size_t i = 0; i < count; ++i) context_.chain.push_back(context_.scratch[first + i * step]);
+    if (closed) context_.chain.push_back(context_.scratch[first]);
+    context_.wires.End(context_.chain.size(), closed);
   };
   const bool rowsClosed = (flags & kClosedAcross) != 0, columnsClosed = (flags & kClosed) != 0;
   if (columns > 1) {
@@ -197,38 +189,37 @@ bool EntityReader::MakeMesh(tEntity& element, std::int32_t flags) {
   if (rows > 1) {
     for (std::size_t column = 0; column < columns; ++column) wire(column, columns, rows, columnsClosed);
   }
-  if (wires_.empty()) wire(0, 1, 1, false);
-  return NextWire(element);
+  if (context_.wires.IsEmpty()) wire(0, 1, 1, false);
+  return StoreWire(context_, element);
 }
 
 bool EntityReader::MakePolyface(tEntity& element) {
-  scratch_.swap(chain_);
-  chain_.clear();
+  context_.scratch.swap(context_.chain);
+  context_.chain.clear();
   std::size_t wrong = 0;
-  for (const Corners& corners : faces_) wrong += AddFace(corners, scratch_) ? 0 : 1;
+  for (const Corners& corners : context_.faces) wrong += AddFace(corners, context_.scratch) ? 0 : 1;
   if (wrong > 0) {
-    Warn(WarningKind::PolyfaceFaces, groups_.Place(),
-         std::to_string(wrong) + " faces do not name vertices and were left out");
+    Warn(context_, WarningKind::PolyfaceFaces, std::to_string(wrong) + " faces do not name vertices and were left out");
   }
-  return wires_.empty() ? Damaged("has no faces") : NextWire(element);
+  return context_.wires.IsEmpty() ? Damaged(context_, "has no faces") : StoreWire(context_, element);
 }
 
 // A corner is the number of a vertex, counted from 1, negative before a hidden edge; hidden edges are drawn too.
 bool EntityReader::AddFace(const Corners& corners, const VertexChain& locations) {
-  const std::size_t begin = chain_.size();
+  const std::size_t begin = context_.chain.size();
   for (const std::int32_t corner : corners) {
     if (corner == 0) break;
     const auto number = static_cast<std::size_t>(std::abs(std::int64_t{corner}));
     if (number > locations.size()) {
-      chain_.resize(begin);
+      context_.chain.resize(begin);
       return false;
     }
-    chain_.push_back(locations[number - 1]);
+    context_.chain.push_back(locations[number - 1]);
   }
-  const std::size_t count = chain_.size() - begin;
+  const std::size_t count = context_.chain.size() - begin;
   if (count == 0) return false;
-  if (count > 2) chain_.push_back(Vertex(chain_[begin]));
-  EndWire(count > 2);
+  if (count > 2) context_.chain.push_back(Vertex(context_.chain[begin]));
+  context_.wires.End(context_.chain.size(), count > 2);
   return true;
 }
 

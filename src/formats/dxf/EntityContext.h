@@ -1,0 +1,79 @@
+// What the functions that read entities work with and share.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/element/VertexChains.h"
+#include "formats/dxf/DrawingColours.h"
+#include "formats/dxf/EntityGroups.h"
+
+namespace tesselink {
+
+class Drawing;
+class GroupScanner;
+class Report;
+
+/// What entities are read from. The scanner, the drawing and the report outlive their reader.
+struct EntitySource {
+  GroupScanner& scanner;
+  Drawing& drawing;
+  Report& report;
+  std::string programFolder;  ///< where the colour table lies
+  bool paperSpace = false;    ///< deliver paper space too
+  bool baselines = false;     ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
+};
+
+/// The chains of an entity that draws several: they lie one behind the other in the context's chain and are delivered
+/// one by one.
+class Wires {
+ public:
+  struct Wire {
+    std::size_t begin = 0, end = 0;  ///< of its vertices in the chain
+    bool closed = false;
+  };
+
+  void Clear() {
+    wires_.clear();
+    next_ = 0;
+  }
+  /// Ends a wire that holds the vertices behind the last one, up to the chain's size.
+  void End(std::size_t size, bool closed) { wires_.push_back({wires_.empty() ? 0 : wires_.back().end, size, closed}); }
+  bool IsEmpty() const { return wires_.empty(); }
+  bool HasNext() const { return next_ < wires_.size(); }
+  const Wire& Next() { return wires_[next_++]; }
+
+ private:
+  std::vector<Wire> wires_;
+  std::size_t next_ = 0;
+};
+
+/// The entity being read. An element is made in `chain`; what an entity type gathers besides is here as well, so that
+/// its memory is used again.
+struct EntityContext {
+  using Corners = std::array<std::int32_t, 4>;
+
+  explicit EntityContext(EntitySource from) : source(std::move(from)), colours(source.programFolder, source.report) {}
+  EntityContext(const EntityContext&) = delete;
+  EntityContext& operator=(const EntityContext&) = delete;
+
+  EntitySource source;
+  DrawingColours colours;
+
+  std::string type;     ///< as it may be shown
+  EntityGroups groups;  ///< the common ones
+  bool atEnd = false;   ///< the file has ended
+
+  VertexChain chain, scratch;
+  Wires wires;
+  std::vector<double> bulges;       ///< of the first vertices of the chain; the others have none
+  std::vector<std::int32_t> flags;  ///< likewise
+  std::vector<Corners> faces;       ///< of a polyface
+  SplineCurve spline;
+};
+
+}  // namespace tesselink

@@ -1,0 +1,25 @@
+// Telling of entities that are not delivered, or not as they are.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "formats/dxf/EntityContext.h"
+
+namespace tesselink {
+
+enum class WarningKind;
+
+/// A type's name as it may be shown, whatever stands in the file.
+std::string ShownType(std::string_view name);
+
+/// Warns of something at a place of the drawing, with the entity's type.
+void WarnAt(EntityContext& context, std::int64_t place, WarningKind kind, const std::string& what,
+            std::string_view subject = {});
+/// Warns of the entity, with its place and type.
+void Warn(EntityContext& context, WarningKind kind, const std::string& what, std::string_view subject = {});
+/// Warns that the entity is skipped, and why. Always false, which is what a function says that makes no element.
+bool Damaged(EntityContext& context, const std::string& what);
+
+}  // namespace tesselink

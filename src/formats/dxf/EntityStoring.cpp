@@ -1,0 +1,100 @@
+#include "formats/dxf/EntityStoring.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include "core/io/Text.h"
+#include "core/run/Report.h"
+#include "formats/dxf/Drawing.h"
+#include "formats/dxf/EntityReporting.h"
+
+namespace tesselink {
+namespace {
+
+constexpr std::int32_t kByLayer = 256;
+
+// 0xRRGGBB as a colour with red in the low byte.
+std::int32_t RedLow(std::int32_t colour) { return (colour >> 16 & 0xFF) | (colour & 0xFF00) | (colour & 0xFF) << 16; }
+
+}  // namespace
+
+bool IsFinite(const Vertex& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
+
+void ToWorld(EntityContext& context, const ObjectCoordinates& plane) {
+  if (plane.IsWorld()) return;
+  for (Vertex& v : context.chain) v = plane.ToWorld(v);
+}
+
+// Stores from the highest index down, so that each array grows once. Vertices are stored by index: the first may lie
+// at 0.
+bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind, std::size_t begin, std::size_t end) {
+  const auto first = context.chain.begin() + static_cast<std::ptrdiff_t>(begin);
+  const auto last = std::remove_if(first, context.chain.begin() + static_cast<std::ptrdiff_t>(end),
+                                   [](const Vertex& v) { return !IsFinite(v); });
+  const auto kept = last - first;
+  if (static_cast<std::size_t>(kept) < end - begin) {
+    if (kept == 0) return Damaged(context, "has no vertex that could be read");
+    Warn(context, WarningKind::WildVertices,
+         std::to_string(end - begin - static_cast<std::size_t>(kept)) + " vertices are no numbers and were left out");
+  }
+  if (kept == 0) return Damaged(context, "has no vertices");
+  constexpr double kGreatest = static_cast<double>(std::numeric_limits<float>::max());
+  bool wild = false;
+  for (std::ptrdiff_t i = kept; i-- > 0;) {
+    const Vertex& v = first[i];
+    const bool fits = std::fabs(v.z) <= kGreatest;
+    element.x(i, v.x);
+    element.Y(i, v.y);
+    element.Z(i, fits ? static_cast<float>(v.z) : 0.0F);
+    wild = wild || !fits;
+  }
+  if (wild) Warn(context, WarningKind::WildZ, "z values that are no number or too large were read as 0");
+  element.bType = kind;
+  return true;
+}
+
+bool StoreWire(EntityContext& context, tEntity& element) {
+  while (context.wires.HasNext()) {
+    const Wires::Wire& wire = context.wires.Next();
+    element.Closed = wire.closed;
+    if (StoreChain(context, element, kPolyline, wire.begin, wire.end)) return true;
+  }
+  return false;
+}
+
+bool StorePoint(EntityContext& context, tEntity& element, std::int16_t kind, const Vertex& at) {
+  context.chain.assign(1, at);
+  return StoreChain(context, element, kind);
+}
+
+bool StoreRadius(EntityContext& context, tEntity& element, double radius) {
+  if (!(radius <= static_cast<double>(std::numeric_limits<float>::max()))) {
+    return Damaged(context, "has a radius that is no number");
+  }
+  element.Rad = static_cast<float>(radius);
+  return true;
+}
+
+void StoreAttributes(EntityContext& context, tEntity& element) {
+  const EntityGroups& groups = context.groups;
+  const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
+  element.Layer = layer.name;
+  const std::string& lineType = groups.LineType();
+  if (!lineType.empty() && !EqualsIgnoringCase(lineType, "BYLAYER")) {
+    context.source.drawing.Text().DecodeName(lineType, element.LineStyle);
+  }
+  const std::int64_t number = std::abs(std::int64_t{groups.Integer(62, kByLayer)});
+  const bool byLayer = number >= kByLayer;
+  element.Colour = byLayer ? layer.colour : static_cast<std::int32_t>(number);
+  if (groups.TrueColour()) {
+    element.RGB = RedLow(*groups.TrueColour());
+  } else if (byLayer && layer.trueColour) {
+    element.RGB = RedLow(*layer.trueColour);
+  } else {
+    element.RGB = context.colours.Of(element.Colour);
+  }
+}
+
+}  // namespace tesselink

@@ -1,0 +1,32 @@
+// Storing what was made of an entity in an element. The functions that may refuse say so with a warning, and by false.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "core/element/tEntity.h"
+#include "formats/dxf/EntityContext.h"
+#include "formats/dxf/ObjectCoordinates.h"
+
+namespace tesselink {
+
+/// The vertices of the chain from `begin` up to `end`, those that are no numbers left out.
+bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind, std::size_t begin, std::size_t end);
+/// The whole chain.
+inline bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind) {
+  return StoreChain(context, element, kind, 0, context.chain.size());
+}
+/// The next wire that has vertices; false when there is none.
+bool StoreWire(EntityContext& context, tEntity& element);
+/// A single vertex.
+bool StorePoint(EntityContext& context, tEntity& element, std::int16_t kind, const Vertex& at);
+bool StoreRadius(EntityContext& context, tEntity& element, double radius);
+/// Layer, line type and colour, which every entity has.
+void StoreAttributes(EntityContext& context, tEntity& element);
+
+/// Whether x and y are numbers.
+bool IsFinite(const Vertex& v);
+/// Turns the chain from a plane's coordinates to those of the world.
+void ToWorld(EntityContext& context, const ObjectCoordinates& plane);
+
+}  // namespace tesselink

@@ -2,6 +2,7 @@
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
+#include "formats/dxf/EntityTypes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -29,8 +30,6 @@ const EntityReader::Type* EntityReader::TypeOf(std::string_view name) {
       Type{"LINE", &R::Gather, &R::MakeLine},
       Type{"POLYLINE", &R::GatherPolyline, &R::MakePolyline},
       Type{"LWPOLYLINE", &R::GatherLwPolyline, &R::MakeLwPolyline},
-      Type{"POINT", &R::Gather, &R::MakePoint},
-      Type{"INSERT", &R::Gather, &R::MakeInsert},
       Type{"TEXT", &R::Gather, &R::MakeText},
       Type{"MTEXT", &R::Gather, &R::MakeMText},
       Type{"ATTRIB", &R::Gather, &R::MakeAttrib},
@@ -51,18 +50,20 @@ bool EntityReader::Read(tEntity& element) {
   context_.groups.Begin(context_.source.scanner.Place());
   context_.wires.Clear();
   const std::string_view name = context_.source.scanner.Keyword();
-  const Type* type = TypeOf(name);
-  if (type == nullptr) {
+  const EntityType* type = EntityTypeOf(name);
+  const Type* own = type == nullptr ? TypeOf(name) : nullptr;
+  if (type == nullptr && own == nullptr) {
     PassOver(name);
     return false;
   }
-  context_.type = type->name;
+  context_.type = type != nullptr ? type->name : own->name;
   context_.chain.clear();
-  (this->*type->gather)();
+  type != nullptr ? type->gather(context_) : (this->*own->gather)();
   if (context_.groups.WrongPlace() != 0) {
     WarnAt(context_, context_.groups.WrongPlace(), WarningKind::Numbers, "expected a number");
   }
-  if (!IsWanted() || !(this->*type->make)(element)) return false;
+  if (!IsWanted()) return false;
+  if (!(type != nullptr ? type->make(context_, element) : (this->*own->make)(element))) return false;
   StoreAttributes(context_, element);
   return true;
 }
@@ -133,40 +134,6 @@ void EntityReader::GatherLwPolyline() {
 // ---- making elements
 
 bool EntityReader::MakeNothing(tEntity&) { return false; }
-
-bool EntityReader::MakePoint(tEntity& element) {
-  if (!context_.groups.Has(10)) return Damaged(context_, "has no location");
-  element.Text = "NOSTATUS";
-  return StorePoint(context_, element, kPoint, context_.groups.Point(0));
-}
-
-// A block inserted as an array has a vertex for each of its places.
-bool EntityReader::MakeInsert(tEntity& element) {
-  if (!context_.groups.Has(10)) return Damaged(context_, "has no insertion point");
-  const ObjectCoordinates plane(context_.groups.Extrusion());
-  const double rotation = context_.groups.Number(50, 0), angle = rotation * kPi / 180;
-  std::int64_t columns = std::max(context_.groups.Integer(70, 1), 1),
-               rows = std::max(context_.groups.Integer(71, 1), 1);
-  constexpr std::int64_t kMostPlaces = 65536;
-  if (columns * rows > kMostPlaces) {
-    Warn(context_, WarningKind::Arrays,
-         "an array of " + std::to_string(columns) + " by " + std::to_string(rows) + " was read as its first insertion");
-    columns = rows = 1;
-  }
-  const double stepX = context_.groups.Number(44, 0), stepY = context_.groups.Number(45, 0);
-  for (std::int64_t i = 0; i < columns * rows; ++i) {
-    const double x = static_cast<double>(i % columns) * stepX, y = static_cast<double>(i / columns) * stepY;
-    Vertex at = context_.groups.Point(0);
-    if (i > 0) {
-      at.x += x * std::cos(angle) - y * std::sin(angle);
-      at.y += x * std::sin(angle) + y * std::cos(angle);
-    }
-    context_.chain.push_back(plane.ToWorld(at));
-  }
-  context_.source.drawing.Text().DecodeName(context_.groups.Name(), element.Text);
-  element.TextAng = std::isfinite(rotation) ? plane.AngleToWorld(rotation) : 0;
-  return StoreChain(context_, element, kPoint);
-}
 
 bool EntityReader::MakeLine(tEntity& element) {
   if (!context_.groups.Has(10) || !context_.groups.Has(11)) return Damaged(context_, "has no start or no end");

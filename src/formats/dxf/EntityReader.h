@@ -52,8 +52,6 @@ class EntityReader {
   PolyVertex GatherVertex();
 
   // Making elements.
-  bool MakePoint(tEntity& element);
-  bool MakeInsert(tEntity& element);
   bool MakeLine(tEntity& element);
   bool MakeCircle(tEntity& element);
   bool MakeArc(tEntity& element);

@@ -1,0 +1,26 @@
+#include "formats/dxf/EntityTypes.h"
+
+#include <algorithm>
+#include <array>
+
+#include "formats/dxf/EntityGathering.h"
+#include "formats/dxf/PointEntities.h"
+
+namespace tesselink {
+namespace {
+
+// The most frequent first.
+constexpr std::array kTypes{
+    EntityType{"POINT", GatherCommon, MakePoint},
+    EntityType{"INSERT", GatherCommon, MakeInsert},
+};
+
+}  // namespace
+
+const EntityType* EntityTypeOf(std::string_view name) {
+  const auto found =
+      std::find_if(kTypes.begin(), kTypes.end(), [&](const EntityType& type) { return type.name == name; });
+  return found == kTypes.end() ? nullptr : &*found;
+}
+
+}  // namespace tesselink

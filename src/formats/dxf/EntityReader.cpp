@@ -27,7 +27,6 @@ EntityReader::EntityReader(EntitySource source) : context_(std::move(source)) {}
 const EntityReader::Type* EntityReader::TypeOf(std::string_view name) {
   using R = EntityReader;
   static constexpr std::array kTypes{
-      Type{"LINE", &R::Gather, &R::MakeLine},
       Type{"POLYLINE", &R::GatherPolyline, &R::MakePolyline},
       Type{"LWPOLYLINE", &R::GatherLwPolyline, &R::MakeLwPolyline},
       Type{"TEXT", &R::Gather, &R::MakeText},
@@ -38,9 +37,6 @@ const EntityReader::Type* EntityReader::TypeOf(std::string_view name) {
       Type{"ARC", &R::Gather, &R::MakeArc},
       Type{"ELLIPSE", &R::Gather, &R::MakeEllipse},
       Type{"SPLINE", &R::GatherSpline, &R::MakeSpline},
-      Type{"3DFACE", &R::Gather, &R::MakeFace},
-      Type{"SOLID", &R::Gather, &R::MakeSolid},
-      Type{"TRACE", &R::Gather, &R::MakeSolid},
   };
   const auto found = std::find_if(kTypes.begin(), kTypes.end(), [&](const Type& type) { return type.name == name; });
   return found == kTypes.end() ? nullptr : &*found;
@@ -135,15 +131,6 @@ void EntityReader::GatherLwPolyline() {
 
 bool EntityReader::MakeNothing(tEntity&) { return false; }
 
-bool EntityReader::MakeLine(tEntity& element) {
-  if (!context_.groups.Has(10) || !context_.groups.Has(11)) return Damaged(context_, "has no start or no end");
-  if (!IsFinite(context_.groups.Point(0)) || !IsFinite(context_.groups.Point(1)))
-    return Damaged(context_, "has an end that is no number");
-  context_.chain.push_back(context_.groups.Point(0));
-  context_.chain.push_back(context_.groups.Point(1));
-  return StoreChain(context_, element, kLine);
-}
-
 // A circle that is tilted against the map is no circle there.
 bool EntityReader::MakeCircle(tEntity& element) {
   if (!context_.groups.Has(10) || !context_.groups.Has(40)) return Damaged(context_, "has no centre or no radius");
@@ -220,26 +207,6 @@ bool EntityReader::MakeSpline(tEntity& element) {
     Warn(context_, WarningKind::Splines, reason + "; straight segments through its points were delivered");
   }
   element.Closed = context_.spline.closed;
-  return StoreChain(context_, element, kPolyline);
-}
-
-bool EntityReader::MakeFace(tEntity& element) { return MakeOutline(element, {0, 1, 2, 3}, {}); }
-
-// The corners of a solid go across: first, second, fourth, third.
-bool EntityReader::MakeSolid(tEntity& element) {
-  return MakeOutline(element, {0, 1, 3, 2}, ObjectCoordinates(context_.groups.Extrusion()));
-}
-
-bool EntityReader::MakeOutline(tEntity& element, const std::array<int, 4>& order, const ObjectCoordinates& plane) {
-  const bool triangle = !context_.groups.Has(13) || context_.groups.Point(3) == context_.groups.Point(2);
-  for (const int corner : order) {
-    if (context_.groups.Has(10 + corner) && !(triangle && corner == 3))
-      context_.chain.push_back(context_.groups.Point(corner));
-  }
-  if (context_.chain.size() < 3) return Damaged(context_, "has fewer than three corners");
-  context_.chain.push_back(Vertex(context_.chain.front()));
-  ToWorld(context_, plane);
-  element.Closed = true;
   return StoreChain(context_, element, kPolyline);
 }
 

@@ -52,13 +52,10 @@ class EntityReader {
   PolyVertex GatherVertex();
 
   // Making elements.
-  bool MakeLine(tEntity& element);
   bool MakeCircle(tEntity& element);
   bool MakeArc(tEntity& element);
   bool MakeEllipse(tEntity& element);
   bool MakeSpline(tEntity& element);
-  bool MakeFace(tEntity& element);
-  bool MakeSolid(tEntity& element);
   bool MakeLwPolyline(tEntity& element);
   bool MakePolyline(tEntity& element);
   bool MakeText(tEntity& element);
@@ -66,7 +63,6 @@ class EntityReader {
   bool MakeMText(tEntity& element);
   bool MakeNothing(tEntity& element);
 
-  bool MakeOutline(tEntity& element, const std::array<int, 4>& order, const ObjectCoordinates& plane);
   bool MakePlacedText(tEntity& element, std::int32_t vertical);
   void FinishText(tEntity& element);
   void AddVertex(const PolyVertex& vertex);

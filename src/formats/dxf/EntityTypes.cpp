@@ -4,6 +4,7 @@
 #include <array>
 
 #include "formats/dxf/EntityGathering.h"
+#include "formats/dxf/LineEntities.h"
 #include "formats/dxf/PointEntities.h"
 
 namespace tesselink {
@@ -11,8 +12,9 @@ namespace {
 
 // The most frequent first.
 constexpr std::array kTypes{
-    EntityType{"POINT", GatherCommon, MakePoint},
-    EntityType{"INSERT", GatherCommon, MakeInsert},
+    EntityType{"LINE", GatherCommon, MakeLine},     EntityType{"POINT", GatherCommon, MakePoint},
+    EntityType{"INSERT", GatherCommon, MakeInsert}, EntityType{"3DFACE", GatherCommon, MakeFace},
+    EntityType{"SOLID", GatherCommon, MakeSolid},   EntityType{"TRACE", GatherCommon, MakeSolid},
 };
 
 }  // namespace

@@ -1,0 +1,47 @@
+#include "formats/dxf/LineEntities.h"
+
+#include <array>
+
+#include "formats/dxf/EntityReporting.h"
+#include "formats/dxf/EntityStoring.h"
+
+namespace tesselink {
+namespace {
+
+// The outline through three or four corners, named in the order in which it goes through them.
+bool MakeOutline(EntityContext& context, tEntity& element, const std::array<int, 4>& order,
+                 const ObjectCoordinates& plane) {
+  const EntityGroups& groups = context.groups;
+  VertexChain& chain = context.chain;
+  const bool triangle = !groups.Has(13) || groups.Point(3) == groups.Point(2);
+  for (const int corner : order) {
+    if (groups.Has(10 + corner) && !(triangle && corner == 3)) chain.push_back(groups.Point(corner));
+  }
+  if (chain.size() < 3) return Damaged(context, "has fewer than three corners");
+  chain.push_back(Vertex(chain.front()));
+  ToWorld(context, plane);
+  element.Closed = true;
+  return StoreChain(context, element, kPolyline);
+}
+
+}  // namespace
+
+bool MakeLine(EntityContext& context, tEntity& element) {
+  const EntityGroups& groups = context.groups;
+  if (!groups.Has(10) || !groups.Has(11)) return Damaged(context, "has no start or no end");
+  if (!IsFinite(groups.Point(0)) || !IsFinite(groups.Point(1))) {
+    return Damaged(context, "has an end that is no number");
+  }
+  context.chain.push_back(groups.Point(0));
+  context.chain.push_back(groups.Point(1));
+  return StoreChain(context, element, kLine);
+}
+
+bool MakeFace(EntityContext& context, tEntity& element) { return MakeOutline(context, element, {0, 1, 2, 3}, {}); }
+
+// The corners of a solid go across: first, second, fourth, third.
+bool MakeSolid(EntityContext& context, tEntity& element) {
+  return MakeOutline(context, element, {0, 1, 3, 2}, ObjectCoordinates(context.groups.Extrusion()));
+}
+
+}  // namespace tesselink

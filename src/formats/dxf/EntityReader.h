@@ -46,16 +46,11 @@ class EntityReader {
 
   // Gathering groups.
   void Gather();
-  void GatherSpline();
   void GatherLwPolyline();
   void GatherPolyline();
   PolyVertex GatherVertex();
 
   // Making elements.
-  bool MakeCircle(tEntity& element);
-  bool MakeArc(tEntity& element);
-  bool MakeEllipse(tEntity& element);
-  bool MakeSpline(tEntity& element);
   bool MakeLwPolyline(tEntity& element);
   bool MakePolyline(tEntity& element);
   bool MakeText(tEntity& element);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "formats/dxf/CurveEntities.h"
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/LineEntities.h"
 #include "formats/dxf/PointEntities.h"
@@ -13,7 +14,9 @@ namespace {
 // The most frequent first.
 constexpr std::array kTypes{
     EntityType{"LINE", GatherCommon, MakeLine},     EntityType{"POINT", GatherCommon, MakePoint},
-    EntityType{"INSERT", GatherCommon, MakeInsert}, EntityType{"3DFACE", GatherCommon, MakeFace},
+    EntityType{"INSERT", GatherCommon, MakeInsert}, EntityType{"CIRCLE", GatherCommon, MakeCircle},
+    EntityType{"ARC", GatherCommon, MakeArc},       EntityType{"ELLIPSE", GatherCommon, MakeEllipse},
+    EntityType{"SPLINE", GatherSpline, MakeSpline}, EntityType{"3DFACE", GatherCommon, MakeFace},
     EntityType{"SOLID", GatherCommon, MakeSolid},   EntityType{"TRACE", GatherCommon, MakeSolid},
 };
 

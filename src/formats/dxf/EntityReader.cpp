@@ -23,9 +23,6 @@ const EntityReader::Type* EntityReader::TypeOf(std::string_view name) {
   static constexpr std::array kTypes{
       Type{"POLYLINE", &R::GatherPolyline, &R::MakePolyline},
       Type{"LWPOLYLINE", &R::GatherLwPolyline, &R::MakeLwPolyline},
-      Type{"TEXT", &R::Gather, &R::MakeText},
-      Type{"MTEXT", &R::Gather, &R::MakeMText},
-      Type{"ATTRIB", &R::Gather, &R::MakeAttrib},
       Type{"SEQEND", &R::Gather, &R::MakeNothing},
   };
   const auto found = std::find_if(kTypes.begin(), kTypes.end(), [&](const Type& type) { return type.name == name; });

@@ -53,13 +53,8 @@ class EntityReader {
   // Making elements.
   bool MakeLwPolyline(tEntity& element);
   bool MakePolyline(tEntity& element);
-  bool MakeText(tEntity& element);
-  bool MakeAttrib(tEntity& element);
-  bool MakeMText(tEntity& element);
   bool MakeNothing(tEntity& element);
 
-  bool MakePlacedText(tEntity& element, std::int32_t vertical);
-  void FinishText(tEntity& element);
   void AddVertex(const PolyVertex& vertex);
   void DropFrame();
   void DrawBulges(bool closed);

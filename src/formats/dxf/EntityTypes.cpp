@@ -7,17 +7,20 @@
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/LineEntities.h"
 #include "formats/dxf/PointEntities.h"
+#include "formats/dxf/TextEntities.h"
 
 namespace tesselink {
 namespace {
 
 // The most frequent first.
 constexpr std::array kTypes{
-    EntityType{"LINE", GatherCommon, MakeLine},     EntityType{"POINT", GatherCommon, MakePoint},
-    EntityType{"INSERT", GatherCommon, MakeInsert}, EntityType{"CIRCLE", GatherCommon, MakeCircle},
-    EntityType{"ARC", GatherCommon, MakeArc},       EntityType{"ELLIPSE", GatherCommon, MakeEllipse},
-    EntityType{"SPLINE", GatherSpline, MakeSpline}, EntityType{"3DFACE", GatherCommon, MakeFace},
-    EntityType{"SOLID", GatherCommon, MakeSolid},   EntityType{"TRACE", GatherCommon, MakeSolid},
+    EntityType{"LINE", GatherCommon, MakeLine},       EntityType{"POINT", GatherCommon, MakePoint},
+    EntityType{"INSERT", GatherCommon, MakeInsert},   EntityType{"TEXT", GatherCommon, MakeText},
+    EntityType{"MTEXT", GatherCommon, MakeMText},     EntityType{"ATTRIB", GatherCommon, MakeAttrib},
+    EntityType{"CIRCLE", GatherCommon, MakeCircle},   EntityType{"ARC", GatherCommon, MakeArc},
+    EntityType{"ELLIPSE", GatherCommon, MakeEllipse}, EntityType{"SPLINE", GatherSpline, MakeSpline},
+    EntityType{"3DFACE", GatherCommon, MakeFace},     EntityType{"SOLID", GatherCommon, MakeSolid},
+    EntityType{"TRACE", GatherCommon, MakeSolid},
 };
 
 }  // namespace

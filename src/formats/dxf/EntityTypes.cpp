@@ -7,6 +7,7 @@
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/LineEntities.h"
 #include "formats/dxf/PointEntities.h"
+#include "formats/dxf/PolylineEntities.h"
 #include "formats/dxf/TextEntities.h"
 
 namespace tesselink {
@@ -14,12 +15,21 @@ namespace {
 
 // The most frequent first.
 constexpr std::array kTypes{
-    EntityType{"LINE", GatherCommon, MakeLine},       EntityType{"POINT", GatherCommon, MakePoint},
-    EntityType{"INSERT", GatherCommon, MakeInsert},   EntityType{"TEXT", GatherCommon, MakeText},
-    EntityType{"MTEXT", GatherCommon, MakeMText},     EntityType{"ATTRIB", GatherCommon, MakeAttrib},
-    EntityType{"CIRCLE", GatherCommon, MakeCircle},   EntityType{"ARC", GatherCommon, MakeArc},
-    EntityType{"ELLIPSE", GatherCommon, MakeEllipse}, EntityType{"SPLINE", GatherSpline, MakeSpline},
-    EntityType{"3DFACE", GatherCommon, MakeFace},     EntityType{"SOLID", GatherCommon, MakeSolid},
+    EntityType{"LINE", GatherCommon, MakeLine},
+    EntityType{"POLYLINE", GatherPolyline, MakePolyline},
+    EntityType{"LWPOLYLINE", GatherLwPolyline, MakeLwPolyline},
+    EntityType{"POINT", GatherCommon, MakePoint},
+    EntityType{"INSERT", GatherCommon, MakeInsert},
+    EntityType{"TEXT", GatherCommon, MakeText},
+    EntityType{"MTEXT", GatherCommon, MakeMText},
+    EntityType{"ATTRIB", GatherCommon, MakeAttrib},
+    EntityType{"SEQEND", GatherCommon, nullptr},
+    EntityType{"CIRCLE", GatherCommon, MakeCircle},
+    EntityType{"ARC", GatherCommon, MakeArc},
+    EntityType{"ELLIPSE", GatherCommon, MakeEllipse},
+    EntityType{"SPLINE", GatherSpline, MakeSpline},
+    EntityType{"3DFACE", GatherCommon, MakeFace},
+    EntityType{"SOLID", GatherCommon, MakeSolid},
     EntityType{"TRACE", GatherCommon, MakeSolid},
 };
 

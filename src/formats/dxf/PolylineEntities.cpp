@@ -1,17 +1,18 @@
-// The part of EntityReader that makes polylines, meshes and polyfaces.
+#include "formats/dxf/PolylineEntities.h"
+
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "core/run/Report.h"
-#include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityGathering.h"
-#include "formats/dxf/EntityReader.h"
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
-#include "formats/dxf/GroupScanner.h"
 
 namespace tesselink {
 namespace {
+
+using Corners = EntityContext::Corners;
 
 enum PolylineFlag : std::int32_t {
   kClosed = 1,
@@ -28,64 +29,39 @@ enum VertexFlag : std::int32_t {
   kPolyfacePart = 128,
 };
 
-}  // namespace
+struct PolyVertex {
+  Vertex at;
+  double bulge = 0;
+  std::int32_t flags = 0;
+  Corners corners{};
+};
 
-bool EntityReader::MakeLwPolyline(tEntity& element) {
-  const bool closed = (context_.groups.Integer(70, 0) & kClosed) != 0;
-  for (Vertex& v : context_.chain) v.z = context_.groups.Elevation();
-  DrawBulges(closed);
-  ToWorld(context_, ObjectCoordinates(context_.groups.Extrusion()));
-  element.Closed = closed;
-  return StoreChain(context_, element, kPolyline);
-}
-
-// The vertices follow as entities of their own, up to a SEQEND or any other entity. Whether a polyline says that they
-// follow does not matter: many that have some do not say so.
-void EntityReader::GatherPolyline() {
-  Gather();
-  context_.bulges.clear();
-  context_.flags.clear();
-  context_.faces.clear();
-  const bool polyface = (context_.groups.Integer(70, 0) & kPolyface) != 0;
-  while (IsAt(context_, "VERTEX")) {
-    const PolyVertex vertex = GatherVertex();
-    if (polyface && (vertex.flags & kPolyfacePart) != 0 && (vertex.flags & kLocation) == 0) {
-      context_.faces.push_back(vertex.corners);
-    } else {
-      AddVertex(vertex);
-    }
-  }
-  if (IsAt(context_, "SEQEND")) {
-    while (NextGroup(context_)) {
-    }
-  }
-}
-
-EntityReader::PolyVertex EntityReader::GatherVertex() {
+PolyVertex GatherVertex(EntityContext& context) {
+  const GroupScanner& scanner = context.source.scanner;
   PolyVertex vertex;
-  while (NextGroup(context_)) {
-    const int code = context_.source.scanner.Code();
+  while (NextGroup(context)) {
+    const int code = scanner.Code();
     switch (code) {
       case 10:
-        vertex.at.x = NumberHere(context_);
+        vertex.at.x = NumberHere(context);
         break;
       case 20:
-        vertex.at.y = NumberHere(context_);
+        vertex.at.y = NumberHere(context);
         break;
       case 30:
-        vertex.at.z = NumberHere(context_);
+        vertex.at.z = NumberHere(context);
         break;
       case 42:
-        vertex.bulge = NumberHere(context_);
+        vertex.bulge = NumberHere(context);
         break;
       case 70:
-        vertex.flags = context_.source.scanner.Integer().value_or(0);
+        vertex.flags = scanner.Integer().value_or(0);
         break;
       case 71:
       case 72:
       case 73:
       case 74:
-        vertex.corners[static_cast<std::size_t>(code - 71)] = context_.source.scanner.Integer().value_or(0);
+        vertex.corners[static_cast<std::size_t>(code - 71)] = scanner.Integer().value_or(0);
         break;
       default:
         break;
@@ -94,93 +70,76 @@ EntityReader::PolyVertex EntityReader::GatherVertex() {
   return vertex;
 }
 
-void EntityReader::AddVertex(const PolyVertex& vertex) {
-  context_.chain.push_back(vertex.at);
+void AddVertex(EntityContext& context, const PolyVertex& vertex) {
+  context.chain.push_back(vertex.at);
   if (vertex.bulge != 0) {
-    context_.bulges.resize(context_.chain.size());
-    context_.bulges.back() = vertex.bulge;
+    context.bulges.resize(context.chain.size());
+    context.bulges.back() = vertex.bulge;
   }
   if (vertex.flags != 0) {
-    context_.flags.resize(context_.chain.size());
-    context_.flags.back() = vertex.flags;
+    context.flags.resize(context.chain.size());
+    context.flags.back() = vertex.flags;
   }
 }
 
 // Leaves out the points of a spline's frame, unless nothing else is there.
-void EntityReader::DropFrame() {
-  context_.flags.resize(context_.chain.size());
-  context_.bulges.resize(context_.chain.size());
+void DropFrame(EntityContext& context) {
+  VertexChain& chain = context.chain;
+  context.flags.resize(chain.size());
+  context.bulges.resize(chain.size());
   const auto isFrame = [](std::int32_t flags) { return (flags & kFramePoint) != 0; };
-  if (std::all_of(context_.flags.begin(), context_.flags.end(), isFrame)) return;
+  if (std::all_of(context.flags.begin(), context.flags.end(), isFrame)) return;
   std::size_t kept = 0;
-  for (std::size_t i = 0; i < context_.chain.size(); ++i) {
-    if (isFrame(context_.flags[i])) continue;
-    context_.chain[kept] = context_.chain[i];
-    context_.bulges[kept++] = context_.bulges[i];
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    if (isFrame(context.flags[i])) continue;
+    chain[kept] = chain[i];
+    context.bulges[kept++] = context.bulges[i];
   }
-  context_.chain.resize(kept);
-  context_.bulges.resize(kept);
-}
-
-bool EntityReader::MakePolyline(tEntity& element) {
-  const std::int32_t flags = context_.groups.Integer(70, 0);
-  if ((flags & kPolyface) != 0) return MakePolyface(element);
-  if ((flags & kSplineFit) != 0) DropFrame();
-  if ((flags & kMesh) != 0) return MakeMesh(element, flags);
-  const bool closed = (flags & kClosed) != 0;
-  element.Closed = closed;
-  if ((flags & k3d) != 0) {
-    context_.bulges.clear();
-    DrawBulges(closed);
-    return StoreChain(context_, element, kPolyline);
-  }
-  const double elevation = context_.groups.Point(0).z;
-  for (Vertex& v : context_.chain) v.z = v.z == 0 ? elevation : v.z;
-  DrawBulges(closed);
-  ToWorld(context_, ObjectCoordinates(context_.groups.Extrusion()));
-  return StoreChain(context_, element, kPolyline);
+  chain.resize(kept);
+  context.bulges.resize(kept);
 }
 
 // Replaces segments with a bulge by their arcs and appends the vertex that closes the chain.
-void EntityReader::DrawBulges(bool closed) {
-  if (context_.chain.size() < 2) return;
-  const std::size_t count = context_.chain.size();
-  const auto bulge = [this](std::size_t i) { return i < context_.bulges.size() ? context_.bulges[i] : 0; };
-  const bool closing = closed && !(context_.chain.front() == context_.chain.back());
-  if (std::all_of(context_.bulges.begin(), context_.bulges.end(), [](double b) { return b == 0; })) {
-    if (closing) context_.chain.push_back(Vertex(context_.chain.front()));
+void DrawBulges(EntityContext& context, bool closed) {
+  VertexChain& chain = context.chain;
+  const std::vector<double>& bulges = context.bulges;
+  if (chain.size() < 2) return;
+  const std::size_t count = chain.size();
+  const auto bulge = [&bulges](std::size_t i) { return i < bulges.size() ? bulges[i] : 0; };
+  const bool closing = closed && !(chain.front() == chain.back());
+  if (std::all_of(bulges.begin(), bulges.end(), [](double b) { return b == 0; })) {
+    if (closing) chain.push_back(Vertex(chain.front()));
     return;
   }
-  context_.scratch.assign(1, context_.chain.front());
-  for (std::size_t i = 0; i + 1 < count; ++i)
-    AppendBulge(context_.scratch, context_.chain[i], context_.chain[i + 1], bulge(i));
-  if (closing) AppendBulge(context_.scratch, context_.chain.back(), context_.chain.front(), bulge(count - 1));
-  context_.chain.swap(context_.scratch);
+  VertexChain& drawn = context.scratch;
+  drawn.assign(1, chain.front());
+  for (std::size_t i = 0; i + 1 < count; ++i) AppendBulge(drawn, chain[i], chain[i + 1], bulge(i));
+  if (closing) AppendBulge(drawn, chain.back(), chain.front(), bulge(count - 1));
+  chain.swap(drawn);
 }
 
-// ---- wires
-
 // The rows of a mesh and its columns. The declared sizes count only as far as there are vertices.
-bool EntityReader::MakeMesh(tEntity& element, std::int32_t flags) {
-  const bool fitted =
-      (flags & kSplineFit) != 0 && context_.groups.Integer(73, 0) > 0 && context_.groups.Integer(74, 0) > 0;
+bool MakeMesh(EntityContext& context, tEntity& element, std::int32_t flags) {
+  const EntityGroups& groups = context.groups;
+  VertexChain& chain = context.chain;
+  const bool fitted = (flags & kSplineFit) != 0 && groups.Integer(73, 0) > 0 && groups.Integer(74, 0) > 0;
   const auto size = [](std::int32_t value) { return static_cast<std::size_t>(std::max(value, 0)); };
-  const std::size_t columns = size(context_.groups.Integer(fitted ? 74 : 72, 0));
-  if (columns == 0 || context_.chain.size() < columns) return Damaged(context_, "has no row of vertices");
-  const std::size_t rows =
-      std::min(size(context_.groups.Integer(fitted ? 73 : 71, 0)), context_.chain.size() / columns);
-  if (rows == 0) return Damaged(context_, "has no row of vertices");
-  if (rows * columns < context_.chain.size()) {
-    Warn(context_, WarningKind::MeshSize,
-         std::to_string(context_.chain.size() - rows * columns) + " vertices beyond the " + std::to_string(rows) +
-             " by " + std::to_string(columns) + " of its mesh were left out");
+  const std::size_t columns = size(groups.Integer(fitted ? 74 : 72, 0));
+  if (columns == 0 || chain.size() < columns) return Damaged(context, "has no row of vertices");
+  const std::size_t rows = std::min(size(groups.Integer(fitted ? 73 : 71, 0)), chain.size() / columns);
+  if (rows == 0) return Damaged(context, "has no row of vertices");
+  if (rows * columns < chain.size()) {
+    Warn(context, WarningKind::MeshSize,
+         std::to_string(chain.size() - rows * columns) + " vertices beyond the " + std::to_string(rows) + " by " +
+             std::to_string(columns) + " of its mesh were left out");
   }
-  context_.scratch.swap(context_.chain);
-  context_.chain.clear();
+  const VertexChain& vertices = context.scratch;
+  context.scratch.swap(chain);
+  chain.clear();
   const auto wire = [&](std::size_t first, std::size_t step, std::size_t count, bool closed) {
-    for (std::size_t i = 0; i < count; ++i) context_.chain.push_back(context_.scratch[first + i * step]);
-    if (closed) context_.chain.push_back(context_.scratch[first]);
-    context_.wires.End(context_.chain.size(), closed);
+    for (std::size_t i = 0; i < count; ++i) chain.push_back(vertices[first + i * step]);
+    if (closed) chain.push_back(vertices[first]);
+    context.wires.End(chain.size(), closed);
   };
   const bool rowsClosed = (flags & kClosedAcross) != 0, columnsClosed = (flags & kClosed) != 0;
   if (columns > 1) {
@@ -189,38 +148,115 @@ bool EntityReader::MakeMesh(tEntity& element, std::int32_t flags) {
   if (rows > 1) {
     for (std::size_t column = 0; column < columns; ++column) wire(column, columns, rows, columnsClosed);
   }
-  if (context_.wires.IsEmpty()) wire(0, 1, 1, false);
-  return StoreWire(context_, element);
-}
-
-bool EntityReader::MakePolyface(tEntity& element) {
-  context_.scratch.swap(context_.chain);
-  context_.chain.clear();
-  std::size_t wrong = 0;
-  for (const Corners& corners : context_.faces) wrong += AddFace(corners, context_.scratch) ? 0 : 1;
-  if (wrong > 0) {
-    Warn(context_, WarningKind::PolyfaceFaces, std::to_string(wrong) + " faces do not name vertices and were left out");
-  }
-  return context_.wires.IsEmpty() ? Damaged(context_, "has no faces") : StoreWire(context_, element);
+  if (context.wires.IsEmpty()) wire(0, 1, 1, false);
+  return StoreWire(context, element);
 }
 
 // A corner is the number of a vertex, counted from 1, negative before a hidden edge; hidden edges are drawn too.
-bool EntityReader::AddFace(const Corners& corners, const VertexChain& locations) {
-  const std::size_t begin = context_.chain.size();
+bool AddFace(EntityContext& context, const Corners& corners, const VertexChain& locations) {
+  VertexChain& chain = context.chain;
+  const std::size_t begin = chain.size();
   for (const std::int32_t corner : corners) {
     if (corner == 0) break;
     const auto number = static_cast<std::size_t>(std::abs(std::int64_t{corner}));
     if (number > locations.size()) {
-      context_.chain.resize(begin);
+      chain.resize(begin);
       return false;
     }
-    context_.chain.push_back(locations[number - 1]);
+    chain.push_back(locations[number - 1]);
   }
-  const std::size_t count = context_.chain.size() - begin;
+  const std::size_t count = chain.size() - begin;
   if (count == 0) return false;
-  if (count > 2) context_.chain.push_back(Vertex(context_.chain[begin]));
-  context_.wires.End(context_.chain.size(), count > 2);
+  if (count > 2) chain.push_back(Vertex(chain[begin]));
+  context.wires.End(chain.size(), count > 2);
   return true;
+}
+
+bool MakePolyface(EntityContext& context, tEntity& element) {
+  context.scratch.swap(context.chain);
+  context.chain.clear();
+  std::size_t wrong = 0;
+  for (const Corners& corners : context.faces) wrong += AddFace(context, corners, context.scratch) ? 0 : 1;
+  if (wrong > 0) {
+    Warn(context, WarningKind::PolyfaceFaces, std::to_string(wrong) + " faces do not name vertices and were left out");
+  }
+  return context.wires.IsEmpty() ? Damaged(context, "has no faces") : StoreWire(context, element);
+}
+
+}  // namespace
+
+void GatherLwPolyline(EntityContext& context) {
+  VertexChain& chain = context.chain;
+  std::vector<double>& bulges = context.bulges;
+  bulges.clear();
+  GatherWith(context, [&](int code) {
+    switch (code) {
+      case 10:
+        chain.push_back({NumberHere(context), 0, 0});
+        return true;
+      case 20:
+        if (!chain.empty()) chain.back().y = NumberHere(context);
+        return true;
+      case 42:
+        if (!chain.empty()) {
+          bulges.resize(chain.size());
+          bulges.back() = NumberHere(context);
+        }
+        return true;
+      default:
+        return false;
+    }
+  });
+}
+
+bool MakeLwPolyline(EntityContext& context, tEntity& element) {
+  const bool closed = (context.groups.Integer(70, 0) & kClosed) != 0;
+  for (Vertex& v : context.chain) v.z = context.groups.Elevation();
+  DrawBulges(context, closed);
+  ToWorld(context, ObjectCoordinates(context.groups.Extrusion()));
+  element.Closed = closed;
+  return StoreChain(context, element, kPolyline);
+}
+
+// The vertices follow as entities of their own, up to a SEQEND or any other entity. Whether a polyline says that they
+// follow does not matter: many that have some do not say so.
+void GatherPolyline(EntityContext& context) {
+  GatherCommon(context);
+  context.bulges.clear();
+  context.flags.clear();
+  context.faces.clear();
+  const bool polyface = (context.groups.Integer(70, 0) & kPolyface) != 0;
+  while (IsAt(context, "VERTEX")) {
+    const PolyVertex vertex = GatherVertex(context);
+    if (polyface && (vertex.flags & kPolyfacePart) != 0 && (vertex.flags & kLocation) == 0) {
+      context.faces.push_back(vertex.corners);
+    } else {
+      AddVertex(context, vertex);
+    }
+  }
+  if (IsAt(context, "SEQEND")) {
+    while (NextGroup(context)) {
+    }
+  }
+}
+
+bool MakePolyline(EntityContext& context, tEntity& element) {
+  const std::int32_t flags = context.groups.Integer(70, 0);
+  if ((flags & kPolyface) != 0) return MakePolyface(context, element);
+  if ((flags & kSplineFit) != 0) DropFrame(context);
+  if ((flags & kMesh) != 0) return MakeMesh(context, element, flags);
+  const bool closed = (flags & kClosed) != 0;
+  element.Closed = closed;
+  if ((flags & k3d) != 0) {
+    context.bulges.clear();
+    DrawBulges(context, closed);
+    return StoreChain(context, element, kPolyline);
+  }
+  const double elevation = context.groups.Point(0).z;
+  for (Vertex& v : context.chain) v.z = v.z == 0 ? elevation : v.z;
+  DrawBulges(context, closed);
+  ToWorld(context, ObjectCoordinates(context.groups.Extrusion()));
+  return StoreChain(context, element, kPolyline);
 }
 
 }  // namespace tesselink

@@ -14,14 +14,9 @@ constexpr double kLeastContrast = 3;
 constexpr std::int32_t kBlack = 0;
 constexpr std::int32_t kWhite = 0xFFFFFF;
 
-constexpr std::int32_t Colour(int red, int green, int blue) { return red | green << 8 | blue << 16; }
-
-// Names of Landmark layers that are not among the named colours.
-constexpr std::array<NamedColour, 2> kFurtherNames{{{"DARKBLUE", 0, 0, 139}, {"DARKGREEN", 0, 100, 0}}};
-
 constexpr std::array<std::int32_t, 8> kPalette{
-    Colour(0, 114, 178),  Colour(213, 94, 0),  Colour(0, 158, 115), Colour(204, 121, 167),
-    Colour(86, 180, 233), Colour(230, 159, 0), Colour(96, 96, 96),  Colour(240, 228, 66),
+    ColourOf(0, 114, 178),  ColourOf(213, 94, 0),  ColourOf(0, 158, 115), ColourOf(204, 121, 167),
+    ColourOf(86, 180, 233), ColourOf(230, 159, 0), ColourOf(96, 96, 96),  ColourOf(240, 228, 66),
 };
 
 // Relative luminance after WCAG 2.
@@ -38,23 +33,14 @@ std::int32_t Mixed(std::int32_t from, std::int32_t to, double share) {
     const double a = from >> shift & 0xFF, b = to >> shift & 0xFF;
     return static_cast<int>(std::lround(a + (b - a) * share));
   };
-  return Colour(part(0), part(8), part(16));
-}
-
-template <typename Names>
-std::optional<std::int32_t> Find(const Names& names, std::string_view name) {
-  const auto found =
-      std::find_if(names.begin(), names.end(), [&](const NamedColour& n) { return EqualsIgnoringCase(n.name, name); });
-  if (found == names.end()) return std::nullopt;
-  return Colour(found->red, found->green, found->blue);
+  return ColourOf(part(0), part(8), part(16));
 }
 
 }  // namespace
 
 std::optional<std::int32_t> ColourNamed(std::string_view layer) {
-  const std::string_view name = Trimmed(layer);
-  const auto colour = Find(kColourNames, name);
-  return colour ? colour : Find(kFurtherNames, name);
+  const NamedColour* named = LayerNamedForColour(Trimmed(layer));
+  return named == nullptr ? std::nullopt : std::optional(ColourOf(*named));
 }
 
 std::int32_t PaletteColour(std::size_t layer) { return kPalette[layer % kPalette.size()]; }

@@ -7,7 +7,12 @@
 namespace tesselink {
 namespace {
 
-std::int32_t ColourOf(const NamedColour& named) { return named.red | named.green << 8 | named.blue << 16; }
+template <std::size_t Count>
+const NamedColour* Find(const std::array<NamedColour, Count>& names, std::string_view name) {
+  const auto named = std::find_if(names.begin(), names.end(),
+                                  [&](const NamedColour& colour) { return EqualsIgnoringCase(colour.name, name); });
+  return named == names.end() ? nullptr : &*named;
+}
 
 }  // namespace
 
@@ -28,9 +33,13 @@ std::string_view ColourName(std::int32_t colour) {
 }
 
 std::int32_t ColourOfName(std::string_view name) {
-  const auto named = std::find_if(kColourNames.begin(), kColourNames.end(),
-                                  [&](const NamedColour& colour) { return EqualsIgnoringCase(colour.name, name); });
-  return named == kColourNames.end() ? 0 : ColourOf(*named);
+  const NamedColour* named = Find(kColourNames, name);
+  return named == nullptr ? 0 : ColourOf(*named);
+}
+
+const NamedColour* LayerNamedForColour(std::string_view name) {
+  const NamedColour* named = Find(kColourNames, name);
+  return named == nullptr ? Find(kFurtherLayerNames, name) : named;
 }
 
 }  // namespace tesselink

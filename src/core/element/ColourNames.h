@@ -1,4 +1,4 @@
-// The eighteen named colours. A 24-bit colour holds red in the low byte, green in the middle one, blue in the high one.
+// The named colours. A 24-bit colour holds red in the low byte, green in the middle one, blue in the high one.
 #pragma once
 
 #include <array>
@@ -35,11 +35,21 @@ inline constexpr std::array<NamedColour, 18> kColourNames{{
     {"WHITE", 255, 255, 255},
 }};
 
+/// The names that layers of Landmark drawings may have besides, which makes twenty. No colour is ever given one of
+/// them; a picture draws them in these.
+inline constexpr std::array<NamedColour, 2> kFurtherLayerNames{{{"DARKBLUE", 0, 0, 139}, {"DARKGREEN", 0, 100, 0}}};
+
+/// The three parts as a 24-bit colour.
+constexpr std::int32_t ColourOf(int red, int green, int blue) { return red | green << 8 | blue << 16; }
+constexpr std::int32_t ColourOf(const NamedColour& named) { return ColourOf(named.red, named.green, named.blue); }
+
 /// The sum of the squares of the differences in red, green and blue.
 std::int32_t ColourDistance(std::int32_t a, std::int32_t b);
 /// The name of the nearest named colour; of equally near ones the first.
 std::string_view ColourName(std::int32_t colour);
 /// The colour of a name, letter case ignored; black, which is 0, for a text that is no name.
 std::int32_t ColourOfName(std::string_view name);
+/// The entry of one of the twenty names of layers, letter case ignored; null for a text that is none.
+const NamedColour* LayerNamedForColour(std::string_view name);
 
 }  // namespace tesselink

@@ -109,7 +109,10 @@ TEST(Numbers, StrictTakesNothingButANumber) {
   EXPECT_EQ(StrictNumber("  -12.5e1 "), -125);
   for (const char* text : {"", " ", "12a", "nan", "inf", "-inf", "0x1F", "1 2", "1,5", "--1", "1e400", "\t1", "12\r"}) {
     EXPECT_NE(ErrorOf([&] { StrictNumber(text); }), "") << text;
+    EXPECT_EQ(std::isnan(NumberOrNone(text)), text != std::string("\t1")) << text;
   }
+  EXPECT_EQ(NumberOrNone(" \t-12.5e1\t "), -125);
+  EXPECT_EQ(NumberOrNone("+1e-400"), 0);
 }
 
 TEST(Numbers, HalvesRoundToTheEvenNeighbour) {

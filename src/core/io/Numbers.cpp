@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "core/io/Errors.h"
 #include "core/io/Text.h"
@@ -154,32 +155,23 @@ char* FormatGeneral(char* out, double value) {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Consumes a run of digits behind `value` and returns its end. Where eight bytes can be looked at they are taken at
-// once, without a branch for each digit: a byte is no digit when its difference from '0', with 118 added, reaches the
-// top bit; the digits before the first such byte are moved to the high end and summed in pairs, fours and eights.
+// Consumes a run of digits behind `value` and returns its end.
 inline const char* ParseDigits(const char* at, const char* last, std::uint64_t& value) {
-  while (std::endian::native == std::endian::little && last - at >= 8) {
-    std::uint64_t digits = 0;
-    std::memcpy(&digits, at, 8);
-    digits ^= 0x3030303030303030;
-    const std::uint64_t others = ((digits + 0x7676767676767676) | digits) & 0x8080808080808080;
-    const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
-    if (count == 0) return at;
-    digits <<= (8 - count) * 8;
-    digits = (digits * 10 + (digits >> 8)) & 0x00FF00FF00FF00FF;
-    digits = (digits * 100 + (digits >> 16)) & 0x0000FFFF0000FFFF;
-    digits = (digits * 10000 + (digits >> 32)) & 0xFFFFFFFF;
-    value = value * kPowersOfTen[static_cast<std::size_t>(count)] + digits;
-    at += count;
-    if (count < 8) return at;
+  for (; at != last; ++at) {
+    const unsigned digit = static_cast<unsigned char>(*at) - unsigned{'0'};
+    if (digit > 9) break;
+    value = value * 10 + digit;
   }
-  for (; at != last && IsDigit(*at); ++at) value = value * 10 + static_cast<std::uint64_t>(*at - '0');
   return at;
 }
 
-// The plain decimals of coordinates: at most 15 digits and no exponent, so that digits and power of ten are exact and
-// one division rounds correctly. Returns null for anything else.
+// The plain decimals of coordinates, without an exponent, whose digits and power of ten are both exact, so that one
+// division rounds correctly. Returns null for anything else.
 const char* ParsePlain(const char* first, const char* last, double& value) {
+  static constexpr std::array<double, 19> kPowers{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
+                                                  1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
+  constexpr std::ptrdiff_t kMostDigits = 18;
+  constexpr std::uint64_t kExact = std::uint64_t{1} << 53;
   const char* at = first;
   const bool negative = at != last && *at == '-';
   if (negative) ++at;
@@ -193,11 +185,35 @@ const char* ParsePlain(const char* first, const char* last, double& value) {
     decimals = at - start;
     count += decimals;
   }
-  if (count == 0 || count > 15 || (at != last && (*at == 'e' || *at == 'E'))) return nullptr;
-  value = static_cast<double>(digits);
-  if (decimals > 0) value /= static_cast<double>(kPowersOfTen[static_cast<std::size_t>(decimals)]);
+  if (count == 0 || count > kMostDigits || digits > kExact) return nullptr;
+  if (at != last && (*at == 'e' || *at == 'E')) return nullptr;
+  value = static_cast<double>(digits) / kPowers[static_cast<std::size_t>(decimals)];
   if (negative) value = -value;
   return at;
+}
+
+// What was read of a text: the end of its number, and whether that is too large to hold.
+struct Parsed {
+  const char* end;
+  bool tooLarge;
+};
+
+// Any number at the start of [first, last); `first` and 0 when there is none.
+Parsed ParseByLibrary(const char* first, const char* last, double& value) {
+  value = 0;
+  const char* start = first != last && *first == '+' ? first + 1 : first;
+  const char* digit = start == first && first != last && *first == '-' ? first + 1 : start;
+  // from_chars would also take "inf" and "nan".
+  if (digit == last || !(IsDigit(*digit) || *digit == '.')) return {first, false};
+  const auto [end, status] = std::from_chars(start, last, value);
+  if (status == std::errc::invalid_argument) return {first, false};
+  if (status != std::errc::result_out_of_range) return {end, false};
+  const std::string_view number(start, static_cast<std::size_t>(end - start));
+  const std::size_t exponent = number.find_first_of("eE");
+  const bool tiny = exponent == std::string_view::npos ? number.find_first_of("123456789") > number.find('.')
+                                                       : number.substr(exponent + 1).starts_with('-');
+  value = 0;
+  return {end, !tiny};
 }
 
 template <typename Format>
@@ -221,22 +237,9 @@ std::string SingleText(float value) {
 
 const char* ParseNumber(const char* first, const char* last, double& value) {
   if (const char* end = ParsePlain(first, last, value)) return end;
-  value = 0;
-  const char* start = first != last && *first == '+' ? first + 1 : first;
-  const char* digit = start == first && first != last && *first == '-' ? first + 1 : start;
-  // from_chars would also take "inf" and "nan".
-  if (digit == last || !(IsDigit(*digit) || *digit == '.')) return first;
-  const auto [end, status] = std::from_chars(start, last, value);
-  if (status == std::errc::invalid_argument) return first;
-  if (status == std::errc::result_out_of_range) {
-    const std::string_view number(start, static_cast<std::size_t>(end - start));
-    const std::size_t exponent = number.find_first_of("eE");
-    const bool tiny = exponent == std::string_view::npos ? number.find_first_of("123456789") > number.find('.')
-                                                         : number.substr(exponent + 1).starts_with('-');
-    if (!tiny) ThrowTooLarge(number);
-    value = 0;
-  }
-  return end;
+  const Parsed parsed = ParseByLibrary(first, last, value);
+  if (parsed.tooLarge) ThrowTooLarge({first, static_cast<std::size_t>(parsed.end - first)});
+  return parsed.end;
 }
 
 double LenientNumber(std::string_view text) {
@@ -262,6 +265,20 @@ double StrictNumber(std::string_view text) {
     throw Error("\"" + std::string(text.substr(0, 40)) + "\" is not a number");
   }
   return value;
+}
+
+double NumberOrNone(std::string_view text) {
+  double value = 0;
+  const char* first = text.data();
+  const char* last = first + text.size();
+  if (ParsePlain(first, last, value) == last && first != last) return value;
+  constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+  while (first != last && isBlank(*first)) ++first;
+  while (first != last && isBlank(last[-1])) --last;
+  if (ParsePlain(first, last, value) == last && first != last) return value;
+  const Parsed parsed = ParseByLibrary(first, last, value);
+  return first != last && parsed.end == last && !parsed.tooLarge ? value : kNone;
 }
 
 double RoundHalfEven(double value) {

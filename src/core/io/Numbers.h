@@ -32,6 +32,10 @@ double LenientNumber(std::string_view text);
 /// hexadecimal included).
 double StrictNumber(std::string_view text);
 
+/// As StrictNumber, blanks and tabs around the number allowed; not a number for anything else, and for a number that is
+/// too large to hold.
+double NumberOrNone(std::string_view text);
+
 /// The nearest whole number, a half going to the even neighbour.
 double RoundHalfEven(double value);
 

@@ -1,13 +1,13 @@
 #include "formats/dxf/GroupScanner.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <type_traits>
 
 #include "core/io/Errors.h"
+#include "core/io/Numbers.h"
 #include "core/run/Report.h"
 
 namespace tesselink {
@@ -44,49 +44,6 @@ inline bool ParseCode(std::string_view line, int& code) {
   while (c != end && (*c == ' ' || *c == '\t')) ++c;
   code = negative ? -value : value;
   return digits && c == end;
-}
-
-// Plain decimals of up to 18 digits, which is nearly every number of a drawing: whole and power are both exact, so one
-// division rounds correctly. Anything else is left to the library.
-bool ParsePlain(std::string_view text, double& value) {
-  static constexpr std::array<double, 19> kPowers{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
-                                                  1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
-  constexpr std::uint64_t kExact = std::uint64_t{1} << 53;
-  const char* c = text.data();
-  const char* const end = c + text.size();
-  const bool negative = c != end && *c == '-';
-  if (negative) ++c;
-  const char* const first = c;
-  std::uint64_t whole = 0;
-  for (; c != end && *c >= '0' && *c <= '9'; ++c) whole = whole * 10 + static_cast<std::uint64_t>(*c - '0');
-  auto digits = static_cast<std::size_t>(c - first);
-  std::size_t decimals = 0;
-  if (c != end && *c == '.') {
-    const char* const point = ++c;
-    for (; c != end && *c >= '0' && *c <= '9'; ++c) whole = whole * 10 + static_cast<std::uint64_t>(*c - '0');
-    decimals = static_cast<std::size_t>(c - point);
-    digits += decimals;
-  }
-  if (c != end || digits == 0 || digits > 18 || whole > kExact) return false;
-  value = static_cast<double>(whole) / kPowers[decimals];
-  if (negative) value = -value;
-  return true;
-}
-
-double ParseNumber(std::string_view text) {
-  double value = 0;
-  if (ParsePlain(text, value)) return value;
-  text = WithoutBlanks(text);
-  if (ParsePlain(text, value)) return value;
-  if (text.starts_with('+')) text.remove_prefix(1);
-  // from_chars takes "inf" and "nan", which are no numbers of a drawing.
-  if (text.find_first_not_of("0123456789+-.eE") != std::string_view::npos) return kNoNumber;
-  const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (end != text.data() + text.size()) return kNoNumber;
-  if (status == std::errc()) return value;
-  const std::size_t exponent = text.find_first_of("eE");
-  const bool tiny = exponent != std::string_view::npos && text.substr(exponent + 1).starts_with('-');
-  return status == std::errc::result_out_of_range && tiny ? 0 : kNoNumber;
 }
 
 // How a binary drawing holds the value of a group code.
@@ -280,7 +237,7 @@ bool GroupScanner::ReadBinaryText() {
 std::string_view GroupScanner::Keyword() const { return WithoutBlanks(text_); }
 
 double GroupScanner::Number() const {
-  if (!binary_) return ParseNumber(text_);
+  if (!binary_) return NumberOrNone(text_);
   return std::isfinite(number_) ? number_ : kNoNumber;
 }
 

@@ -276,6 +276,35 @@ TEST_F(DXFInFilterTest, InsertsWithAttributesAndArrays) {
   EXPECT_NE(rig.WarningOf("arrays"), nullptr);
 }
 
+TEST_F(DXFInFilterTest, InsertsOfBlocksThatDrawAreTold) {
+  const auto block = [](const std::string& name, const Groups& entities, const std::string& flags = "0") {
+    return Groups{{0, "BLOCK"}, {8, "0"}, {2, name}, {70, flags}, {10, "0"}} + entities +
+           Groups{{0, "ENDBLK"}, {8, "0"}};
+  };
+  const auto insert = [](const std::string& name) { return Groups{{0, "INSERT"}, {2, name}, {10, "1"}, {20, "2"}}; };
+  const Groups line{{0, "LINE"}, {10, "0"}, {11, "1"}}, tag{{0, "ATTDEF"}, {2, "TAG"}, {70, "1"}};
+  const Groups blocks =
+      Section("BLOCKS", block("*Model_Space", line) + block("$PAPER_SPACE", line) +
+                            block("Deep", insert("ROUND") + insert("tree") + insert("TREE")) + block("Empty", tag) +
+                            block("Tree", line + line + Groups{{0, "POLYLINE"}, {0, "VERTEX"}, {0, "SEQEND"}} + tag) +
+                            block("Round", insert("Square")) + block("Square", insert("round") + insert("empty")) +
+                            block("Far", line, "4") + block("Constant", {{0, "ATTDEF"}, {70, "2"}}));
+  const auto told = [&](const std::string& name) {
+    rig.report = Report();
+    EXPECT_EQ(ReadGroups(blocks + Section("ENTITIES", insert("Empty") + insert(name) + insert(name)) + kEnd).size(),
+              3U);
+    const Warning* warning = rig.WarningOf("blocks not drawn");
+    return warning == nullptr ? "" : std::to_string(warning->count) + " " + WarningText("blocks not drawn");
+  };
+  const std::string rest = " not converted; inserts come as points";
+  EXPECT_EQ(told("TREE").substr(0, 13), "2 a.dxf, line");
+  EXPECT_NE(told("TREE").find(": block TREE draws 3 entities that are" + rest), std::string::npos) << told("TREE");
+  EXPECT_NE(told("deep").find("draws 2 entities that are" + rest), std::string::npos) << "the inner block comes later";
+  EXPECT_NE(told("Constant").find("draws 1 entity that is" + rest), std::string::npos);
+  for (const char* name : {"Round", "Square", "Far", "missing", "*MODEL_SPACE", "$paper_space"})
+    EXPECT_EQ(told(name), "");
+}
+
 TEST_F(DXFInFilterTest, WhereATextStands) {
   struct Case {
     std::string horizontal, vertical;

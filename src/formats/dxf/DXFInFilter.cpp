@@ -46,7 +46,7 @@ bool DXFInFilter::GoToEntities(GroupScanner& scanner, bool passEntities) {
     ShowScan(scanner);
     if (scanner.Code() == 0) {
       const std::string_view keyword = scanner.Keyword();
-      if (section == Section::Tables) drawing_->TakeTableGroup(scanner);
+      TakeGroup(scanner, section);
       if (section == Section::Entities && !passEntities && keyword != "ENDSEC") return true;
       if (keyword == "EOF") {
         endSeen_ = true;
@@ -58,6 +58,7 @@ bool DXFInFilter::GoToEntities(GroupScanner& scanner, bool passEntities) {
       const std::string_view name = scanner.Keyword();
       section = name == "HEADER"     ? Section::Header
                 : name == "TABLES"   ? Section::Tables
+                : name == "BLOCKS"   ? Section::Blocks
                 : name == "ENTITIES" ? Section::Entities
                                      : Section::Other;
       tablesSeen_ = tablesSeen_ || section == Section::Tables;
@@ -72,6 +73,7 @@ bool DXFInFilter::GoToEntities(GroupScanner& scanner, bool passEntities) {
 void DXFInFilter::TakeGroup(const GroupScanner& scanner, Section section) {
   if (section == Section::Header) drawing_->TakeHeaderGroup(scanner);
   if (section == Section::Tables) drawing_->TakeTableGroup(scanner);
+  if (section == Section::Blocks) drawing_->TakeBlockGroup(scanner);
 }
 
 // The layers are wanted before the first entity, wherever they stand. What is wrong on the way is told when it is read.

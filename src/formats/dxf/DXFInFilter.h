@@ -29,7 +29,7 @@ class DXFInFilter final : public InputFilter {
   std::string Where() const override;
 
  private:
-  enum class Section { None, Header, Tables, Entities, Other };
+  enum class Section { None, Header, Tables, Blocks, Entities, Other };
 
   void Open(const std::string& path) override;
   bool Next(tEntity& entity) override;

@@ -1,4 +1,4 @@
-// What a drawing says of itself before its entities: header variables and the layer table.
+// What a drawing says of itself before its entities: header variables, the layer table and blocks.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "formats/dxf/DrawingBlocks.h"
 #include "formats/dxf/DrawingText.h"
 
 namespace tesselink {
@@ -23,7 +24,7 @@ struct DrawingLayer {
   std::optional<std::int32_t> trueColour;  ///< red in the high byte
 };
 
-/// Header variables and layers. Layer names match without regard to the case of ASCII letters.
+/// Header variables, layers and blocks. Layer names match without regard to the case of ASCII letters.
 class Drawing {
  public:
   explicit Drawing(Report& report) : report_(report) {}
@@ -32,6 +33,8 @@ class Drawing {
   void TakeHeaderGroup(const GroupScanner& scanner);
   /// Takes a group of the TABLES section.
   void TakeTableGroup(const GroupScanner& scanner);
+  /// Takes a group of the BLOCKS section.
+  void TakeBlockGroup(const GroupScanner& scanner) { blocks_.TakeGroup(scanner); }
 
   /// The layer of a name as it stands in the drawing; one that the table does not hold is added with the colour 7.
   const DrawingLayer& LayerOf(std::string_view bytes);
@@ -39,6 +42,7 @@ class Drawing {
   std::vector<std::string> LayerNames() const;
 
   const DrawingText& Text() const { return text_; }
+  DrawingBlocks& Blocks() { return blocks_; }
   /// An angle of a text as degrees counter-clockwise from the x axis, by $ANGBASE and $ANGDIR.
   double TextAngle(double degrees) const { return clockwise_ ? angleBase_ - degrees : angleBase_ + degrees; }
 
@@ -54,6 +58,7 @@ class Drawing {
 
   Report& report_;
   DrawingText text_;
+  DrawingBlocks blocks_;
   std::string variable_;
   double angleBase_ = 0;
   bool clockwise_ = false;

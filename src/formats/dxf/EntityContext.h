@@ -64,9 +64,10 @@ struct EntityContext {
   EntitySource source;
   DrawingColours colours;
 
-  std::string type;     ///< as it may be shown
-  EntityGroups groups;  ///< the common ones
-  bool atEnd = false;   ///< the file has ended
+  std::string type;         ///< as it may be shown
+  EntityGroups groups;      ///< the common ones
+  bool atEnd = false;       ///< the file has ended
+  bool blocksTold = false;  ///< a warning of blocks that are not drawn was made
 
   VertexChain chain, scratch;
   Wires wires;

@@ -21,5 +21,7 @@ void WarnAt(EntityContext& context, std::int64_t place, WarningKind kind, const 
 void Warn(EntityContext& context, WarningKind kind, const std::string& what, std::string_view subject = {});
 /// Warns that the entity is skipped, and why. Always false, which is what a function says that makes no element.
 bool Damaged(EntityContext& context, const std::string& what);
+/// Counts an insert, which is delivered as a point, of a block that draws anything; by its name as it may be shown.
+void TellBlockNotDrawn(EntityContext& context, std::string_view name);
 
 }  // namespace tesselink

@@ -42,7 +42,9 @@ bool MakeInsert(EntityContext& context, tEntity& element) {
   }
   context.source.drawing.Text().DecodeName(groups.Name(), element.Text);
   element.TextAng = std::isfinite(rotation) ? plane.AngleToWorld(rotation) : 0;
-  return StoreChain(context, element, kPoint);
+  if (!StoreChain(context, element, kPoint)) return false;
+  TellBlockNotDrawn(context, element.Text);
+  return true;
 }
 
 }  // namespace tesselink

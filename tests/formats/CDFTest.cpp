@@ -58,6 +58,8 @@ TEST_F(CDFInFilterTest, WhereElementsBeginAndEnd) {
       {"B12345671\n" + u + "\n" + d + "\n" + end + "\n", "1234567+ 1,2 -3,4.5 5,6"},
       {"B1234567\n" + pair + Group('D', "6", "5") + "\n" + d + "\n", "1234567- 1,2 3,4 5,6 -3,4.5"},
       {"B12345671\n" + pair + Group('U', "6", "5") + "\n" + d, "1234567+ 1,2 3,4 | 1234567+ 5,6 -3,4.5"},
+      {"B12345671\n" + pair + "D 6  \n" + d + "\n" + pair + "U 6",
+       "1234567+ 1,2 3,4 -3,4.5 | 1234567+ 1,2 3,4 | 1234567+ 0,6"},
       {"B12345671\n" + u + "\n" + u + "\nB765432\n" + d, "1234567+ 1,2 | 1234567+ 1,2 | 765432- -3,4.5"},
       {"B12345670\n" + u + "\n" + text + "\n" + text + "\n" + d + "\n",
        "1234567- 1,2 | 1234567- A@7,8 | 1234567- A@7,8 | 1234567- -3,4.5"},
@@ -67,12 +69,16 @@ TEST_F(CDFInFilterTest, WhereElementsBeginAndEnd) {
       {"B12345670\nC    " + pair.substr(1) + "    \n", "1234567- 1,2 3,4"},
       {"B12345670\nCU 2\nCU       2 .5     \nC" + Group('U', "6", "5" + std::string(10, ' ')) +
            Group('D', "8", "7   ") + "\n",
-       "1234567- 0,2 | 1234567- 0,2.5 | 1234567- 5,6 7,8"},
+       "1234567- 0,2 | 1234567- 0,2.5 | 1234567- 5,6"},
       {"B12345670\n" + u + "  00010\nC\nC   \n" + d, "1234567- 1,2 -3,4.5"},
       {"B1234567", ""},
       {"", ""},
   };
-  for (const auto& [lines, elements] : cases) EXPECT_EQ(Shown(Read(lines)), elements) << lines;
+  for (const Dialect dialect : {Dialect::Classic, Dialect::Standard}) {
+    rig.context.options.dialect = dialect;
+    reader = std::make_unique<CDFInFilter>(rig.context);
+    for (const auto& [lines, elements] : cases) EXPECT_EQ(Shown(Read(lines)), elements) << lines;
+  }
 }
 
 TEST_F(CDFInFilterTest, TheColumnsOfATextAndItsJustification) {

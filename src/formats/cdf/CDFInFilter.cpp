@@ -157,8 +157,12 @@ void CDFInFilter::ReadChain(tEntity& entity) {
   } while (pending_ && kind_ == 'C' && groups_.front() != kPenUp);
 }
 
-// False when a group with the pen up is left: it begins the next element.
+// A line's first group counts however short it is, a further one with all its columns. False when a group with the pen
+// up is left: it begins the next element, and is the first of what is left.
 bool CDFInFilter::ReadGroups(tEntity& entity) {
+  if (groups_.size() <= kBeforeX) {
+    WarnAtLine(WarningKind::ShortGroups, "a vertex has no x, which was read as 0; x stands behind the 15 columns of y");
+  }
   do {
     const double y = Number(Columns(groups_, 2, 16)), x = Number(Columns(groups_, 17, 31));
     AddVertex(entity, x, y);
@@ -166,14 +170,10 @@ bool CDFInFilter::ReadGroups(tEntity& entity) {
       WarnAtLine(WarningKind::PenLetters,
                  "coordinates behind another letter than U and D were read as those of a vertex");
     }
-    if (groups_.size() <= kBeforeX) {
-      WarnAtLine(WarningKind::ShortGroups,
-                 "a vertex has no x, which was read as 0; x stands behind the 15 columns of y");
-    }
     groups_.remove_prefix(std::min(kGroup, groups_.size()));
     if (groups_.empty()) return true;
     if (groups_.front() == kPenUp) return false;
-  } while (groups_.size() >= kGroup || groups_.front() == kPenDown);
+  } while (groups_.size() >= kGroup);
   WarnAtLine(WarningKind::EndsOfLines, "what stands behind the last coordinates of a line was not read");
   return true;
 }

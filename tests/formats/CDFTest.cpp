@@ -220,10 +220,10 @@ TEST_F(CDFOutFilterTest, LinesByTheLetter) {
 }
 
 TEST_F(CDFOutFilterTest, TextsByTheLetter) {
-  tEntity text = Text(" A\tB ", 2.5, 30);
+  tEntity text = Text(" A\tB\n", 2.5, 30);
   text.TextJust = 50;
   text.TextUnits = "FT";
-  EXPECT_EQ(Written({text, Text("   "), Text("")}), "BCU000010|D-20            10.5           F2    30 HRT5   A B " +
+  EXPECT_EQ(Written({text, Text("   "), Text("")}), "BCU000010|D-20            10.5           F2    30 HRT5   A\tB " +
                                                         std::string(29, ' ') + "|BCU000010|BCU000010|");
   EXPECT_NE(Warned("control characters"), "");
   EXPECT_NE(Warned("sizes").find(": 1"), std::string::npos);

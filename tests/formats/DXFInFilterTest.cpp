@@ -359,8 +359,8 @@ TEST_F(DXFInFilterTest, WhatATextSays) {
   const Groups newer{{9, "$ACADVER"}, {1, "AC1027"}};
   EXPECT_EQ(text(" two  blanks "), " two  blanks ");
   EXPECT_EQ(text("a%%dB%%P%%c%%uno%%U %%65%%065%%%x%"), "a\u00B0B\u00B1\u00D8no %%65A%x%");
-  EXPECT_EQ(text("^J^ ^I\\U+00e9\\U+D83D\\U+DE00\\U+zz"), " ^ \u00E9\U0001F600\\U+zz");
-  EXPECT_EQ(text("a\x01z"), "a z");
+  EXPECT_EQ(text("^J^ ^I^M\\U+000A\\U+00e9\\U+D83D\\U+DE00\\U+zz"), " ^\t \u00E9\U0001F600\\U+zz");
+  EXPECT_EQ(text("a\x01\tz"), "a\x01\tz");
   EXPECT_EQ(text("\x80\xE4"), "\u20AC\u00E4") << "ANSI_1252 when none is named";
   EXPECT_EQ(text("\u00E4"), "\u00E4") << "but UTF-8 when it is valid";
   EXPECT_EQ(text("\xC3\xA4", page("ANSI_1252")), "\u00C3\u00A4");

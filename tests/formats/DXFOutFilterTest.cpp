@@ -84,13 +84,13 @@ TEST_F(DXFOutFilterTest, EachKind) {
             "  0|VERTEX|  8|L| 10|2| 20|2| 30|0|  0|SEQEND|");
   writer.filename(path);
   tEntity text = Element(kText, {{7, 8, 9}});
-  text.Text = "N 1/4\r\ncor";
+  text.Text = "N\t1/4\r\ncor";
   text.TextSize = 12.5;
   text.TextAng = 30;
   text.TextJust = 50;
   Write(text);
   EXPECT_EQ(Entities(),
-            "  0|TEXT|  8|L|  6|CONTINUOUS| 62|0| 10|7| 20|8| 30|9| 11|7| 21|8| 31|9| 40|12.5|  1|N 1/4  cor|"
+            "  0|TEXT|  8|L|  6|CONTINUOUS| 62|0| 10|7| 20|8| 30|9| 11|7| 21|8| 31|9| 40|12.5|  1|N\t1/4  cor|"
             " 50|30| 72|2| 73|48|");
   EXPECT_NE(rig.WarningOf("control characters"), nullptr);
   writer.filename(path);
@@ -250,7 +250,7 @@ TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
   const std::string texts[] = {"plain \\ 1/4 \"x\"",
                                "100%% of 5%",
                                "%%d %%%d %%%%065 %%",
-                               "a^J ^ b^",
+                               "a^J ^ b^\t",
                                "\\U+0041 \\u+00e9 \\M+1 \\P",
                                "Gr\xC3\xB6\xC3\x9F"
                                "e \xC2\xBD \xE2\x82\xAC",
@@ -280,7 +280,7 @@ TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
   const std::string bytes = Piped();
   EXPECT_NE(bytes.find(" 10|0| 20|2| 30|3| 40|2.5|  1|plain"), std::string::npos)
       << "no alignment point at the left of the baseline";
-  EXPECT_NE(bytes.find(" 10|0| 20|2| 30|3| 11|0| 21|2| 31|3| 40|2.5|  1|a^ J ^  b^ | 50|0| 72|0| 73|1|"),
+  EXPECT_NE(bytes.find(" 10|0| 20|2| 30|3| 11|0| 21|2| 31|3| 40|2.5|  1|a^ J ^  b^ ^I| 50|0| 72|0| 73|1|"),
             std::string::npos);
   EXPECT_NE(bytes.find("|Gr\xF6\xDF"
                        "e \xBD \x80|"),
@@ -303,6 +303,8 @@ TEST(DrawingEncoding, EveryTextComesBack) {
                           "J",
                           "[",
                           " ",
+                          "\t",
+                          "\x1F",
                           "\xC3\xA9",
                           "\xD0\x96",
                           "\xF0\x9F\x98\x80"};

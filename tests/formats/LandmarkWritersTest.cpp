@@ -43,7 +43,7 @@ TEST_F(AscOutFilterTest, RecordsByTheLetter) {
   line.Y(1, 0);
   line.RGB = 0x0000FF;
   tEntity text = Element(kText, 10.5, 20);
-  text.Text = "O'Hara \"1\"";
+  text.Text = "O'Hara\t\"1\"\n";
   text.TextSize = 12.5;
   text.TextAng = 30.25;
   text.TextJust = 50;
@@ -53,7 +53,7 @@ TEST_F(AscOutFilterTest, RecordsByTheLetter) {
   EXPECT_EQ(Written({Element(kPoint, 1, 1), line, text, polygon, Element(5, 1, 1)}),
             "METAFILE,COUNTYPL,M,1,0,0\r\n"
             "LINE, , , , ,RED\r\nXY, 1846000.125, 464000.5\r\nXY, -3, 0\r\n"
-            "TEXT, 'O'Hara \"1\"',10.5,20,12,,30.25,RT,,WHITE\r\n"
+            "TEXT, 'O'Hara\t\"1\" ',10.5,20,12,,30.25,RT,,WHITE\r\n"
             "LINE, , , , ,BLACK\r\nXY, 1, 2\r\n");
   FilterOptions options;
   options.own.Set("units", "FT");

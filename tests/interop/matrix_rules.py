@@ -118,7 +118,7 @@ def size_as_whole(e):
 
 
 def printable(e):
-    clean = {key: "".join(c if c >= " " else " " for c in getattr(e, key)) for key in ("text", "layer")}
+    clean = {key: "".join(" " if c in "\r\n\0" else c for c in getattr(e, key)) for key in ("text", "layer")}
     return e.but(**clean) if any(getattr(e, key) != clean[key] for key in clean) else e
 
 
@@ -359,7 +359,7 @@ WHOLE_SIZES = ("decimals of sizes", each(size_as_whole))
 BASELINES = ("baselines", each(baseline_as_bottom))
 OTHER_KINDS = "other shapes"
 AS_POLYLINES = (None, each(line_as_polyline))
-PRINTABLE = ("control characters", each(printable))
+PRINTABLE = ("line breaks", each(printable))
 
 
 
@@ -557,7 +557,6 @@ MEANING = {
     "closed marks": "the chain ends on its first vertex all the same, except where a classic drawing or survey holds it as "
                     "it was stored",
     "colours": "but for the nearest of eighteen, and in a shapefile their numbers; T/R Digitizer has none",
-    "control characters": "blanks stand for them",
     "curves": "circles and arcs: chains stand for them, in a classic survey with a stray end",
     "decimals of sizes": "of texts",
     "deleted rows": "their shapes are read",
@@ -567,6 +566,7 @@ MEANING = {
     "groups of points": "that the points of one element belong together",
     "justification": "of texts",
     "layers": "a survey has a colour in their place; T/R Digitizer has none",
+    "line breaks": "in names and texts; blanks stand for them",
     "line types": "",
     "long numbers": "digits of coordinates beyond 15 columns (of points 10), of sizes beyond 5, of angles beyond 3; in the classic "
                     "dialect they may read as another number",

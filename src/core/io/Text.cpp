@@ -36,11 +36,10 @@ std::string Counted(std::int64_t count, std::string_view noun) {
   return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
 }
 
-const std::string& WithoutControls(const std::string& value, std::string& cleaned) {
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
-  if (std::none_of(value.begin(), value.end(), isControl)) return value;
+const std::string& WithoutLineBreaks(const std::string& value, std::string& cleaned) {
+  if (std::none_of(value.begin(), value.end(), BreaksLine)) return value;
   cleaned = value;
-  std::replace_if(cleaned.begin(), cleaned.end(), isControl, ' ');
+  std::replace_if(cleaned.begin(), cleaned.end(), BreaksLine, ' ');
   return cleaned;
 }
 

@@ -16,8 +16,11 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 std::string_view Trimmed(std::string_view text);
 /// A number with its noun, as in "1 point" and "2 points".
 std::string Counted(std::int64_t count, std::string_view noun);
-/// The text with blanks for control characters, which would break the lines of a text file. It is `value` itself where
-/// there are none, else `cleaned`.
-const std::string& WithoutControls(const std::string& value, std::string& cleaned);
+/// Whether a character would break the lines of a text file or end a text within: a carriage return, a line feed, a
+/// NUL.
+constexpr bool BreaksLine(char c) { return c == '\r' || c == '\n' || c == '\0'; }
+/// The text with blanks for such characters; a tab and its like stay. It is `value` itself where there are none, else
+/// `cleaned`.
+const std::string& WithoutLineBreaks(const std::string& value, std::string& cleaned);
 
 }  // namespace tesselink

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/io/Text.h"
+
 namespace tesselink {
 namespace {
 
@@ -55,10 +57,8 @@ std::uint32_t Utf8Letter(std::string_view sequence) {
 
 void AppendUtf8(std::string& text, std::uint32_t letter) {
   const auto put = [&](std::uint32_t byte) { text += static_cast<char>(byte); };
-  if (letter < ' ') {
-    text += ' ';
-  } else if (letter < 0x80) {
-    put(letter);
+  if (letter < 0x80) {
+    text += BreaksLine(static_cast<char>(letter)) ? ' ' : static_cast<char>(letter);
   } else if (letter < 0x800) {
     put(0xC0 | letter >> 6);
     put(0x80 | (letter & 0x3F));

@@ -256,9 +256,8 @@ std::string CDFOutFilter::Element() const {
   return "in element " + std::to_string(elements_) + " (" + std::string(KindCounts::NameOf(kind_)) + ")";
 }
 
-// Control characters would break the lines.
 std::string_view CDFOutFilter::Printable(const std::string& value) {
-  const std::string& clean = WithoutControls(value, cleaned_);
+  const std::string& clean = WithoutLineBreaks(value, cleaned_);
   if (&clean != &value) {
     report().Warn(WarningKind::ControlCharacters,
                   drawing_.path + ": control characters in a code or a text became blanks");

@@ -178,9 +178,9 @@ void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
   }
 }
 
-// Values are lines of their own: a line end or another control character within one would shift everything behind it.
+// Values are lines of their own: a line end within one would shift everything behind it.
 const std::string& DXFOutFilter::Printable(const std::string& value) {
-  const std::string& clean = WithoutControls(value, printable_);
+  const std::string& clean = WithoutLineBreaks(value, printable_);
   if (&clean != &value) {
     report().Warn(WarningKind::ControlCharacters, path_ + ": control characters in a layer or a text became blanks");
   }

@@ -70,6 +70,8 @@ bool TakeSpecial(std::string_view& rest, std::string& bytes) {
     AppendUnicode(bytes, '\\');
   } else if (rest[0] == '^') {
     bytes += "^ ";
+  } else if (static_cast<unsigned char>(rest[0]) < ' ') {
+    bytes += {'^', static_cast<char>(rest[0] + '@')};
   } else {
     return false;
   }

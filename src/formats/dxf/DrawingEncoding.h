@@ -7,10 +7,10 @@
 namespace tesselink {
 
 // Bytes that are valid UTF-8 are taken for it, others for ANSI_1252. A letter that the code page lacks is written as
-// "\U+XXXX". Control characters are the caller's to replace.
+// "\U+XXXX". Line breaks are the caller's to replace.
 
 /// Replaces `bytes` by the text of a TEXT. What would be read as a code of its own ("%%d", "^J", "\U+0041") is written
-/// so that it is read as it stands.
+/// so that it is read as it stands; control characters are written as such codes, as "^I".
 void EncodeText(std::string_view text, std::string& bytes);
 
 /// Replaces `bytes` by the name of a layer or a line type. ASCII letters and digits, "$", "-", "_", blanks within, and

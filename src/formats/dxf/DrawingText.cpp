@@ -82,7 +82,7 @@ bool TakePercentCode(std::string_view& rest, std::string& text, std::u16string_v
   return true;
 }
 
-// "^J" and its like: control characters, which become blanks; "^ " is the caret itself.
+// "^I" and its like: control characters, of which line breaks become blanks; "^ " is the caret itself.
 bool TakeCaretCode(std::string_view& rest, std::string& text) {
   if (rest.size() < 2 || rest[0] != '^') return false;
   const char c = rest[1];
@@ -90,14 +90,14 @@ bool TakeCaretCode(std::string_view& rest, std::string& text) {
   if (c == ' ') {
     text += '^';
   } else if (c != 'M') {
-    text += ' ';
+    AppendUtf8(text, static_cast<std::uint32_t>(c - '@'));
   }
   rest.remove_prefix(2);
   return true;
 }
 
 void TakeLetter(std::string_view& rest, std::string& text) {
-  text += static_cast<unsigned char>(rest[0]) < ' ' ? ' ' : rest[0];
+  text += BreaksLine(rest[0]) ? ' ' : rest[0];
   rest.remove_prefix(1);
 }
 

@@ -20,7 +20,7 @@ class DrawingText {
   /// Each function replaces `text` by the decoded bytes.
   /// A name: the code page, and "\U+XXXX" for any letter.
   void DecodeName(std::string_view bytes, std::string& text) const;
-  /// The text of a TEXT or ATTRIB: also "%%d" and its like, and "^J" and its like for control characters.
+  /// The text of a TEXT or ATTRIB: also "%%d" and its like, and "^I" and its like for control characters.
   void DecodeText(std::string_view bytes, std::string& text) const;
   /// The text of an MTEXT: also its inline codes; lines are joined by a blank.
   void DecodeMText(std::string_view bytes, std::string& text) const;

@@ -16,8 +16,10 @@ namespace {
 constexpr int kMostNamed = 40;
 constexpr const char* kAdvice = "; name a dBase table of townships, ranges and sections";
 
+bool IsControl(char c) { return static_cast<unsigned char>(c) < ' '; }
+
 // What would break a line, or be taken for the quotes that these files do not have.
-bool Breaks(char c) { return c == ',' || c == '"' || static_cast<unsigned char>(c) < ' '; }
+bool Breaks(char c) { return c == ',' || c == '"' || IsControl(c); }
 
 bool SameName(std::string_view a, std::string_view b) { return EqualsIgnoringCase(Trimmed(a), Trimmed(b)); }
 
@@ -104,10 +106,12 @@ int TRDigOut::FieldOf(const std::string& name, const char* meaning) const {
 }
 
 std::string TRDigOut::FieldNames() const {
-  std::string names, cleaned;
+  std::string names;
   const int last = table_.NumFields();
   for (int i = 0; i <= std::min(last, kMostNamed - 1); ++i) {
-    names += (i == 0 ? "its fields are " : ", ") + WithoutControls(table_.GetFieldName(i), cleaned);
+    std::string name = table_.GetFieldName(i);
+    std::replace_if(name.begin(), name.end(), IsControl, ' ');
+    names += (i == 0 ? "its fields are " : ", ") + name;
   }
   if (last >= kMostNamed) names += " and " + std::to_string(last + 1 - kMostNamed) + " more";
   return names.empty() ? "it has no fields at all" : names;

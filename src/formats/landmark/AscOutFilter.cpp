@@ -119,7 +119,7 @@ std::string AscOutFilter::Justification(std::int16_t code) const {
 }
 
 void AscOutFilter::WriteText(const tEntity& entity) {
-  const std::string& text = WithoutControls(entity.Text, cleaned_);
+  const std::string& text = WithoutLineBreaks(entity.Text, cleaned_);
   if (&text != &entity.Text)
     report().Warn(WarningKind::ControlCharacters, path_ + ": control characters in a text became blanks");
   file_.Write("TEXT, '").Write(text).Write("',").Number(entity.x(0)).Write(",").Number(entity.Y(0)).Write(",");

@@ -234,7 +234,7 @@ std::string_view ESRIOutFilt::Real(double value, std::span<char> buffer) const {
 std::string_view ESRIOutFilt::Fitting(const std::string& value, std::size_t field) {
   const auto room = static_cast<std::size_t>(kTextLengths[field] - writing_.lostBytes);
   std::string& fitted = fitted_[field];
-  const bool controls = &WithoutControls(value, fitted) != &value;
+  const bool controls = &WithoutLineBreaks(value, fitted) != &value;
   std::string_view text = controls ? fitted : value;
   if (writing_.isUtf8) {
     const std::string_view utf8 = encoding_.AsUtf8(text, decoded_);

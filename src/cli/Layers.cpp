@@ -51,8 +51,7 @@ int Run(const LayersCommand& command) {
   types.Create();
   std::string list = "layer,code,description\n";
   for (const auto& [layer, code] : Rows(reading, ofElements)) {
-    std::string pattern = code;
-    const std::int16_t type = code.empty() ? std::int16_t{0} : types.SearchCode(pattern);
+    const std::int16_t type = code.empty() ? std::int16_t{0} : types.FindCode(code);
     list += CsvField(AsUtf8(layer)) + "," + CsvField(AsUtf8(code)) + "," +
             CsvField(type == 0 ? std::string() : AsUtf8(types.Description(type))) + "\n";
   }

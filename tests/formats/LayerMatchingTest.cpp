@@ -115,7 +115,7 @@ TEST_F(LayerMatchingTest, SmartAssignPrefersWholeNamesThenTheLongestBeginning) {
 
 TEST_F(LayerMatchingTest, PairsAreRememberedUnderTheirName) {
   const std::vector<std::pair<std::string, std::string>> types{
-      {"0900000", "Unassociated"}, {"RD00001", "Road"}, {"RD00002", "Road"}, {std::string("WL"), "Well"}};
+      {"0900000", "Unassociated"}, {"RD00001", "Road"}, {"RD00002", "Road"}, {"WL00001", "Well, gas"}, {"WL", "Well"}};
   LayerMatching matching = Over(types);
   matching.Create({"ROADS", "WELLS", "OTHER"}, "", "Tesselink", true);
   EXPECT_EQ(matching.UnReffed(), 3);
@@ -129,6 +129,11 @@ TEST_F(LayerMatchingTest, PairsAreRememberedUnderTheirName) {
   again.Create({"OTHER", "ROADS", "NEW", "WELLS"}, "", "Tesselink", true);
   EXPECT_EQ(Types(again), (Texts{"", "Road", "", "Well"})) << "a layer remembered without a type stays without";
   EXPECT_EQ(again.UnReffed(), 2);
+
+  EXPECT_EQ(again.HandBack(), (Texts{"", "RD00001", "", "WL"})) << "that code, and no longer one that begins with it";
+  rig.settings.Set("Tesselink", "XRef", "WELLS", "WL0000?");
+  again.Create({"WELLS"}, "", "Tesselink");
+  EXPECT_EQ(Types(again), Texts{""}) << "a code is no pattern";
 
   LayerMatching nameless = Over(types);
   nameless.Create({"SECRET"});

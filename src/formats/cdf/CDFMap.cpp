@@ -83,6 +83,10 @@ std::int16_t CDFMap::FirstThat(Fits fits) {
   return 0;
 }
 
+std::int16_t CDFMap::FindCode(std::string_view code) {
+  return FirstThat([&](int number) { return Code(number) == code; });
+}
+
 std::int16_t CDFMap::SearchDesc(const std::string& description) {
   if (descriptionFound_ != 0 && description == lastDescription_) return descriptionFound_;
   const std::int16_t found = FirstThat([&](int number) { return Description(number) == description; });

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "core/run/LookupFile.h"
 
@@ -24,6 +25,8 @@ class CDFMap {
   std::string Code(int number);
   /// Its description; empty while no file is open.
   std::string Description(int number);
+  /// The number of the first entity type of exactly this code, or 0.
+  std::int16_t FindCode(std::string_view code);
   /// The number of the first entity type with exactly this description, or 0.
   std::int16_t SearchDesc(const std::string& description);
   /// The number of the first entity type whose code fits the pattern ("*" any characters, "?" one, "#" a digit, "[...]"

@@ -90,8 +90,7 @@ void LayerMatching::Recall() {
   for (Row& row : rows_) {
     const auto pair = remembered.find(row.layer);
     if (pair == remembered.end() || pair->second.empty()) continue;
-    std::string code = pair->second;
-    if (const std::int16_t number = map_.SearchCode(code); number != 0) row.type = map_.Description(number);
+    if (const std::int16_t number = map_.FindCode(pair->second); number != 0) row.type = map_.Description(number);
   }
 }
 

@@ -12,7 +12,7 @@ namespace tesselink {
 
 using Json = nlohmann::ordered_json;
 
-/// Texts are UTF-8 as they stand, other bytes the letters of Latin-1.
+/// Texts are UTF-8 as they stand, other bytes the letters of Windows-1252.
 Json ElementJson(const tEntity& entity);
 /// The bounds, or null before the first vertex.
 Json ExtentsJson(const Extents& extents);

@@ -53,7 +53,7 @@ int Run(const LayersCommand& command) {
   for (const auto& [layer, code] : Rows(reading, ofElements)) {
     const std::int16_t type = code.empty() ? std::int16_t{0} : types.FindCode(code);
     list += CsvField(AsUtf8(layer)) + "," + CsvField(AsUtf8(code)) + "," +
-            CsvField(type == 0 ? std::string() : AsUtf8(types.Description(type))) + "\n";
+            CsvField(type == 0 ? std::string() : types.DescriptionUtf8(type)) + "\n";
   }
   Print(list);
   return exitCode;

@@ -19,6 +19,7 @@
 #include <algorithm>
 
 #include "app/UiText.h"
+#include "core/io/Utf8.h"
 #include "formats/cdf/LayerMatching.h"
 #include "ui/ElidedLabel.h"
 #include "ui/Named.h"
@@ -115,7 +116,7 @@ QWidget* frmLayers::Rows() {
     grid->setColumnMinimumWidth(column, fontMetrics().averageCharWidth() * 34);
   }
   for (std::size_t i = 0; i < matching_.Rows().size(); ++i) {
-    auto* label = new ElidedLabel(Shown(matching_.Rows()[i].layer));
+    auto* label = new ElidedLabel(Shown(AsUtf8(matching_.Rows()[i].layer)));
     label->setObjectName(Indexed("LblLyrName", i));
     lists_.push_back(NewList(i));
     lists_.back()->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -128,7 +129,7 @@ QWidget* frmLayers::Rows() {
 QComboBox* frmLayers::NewList(std::size_t row) {
   auto* list = new QComboBox;
   list->setObjectName(Indexed("cboCode", row));
-  list->setAccessibleName("Entity type of " + Shown(matching_.Rows()[row].layer));
+  list->setAccessibleName("Entity type of " + Shown(AsUtf8(matching_.Rows()[row].layer)));
   list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   list->setMinimumContentsLength(kListLength);
   list->setInsertPolicy(QComboBox::NoInsert);

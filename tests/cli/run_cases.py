@@ -154,7 +154,7 @@ def read_cases(path):
 
 def entity_type(line):
     """A record of $CDF.MAP from a line "CODE DESCRIPTION"."""
-    code, description = line.encode().split(b" ", 1)
+    code, description = written([line], "").split(b" ", 1)
     code = code.ljust(7, b"\0")
     return b"\0\0" + code[:3] + bytes(7) + code[3:] + bytes(8) + description.ljust(43, b"\0")
 

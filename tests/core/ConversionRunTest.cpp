@@ -141,7 +141,7 @@ TEST_F(ConversionRunTest, MatchesLayersOnceAndFillsMissingOnes) {
   script.layers = {"A", "B"};
   rig.person.codes = Calls{"CU00001", "CU00002"};
   script.elements = {Element(kPoint, 1, "B"), Element(kPoint, 2, ""), Element(kPoint, 3, "C")};
-  filler = [](tEntity& entity, const FilterContext&) { entity.Layer = "filled "; };
+  filler = [](tEntity& entity, const FilterContext&, const TextEncoding&) { entity.Layer = "filled "; };
   Run();
   EXPECT_EQ(rig.person.calls[1], "match Some Input File Layer for Tesselink");
   EXPECT_EQ(rig.person.layersOffered, script.layers);

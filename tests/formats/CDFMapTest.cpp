@@ -175,7 +175,7 @@ TEST(CodeTablesTest, MissingListsAreOneWarningEach) {
   tEntity entity;
   for (const char* code : {"CU00001", "CU00001", "0900000", ""}) {
     entity.CDFCode = code;
-    tables.Fill(entity);
+    tables.Fill(entity, false);
     EXPECT_EQ(entity.Layer, "Unassociated");
   }
   ASSERT_EQ(rig.report.Warnings().size(), 2U);
@@ -185,23 +185,26 @@ TEST(CodeTablesTest, MissingListsAreOneWarningEach) {
 TEST(CodeTablesTest, AnElementWithACodeGetsItsLayerAndColours) {
   Rig rig;
   rig.context.options.own.Set("cdf-map",
-                              rig.folder.Put("map", TypeRecord("CU00001", "Creeks") + TypeRecord("RD", "Roads")));
+                              rig.folder.Put("map", TypeRecord("CU00001", "Creeks") + TypeRecord("RD", "Roads") +
+                                                        TypeRecord("FO", "For\xEAts")));
   rig.context.options.own.Set("lngsl", rig.folder.Put("colours", ColourRecord("Creeks", 1, 300)));
   rig.folder.Put("ACADTBL.TBL", std::string(6, '\0') + "\x01\x02\x03");
   rig.context.options.programFolder = rig.folder.Path("");
   const LayerFiller fill = FillerFromCodeTables();
-  const auto filled = [&](const char* code, std::int16_t kind) {
+  const auto filled = [&](const char* code, std::int16_t kind, bool utf8 = false) {
     tEntity entity;
     entity.CDFCode = code;
     entity.bType = kind;
     entity.Colour = entity.RGB = 9;
-    fill(entity, rig.context);
+    fill(entity, rig.context, {.isUtf8 = utf8});
     return entity.Layer + " " + std::to_string(entity.Colour) + " " + std::to_string(entity.RGB);
   };
   EXPECT_EQ(filled("CU00001", kPolyline), "Creeks 1 66051");
   EXPECT_EQ(filled("CU00001", kText), "Creeks 300 0") << "no number of the colour table";
   EXPECT_EQ(filled("RD", kPolyline), "Roads 9 9");
   EXPECT_EQ(filled("XX", kPolyline), "Unassociated 9 9");
+  EXPECT_EQ(filled("FO", kPolyline), "For\xEAts 9 9") << "as the element's other texts: bytes of its file";
+  EXPECT_EQ(filled("FO", kPolyline, true), "For\u00EAts 9 9");
   EXPECT_TRUE(rig.report.Warnings().empty());
 }
 

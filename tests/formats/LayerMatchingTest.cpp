@@ -113,6 +113,32 @@ TEST_F(LayerMatchingTest, SmartAssignPrefersWholeNamesThenTheLongestBeginning) {
   EXPECT_EQ(Guessed({}, {"road"}), Texts{""}) << "an empty map matches nothing";
 }
 
+TEST_F(LayerMatchingTest, LettersBeyondAsciiCompareInCapitalsOfOneEncoding) {
+  // The list is in Windows-1252, drawings give UTF-8, tables of the classic dialect their own bytes.
+  const Texts types{"Rivi\xE8re", "\xC9tang", "Et", "\x8Cuvre \x9Cuvre", "\xFF\xD7\xF7"};
+  const std::vector<std::pair<std::string, std::string>> guesses{
+      {"Rivi\u00E8re", "Rivi\u00E8re"},
+      {"RIVI\u00C8RE", "Rivi\u00E8re"},
+      {"RIVI\xC8RE", "Rivi\u00E8re"},
+      {"Riviere", "Rivi\u00E8re"},  // by its beginning
+      {"\u00E9", "\u00C9tang"},
+      {"\u00E9x etx", "Et"},  // 1 letter, though 2 bytes, and 2 letters
+      {"\u0153UVRE", "\u0152uvre \u0153uvre"},
+      {"\u0178\u00D7\u00F7", "\u00FF\u00D7\u00F7"},
+      {"\u00F7", "\u00FF\u00D7\u00F7"},
+      {"\u0420\u0435\u043A\u0430", ""},
+      {"\u0113", ""},
+  };
+  Texts layers;
+  for (const auto& guess : guesses) layers.push_back(guess.first);
+  LayerMatching matching = OverNames(types);
+  matching.Create(layers);
+  EXPECT_EQ(matching.Types()[0], "Rivi\u00E8re");
+  matching.SmartAssign();
+  for (std::size_t i = 0; i < guesses.size(); ++i) EXPECT_EQ(matching.Rows()[i].type, guesses[i].second) << layers[i];
+  EXPECT_EQ(matching.HandBack()[1], "1000001");
+}
+
 TEST_F(LayerMatchingTest, PairsAreRememberedUnderTheirName) {
   const std::vector<std::pair<std::string, std::string>> types{
       {"0900000", "Unassociated"}, {"RD00001", "Road"}, {"RD00002", "Road"}, {"WL00001", "Well, gas"}, {"WL", "Well"}};

@@ -13,6 +13,8 @@ struct Page {
   std::u16string_view letters;
 };
 
+constexpr char16_t kNoLetter = 0xFFFD;
+
 constexpr Page kPages[] = {
 #include "core/io/CodePages.inc"
 };
@@ -36,6 +38,32 @@ void AppendDecoded(std::string& text, std::string_view bytes, std::u16string_vie
     } else {
       AppendUtf8(text, upperHalf[byte - 128U]);
     }
+  }
+}
+
+std::optional<char> ByteOf(std::uint32_t letter, std::u16string_view upperHalf) {
+  if (letter < 128) return static_cast<char>(letter);
+  if (letter > 0xFFFF || letter == kNoLetter) return std::nullopt;
+  const std::size_t at = upperHalf.find(static_cast<char16_t>(letter));
+  if (at == std::u16string_view::npos) return std::nullopt;
+  return static_cast<char>(128 + at);
+}
+
+std::u16string_view Windows1252() {
+  static const std::u16string_view page = UpperHalf("ANSI_1252");
+  return page;
+}
+
+std::uint32_t LetterOf1252(char byte) {
+  const auto number = static_cast<unsigned char>(byte);
+  if (number < 128) return number;
+  const char16_t letter = Windows1252()[number - 128U];
+  return letter == kNoLetter ? number : letter;
+}
+
+void AppendDecoded1252(std::string& text, std::string_view bytes) {
+  for (const char c : bytes) {
+    static_cast<unsigned char>(c) < 128 ? text.push_back(c) : AppendUtf8(text, LetterOf1252(c));
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/io/CodePages.h"
 #include "core/io/Text.h"
 
 namespace tesselink {
@@ -79,10 +80,7 @@ void AppendUtf8(std::string& text, std::uint32_t letter) {
 std::string AsUtf8(const std::string& text) {
   if (IsUtf8(text)) return text;
   std::string decoded;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    byte < 0x80 ? decoded.push_back(c) : AppendUtf8(decoded, byte);
-  }
+  AppendDecoded1252(decoded, text);
   return decoded;
 }
 

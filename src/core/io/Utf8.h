@@ -19,7 +19,8 @@ std::string_view CutUtf8(std::string_view text, std::size_t most);
 std::uint32_t Utf8Letter(std::string_view sequence);
 /// Appends a letter: a blank for a line break or a NUL, U+FFFD for a number that is no letter.
 void AppendUtf8(std::string& text, std::uint32_t letter);
-/// The text if it is valid UTF-8, else its bytes as the letters of Latin-1: what a screen or a JSON text can show.
+/// The text if it is valid UTF-8, else its bytes as the letters of Windows-1252: what a screen or a JSON text
+/// can show.
 std::string AsUtf8(const std::string& text);
 
 }  // namespace tesselink

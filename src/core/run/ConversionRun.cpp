@@ -211,7 +211,7 @@ void ConversionRun::ConvertElement(State& state) {
   const std::int16_t kind = entity.bType;
   summary.read.Add(kind);
   if (fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty()) {
-    fillLayer_(entity, ContextOf(state));
+    fillLayer_(entity, ContextOf(state), state.reader->Encoding());
   }
   if (entity.PointCount() == -1) {
     summary.skipped.Add(kind);

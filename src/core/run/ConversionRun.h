@@ -48,8 +48,8 @@ struct RunSummary {
   Report report;
 };
 
-/// Fills the layer and the colours of an element that has a code but no layer.
-using LayerFiller = std::function<void(tEntity&, const FilterContext&)>;
+/// Fills the layer, as its reader delivers texts, and the colours of an element that has a code but no layer.
+using LayerFiller = std::function<void(tEntity&, const FilterContext&, const TextEncoding&)>;
 
 class ConversionRun {
  public:

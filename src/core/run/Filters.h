@@ -41,6 +41,12 @@ struct FilterContext {
   FilesRead* filesRead = nullptr;  ///< notes what filters find and read besides their input; none: nobody writes
 };
 
+/// How a reader delivers layers and texts.
+struct TextEncoding {
+  bool isUtf8 = false;                ///< else their bytes are those of the file, whatever its code page
+  std::u16string_view codePage = {};  ///< of UTF-8: the upper half of the code page that the file names; empty: none
+};
+
 /// A reader: delivers the elements of a file one at a time.
 class InputFilter {
  public:
@@ -74,6 +80,8 @@ class InputFilter {
   /// File and line or record of the element delivered last, as in "wells.asc, line 12".
   virtual std::string Where() const { return filename_; }
 
+  /// How the open file's layers and texts are delivered.
+  virtual TextEncoding Encoding() const { return {}; }
   /// The layer names found in the file, in order of first appearance; none while Layered is false.
   const std::vector<std::string>& Layers() const;
   /// The codes that go with the layers, as far as they were matched.

@@ -120,7 +120,7 @@ bool CDFInFilter::Next(tEntity& entity) {
     loneHeader_ = 0;
     entity.CDFCode = code_;
     entity.Closed = closed_;
-    tables_.Fill(entity);
+    tables_.Fill(entity, false);
     return true;
   }
   WarnOfLoneHeader();

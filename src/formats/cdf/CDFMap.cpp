@@ -1,5 +1,6 @@
 #include "formats/cdf/CDFMap.h"
 
+#include "core/io/CodePages.h"
 #include "core/io/Text.h"
 
 namespace tesselink {
@@ -73,6 +74,12 @@ std::string CDFMap::Code(int number) {
 }
 
 std::string CDFMap::Description(int number) { return std::string(CutAtNul(file_.Record(number).substr(24))); }
+
+std::string CDFMap::DescriptionUtf8(int number) {
+  std::string text;
+  AppendDecoded1252(text, Description(number));
+  return text;
+}
 
 template <typename Fits>
 std::int16_t CDFMap::FirstThat(Fits fits) {

@@ -23,8 +23,10 @@ class CDFMap {
   std::int16_t Count() const { return file_.Count(); }
   /// The code of an entity type, counted from 1; up to 7 characters. Empty while no file is open.
   std::string Code(int number);
-  /// Its description; empty while no file is open.
+  /// Its description as the list holds it, a byte a letter; empty while no file is open.
   std::string Description(int number);
+  /// The same as UTF-8; the list is taken for Windows-1252.
+  std::string DescriptionUtf8(int number);
   /// The number of the first entity type of exactly this code, or 0.
   std::int16_t FindCode(std::string_view code);
   /// The number of the first entity type with exactly this description, or 0.

@@ -30,14 +30,14 @@ void CodeTables::Open() {
   open(colours_, WarningKind::NoEntityColours);
 }
 
-void CodeTables::Fill(tEntity& entity) {
+void CodeTables::Fill(tEntity& entity, bool asUtf8) {
   auto known = known_.find(entity.CDFCode);
   if (known == known_.end()) {
     if (known_.size() >= kMostKnown) known_.clear();
     known = known_.emplace(entity.CDFCode, Look(entity.CDFCode)).first;
   }
   const Meaning& meaning = known->second;
-  entity.Layer = meaning.layer;
+  entity.Layer = asUtf8 ? meaning.layerUtf8 : meaning.layer;
   if (!meaning.coloured) return;
   const Colour& colour = entity.bType == kText ? meaning.text : meaning.line;
   entity.Colour = colour.number;
@@ -52,6 +52,7 @@ CodeTables::Meaning CodeTables::Look(const std::string& code) {
   const std::int16_t type = types_.SearchCode(pattern);
   if (type == 0) return meaning;
   meaning.layer = types_.Description(type);
+  meaning.layerUtf8 = types_.DescriptionUtf8(type);
   const std::int16_t entry = colours_.SearchDesc(meaning.layer);
   if (entry == 0) return meaning;
   meaning.coloured = true;
@@ -70,9 +71,9 @@ CodeTables::Colour CodeTables::ColourOf(std::int16_t number) {
 
 LayerFiller FillerFromCodeTables() {
   auto tables = std::make_shared<std::unique_ptr<CodeTables>>();
-  return [tables](tEntity& entity, const FilterContext& context) {
+  return [tables](tEntity& entity, const FilterContext& context, const TextEncoding& encoding) {
     if (!*tables) *tables = std::make_unique<CodeTables>(context);
-    (*tables)->Fill(entity);
+    (*tables)->Fill(entity, encoding.isUtf8);
   };
 }
 

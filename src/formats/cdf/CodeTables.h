@@ -21,8 +21,9 @@ class CodeTables {
   explicit CodeTables(const FilterContext& context);
 
   /// Sets the layer of an element by its `CDFCode` ("Unassociated" for a code that the list does not hold), its
-  /// `Colour` to the colour number of lines or of texts, and `RGB` to what that number stands for in drawings.
-  void Fill(tEntity& entity);
+  /// `Colour` to the colour number of lines or of texts, and `RGB` to what that number stands for in drawings. The
+  /// layer is the list's own bytes, or UTF-8 where the element's texts are.
+  void Fill(tEntity& entity, bool asUtf8);
 
  private:
   struct Colour {
@@ -30,7 +31,7 @@ class CodeTables {
     std::int32_t rgb = 0;
   };
   struct Meaning {
-    std::string layer = "Unassociated";
+    std::string layer = "Unassociated", layerUtf8 = layer;
     bool coloured = false;
     Colour line, text;
   };

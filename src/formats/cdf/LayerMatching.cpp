@@ -5,9 +5,11 @@
 #include <cmath>
 #include <optional>
 
+#include "core/io/CodePages.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Text.h"
+#include "core/io/Utf8.h"
 #include "core/run/Interaction.h"
 #include "core/run/Settings.h"
 
@@ -39,6 +41,28 @@ std::vector<std::string> SplitAtBlanks(const std::string& text) {
   return words;
 }
 
+// A small letter of Windows-1252 in capitals; the capital of a small y with two dots stands apart.
+char Capital(char byte) {
+  const auto number = static_cast<unsigned char>(byte);
+  if (number == 0xFF) return static_cast<char>(0x9F);
+  if (number == 0x9A || number == 0x9C || number == 0x9E) return static_cast<char>(number - 0x10);
+  return number >= 0xE0 && number != 0xF7 ? static_cast<char>(number - 0x20) : byte;
+}
+
+// How names are compared: as the list of types holds them, a byte a letter, in capitals. A letter that no type can have
+// is a NUL, which none has.
+std::string Folded(const std::string& utf8) {
+  std::string letters = UpperCase(utf8);
+  if (IsAscii(letters)) return letters;
+  std::string folded;
+  for (std::string_view rest = letters; !rest.empty();) {
+    const std::size_t length = Utf8Length(rest);
+    folded += Capital(ByteOf(Utf8Letter(rest.substr(0, length)), Windows1252()).value_or('\0'));
+    rest.remove_prefix(length);
+  }
+  return folded;
+}
+
 std::size_t CommonLength(const std::string& a, const std::string& b) {
   const std::size_t length = std::min(a.size(), b.size());
   return static_cast<std::size_t>(
@@ -65,7 +89,7 @@ void LayerMatching::Create(const std::vector<std::string>& layers, const std::st
   if (!heading.empty()) heading_ = heading;
   crossReference_ = crossReference;
   types_.clear();
-  for (int number = 1; number <= map_.Count(); ++number) types_.push_back(map_.Description(number));
+  for (int number = 1; number <= map_.Count(); ++number) types_.push_back(map_.DescriptionUtf8(number));
   rows_.clear();
   if (layers.size() > rowLimit) {
     // The two numbers differ by convention.
@@ -76,8 +100,8 @@ void LayerMatching::Create(const std::vector<std::string>& layers, const std::st
                                       "Layer Name Matching"});
   }
   for (std::size_t i = 0; i < std::min(layers.size(), rowLimit); ++i) {
-    const std::string name = NameToMatch(layers[i]);
-    rows_.push_back({layers[i], {}, UpperCase(name), SplitAtBlanks(UpperCase(name)), NumberIn(name).has_value()});
+    const std::string name = NameToMatch(AsUtf8(layers[i])), folded = Folded(name);
+    rows_.push_back({layers[i], {}, folded, SplitAtBlanks(folded), NumberIn(name).has_value()});
   }
   if (!crossReference_.empty()) Recall();
   if (!countEmpty) return;
@@ -90,7 +114,7 @@ void LayerMatching::Recall() {
   for (Row& row : rows_) {
     const auto pair = remembered.find(row.layer);
     if (pair == remembered.end() || pair->second.empty()) continue;
-    if (const std::int16_t number = map_.FindCode(pair->second); number != 0) row.type = map_.Description(number);
+    if (const std::int16_t number = map_.FindCode(pair->second); number != 0) row.type = map_.DescriptionUtf8(number);
   }
 }
 
@@ -104,7 +128,7 @@ void LayerMatching::SmartAssign() {
   // One round more than there are types: the last one sees an empty entry.
   for (std::size_t i = 0; i <= types_.size(); ++i) {
     const std::string description = i < types_.size() ? types_[i] : std::string();
-    const std::string upper = UpperCase(description);
+    const std::string upper = Folded(description);
     for (Row& row : rows_) {
       if (!row.numeric && upper.find(row.shortened) != std::string::npos) {
         row.type = description;

@@ -19,9 +19,9 @@ class LayerMatching {
   static constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
 
   struct Row {
-    std::string layer;
-    std::string type;       ///< the description chosen, or what was typed; empty: none
-    std::string shortened;  ///< how Smart Assign reads the layer name, in capitals
+    std::string layer;      ///< as the reader delivers it
+    std::string type;       ///< the description chosen, or what was typed, as UTF-8; empty: none
+    std::string shortened;  ///< how Smart Assign reads the layer name, in capitals of Windows-1252
     std::vector<std::string> words = {};
     bool numeric = false;
     std::size_t strength = 0;  ///< of the best match so far
@@ -36,7 +36,7 @@ class LayerMatching {
 
   /// The heading of the layer column.
   const std::string& Heading() const { return heading_; }
-  /// Every description of the map, in its order.
+  /// Every description of the map as UTF-8, in its order.
   const std::vector<std::string>& Types() const { return types_; }
   const std::vector<Row>& Rows() const { return rows_; }
   /// The rows that had no type after Create, when it was asked to count them.
@@ -69,7 +69,8 @@ class LayerMatching {
   std::int16_t unReffed_ = 0;
 };
 
-/// A layer name as Smart Assign reads it: elevations in metres become contours in feet, as in "Contour 300 Ft.".
+/// A layer name, as UTF-8, as Smart Assign reads it: elevations in metres become contours in feet, as in "Contour 300
+/// Ft.".
 std::string NameToMatch(const std::string& layer);
 
 }  // namespace tesselink

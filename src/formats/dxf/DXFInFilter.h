@@ -27,6 +27,9 @@ class DXFInFilter final : public InputFilter {
   double Progress() const override;
   bool Eof() const override { return !inEntities_ && !HasWires(); }
   std::string Where() const override;
+  TextEncoding Encoding() const override {
+    return {true, drawing_ ? drawing_->Text().NamedPage() : std::u16string_view()};
+  }
 
  private:
   enum class Section { None, Header, Tables, Blocks, Entities, Other };

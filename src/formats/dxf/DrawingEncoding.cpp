@@ -9,25 +9,15 @@
 namespace tesselink {
 namespace {
 
-constexpr std::uint32_t kNoLetter = 0xFFFD;
-
-const std::u16string_view& CodePage() {
-  static const std::u16string_view page = UpperHalf("ANSI_1252");
-  return page;
-}
-
 bool IsDigit(std::uint32_t c) { return c >= '0' && c <= '9'; }
 bool IsAsciiLetter(std::uint32_t c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-// Takes off the first letter. A byte without a letter in the code page is the letter of its own number.
+// Takes off the first letter.
 std::uint32_t TakeLetter(std::string_view& rest, bool utf8) {
   const std::size_t length = utf8 ? Utf8Length(rest) : 1;
   const std::string_view sequence = rest.substr(0, length);
   rest.remove_prefix(length);
-  const auto byte = static_cast<unsigned char>(sequence[0]);
-  if (utf8 || byte < 128) return Utf8Letter(sequence);
-  const std::uint32_t letter = CodePage()[byte - 128U];
-  return letter == kNoLetter ? byte : letter;
+  return utf8 ? Utf8Letter(sequence) : LetterOf1252(sequence[0]);
 }
 
 void AppendUnicode(std::string& bytes, std::uint32_t unit) {
@@ -37,15 +27,11 @@ void AppendUnicode(std::string& bytes, std::uint32_t unit) {
 }
 
 void AppendLetter(std::string& bytes, std::uint32_t letter) {
-  const std::u16string_view page = CodePage();
-  if (letter < 128) {
-    bytes += static_cast<char>(letter);
+  if (const auto byte = ByteOf(letter, Windows1252())) {
+    bytes += *byte;
   } else if (letter > 0xFFFF) {
     AppendUnicode(bytes, 0xD800 + ((letter - 0x10000) >> 10));
     AppendUnicode(bytes, 0xDC00 + ((letter - 0x10000) & 0x3FF));
-  } else if (const auto at = page.find(static_cast<char16_t>(letter));
-             at != std::u16string_view::npos && letter != kNoLetter) {
-    bytes += static_cast<char>(128 + at);
   } else {
     AppendUnicode(bytes, letter);
   }

@@ -167,7 +167,7 @@ bool TakeInlineCode(std::string_view& rest, std::string& text) {
 
 }  // namespace
 
-DrawingText::DrawingText() : upperHalf_(UpperHalf("ANSI_1252")) {}
+DrawingText::DrawingText() : upperHalf_(Windows1252()) {}
 
 void DrawingText::Release(std::string_view release) {
   utf8Release_ = release.starts_with("AC") && Digits(release.substr(2), 4, 10).value_or(0) >= 1021;

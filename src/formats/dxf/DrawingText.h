@@ -17,6 +17,9 @@ class DrawingText {
   /// $DWGCODEPAGE. False for a code page that is not known: its texts are then read as if it were not named.
   bool CodePage(std::string_view name);
 
+  /// The upper half of the code page that the drawing names and is in; empty where it is none.
+  std::u16string_view NamedPage() const { return pageNamed_ && !utf8Release_ ? upperHalf_ : std::u16string_view(); }
+
   /// Each function replaces `text` by the decoded bytes.
   /// A name: the code page, and "\U+XXXX" for any letter.
   void DecodeName(std::string_view bytes, std::string& text) const;

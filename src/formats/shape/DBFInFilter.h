@@ -10,6 +10,7 @@
 #include "core/io/Files.h"
 #include "core/run/AttributeTable.h"
 #include "core/run/Dialect.h"
+#include "core/run/Filters.h"
 #include "formats/shape/TableEncoding.h"
 
 namespace tesselink {
@@ -49,6 +50,8 @@ class DBFInFilter final : public AttributeTable {
   /// Looks through the whole table when it is called first.
   int FieldWidth(int field) override;
 
+  /// Whether texts are delivered as UTF-8, and the code page that the table names for them.
+  TextEncoding Encoding() const { return {reading_.asUtf8, encoding_.NamedPage()}; }
   /// Whether a record, counted from 0, is there and marked as deleted.
   bool IsDeleted(std::int64_t record);
   /// The code page that the table names but that is not known; empty otherwise.

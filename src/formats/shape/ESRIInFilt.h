@@ -40,6 +40,7 @@ class ESRIInFilt final : public InputFilter {
   /// True once everything that the index lists has been delivered.
   bool Eof() const override;
   std::string Where() const override { return records_.Where(); }
+  TextEncoding Encoding() const override { return table_ ? table_->Encoding() : TextEncoding(); }
   /// Turns attribute use on and takes the selection that several files share.
   void SetDBFObj(FieldSelection& selection) override;
   AttributeTable* Attributes() override;

@@ -43,7 +43,7 @@ std::string Condensed(std::string_view name) {
 
 }  // namespace
 
-TableEncoding::TableEncoding() : upperHalf_(UpperHalf("ANSI_1252")) {}
+TableEncoding::TableEncoding() : upperHalf_(Windows1252()) {}
 
 bool TableEncoding::FromNumber(int codePage) {
   if (codePage == kUtf8) return true;

@@ -19,6 +19,9 @@ class TableEncoding {
   /// What was named but is not known, as a person may be told of it; empty otherwise.
   const std::string& Unknown() const { return unknown_; }
 
+  /// The upper half of the code page that is named; empty where none is.
+  std::u16string_view NamedPage() const { return mayBeUtf8_ ? std::u16string_view() : upperHalf_; }
+
   /// The text as UTF-8: itself, or in `decoded`.
   std::string_view AsUtf8(std::string_view text, std::string& decoded) const;
 

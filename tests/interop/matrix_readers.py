@@ -77,7 +77,34 @@ def decoded(line):
     try:
         return line.decode("utf-8")
     except UnicodeDecodeError:
-        return line.decode("latin-1")
+        return "".join(LETTERS_1252[byte] for byte in line)
+
+
+# A byte without a letter is the letter of its own number.
+LETTERS_1252 = [bytes([b]).decode("cp1252", "ignore") or chr(b) for b in range(256)]
+
+
+def undecoded(text):
+    """The bytes that are shown as such a text, where they are no UTF-8."""
+    return bytes(map(LETTERS_1252.index, text))
+
+
+def table_codec(cpg, dbf):
+    """What a table names as its encoding, as far as the drawings have one; None for nothing."""
+    name = cpg.read_text(errors="replace").strip().upper() if cpg else ""
+    codec = {"1250": "cp1250", "ANSI 1250": "cp1250", "ISO-8859-1": "latin-1"}.get(name)
+    return codec if name else {0x01: "cp437", 0x02: "cp850", 0xC8: "cp1250"}.get(dbf.read_bytes()[29])
+
+
+def drawing_codec(path):
+    """The code page that a drawing before AC1021 names."""
+    head = path.read_bytes()
+    release = re.search(rb"\$ACADVER[\r\n\0 ]+(?:1|\x01\0?)[\r\n ]*AC(\d{4})", head)
+    page = re.search(rb"\$DWGCODEPAGE[\r\n\0 ]+(?:3|\x03\0?)[\r\n ]*([A-Za-z0-9_-]+)", head)
+    known = page and re.fullmatch(r"(?:ANSI_|DOS)(\d{3,4})", page[1].decode().upper())
+    if not known or (release and int(release[1]) >= 1021):
+        return None
+    return None if known[1] in ("932", "936", "949", "950") else "cp" + known[1]
 
 
 # ---- tesselink
@@ -263,10 +290,7 @@ class DeletedRows:
 def attributes(path):
     """A row of nothing and the rows of a table by pyshp; texts are as the table's encoding, or else UTF-8 or 1252, has them."""
     cpg, dbf = partner(path, ".cpg"), partner(path, ".dbf")
-    name = cpg.read_text(errors="replace").strip().upper() if cpg else ""
-    codec = {"1250": "cp1250", "ANSI 1250": "cp1250", "ISO-8859-1": "latin-1"}.get(name)
-    if not name:
-        codec = {0x01: "cp437", 0x02: "cp850", 0xC8: "cp1250"}.get(dbf.read_bytes()[29])
+    codec = table_codec(cpg, dbf)
 
     def text(value):
         if not isinstance(value, str):

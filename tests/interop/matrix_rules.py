@@ -363,6 +363,17 @@ PRINTABLE = ("line breaks", each(printable))
 
 
 
+def single_bytes(codec):
+    """Texts that are known as such, in a format of one byte a letter."""
+    def fitting(value):
+        return value.encode(codec, "replace").decode(codec)
+
+    def written(value):
+        return value.encode(codec).decode("utf-8", "surrogateescape")
+    return [("letters", each(lambda e: e.but(text=fitting(e.text), layer=fitting(e.layer)))),
+            (None, each(lambda e: e.but(text=written(e.text), layer=written(e.layer))))]
+
+
 def cdf(shorten, before):
     return [
         HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, TOGETHER, PRINTABLE, *before,
@@ -566,6 +577,7 @@ MEANING = {
     "groups of points": "that the points of one element belong together",
     "justification": "of texts",
     "layers": "a survey has a colour in their place; T/R Digitizer has none",
+    "letters": "that the code page of the input lacks, or Windows-1252 where it names none; a ? stands for each",
     "line breaks": "in names and texts; blanks stand for them",
     "line types": "",
     "long numbers": "digits of coordinates beyond 15 columns (of points 10), of sizes beyond 5, of angles beyond 3; in the classic "

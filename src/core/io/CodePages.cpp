@@ -49,6 +49,18 @@ std::optional<char> ByteOf(std::uint32_t letter, std::u16string_view upperHalf) 
   return static_cast<char>(128 + at);
 }
 
+std::size_t AppendEncoded(std::string& bytes, std::string_view text, std::u16string_view upperHalf) {
+  std::size_t lost = 0;
+  while (!text.empty()) {
+    const std::size_t length = Utf8Length(text);
+    const auto byte = length == 0 ? text[0] : ByteOf(Utf8Letter(text.substr(0, length)), upperHalf);
+    bytes += byte.value_or('?');
+    if (!byte) ++lost;
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return lost;
+}
+
 std::u16string_view Windows1252() {
   static const std::u16string_view page = UpperHalf("ANSI_1252");
   return page;

@@ -1,6 +1,7 @@
 // The code pages of one byte a letter, which drawings and tables name.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,6 +18,10 @@ void AppendDecoded(std::string& text, std::string_view bytes, std::u16string_vie
 
 /// The byte of a letter in the code page with that upper half; nothing for a letter that it lacks.
 std::optional<char> ByteOf(std::uint32_t letter, std::u16string_view upperHalf);
+
+/// Appends UTF-8 text as bytes of the code page with that upper half, "?" for each letter that it lacks. Returns how
+/// many those were. Bytes that are no UTF-8 pass as they are.
+std::size_t AppendEncoded(std::string& bytes, std::string_view text, std::u16string_view upperHalf);
 
 /// Windows-1252, which bytes are taken for that nothing says more about.
 std::u16string_view Windows1252();

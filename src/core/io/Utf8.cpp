@@ -43,6 +43,12 @@ bool IsUtf8(std::string_view bytes) {
   return true;
 }
 
+std::string_view FirstLetters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (; count > 0 && end < text.size(); --count) end += Utf8Length(text.substr(end));
+  return text.substr(0, end);
+}
+
 std::string_view CutUtf8(std::string_view text, std::size_t most) {
   if (text.size() <= most) return text;
   while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80) --most;

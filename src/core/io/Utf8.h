@@ -13,6 +13,8 @@ std::size_t Utf8Length(std::string_view bytes);
 /// Whether every byte is ASCII, which is UTF-8 as well.
 bool IsAscii(std::string_view bytes);
 bool IsUtf8(std::string_view bytes);
+/// The first letters of a valid text, so many at most.
+std::string_view FirstLetters(std::string_view text, std::size_t count);
 /// The text, or as many of its letters as take so many bytes.
 std::string_view CutUtf8(std::string_view text, std::size_t most);
 /// The letter of a valid sequence.

@@ -58,7 +58,9 @@ std::vector<FormatOption> CDFOutFilter::Options() {
 }
 
 CDFOutFilter::CDFOutFilter(const FilterContext& context)
-    : OutputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
+    : OutputFilter(context),
+      conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
+      texts_(report(), "a code or a text") {}
 
 std::vector<std::string> CDFOutFilter::Outputs() const {
   std::vector<std::string> outputs{filename()};
@@ -69,6 +71,7 @@ std::vector<std::string> CDFOutFilter::Outputs() const {
 void CDFOutFilter::Create(const std::string& path) {
   drawing_ = Target{path, FileWriter(path), true, {}, {}, {}};
   points_ = Target{PointFileOf(path), {}, false, {}, {}, {}};
+  texts_.Start(path);
   elements_ = pointNumber_ = 0;
 }
 
@@ -117,7 +120,7 @@ void CDFOutFilter::ToChain(tEntity& entity) {
   entity.bType = kPolyline;
 }
 
-void CDFOutFilter::WriteHeader(const tEntity& entity) { drawing_.file.Write("B").Line(Printable(entity.CDFCode)); }
+void CDFOutFilter::WriteHeader(const tEntity& entity) { drawing_.file.Write("B").Line(texts_.Of(entity.CDFCode)); }
 
 void CDFOutFilter::WriteChain(const tEntity& entity) {
   if (entity.Closed && (entity.CDFCode.size() <= kCode || entity.CDFCode[kCode] != '1'))
@@ -149,8 +152,8 @@ void CDFOutFilter::PutRightAligned(char* columns, double value) {
 
 void CDFOutFilter::WriteText(const tEntity& entity) {
   WriteHeader(entity);
-  const char unit = Printable(entity.TextUnits).front();
-  const std::string_view text = Printable(entity.Text);
+  const char unit = texts_.Of(entity.TextUnits).front();
+  const std::string_view text = texts_.Of(entity.Text);
   if (Trimmed(text).empty()) {
     Lost(WarningKind::BlankTexts);
     return;
@@ -179,7 +182,7 @@ WriteResult CDFOutFilter::WritePoints(const tEntity& entity) {
   tEntity::Index i = 0;
   do {
     line_.fill(' ');
-    label_.assign("DXF Point (").append(Printable(entity.Text.empty() ? entity.Layer : entity.Text)).append(") ");
+    label_.assign("DXF Point (").append(texts_.Of(entity.Text.empty() ? entity.Layer : entity.Text)).append(") ");
     label_.append(std::to_string(++pointNumber_));
     PutText(points_, 1, 40, label_);
     PutNumber(points_, 41, 50, entity.x(i));
@@ -202,7 +205,7 @@ void CDFOutFilter::PutText(Target& target, std::size_t first, std::size_t last, 
   const std::string_view kept = text.substr(0, last - first + 1);
   std::copy(kept.begin(), kept.end(), line_.begin() + static_cast<std::ptrdiff_t>(first - 1));
   if (kept.size() == text.size() || target.texts.count++ > 0) return;
-  target.texts.first = Element() + ", \"" + std::string(text) + "\", became \"" + std::string(kept) + "\"";
+  target.texts.first = Element() + ", \"" + texts_.Shown(text) + "\", became \"" + texts_.Shown(kept) + "\"";
 }
 
 void CDFOutFilter::PutNumber(Target& target, std::size_t first, std::size_t last, double value) {
@@ -254,15 +257,6 @@ void CDFOutFilter::NoteNumber(Target& target, double value, std::string_view kep
 
 std::string CDFOutFilter::Element() const {
   return "in element " + std::to_string(elements_) + " (" + std::string(KindCounts::NameOf(kind_)) + ")";
-}
-
-std::string_view CDFOutFilter::Printable(const std::string& value) {
-  const std::string& clean = WithoutLineBreaks(value, cleaned_);
-  if (&clean != &value) {
-    report().Warn(WarningKind::ControlCharacters,
-                  drawing_.path + ": control characters in a code or a text became blanks");
-  }
-  return clean;
 }
 
 void CDFOutFilter::Complete() {

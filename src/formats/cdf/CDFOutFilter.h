@@ -14,6 +14,7 @@
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
 #include "core/run/Interaction.h"
+#include "core/run/SingleByteText.h"
 
 namespace tesselink {
 
@@ -27,6 +28,7 @@ class CDFOutFilter final : public OutputFilter {
   static std::vector<FormatOption> Options();
   ~CDFOutFilter() override { ReleaseQuietly(); }
 
+  void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }
   std::vector<std::string> Outputs() const override;
 
  private:
@@ -72,7 +74,6 @@ class CDFOutFilter final : public OutputFilter {
   std::size_t Fit(char* text, std::size_t length, double value, std::size_t width) const;
   void NoteNumber(Target& target, double value, std::string_view kept);
   std::string Element() const;
-  std::string_view Printable(const std::string& value);
   void WarnOfLosses(const Target& target, std::string_view subject);
 
   const Conventions& conventions_;
@@ -80,7 +81,8 @@ class CDFOutFilter final : public OutputFilter {
   std::array<char, 80> line_{};
   std::optional<bool> pointsIgnored_;  // once it was asked
   VertexChain chain_;
-  std::string cleaned_, label_;
+  SingleByteText texts_;
+  std::string label_;
   std::int64_t elements_ = 0, pointNumber_ = 0;
   std::int16_t kind_ = 0;  // of the element that is being written
 };

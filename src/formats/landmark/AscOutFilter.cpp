@@ -69,11 +69,14 @@ std::vector<FormatOption> AscOutFilter::Options() {
 }
 
 AscOutFilter::AscOutFilter(const FilterContext& context)
-    : OutputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
+    : OutputFilter(context),
+      conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
+      texts_(report(), "a text") {}
 
 void AscOutFilter::Create(const std::string& path) {
   file_ = FileWriter(path);
   path_ = path;
+  texts_.Start(path);
 }
 
 WriteResult AscOutFilter::Write(tEntity& entity) {
@@ -95,9 +98,10 @@ WriteResult AscOutFilter::Write(tEntity& entity) {
 }
 
 void AscOutFilter::WriteHeader() {
+  constexpr std::size_t kNameLetters = 8;
   const std::string name = StripExtension(FileNameOf(path_));
-  file_.Write("METAFILE,").Write(Trimmed(std::string_view(name).substr(0, 8))).Write(",");
-  file_.Write(options().own.Text("units", "M"));
+  file_.Write("METAFILE,").Write(Trimmed(texts_.OfName(name, kNameLetters))).Write(",");
+  file_.Write(texts_.OfName(options().own.Text("units", "M")));
   file_.Write(",").Number(options().own.Number("map-scale", 1)).Line(",0,0");
 }
 
@@ -119,10 +123,13 @@ std::string AscOutFilter::Justification(std::int16_t code) const {
 }
 
 void AscOutFilter::WriteText(const tEntity& entity) {
-  const std::string& text = WithoutLineBreaks(entity.Text, cleaned_);
-  if (&text != &entity.Text)
-    report().Warn(WarningKind::ControlCharacters, path_ + ": control characters in a text became blanks");
-  file_.Write("TEXT, '").Write(text).Write("',").Number(entity.x(0)).Write(",").Number(entity.Y(0)).Write(",");
+  file_.Write("TEXT, '")
+      .Write(texts_.Of(entity.Text))
+      .Write("',")
+      .Number(entity.x(0))
+      .Write(",")
+      .Number(entity.Y(0))
+      .Write(",");
   file_.Number(RoundHalfEven(entity.TextSize)).Write(",,").Number(entity.TextAng).Write(",");
   file_.Write(Justification(entity.TextJust)).Write(",,").Line(ColourName(entity.RGB));
 }

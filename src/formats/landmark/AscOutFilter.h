@@ -8,6 +8,7 @@
 #include "core/element/VertexChains.h"
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
+#include "core/run/SingleByteText.h"
 
 namespace tesselink {
 
@@ -19,6 +20,8 @@ class AscOutFilter final : public OutputFilter {
   explicit AscOutFilter(const FilterContext& context);
   static std::vector<FormatOption> Options();
   ~AscOutFilter() override { ReleaseQuietly(); }
+
+  void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }
 
  private:
   // All that the dialects decide differently.
@@ -50,7 +53,7 @@ class AscOutFilter final : public OutputFilter {
   const Conventions& conventions_;
   std::string path_;
   FileWriter file_;
-  std::string cleaned_;
+  SingleByteText texts_;
   VertexChain chain_;
 };
 

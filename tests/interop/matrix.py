@@ -358,9 +358,13 @@ def classic_reading(source, standard):
 
 
 def with_bytes(e, source):
-    """With texts as their bytes stand in the table, where those are no UTF-8."""
+    """With texts as their bytes stand in the file, where those are no UTF-8."""
+    if source.format == "dxf":
+        return e
+    stored = source.table.bytes if source.table else source.path.read_bytes()
+
     def escaped(text):
-        if text.isascii() or not source.table or text.encode() in source.table.bytes:
+        if text.isascii() or text.encode() in stored:
             return text
         return read.undecoded(text).decode("utf-8", "surrogateescape")
     return e.but(text=escaped(e.text), layer=escaped(e.layer))

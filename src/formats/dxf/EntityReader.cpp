@@ -23,7 +23,7 @@ bool EntityReader::Read(tEntity& element) {
   if (context_.groups.WrongPlace() != 0) {
     WarnAt(context_, context_.groups.WrongPlace(), WarningKind::Numbers, "expected a number");
   }
-  if (!IsWanted() || type->make == nullptr || !type->make(context_, element)) return false;
+  if (!IsWanted(type) || type->make == nullptr || !type->make(context_, element)) return false;
   StoreAttributes(context_, element);
   return true;
 }
@@ -42,16 +42,16 @@ void EntityReader::PassOver(std::string_view name) {
     if (context_.source.scanner.Code() == 67) context_.groups.Take(context_.source.scanner);
   }
   if (context_.type == "VIEWPORT" && context_.groups.Integer(67, 0) == 1) return;  // a window on the drawing
-  if (IsWanted()) context_.source.report.Undelivered(context_.type);
+  if (IsWanted(nullptr)) context_.source.report.Undelivered(context_.type);
 }
 
-// Attributes are where their insert is, whatever they say.
-bool EntityReader::IsWanted() {
-  const bool part = context_.type == "ATTRIB" || context_.type == "SEQEND";
-  if (!part) insertInPaper_ = context_.groups.Integer(67, 0) == 1;
+// Attributes are where their insert is, whatever they say. The type is null for one that is not read.
+bool EntityReader::IsWanted(const EntityType* type) {
+  if (type == nullptr || !type->ofInsert) insertInPaper_ = context_.groups.Integer(67, 0) == 1;
   const bool paper = insertInPaper_ || context_.groups.Integer(67, 0) == 1;
   if (!paper || context_.source.paperSpace) return true;
-  if (context_.type != "SEQEND") Warn(context_, WarningKind::PaperSpace, "lies in paper space and was left out");
+  const bool told = type == nullptr || type->make != nullptr;
+  if (told) Warn(context_, WarningKind::PaperSpace, "lies in paper space and was left out");
   return false;
 }
 

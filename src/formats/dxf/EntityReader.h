@@ -9,6 +9,8 @@
 
 namespace tesselink {
 
+struct EntityType;
+
 /// Reads the entities of an ENTITIES section. What it cannot deliver it counts or warns of, with type and place.
 class EntityReader {
  public:
@@ -27,7 +29,7 @@ class EntityReader {
 
  private:
   void PassOver(std::string_view name);
-  bool IsWanted();
+  bool IsWanted(const EntityType* type);
 
   EntityContext context_;
   bool insertInPaper_ = false;

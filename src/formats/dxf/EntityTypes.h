@@ -14,6 +14,7 @@ struct EntityType {
   std::string_view name;
   void (*gather)(EntityContext&);
   bool (*make)(EntityContext&, tEntity&);  ///< false when there is no element; null for a type that never makes one
+  bool ofInsert = false;                   ///< belongs to the insert before it
 };
 
 /// The type of a name; null when it is not read.

@@ -115,9 +115,12 @@ void DrawingBlocks::SettleNested() {
 }
 
 std::int64_t DrawingBlocks::DrawnBy(std::string_view name) {
+  if (settled_ && name == asked_) return answered_;
   if (!settled_) SettleNested();
   const auto known = numbers_.find(Folded(name));
-  return known == numbers_.end() ? 0 : blocks_[known->second].drawn;
+  asked_ = name;
+  answered_ = known == numbers_.end() ? 0 : blocks_[known->second].drawn;
+  return answered_;
 }
 
 }  // namespace tesselink

@@ -49,6 +49,8 @@ class DrawingBlocks {
   std::vector<Nested> nested_;
   bool settled_ = true;
   std::string folded_;
+  std::string asked_;  // the name asked for last, and what was answered
+  std::int64_t answered_ = 0;
 
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   std::size_t block_ = kNone;  // the one that what is read belongs to

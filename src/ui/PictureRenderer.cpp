@@ -80,11 +80,9 @@ QColor PictureRenderer::ColourOf(const Picture& picture, std::size_t layer) {
 // As much as is done between two looks at the clock.
 void PictureRenderer::DrawSome(const Picture& picture, QPainter& painter) {
   constexpr int kTexts = 16;
-  std::size_t before = nextMark_;
   std::size_t vertices = 0;
   while (nextMark_ < picture.MarkCount() && vertices < kVerticesAtOnce) {
-    before = nextMark_;
-    vertices += std::min(picture.Vertices(before).size(), kVerticesAtOnce);
+    vertices += std::min(picture.Vertices(nextMark_).size(), kVerticesAtOnce);
     DrawMark(picture, painter);
   }
   if (nextMark_ < picture.MarkCount()) return;

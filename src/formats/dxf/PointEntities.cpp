@@ -32,7 +32,8 @@ bool MakeInsert(EntityContext& context, tEntity& element) {
   }
   const double stepX = groups.Number(44, 0), stepY = groups.Number(45, 0);
   for (std::int64_t i = 0; i < columns * rows; ++i) {
-    const double x = static_cast<double>(i % columns) * stepX, y = static_cast<double>(i / columns) * stepY;
+    const std::int64_t column = i % columns, row = i / columns;
+    const double x = static_cast<double>(column) * stepX, y = static_cast<double>(row) * stepY;
     Vertex at = groups.Point(0);
     if (i > 0) {
       at.x += x * std::cos(angle) - y * std::sin(angle);

@@ -252,8 +252,7 @@ TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
                                "%%d %%%d %%%%065 %%",
                                "a^J ^ b^\t",
                                "\\U+0041 \\u+00e9 \\M+1 \\P",
-                               "Gr\xC3\xB6\xC3\x9F"
-                               "e \xC2\xBD \xE2\x82\xAC",
+                               "Gr\u00F6\u00DFe \u00BD \u20AC",
                                "\xD0\x96\xD1\x83\xD0\xBA \xC2\x81",
                                "\xF0\x9F\x98\x80",
                                "\xEF\xBF\xBD"};

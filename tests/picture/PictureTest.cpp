@@ -165,7 +165,8 @@ TEST_F(Thinning, OfChainsAndPoints) {
 }
 
 TEST_F(Thinning, OfADrawingThatGrows) {
-  for (double side = 1; side < 1e7; side *= 10) {
+  for (int power = 0; power < 7; ++power) {
+    const double side = std::pow(10, power);
     for (int i = 0; i < 10; ++i) AddWalk({5e6 - Upto(side), Upto(side)}, 100, side / 10, "A");
   }
   ExpectThinned();

@@ -19,9 +19,10 @@ class MemorySettings final : public Settings {
     store_[{a + "\n" + s, k}] = v;
   }
   std::map<std::string, std::string> All(const std::string& a, const std::string& s) override {
+    const std::string section = a + "\n" + s;
     std::map<std::string, std::string> pairs;
     for (const auto& [key, value] : store_) {
-      if (key.first == a + "\n" + s) pairs[key.second] = value;
+      if (key.first == section) pairs[key.second] = value;
     }
     return pairs;
   }

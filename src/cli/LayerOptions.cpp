@@ -1,6 +1,7 @@
 #include "cli/LayerOptions.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "cli/Csv.h"
 #include "cli/Json.h"
@@ -38,7 +39,8 @@ std::size_t ColumnOf(const std::vector<std::string>& names, std::string_view wan
               "\" is expected; \"tesselink layers INPUT\" prints such a list");
 }
 
-CodesByLayer CodesIn(const std::string& text) {
+// Notes the layers in the order of the list.
+CodesByLayer CodesIn(const std::string& text, std::vector<std::string>& layers) {
   CodesByLayer codes;
   CsvReader csv(text);
   std::vector<std::string> record;
@@ -50,8 +52,9 @@ CodesByLayer CodesIn(const std::string& text) {
     if (record[code].size() > kCodeLength) {
       throw Error(line + "\"" + record[code] + "\" is longer than the 7 characters of an entity code");
     }
-    if (const auto [known, isNew] = codes.emplace(record[layer], record[code]);
-        !isNew && known->second != record[code]) {
+    const auto [known, isNew] = codes.emplace(record[layer], record[code]);
+    if (isNew) layers.push_back(record[layer]);
+    if (known->second != record[code]) {
       throw Error(line + "layer \"" + record[layer] + "\" has another code further up");
     }
   }
@@ -87,11 +90,11 @@ std::vector<std::string> RememberedAndGuessed(const LayerMatchingQuestion& quest
 }  // namespace
 
 LayerOptions::LayerOptions(const ReadingOptions& options)
-    : fromFile_(!options.layerCodes.empty()), guess_(options.smartAssign) {
+    : fromFile_(!options.layerCodes.empty()), guess_(options.smartAssign), file_(options.layerCodes) {
   if (!fromFile_) return;
   const std::string text = WholeFile(options.layerCodes);
   try {
-    codes_ = CodesIn(text);
+    codes_ = CodesIn(text, listed_);
   } catch (const Error& error) {
     throw Error(options.layerCodes + ", " + error.what());
   }
@@ -117,8 +120,20 @@ std::vector<std::string> LayerOptions::FromFileOr(std::vector<std::string> codes
     const auto given = codes_.find(AsUtf8(question.layers[i]));
     if (given != codes_.end()) codes[i] = given->second;
   }
+  WarnOfUnknownLayers(question);
   WarnOfShortCodes(question.layers, codes, question.context.report);
   return codes;
+}
+
+// As of a name that was misspelt, or whose layer is no longer there.
+void LayerOptions::WarnOfUnknownLayers(const LayerMatchingQuestion& question) const {
+  std::unordered_set<std::string> known;
+  for (const std::string& layer : question.layers) known.insert(AsUtf8(layer));
+  for (const std::string& layer : listed_) {
+    if (known.contains(layer)) continue;
+    question.context.report.Warn(WarningKind::UnknownLayers,
+                                 file_ + ": \"" + layer + "\" is no layer of the input that can be matched");
+  }
 }
 
 }  // namespace tesselink

@@ -19,15 +19,19 @@ class LayerOptions {
   /// Whether layers are to be matched.
   bool Wanted() const { return fromFile_ || guess_; }
   /// One code for each layer: that of the file, else the remembered one, else the guessed one; empty for the rest,
-  /// which are a warning of the question's report. Remembered codes count where codes are guessed.
+  /// which are a warning of the question's report, as are layers of the file that the question does not name.
+  /// Remembered codes count where codes are guessed.
   std::vector<std::string> Codes(const LayerMatchingQuestion& question) const;
   /// As Codes, for a list to be edited: remembered codes always count, and layers without one are no warning.
   std::vector<std::string> Proposal(const LayerMatchingQuestion& question) const;
 
  private:
   std::vector<std::string> FromFileOr(std::vector<std::string> codes, const LayerMatchingQuestion& question) const;
+  void WarnOfUnknownLayers(const LayerMatchingQuestion& question) const;
 
   bool fromFile_ = false, guess_ = false;
+  std::string file_;
+  std::vector<std::string> listed_;  // the layers in the order of the file
   std::unordered_map<std::string, std::string> codes_;
 };
 

@@ -86,6 +86,7 @@ enum class WarningKind {
   NoEnd,
   CodePage,
   ShortCodes,
+  UnknownLayers,
   EmptyList,
   WithoutACode,
 };
@@ -200,6 +201,8 @@ inline constexpr auto kWarnings = std::to_array<WarningEntry>({
     {WarningKind::NoEnd, "no end", "The drawing ends without EOF."},
     {WarningKind::CodePage, "code page", "The drawing names a code page that is not known."},
     {WarningKind::ShortCodes, "short codes", "Entity codes of other than 7 characters."},
+    {WarningKind::UnknownLayers, "unknown layers",
+     "Names in a list of layers and codes that are no layer of the input."},
     {WarningKind::EmptyList, "empty list", "The list of entity types holds none."},
     {WarningKind::WithoutACode, "without a code", "Layers without an entity code."},
 });

@@ -9,7 +9,7 @@ export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 for style in light dark; do
   for scale in 1 2; do
     mkdir -p "$folder/$style-$((scale * 96))dpi"
-    QT_SCALE_FACTOR=$scale build/release/tests/ui/window-screenshots "$folder/$style-$((scale * 96))dpi" "$style"
+    QT_SCALE_FACTOR=$scale build/release/packaging/screenshots/window-screenshots "$folder/$style-$((scale * 96))dpi" "$style"
   done
 done
 echo "The pictures are in $folder"

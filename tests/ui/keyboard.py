@@ -1,0 +1,137 @@
+#!/usr/bin/env python3
+"""A person's work at the window in an X server of its own, by keys alone: a conversion through every dialog that it asks with.
+What it leaves is compared with what the command line writes when it is given the same answers.
+
+    keyboard.py --window build/release/tesselink-gui --tesselink build/release/tesselink --examples examples
+
+Dialogs are found by their titles, controls by their underlined letters and the order of the keys. There is no window manager:
+each dialog is given the keyboard when it appears. Exit codes: 0 agrees, 1 deviates, 77 Xvfb or xdotool is not installed.
+"""
+import argparse
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+PATIENCE = 60  # seconds for a step
+CDF_ROW = 3  # of the output formats
+MAIN = "Tesselink File Conversion"
+
+
+class Deviation(Exception):
+    pass
+
+
+def xdotool(environment, *words):
+    run = subprocess.run(["xdotool", *map(str, words)], env=environment, capture_output=True, text=True, timeout=PATIENCE, check=False)
+    return run.stdout.split() if run.returncode == 0 else []
+
+
+def wait(what, condition):
+    end = time.monotonic() + PATIENCE
+    while not condition():
+        if time.monotonic() > end:
+            raise Deviation(f"expected {what} within {PATIENCE} seconds")
+        time.sleep(0.02)
+
+
+class Person:
+    def __init__(self, environment):
+        self.environment = environment
+
+    def at(self, title):
+        """Waits for a window and gives it the keyboard."""
+        def focused():
+            windows = xdotool(self.environment, "search", "--onlyvisible", "--name", f"^{title}$")
+            return windows and (xdotool(self.environment, "windowfocus", windows[-1]),
+                                xdotool(self.environment, "getwindowfocus", "-f") == windows[-1:])[1]
+        wait(f'the keyboard at the window "{title}"', focused)
+
+    def keys(self, *keys):
+        xdotool(self.environment, "key", "--clearmodifiers", *keys)
+
+    def write(self, text):
+        self.keys("ctrl+a")
+        xdotool(self.environment, "type", "--clearmodifiers", "--delay", 5, text)
+
+
+def convert_wells(person, folder):
+    person.at(MAIN)
+    person.keys("alt+f")
+    person.write(folder / "wells.shp")
+    person.keys("alt+o", "Home", *["Down"] * CDF_ROW, "alt+u")
+    person.write(folder / "out.cdf")
+    person.keys("alt+a")
+    person.at("DBF Fields")
+    person.keys("Down", "Return", "Down", "Down", "Return")
+    person.at("Layer Name Matching")
+    person.keys(*["Tab"] * 5, "space", "alt+o")  # Smart Assign stands behind the four layers and Assign Types
+    person.at("Point Entities Found in the Input File")
+    person.keys("Return")
+    wait("the point file", (folder / "out.pts").exists)
+    person.at("Progress...")
+    wait("the drawing", (folder / "out.cdf").exists)
+    time.sleep(0.5)  # the summary, which the same window shows
+    person.keys("alt+d")
+    person.at(MAIN)
+    person.keys("alt+c")
+
+
+def surroundings(home):
+    """Those of someone who has never run the program; nothing of the desktop that this runs on reaches it."""
+    kept = {name: value for name, value in os.environ.items() if not name.startswith(("QT_", "XDG_", "LC_", "DBUS_", "WAYLAND_"))}
+    (home / "run").mkdir(mode=0o700, parents=True)
+    return kept | {"HOME": str(home), "XDG_CONFIG_HOME": str(home), "XDG_RUNTIME_DIR": str(home / "run"), "LC_ALL": "C.UTF-8",
+                   "QT_QPA_PLATFORM": "xcb", "QT_ACCESSIBILITY": "0"}
+
+
+def play(options, folder):
+    for path in options.examples.iterdir():
+        shutil.copy(path, folder)
+    environment = surroundings(folder / "home")
+    ours, theirs = os.pipe()
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(theirs), "-screen", "0", "1400x1000x24", "-nolisten", "tcp"],
+                              pass_fds=[theirs], stderr=subprocess.DEVNULL)
+    try:
+        os.close(theirs)
+        with os.fdopen(ours) as answer:
+            environment["DISPLAY"] = ":" + answer.readline().strip()
+        with subprocess.Popen([options.window], env=environment, cwd=folder) as program:
+            try:
+                convert_wells(Person(environment), folder)
+                if program.wait(PATIENCE) != 0:
+                    raise Deviation(f"the program ends with {program.returncode}")
+            finally:
+                program.kill()
+    finally:
+        server.terminate()
+        server.wait()
+    subprocess.run([options.tesselink, "convert", "-q", "--smart-assign", "--layer-field", "LAYER", "--text-field", "LABEL", "wells.shp",
+                    "cli.cdf"], env=surroundings(folder / "other"), cwd=folder, check=True)
+    for end in ("cdf", "pts"):
+        if (folder / f"out.{end}").read_bytes() != (folder / f"cli.{end}").read_bytes():
+            raise Deviation(f"the window's out.{end} is not what the command line writes")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    for name in ("--window", "--tesselink", "--examples"):
+        parser.add_argument(name, type=lambda text: pathlib.Path(text).resolve(), required=True)
+    options = parser.parse_args()
+    if not shutil.which("Xvfb") or not shutil.which("xdotool"):
+        print("skipped: Xvfb or xdotool is not installed")
+        return 77
+    try:
+        with tempfile.TemporaryDirectory() as folder:
+            play(options, pathlib.Path(folder))
+    except (Deviation, subprocess.SubprocessError) as deviation:
+        print(f"DEVIATES: {deviation}")
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

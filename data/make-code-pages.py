@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
-"""Writes src/core/io/CodePages.inc: the letters of bytes 128 to 255 in each code page of one byte a letter.
+"""Prints src/core/io/CodePages.inc: the letters of bytes 128 to 255 in each code page of one byte a letter.
 
-The tables are those of Python's own codecs. Run it from the top of the tree; it needs nothing but Python.
+The tables are those of Python's own codecs. A test compares what it prints with the file.
 """
+
+import sys
 
 PAGES = [
     ("ANSI_874", "cp874"), ("ANSI_1250", "cp1250"), ("ANSI_1251", "cp1251"), ("ANSI_1252", "cp1252"),
@@ -30,12 +32,11 @@ def row(codec, first):
 
 
 def main():
-    with open("src/core/io/CodePages.inc", "w", encoding="utf-8", newline="\n") as out:
-        out.write("// Written by data/make-code-pages.py.\n")
-        for name, codec in PAGES:
-            out.write(f'{{"{name}",\n')
-            out.write("\n".join(" " + row(codec, first) for first in range(128, 256, 32)))
-            out.write("},\n")
+    sys.stdout.reconfigure(encoding="utf-8", newline="\n")
+    print("// Written by data/make-code-pages.py.")
+    for name, codec in PAGES:
+        print(f'{{"{name}",')
+        print("\n".join(" " + row(codec, first) for first in range(128, 256, 32)) + "},")
 
 
 main()

@@ -12,9 +12,9 @@ import shapefile
 from ezdxf import recover
 from osgeo import gdal, ogr
 
-from shapefiles import check, partner
-
 logging.disable(logging.CRITICAL)
+gdal.UseExceptions()
+gdal.PushErrorHandler("CPLQuietErrorHandler")
 
 POINT, LINE, CHAIN, TEXT, CIRCLE, ARC = "point", "line", "polyline", "text", "circle", "arc"
 KINDS = {0: POINT, 1: LINE, 2: CHAIN, 3: TEXT, 4: CIRCLE, 6: ARC}
@@ -24,6 +24,15 @@ COLOURS = {
     "LIGHTBLUE": (173, 216, 230), "MAROON": (178, 96, 48), "PURPLE": (160, 32, 240), "BROWN": (165, 42, 42),
     "LIGHTGRAY": (211, 211, 211), "RED": (255, 0, 0), "PINK": (255, 12, 203), "YELLOW": (255, 255, 0), "ORANGE": (255, 165, 0),
     "SALMON": (250, 128, 144), "VIOLET": (238, 130, 232), "LIGHTYELLOW": (255, 255, 232), "WHITE": (255, 255, 255)}
+
+
+class Deviation(Exception):
+    pass
+
+
+def check(condition, message):
+    if not condition:
+        raise Deviation(message)
 
 
 @dataclasses.dataclass(frozen=True)
@@ -46,7 +55,6 @@ class Element:
     end: float = None
     values: tuple = None  # the attributes of the record
     drawn: bool = False  # a chain stands for the curve
-    beyond: tuple = ()  # coordinates x that have no y left
 
     def but(self, **changes):
         return dataclasses.replace(self, **changes)
@@ -58,12 +66,7 @@ def normal(e):
         e = e.but(xyz=e.xyz + e.xyz[:1])
     if e.kind == POINT and e.text == "NOSTATUS":
         e = e.but(text="")
-    if e.style == "":
-        e = e.but(style="CONTINUOUS")
-    for key in ("text", "layer"):
-        value = getattr(e, key)
-        if value and any("\udc80" <= c <= "\udcff" for c in value):
-            e = e.but(**{key: decoded(raw(value))})
+    e = e.but(style="CONTINUOUS") if e.style == "" else e
     return e.but(code="") if e.code and e.code.startswith(NO_CODE) else e
 
 
@@ -84,11 +87,6 @@ def decoded(line):
 LETTERS_1252 = [bytes([b]).decode("cp1252", "ignore") or chr(b) for b in range(256)]
 
 
-def undecoded(text):
-    """The bytes that are shown as such a text, where they are no UTF-8."""
-    return bytes(map(LETTERS_1252.index, text))
-
-
 def table_codec(cpg, dbf):
     """What a table names as its encoding, as far as the drawings have one; None for nothing."""
     name = cpg.read_text(errors="replace").strip().upper() if cpg else ""
@@ -107,6 +105,11 @@ def drawing_codec(path):
     return None if known[1] in ("932", "936", "949", "950") else "cp" + known[1]
 
 
+def partner(path, extension):
+    same = [p for p in path.parent.iterdir() if p.stem == path.stem and p.suffix.lower() == extension]
+    return same[0] if same else None
+
+
 # ---- tesselink
 
 
@@ -116,19 +119,15 @@ def tesselink(program, *arguments):
 
 
 def by_tesselink(program, path, *options):
-    """The elements, and whether the reading ended early."""
-    code, out, errors = tesselink(program, "cat", *options, path)
-    check(code in (0, 3), f"cat: exit code {code}: {errors.strip()[:200]}")
-    return [from_cat(json.loads(line)) for line in out.splitlines()], code == 3
-
-
-def number(value):
-    return math.nan if value is None else value
+    code, out, errors = tesselink(program, "cat", "--dialect", "standard", *options, path)
+    check(code == 0, f"cat: exit code {code}: {errors.strip()[:200]}")
+    return [from_cat(json.loads(line)) for line in out.splitlines()]
 
 
 def from_cat(e):
+    def number(value):
+        return math.nan if value is None else value
     kind = KINDS[e["bType"]]
-    # Where x and y are out of step, the shorter array counts.
     xyz = tuple(zip(*(map(number, e[k]) for k in "xY"), map(number, e["Z"] + [0.0] * len(e["x"]))))
     curve = kind in (CIRCLE, ARC)
     angled = kind in (POINT, TEXT)
@@ -137,154 +136,109 @@ def from_cat(e):
         number(e["TextAng"]) if angled else 0.0, e["TextJust"] if kind == TEXT else 0, e["Closed"], e["Colour"],
         tuple(e["RGB"] >> shift & 255 for shift in (0, 8, 16)), e["LineStyle"], e["CDFCode"],
         number(e["Rad"]) if curve else None, number(e["AngStart"]) if kind == ARC else None,
-        number(e["AngEnd"]) if kind == ARC else None, beyond=tuple(map(number, e["x"][len(e["Y"]):])))
+        number(e["AngEnd"]) if kind == ARC else None)
 
 
 # ---- drawings
 
 
 def by_ezdxf(path):
-    """The elements, and what ezdxf finds to repair."""
     document, auditor = recover.readfile(path, errors="surrogateescape")
     found = {e.message for e in auditor.errors + auditor.fixes}
-    return [from_ezdxf(e) for e in document.modelspace()], found
+    check(not found, f"ezdxf repairs: {sorted(found)[:3]}")
+    return [from_ezdxf(e) for e in document.modelspace()]
 
 
 def from_ezdxf(e):
     kind = e.dxftype()
     at = {"layer": e.dxf.layer, "colour": e.dxf.color, "style": e.dxf.linetype}
     if kind == "POINT":
-        return normal(Element(POINT, (tuple(e.dxf.location),), **at))
+        return Element(POINT, (tuple(e.dxf.location),), **at)
     if kind == "LINE":
-        return normal(Element(LINE, (tuple(e.dxf.start), tuple(e.dxf.end)), **at))
+        return Element(LINE, (tuple(e.dxf.start), tuple(e.dxf.end)), **at)
     if kind == "POLYLINE":
         xyz = tuple(tuple(v.dxf.location) for v in e.vertices)
         if not e.is_3d_polyline and e.dxf.hasattr("elevation"):
             check(all(v[2] == e.dxf.elevation.z for v in xyz), "a polyline's height is not that of its vertices")
-        return normal(Element(CHAIN, xyz, closed=e.is_closed, **at))
+        return Element(CHAIN, xyz, closed=e.is_closed, **at)
     if kind == "TEXT":
-        just = e.dxf.halign + 16 * (e.dxf.valign if e.dxf.valign in (1, 2, 3) else 0)
+        just = e.dxf.halign + 16 * e.dxf.valign
         place = e.dxf.align_point if just and e.dxf.hasattr("align_point") else e.dxf.insert
-        return normal(Element(TEXT, (tuple(place),), text=e.plain_text(), size=e.dxf.height, angle=e.dxf.rotation, just=just, **at))
+        return Element(TEXT, (tuple(place),), text=e.plain_text(), size=e.dxf.height, angle=e.dxf.rotation, just=just, **at)
     if kind == "CIRCLE":
-        return normal(Element(CIRCLE, (tuple(e.dxf.center),), radius=e.dxf.radius, **at))
+        return Element(CIRCLE, (tuple(e.dxf.center),), radius=e.dxf.radius, **at)
     check(kind == "ARC", f"a {kind} in a drawing")
-    return normal(Element(ARC, (tuple(e.dxf.center),), radius=e.dxf.radius, start=e.dxf.start_angle, end=e.dxf.end_angle, **at))
+    return Element(ARC, (tuple(e.dxf.center),), radius=e.dxf.radius, start=e.dxf.start_angle, end=e.dxf.end_angle, **at)
 
 
-class Warnings:
-    """What GDAL says while it is at work."""
-
-    def __enter__(self):
-        self.texts = []
-        gdal.PushErrorHandler(lambda _kind, _number, text: self.texts.append(text))
-        return self.texts
-
-    def __exit__(self, *_):
-        gdal.PopErrorHandler()
-
-
-def by_gdal_dxf(path):
-    with Warnings() as texts:
-        source = ogr.Open(str(path))
-        check(source is not None, f"GDAL does not open the drawing: {texts}")
-        elements = [from_gdal_dxf(feature) for feature in source.GetLayer(0)]
-    return elements, set(texts)
-
-
-LABEL = re.compile(r',(\w):"?([^",)]*)"?')
-
-
-def from_gdal_dxf(feature):
-    shape = feature.GetGeometryRef()
-    check(shape is not None, "GDAL reads an entity without a place")
-    xyz = tuple((p + (0.0,))[:3] for p in shape.GetPoints() or [])
-    at = {"layer": feature.GetField("Layer"), "style": feature.GetField("Linetype")}
-    style = feature.GetStyleString() or ""
-    if style.startswith("LABEL"):
-        # The text itself comes first and may hold anything.
-        told = dict(LABEL.findall(style[style.rindex('"'):]))
-        place = int(told["p"]) - 1
-        just = (0, 32, 48, 16)[place // 3] + place % 3
-        return normal(Element(TEXT, xyz, text=feature.GetField("Text") or "", size=float(told.get("s", "0g")[:-1]),
-                              angle=float(told.get("a", 0)), just=just, **at))
-    return normal(Element(POINT if shape.GetGeometryName() == "POINT" else CHAIN, xyz, **at))
+def by_gdal(path):
+    """Places alone: its kinds, and chains for curves."""
+    source = ogr.Open(str(path))
+    for feature in source.GetLayer(0):
+        shape = feature.GetGeometryRef()
+        check(shape is not None and shape.GetGeometryCount() == 0, "GDAL reads an element of no place, or of several parts")
+        yield Element(POINT if shape.GetGeometryName() == "POINT" else CHAIN, tuple((p + (0.0,))[:3] for p in shape.GetPoints() or []))
 
 
 # ---- shapefiles
-
-OWN_FIELDS = ["Desc", "Code", "ColorNum", "ColorName"]
-TEXT_FIELDS = ["Text", "TextAngle", "TextSize"]
 
 
 def with_own_fields(e, names, values, carried):
     """The values that the program itself puts into a table, as those of the element; carried ones stay attributes."""
     if carried:
-        return normal(e.but(values=tuple(values)))
+        return e.but(values=tuple(values))
     told = dict(zip(names, values))
     e = e.but(layer=told["Desc"], code=told["Code"], colour=int(told["ColorNum"]), rgb=COLOURS[told["ColorName"]])
-    if "Text" in told:
-        e = e.but(text=told["Text"], angle=float(told["TextAngle"]), size=float(told["TextSize"]))
-    return normal(e)
+    return e.but(text=told["Text"], angle=float(told["TextAngle"]), size=float(told["TextSize"])) if "Text" in told else e
 
 
-def by_pyshp(path, carried, with_table=True):
-    files = {key: str(path.with_suffix("." + key)) for key in ("shp", "shx", "dbf")[:3 if with_table else 2]}
-    with shapefile.Reader(**files, encoding="utf-8") as reader:
-        names = [f[0] for f in reader.fields[1:]] if with_table else []
-        elements = []
+def pyshp(path, *parts, encoding="utf-8"):
+    return shapefile.Reader(**{part: str(partner(path, f".{part}")) for part in parts}, encoding=encoding)
+
+
+def by_pyshp(path, carried):
+    """What the program wrote: a record for each element."""
+    with pyshp(path, "shp", "shx", "dbf") as reader:
+        names = [f[0] for f in reader.fields[1:]]
         for i in range(len(reader)):
             shape = reader.shape(i)
-            z = shape.z if hasattr(shape, "z") else [0.0] * len(shape.points)
-            xyz = tuple((float(p[0]), float(p[1]), float(h)) for p, h in zip(shape.points, z))
+            xyz = vertices_of(shape)
             e = Element(POINT if shape.shapeTypeName.startswith("POINT") else CHAIN, xyz)
-            elements.append(with_own_fields(e, names, list(reader.record(i)), carried) if with_table else e)
-    return elements, set()
+            yield with_own_fields(e, names, list(reader.record(i)), carried)
 
 
-def by_gdal_shp(path, carried, with_table=True):
-    with Warnings() as texts:
-        source = ogr.Open(str(path))
-        check(source is not None, f"GDAL does not open the shapefile: {texts}")
-        layer = source.GetLayer(0)
-        plan = layer.GetLayerDefn()
-        names = [plan.GetFieldDefn(i).GetName() for i in range(plan.GetFieldCount())]
-        elements = []
-        for feature in layer:
-            shape = feature.GetGeometryRef()
-            check(shape.GetGeometryCount() == 0, "GDAL reads a shape of several parts")
-            xyz = tuple((p + (0.0,))[:3] for p in shape.GetPoints())
-            e = Element(POINT if shape.GetGeometryName() == "POINT" else CHAIN, xyz)
-            values = [feature.GetField(i) for i in range(len(names))]
-            elements.append(with_own_fields(e, names, values, carried) if with_table else e)
-    return elements, set(texts)
+def vertices_of(shape):
+    z = list(getattr(shape, "z", [])) + [0.0] * len(shape.points)
+    return tuple((float(p[0]), float(p[1]), struct.unpack("<f", struct.pack("<f", h))[0]) for p, h in zip(shape.points, z))
 
 
-def record_numbers(path):
-    """The record, from 0, of each element that a shapefile holds, by pyshp; those of deleted rows are left out."""
-    numbers = []
-    deleted = DeletedRows(partner(path, ".dbf"))
-    with shapefile.Reader(shp=str(path), shx=str(partner(path, ".shx"))) as reader:
+def deleted_rows(path):
+    """The rows that a table marks as deleted."""
+    data = path.read_bytes() if path else b""
+    header, length = struct.unpack_from("<HH", data, 8) if len(data) > 32 else (0, 0)
+    return {i for i, at in enumerate(range(header, len(data), length)) if data[at] == 0x2A} if length else set()
+
+
+def source_by_pyshp(path):
+    """What any shapefile holds: its elements, and the record, from 0, of each."""
+    elements, deleted = [], deleted_rows(partner(path, ".dbf"))
+    with pyshp(path, "shp", "shx") as reader:
         for i in range(len(reader)):
             shape = reader.shape(i)
-            if shape.shapeType == 0 or not shape.points or i in deleted:
+            vertices = [v for v in vertices_of(shape) if math.isfinite(v[0]) and math.isfinite(v[1])]
+            if not vertices or i in deleted:
                 continue
-            single = shape.shapeType in (1, 8, 11, 18, 21, 28)
-            numbers += [i] * (1 if single else len(shape.parts))
-    return numbers
-
-
-class DeletedRows:
-    def __init__(self, path):
-        self.bytes = path.read_bytes() if path else b""
-        self.header, self.length = struct.unpack_from("<HH", self.bytes, 8) if len(self.bytes) > 32 else (0, 0)
-
-    def __contains__(self, row):
-        at = self.header + self.length * row
-        return bool(self.length) and self.bytes[at:at + 1] == b"*"
-
-    def __bool__(self):
-        return any(row in self for row in range((len(self.bytes) - self.header) // self.length if self.length else 0))
+            if shape.shapeType in (1, 8, 11, 18, 21, 28):
+                elements.append((Element(POINT, tuple(vertices)), i))
+                continue
+            kinds = getattr(shape, "partTypes", [5] * len(shape.parts))
+            for kind, start, end in zip(kinds, shape.parts, [*shape.parts[1:], len(vertices)]):
+                part = vertices[start:end]
+                if kind == 0:  # a strip of triangles: down one side and back up the other
+                    part = part[::2] + part[1::2][::-1]
+                if part:
+                    elements.append((Element(CHAIN, tuple(part), closed=shape.shapeType % 10 in (1, 5)), i))
+    return elements
 
 
 def attributes(path):
@@ -293,8 +247,6 @@ def attributes(path):
     codec = table_codec(cpg, dbf)
 
     def text(value):
-        if not isinstance(value, str):
-            return value
         for name in (codec or "utf-8", "cp1252"):
             try:
                 return value.encode("latin-1").decode(name)
@@ -302,9 +254,9 @@ def attributes(path):
                 pass
         return value
 
-    with shapefile.Reader(dbf=str(dbf), encoding="latin-1") as reader:
+    with pyshp(path, "dbf", encoding="latin-1") as reader:
         check(all(f[1] in "CNFDL" for f in reader.fields), "fields that are not carried along")
-        rows = [tuple(map(text, record)) if record is not None else None for record in reader.iterRecords()]
+        rows = [record and tuple(text(v) if isinstance(v, str) else v for v in record) for record in reader.iterRecords()]
         return (None,) * (len(reader.fields) - 1), rows
 
 
@@ -316,34 +268,24 @@ def letters(vertical, horizontal):
 
 
 def by_landmark_layout(path):
-    elements, chain = [], None
-
-    def done():
-        if chain and chain[2]:
-            elements.append(Element(CHAIN, tuple(chain[2]), layer=chain[0], closed=chain[1], rgb=COLOURS.get(chain[0])))
-
+    chain = None
     lines = path.read_bytes().splitlines()
     check(lines[0].startswith(b"METAFILE,") if lines else True, "no header line")
-    for line in map(decoded, lines[1:]):
+    for line in [*map(decoded, lines[1:]), ","]:
         key, rest = line.split(",", 1)
         fields = [f.strip() for f in rest.split(",")]
         if key == "XY":
             chain[2].append((float(fields[0]), float(fields[1]), 0.0))
             continue
-        done()
-        chain = None
-        if key in ("LINE", "POLYGON"):
-            chain = (fields[-1], key == "POLYGON", [])
-        elif key == "VECTOR":
-            x1, y1, x2, y2 = map(float, fields[:4])
-            chain = (fields[-1], False, [(x1, y1, 0.0), (x2, y2, 0.0)])
-        else:
-            check(key == "TEXT", f"a line begins {key!r}")
+        if chain and chain[2]:
+            yield Element(CHAIN, tuple(chain[2]), layer=chain[0], closed=chain[1], rgb=COLOURS[chain[0]])
+        chain = (fields[-1], key == "POLYGON", []) if key in ("LINE", "POLYGON") else None
+        if key == "TEXT":
             text, rest = rest[rest.index("'") + 1:rest.rindex("'")], rest[rest.rindex("'") + 2:].split(",")
-            elements.append(Element(TEXT, ((float(rest[0]), float(rest[1]), 0.0),), layer=rest[-1], text=text,
-                                    size=float(rest[2]), angle=float(rest[4]), just=letters(*rest[5]), rgb=COLOURS.get(rest[-1])))
-    done()
-    return list(map(normal, elements)), set()
+            yield Element(TEXT, ((float(rest[0]), float(rest[1]), 0.0),), layer=rest[-1], text=text, size=float(rest[2]),
+                          angle=float(rest[4]), just=letters(*rest[5]), rgb=COLOURS[rest[-1]])
+        else:
+            check(chain or not key, f"a line begins {key!r}")
 
 
 def leading_number(columns):
@@ -352,37 +294,28 @@ def leading_number(columns):
 
 
 def by_cdf_layout(path):
-    elements, head, chain = [], None, []
-
-    def done():
-        if chain:
-            elements.append(normal(Element(CHAIN, tuple(chain), closed=head[8:9] == "1", code=head[1:8])))
-            chain.clear()
-
-    for raw in path.read_bytes().split(b"\r\n")[:-1]:
-        line = decoded(raw)
-        if line[0] == "C":
-            if line[1] == "U":
-                done()
-            chain.append((leading_number(line[17:32]), leading_number(line[2:17]), 0.0))
-            continue
-        done()
-        if line[0] == "B":
-            head = line
-            continue
-        check(line[0] == "D" and line[40] == "H", f"a line begins {line[:41]!r}")
-        text = decoded(raw[46:80]).strip(" ")
-        elements.append(normal(Element(
-            TEXT, ((leading_number(line[16:31]), leading_number(line[1:16]), 0.0),), text=text, size=leading_number(line[32:37]),
-            angle=leading_number(line[37:40]), just=letters(line[42], line[41]), closed=head[8:9] == "1", code=head[1:8])))
-    done()
+    head, chain = "", []
+    for line in [*path.read_bytes().split(b"\r\n")[:-1], b"B"]:
+        columns = decoded(line)
+        if chain and columns[:2] != "CD":
+            yield Element(CHAIN, tuple(chain), closed=head[8:9] == "1", code=head[1:8])
+            chain = []
+        if columns[0] == "C":
+            chain.append((leading_number(columns[17:32]), leading_number(columns[2:17]), 0.0))
+        elif columns[0] == "B":
+            head = columns
+        else:
+            check(columns[0] == "D" and columns[40] == "H", f"a line begins {columns[:41]!r}")
+            yield Element(
+                TEXT, ((leading_number(columns[16:31]), leading_number(columns[1:16]), 0.0),), text=decoded(line[46:80]).strip(" "),
+                size=leading_number(columns[32:37]), angle=leading_number(columns[37:40]), just=letters(columns[42], columns[41]),
+                closed=head[8:9] == "1", code=head[1:8])
     points = partner(path, ".pts")
-    for raw in points.read_bytes().split(b"\r\n")[:-1] if points else ():
-        found = re.fullmatch(rb"DXF Point \((.*)", raw[:40].rstrip(b" "), re.DOTALL)
-        check(found is not None, f"a line of the point file begins {raw[:40]!r}")
-        x, y = (leading_number(decoded(raw[a:b])) for a, b in ((40, 50), (53, 63)))
-        elements.append(Element(POINT, ((x, y, 0.0),), text=decoded(found[1])))
-    return elements, set()
+    for line in points.read_bytes().split(b"\r\n")[:-1] if points else ():
+        found = re.fullmatch(rb"DXF Point \((.*)", line[:40].rstrip(b" "), re.DOTALL)
+        check(found is not None, f"a line of the point file begins {line[:40]!r}")
+        x, y = (leading_number(decoded(line[a:b])) for a, b in ((40, 50), (53, 63)))
+        yield Element(POINT, ((x, y, 0.0),), text=decoded(found[1]))
 
 
 def by_grid_layout(path):
@@ -397,4 +330,4 @@ def by_grid_layout(path):
             chain.append((float(fields[0]), float(fields[1]), 0.0))
             left -= 1
     check(left == 0, f"{left} vertices are missing")
-    return [Element(CHAIN, tuple(chain), values=values) for values, chain in elements], set()
+    return [Element(CHAIN, tuple(chain), values=values) for values, chain in elements]

@@ -224,7 +224,8 @@ class Reader:
 
     def read_ellipse(self, e):
         radius = Vec3(e.dxf.major_axis).magnitude
-        element = self.chain(e, array(e.flattening(radius * CHORD_ERROR / 10, 64)), radius)
+        fine = array(e.flattening(radius * CHORD_ERROR / 10, 64))
+        element = self.chain(e, fine, max(radius, extent(fine)))
         steps = numpy.diff(element["chain"], axis=0)
         lengths = numpy.linalg.norm(steps, axis=1)
         steps, lengths = (some[lengths > 1e-11 * max(extent(element["chain"]), 1e-12)] for some in (steps, lengths))

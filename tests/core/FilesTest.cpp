@@ -81,19 +81,6 @@ TEST(ReadWindow, GivesTheFilesBytesInAnyOrder) {
   }
 }
 
-TEST(FileWriter, ReportsAFullDiskAtTheLatestOnClose) {
-  FileWriter small("/dev/full");
-  small.Line("a");
-  EXPECT_NE(ErrorOf([&] { small.Close(); }).find("/dev/full: could not be written: No space left on device"),
-            std::string::npos);
-  FileWriter large("/dev/full");
-  EXPECT_NE(ErrorOf([&] {
-              for (int i = 0; i < 100000; ++i) large.Line("some text");
-            }),
-            "");
-  EXPECT_NE(ErrorOf([] { FileWriter("/nosuch/folder/x"); }).find("No such file or directory"), std::string::npos);
-}
-
 TEST(FileWriter, WhatIsWrittenIsWhatIsRead) {
   const Folder folder;
   const std::string part = folder.Put("part", std::string(1000000, 'p'));

@@ -225,26 +225,5 @@ TEST(VertexChainsTest, WhatIsNoSplineBecomesItsPoints) {
   }
 }
 
-TEST(VertexChainsTest, WildValuesGiveAnEnd) {
-  const double infinite = std::numeric_limits<double>::infinity();
-  for (const double wild : {kNaN, infinite, -infinite, 1e308, 1e-308, -1.0, 0.0}) {
-    VertexChain chain;
-    AppendArc(chain, {wild, 0, 0}, wild, wild, wild);
-    AppendBulge(chain, {wild, wild, 0}, {0, wild, 0}, wild);
-    AppendBulge(chain, {0, 0, 0}, {1, 0, 0}, wild);
-    AppendEllipse(chain, {}, {wild, 0, 0}, {0, 1, 0}, wild, wild);
-    AppendEllipse(chain, {}, {1, 0, 0}, {0, wild, 0}, wild, 6);
-    SplineCurve curve = QuarterCircle();
-    curve.control[1] = {wild, -wild, wild};
-    AppendSpline(chain, curve);
-    curve.weights[1] = std::fabs(wild);
-    AppendSpline(chain, curve);
-    curve.Clear();
-    curve.fit = {{0, 0, 0}, {wild, 1, 0}, {3, 3, 0}};
-    AppendSpline(chain, curve);
-    EXPECT_LT(chain.size(), 5000U) << wild;
-  }
-}
-
 }  // namespace
 }  // namespace tesselink

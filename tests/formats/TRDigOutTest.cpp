@@ -90,26 +90,6 @@ TEST_F(TRDigOutTest, LinesByTheLetter) {
   EXPECT_TRUE(person.calls.empty()) << "without a chain nobody is asked";
 }
 
-TEST_F(TRDigOutTest, CirclesAndArcsAreChains) {
-  PutTable("grid.dbf", "3N-", 2);
-  TRDigOut writer(context);
-  writer.filename(folder.Path("out.grd"));
-  tEntity arc = Chain({{100, 100}});
-  arc.bType = kArc;
-  arc.Rad = 10;
-  arc.AngStart = 350;
-  arc.AngEnd = 0;
-  EXPECT_EQ(writer.WriteEntity(arc), WriteResult::Converted);
-  tEntity circle = arc;
-  circle.bType = kCircle;
-  EXPECT_EQ(writer.WriteEntity(circle), WriteResult::Converted);
-  writer.Release();
-  const std::string bytes = Folder::Get(folder.Path("out.grd"));
-  EXPECT_TRUE(bytes.starts_with("SEC,3N-1,68W,1,7\r\n109.848077530122,98.2635182233307\r\n")) << bytes;
-  EXPECT_NE(bytes.find("\r\n110,100\r\nSEC,3N-2,68W,2,73\r\n110,100\r\n"), std::string::npos) << "over 0 degrees, on";
-  EXPECT_TRUE(bytes.ends_with("\r\n110,100\r\n")) << bytes;
-}
-
 TEST_F(TRDigOutTest, AShapeTakesItsOwnRowAndItsPartsShareIt) {
   const std::string north = PutShapes("north"), south = PutShapes("south");
   const std::string table = PutTable("north.dbf", "N", 4);
@@ -142,36 +122,6 @@ TEST_F(TRDigOutTest, RowsThatAreNotThereAndValuesThatBreakALine) {
   folder.Put("grid.dbf", deleted);
   EXPECT_EQ(Written({Chain({{1, 2}})}), "SEC,3 N,6  8,1  2 ,1\r\n1,2\r\n");
   EXPECT_EQ(WarningOf("characters")->count, 3);
-}
-
-TEST_F(TRDigOutTest, TablesAndFieldsThatCannotServe) {
-  const std::string table = folder.Path("grid.dbf");
-  const auto error = [this] { return ErrorOf([&] { Written({Chain({{1, 2}})}); }); };
-  const std::string advice = "; name a dBase table of townships, ranges and sections";
-  EXPECT_EQ(error(), table + ": is no file that can be opened for reading" + advice);
-  folder.Put("grid.dbf", "x");
-  EXPECT_EQ(error(), table + ": holds 1 bytes; a dBase table begins with a header of 32" + advice);
-  PutTable("grid.dbf", "N", 2);
-  person.tableFields.fields[1] = "RANGE";
-  EXPECT_EQ(error(), table + ": has no field \"RANGE\" for the range; its fields are SEC, TWP, RGE");
-  person.tableFields.fields[1] = "";
-  EXPECT_EQ(error(), table + ": has no field \"\" for the range; its fields are SEC, TWP, RGE");
-  folder.Put("grid.dbf", Table({}, {}));
-  EXPECT_EQ(error(), table + ": has no field \"TWP\" for the township; it has no fields at all");
-  EXPECT_FALSE(std::filesystem::exists(folder.Path("out.grd")));
-}
-
-TEST_F(TRDigOutTest, TheTableIsNeverWritten) {
-  const std::string table = PutTable("grid.dbf", "N", 2), before = Folder::Get(table);
-  const std::string same = folder.Path("./grid.dbf");
-  {
-    TRDigOut writer(context);
-    writer.filename(same);
-    tEntity chain = Chain({{1, 2}});
-    EXPECT_EQ(ErrorOf([&] { writer.WriteEntity(chain); }),
-              table + ": is the table to be read; give the output another name");
-  }
-  EXPECT_EQ(Folder::Get(table), before);
 }
 
 }  // namespace

@@ -135,22 +135,6 @@ TEST_F(ESRIInFiltTest, FieldsAreAskedForOnceInARunOfSeveralFiles) {
   EXPECT_EQ(rig.person.fieldQuestions, 1);
 }
 
-TEST_F(ESRIInFiltTest, PartnersThatAreMissing) {
-  const std::string path = Put(ShapeFile({kTriangle}), "Lost");
-  reader.filename(path);
-  ASSERT_EQ(rig.person.messages.size(), 1U);
-  EXPECT_TRUE(rig.person.messages[0].text.starts_with("Warning: \r\nCould not find file "));
-  EXPECT_TRUE(rig.person.messages[0].text.ends_with("/lost.dbf")) << "in lower case";
-  EXPECT_EQ(rig.ReadAll(reader).at(0).Layer, "0") << "goes on without attributes";
-  std::filesystem::remove(rig.folder.Path("Lost.shx"));
-  reader.filename(path);
-  EXPECT_TRUE(rig.person.messages.back().text.starts_with("Fatal Error: Could not find file "));
-  EXPECT_EQ(reader.filename(), "");
-  EXPECT_TRUE(reader.Eof());
-  reader.filename(rig.folder.Path("none.shp"));
-  EXPECT_EQ(rig.person.messages.size(), 2U) << "a file that does not exist changes nothing";
-}
-
 TEST_F(ESRIInFiltTest, BrokenRecordsAreSkippedWithAWarningAndTheRestIsRead) {
   ShapeFile file({kTriangle, ChainContent(3, {0, 9}, {{1, 1}, {2, 2}}),
                   ChainContent(3, {2, 0}, {{1, 1}, {2, 2}, {3, 3}}), kTriangle, kTriangle, kTriangle, kTriangle,

@@ -172,11 +172,6 @@ TEST_F(Thinning, OfADrawingThatGrows) {
   ExpectThinned();
 }
 
-TEST_F(Thinning, OfOneChain) {
-  AddWalk({0, 0}, 8000, 10, "A");
-  ExpectThinned();
-}
-
 TEST_F(Thinning, OfAChainThatGoesBackAndForth) {
   std::vector<PicturePoint> places;
   for (int i = 0; i < 8000; ++i) places.push_back({i % 2 == 0 ? -1.0 : 1.0, i % 3 == 0 ? -1.0 : 1.0});
@@ -206,21 +201,6 @@ TEST(Picture, WildValuesDoNotRuinTheView) {
               std::tuple(whole.minX, whole.maxX, whole.minY, whole.maxY));
     EXPECT_TRUE(picture.LeavesOutOfView());
   }
-}
-
-TEST(Picture, AnyBitsAtAllComeToAnEnd) {
-  std::mt19937_64 random(1);
-  const auto any = [&random] { return std::bit_cast<double>(random()); };
-  Picture picture({2000, 10});
-  for (int i = 0; i < 20'000; ++i) {
-    picture.Add(Element(i % 2 == 0 ? kPoint : kLine, {{any(), any()}, {any(), any()}, {any(), any()}}));
-    ASSERT_LE(picture.VertexCount(), 2000U);
-    if (i % 1000 != 0) continue;
-    const PictureView view = PictureView::Fit(picture.View(), 800, 600, 10);
-    ASSERT_GT(view.scale, 0);
-    ASSERT_TRUE(std::isfinite(view.centre.x) && std::isfinite(view.scale));
-  }
-  EXPECT_GT(picture.MarkCount(), 0U);
 }
 
 TEST(PictureColours, OfElementsOfNamesAndOfThePalette) {

@@ -209,10 +209,5 @@ TEST_F(ConversionRunTest, AConfirmedCancelKeepsWhatWasWritten) {
   EXPECT_TRUE(rig.person.messages.empty()) << "a cancel is no error";
 }
 
-TEST(ExtentLabel, TheFirstTenCharacters) {
-  EXPECT_EQ(ExtentLabel(4500123.456789), "4500123.45");
-  EXPECT_EQ(ExtentLabel(12.5), "12.5");
-}
-
 }  // namespace
 }  // namespace tesselink

@@ -3,7 +3,6 @@
 #include "core/element/ColourNames.h"
 #include "core/element/Justification.h"
 #include "core/io/Paths.h"
-#include "core/run/FieldSelection.h"
 #include "core/run/LayerCodes.h"
 #include "core/run/LineEnds.h"
 #include "support/Support.h"
@@ -64,8 +63,8 @@ TEST(LayerCodes, TheFirstEqualNameDecides) {
 class LineEndsTest : public testing::Test {
  protected:
   Rig rig;
-  const std::string bare = rig.folder.Put("plat.asc", "LINE,RED\nXY,1,2\n");
-  const std::string repaired = "LINE,RED\r\nXY,1,2\r\n";
+  const std::string bare = rig.folder.Put("plat.asc", "LINE,RED\nXY,1,2");
+  const std::string repaired = "LINE,RED\r\nXY,1,2";
 };
 
 TEST_F(LineEndsTest, OnlyTheFirstTwentyBytesAreLookedAt) {
@@ -94,7 +93,7 @@ TEST_F(LineEndsTest, YesReplacesTheFileNoWritesAnother) {
   rig.person.saveName = rig.folder.Path("copy.asc");
   EXPECT_EQ(CheckLineEnds(bare, rig.person), rig.person.saveName);
   EXPECT_EQ(Folder::Get(rig.person.saveName), repaired);
-  EXPECT_EQ(Folder::Get(bare), "LINE,RED\nXY,1,2\n");
+  EXPECT_EQ(Folder::Get(bare), "LINE,RED\nXY,1,2");
 
   namespace fs = std::filesystem;
   fs::permissions(bare, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
@@ -102,48 +101,6 @@ TEST_F(LineEndsTest, YesReplacesTheFileNoWritesAnother) {
   EXPECT_EQ(CheckLineEnds(bare, rig.person), bare);
   EXPECT_EQ(Folder::Get(bare), repaired);
   EXPECT_EQ(fs::status(bare).permissions(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
-}
-
-struct FakeTable final : AttributeTable {
-  std::vector<std::string> names{"LAYER", "NAME"};
-  std::vector<std::vector<std::string>> rows{{"ROAD", "a"}, {"CREEK", "b"}, {"ROAD", "c"}, {"", "d"}};
-  int NumFields() const override { return static_cast<int>(names.size()) - 1; }
-  std::int64_t NumRecs() const override { return static_cast<std::int64_t>(rows.size()); }
-  std::string GetFieldName(int field) const override { return names[static_cast<std::size_t>(field)]; }
-  char FieldType(int) const override { return 'C'; }
-  int FieldLength(int) const override { return 10; }
-  int FieldDecimals(int) const override { return 0; }
-  int GetFieldNum(std::string_view name) const override { return name.empty() ? -1 : name == names[1] ? 1 : 0; }
-  std::string_view GetFieldData(int field, std::int64_t record) override {
-    return rows[static_cast<std::size_t>(record)][static_cast<std::size_t>(field)];
-  }
-};
-
-TEST(FieldSelection, TwoQuestionsInARow) {
-  FakeTable table;
-  FieldSelection selection;
-  selection.Create(table);
-  EXPECT_EQ(selection.Choices(), table.names);
-  EXPECT_FALSE(selection.EntriesVisible());
-  EXPECT_TRUE(selection.Entries().empty());
-  selection.Choose("LAYER");
-  EXPECT_TRUE(selection.EntriesVisible());
-  EXPECT_EQ(selection.Entries(), (std::vector<std::string>{"ROAD", "CREEK", ""}));
-  selection.Continue();
-  EXPECT_EQ(selection.Stat(), "If there is a text field in the DBF file, select it now, otherwise select continue.");
-  EXPECT_EQ(selection.FieldLabel(), "Text Field Name:");
-  EXPECT_EQ(selection.Choices().back(), "(None)");
-  EXPECT_FALSE(selection.MayClose());
-  selection.Choose("(None)");
-  selection.Continue();
-  EXPECT_TRUE(selection.MayClose());
-  EXPECT_FALSE(selection.TextWanted());
-
-  FakeTable next;
-  next.rows = {{"RAIL", "x"}};
-  selection.Create(next);
-  EXPECT_EQ(selection.CurrentStep(), FieldSelection::Step::Done) << "asked once";
-  EXPECT_EQ(selection.Entries(), std::vector<std::string>{"RAIL"});
 }
 
 }  // namespace

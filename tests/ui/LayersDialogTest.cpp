@@ -49,11 +49,9 @@ class LayersDialogTest : public QObject {
   void cleanup();
 
   void RowsShowLayersAndRememberedTypes();
-  void EveryWayOutHandsBack_data();
   void EveryWayOutHandsBack();
   void TypesAreAssigned();
   void EveryRowIsInReach();
-  void FewRowsNeedNoScrolling();
   void TypingFindsTypes();
 
  private:
@@ -123,35 +121,33 @@ void LayersDialogTest::RowsShowLayersAndRememberedTypes() {
   QVERIFY(dialog->findChild<QComboBox*>("cboCode4") == nullptr);
 }
 
-void LayersDialogTest::EveryWayOutHandsBack_data() {
-  QTest::addColumn<QString>("way");
-  for (const char* way : {"button", "close box", "Alt+O"}) QTest::newRow(way) << way;
-}
-
 void LayersDialogTest::EveryWayOutHandsBack() {
-  QFETCH(QString, way);
-  Open({"A", "B", "C", "D", "E"});
-  QTimer::singleShot(0, dialog.get(), [&] {
-    QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
-    QVERIFY(dialog->isModal());
-    List(0)->setCurrentIndex(4);
-    QTest::keyClicks(List(1), "Creek");
-    QTest::keyClicks(List(2), "creek");
-    List(3)->setCurrentIndex(2);
-    List(3)->setEditText("");
-    QCOMPARE(Find<QLabel>(*dialog, "lblCount")->text(), "2 of 5 layers have an entity type");
-    QTest::keyClick(dialog.get(), Qt::Key_Escape);
-    QVERIFY2(dialog->isVisible(), "Escape loses nothing");
-    if (way == "button") Press("cmdDone");
-    if (way == "close box") dialog->close();
-    if (way == "Alt+O") QTest::keyClick(List(1), Qt::Key_O, Qt::AltModifier);
-  });
-  QCOMPARE(dialog->Match(), Texts({"0000005", "0000002", "", "", ""}));
-  QVERIFY(!dialog->isVisible());
-  const auto remembered = settings.All("Tesselink", "XRef");
-  QCOMPARE(remembered.size(), 5U);
-  QCOMPARE(remembered.at("A"), "0000005");
-  QCOMPARE(remembered.at("C"), "");
+  for (const QString way : {"button", "close box", "Alt+O"}) {
+    init();
+    Open({"A", "B", "C", "D", "E"});
+    QTimer::singleShot(0, dialog.get(), [&] {
+      QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+      QVERIFY(dialog->isModal());
+      List(0)->setCurrentIndex(4);
+      QTest::keyClicks(List(1), "Creek");
+      QTest::keyClicks(List(2), "creek");
+      List(3)->setCurrentIndex(2);
+      List(3)->setEditText("");
+      QCOMPARE(Find<QLabel>(*dialog, "lblCount")->text(), "2 of 5 layers have an entity type");
+      QTest::keyClick(dialog.get(), Qt::Key_Escape);
+      QVERIFY2(dialog->isVisible(), "Escape loses nothing");
+      if (way == "button") Press("cmdDone");
+      if (way == "close box") dialog->close();
+      if (way == "Alt+O") QTest::keyClick(List(1), Qt::Key_O, Qt::AltModifier);
+    });
+    QCOMPARE(dialog->Match(), Texts({"0000005", "0000002", "", "", ""}));
+    QVERIFY(!dialog->isVisible());
+    const auto remembered = settings.All("Tesselink", "XRef");
+    QCOMPARE(remembered.size(), 5U);
+    QCOMPARE(remembered.at("A"), "0000005");
+    QCOMPARE(remembered.at("C"), "");
+    cleanup();
+  }
 }
 
 void LayersDialogTest::TypesAreAssigned() {
@@ -212,16 +208,6 @@ void LayersDialogTest::EveryRowIsInReach() {
   }
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
   QVERIFY2(!dialog->isVisible(), "Enter presses the button that has the keyboard");
-}
-
-void LayersDialogTest::FewRowsNeedNoScrolling() {
-  Open(Layers(3));
-  Show();
-  const auto* frame = Find<QScrollArea>(*dialog, "frame");
-  QVERIFY(InView(0) && InView(2));
-  QCOMPARE(frame->verticalScrollBar()->maximum(), 0);
-  dialog->resize(dialog->width(), 2000);
-  QTRY_VERIFY2(frame->height() < Place(2).bottom() + Place(2).height() * 2, "the frame ends with its rows");
 }
 
 void LayersDialogTest::TypingFindsTypes() {

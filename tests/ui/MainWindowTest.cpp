@@ -6,7 +6,6 @@
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QProgressBar>
@@ -109,10 +108,6 @@ class MainWindowTest : public QObject {
  private slots:
   void HasItsControls();
   void ConvertsAsTheCommandLineDoes();
-  void RefusesWhatCannotBeConverted_data();
-  void RefusesWhatCannotBeConverted();
-  void TellsWhatCannotBeWritten();
-  void SwitchesToSeveralFilesAndBack();
   void TellsTheFieldsOfSeveralFiles();
   void TakesOneOrSeveralChosenShapefiles();
   void BrowsesForTheInput();
@@ -120,41 +115,27 @@ class MainWindowTest : public QObject {
   void AsksBeforeReplacingATypedOutput();
   void KeepsARepairedCopyFromTheRunsOwnFiles();
   void FollowsTheExtensionOfATypedPath();
-  void TakesDroppedFiles_data();
   void TakesDroppedFiles();
   void ReadsAFileWhoseNameIsNotUtf8();
   void KeepsItsSizeAndTheDialect();
   void BuildsFilterLists();
-  void KeepsTheFolderUntilAnotherExists();
 };
 
 void MainWindowTest::HasItsControls() {
   const Desk desk;
   QCOMPARE(desk.window.windowTitle(), QString("Tesselink File Conversion"));
-  QCOMPARE(desk.Get<QGroupBox>("fIO").title(), QString("Input Parameters"));
-  QCOMPARE(desk.Get<QGroupBox>("format").title(), QString("Output Parameters"));
-  QCOMPARE(desk.Get<QPushButton>("cmdApply").text(), QString("&Apply"));
-  QCOMPARE(desk.Get<QPushButton>("cmdCancel").text(), QString("&Cancel"));
-  for (const char* name : {"BrowseIn", "forFiles", "BrowseOut"}) {
-    QCOMPARE(desk.Get<QPushButton>(name).text(), QString("Browse..."));
-  }
-  QVERIFY(desk.window.findChild<QObject*>("Dialog") != nullptr);
   const QString words = Answers::Words(desk.window).remove('&');
   for (const char* text :
        {"Input Format:", "Input File", "Output Format:", "Output File", "Tesselink File Converter", "2001"}) {
     QVERIFY2(words.contains(text), text);
   }
-  QStringList inputs, outputs;
-  for (int i = 0; i < desk.Get<QComboBox>("InFormat").count(); ++i) {
-    inputs.append(desk.Get<QComboBox>("InFormat").itemText(i));
+  QStringList rows;
+  for (const char* box : {"InFormat", "OutFormat"}) {
+    for (int i = 0; i < desk.Get<QComboBox>(box).count(); ++i) rows.append(desk.Get<QComboBox>(box).itemText(i));
   }
-  for (int i = 0; i < desk.Get<QComboBox>("OutFormat").count(); ++i) {
-    outputs.append(desk.Get<QComboBox>("OutFormat").itemText(i));
-  }
-  QCOMPARE(inputs, (QStringList{kShapefile, kDrawing, "WinPICS Map Overlay (*.mol)", kLandmark,
-                                "Geographix CDF File (*.cdf)", kSeveral}));
-  QCOMPARE(outputs, (QStringList{kShapefile, kDrawing, kLandmark, "Geographix CDF File (*.cdf)",
-                                 "T/R Digitizer Format (*.grd)"}));
+  const char* const cdf = "Geographix CDF File (*.cdf)";
+  QCOMPARE(rows, (QStringList{kShapefile, kDrawing, "WinPICS Map Overlay (*.mol)", kLandmark, cdf, kSeveral, kShapefile,
+                              kDrawing, kLandmark, cdf, "T/R Digitizer Format (*.grd)"}));
 }
 
 void MainWindowTest::ConvertsAsTheCommandLineDoes() {
@@ -173,73 +154,12 @@ void MainWindowTest::ConvertsAsTheCommandLineDoes() {
   QVERIFY(Bytes(desk.Path("plat.dxf")).contains(" 66\r\n1\r\n"));  // which classic polylines lack
 }
 
-void MainWindowTest::RefusesWhatCannotBeConverted_data() {
-  QTest::addColumn<QString>("input");
-  QTest::addColumn<QString>("output");
-  QTest::addColumn<QString>("message");
-  QTest::newRow("nothing chosen") << ""
-                                  << ""
-                                  << "You must specify a valid input file";
-  QTest::newRow("no such file") << "absent.asc"
-                                << "plat.dxf"
-                                << "You must specify a valid input file";
-  QTest::newRow("no output") << "in.asc"
-                             << ""
-                             << "You must select an output file";
-  QTest::newRow("the same") << "in.asc"
-                            << "in.asc"
-                            << "Input and Output files can not be the same";
-}
-
-void MainWindowTest::RefusesWhatCannotBeConverted() {
-  QFETCH(QString, input);
-  QFETCH(QString, output);
-  QFETCH(QString, message);
-  Desk desk;
-  desk.Put("in.asc", "anything");
-  desk.Get<QLineEdit>("Infile").setText(input.isEmpty() ? "" : desk.Path(input));
-  desk.Get<QLineEdit>("OutFile").setText(output.isEmpty() ? "" : desk.Path(output));
-  desk.person.Do(message, [](QWidget& window) {
-    auto& box = dynamic_cast<QMessageBox&>(window);
-    QCOMPARE(box.windowTitle(), QString("Error"));
-    QCOMPARE(box.icon(), QMessageBox::Critical);
-    box.accept();
-  });
-  desk.Click("cmdApply");
-  QCOMPARE(desk.person.Complaint(), QString());
-  QCOMPARE(QDir(desk.folder.path()).entryList(QDir::Files), QStringList{"in.asc"});
-  QCOMPARE(Bytes(desk.Path("in.asc")), QByteArray("anything"));
-  QVERIFY(desk.Get<QPushButton>("cmdApply").isEnabled());
-}
-
-void MainWindowTest::TellsWhatCannotBeWritten() {
-  Desk desk;
-  desk.Type("Infile", desk.Copy("quarter-section.asc"));
-  desk.Get<QComboBox>("OutFormat").setCurrentText(kDrawing);
-  for (const QString& output : {QString("/dev/full"), desk.Path("absent/plat.dxf")}) {
-    desk.Get<QLineEdit>("OutFile").setText(output);
-    desk.person.Press(output, "OK");
-    desk.Click("cmdApply");
-    QCOMPARE(desk.person.Complaint(), QString());
-    QVERIFY(desk.Get<QPushButton>("cmdApply").isEnabled());
-  }
-}
-
-void MainWindowTest::SwitchesToSeveralFilesAndBack() {
-  Desk desk;
-  const auto shown = [&desk](const char* name) { return desk.Get<QWidget>(name).isVisible(); };
-  QVERIFY(shown("Infile") && shown("BrowseIn") && !shown("forFiles") && !shown("lblSelected"));
-  desk.Get<QComboBox>("InFormat").setCurrentText(kSeveral);
-  QVERIFY(!shown("Infile") && !shown("BrowseIn") && shown("forFiles") && shown("lblSelected"));
-  desk.Get<QComboBox>("InFormat").setCurrentText(kDrawing);
-  QVERIFY(shown("Infile") && shown("BrowseIn") && !shown("forFiles") && !shown("lblSelected"));
-}
-
 void MainWindowTest::TellsTheFieldsOfSeveralFiles() {
   Desk desk;
   desk.Put("wells.dbf", Table({{"layer", 4}, {" Name ", 4}, {"LAYER", 4}}, {}));
   desk.Get<QLineEdit>("Infile").setText(desk.Put("wells.shp"));
   desk.Get<QComboBox>("InFormat").setCurrentText(kSeveral);
+  QVERIFY(!desk.Get<QWidget>("Infile").isVisible() && desk.Get<QWidget>("forFiles").isVisible());
   QCOMPARE(desk.Get<QLabel>("lblFields").text(), QString("Fields: LAYER, NAME"));
   QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("1 files selected"));
 
@@ -381,33 +301,26 @@ void MainWindowTest::FollowsTheExtensionOfATypedPath() {
   QCOMPARE(desk.OutFile(), QString("b.dxf/c"));
 }
 
-void MainWindowTest::TakesDroppedFiles_data() {
-  QTest::addColumn<QStringList>("dropped");
-  QTest::addColumn<QString>("format");
-  QTest::addColumn<QString>("input");
-  QTest::newRow("one") << QStringList{"plat.dxf"} << kDrawing << "plat.dxf";
-  QTest::newRow("of no known extension") << QStringList{"plat.txt"} << kShapefile << "plat.txt";
-  QTest::newRow("a shapefile with its partners") << QStringList{"a.dbf", "a.shx", "a.shp"} << kShapefile << "a.shp";
-  QTest::newRow("several") << QStringList{"a.shp", "b.shp", "b.dbf"} << kSeveral << "";
-}
-
 void MainWindowTest::TakesDroppedFiles() {
-  QFETCH(QStringList, dropped);
-  QFETCH(QString, format);
-  QFETCH(QString, input);
-  Desk desk;
-  QStringList paths;
-  for (const QString& name : dropped) paths.append(desk.Path(name));
-  desk.Drop(paths);
-  QCOMPARE(desk.InFormat(), format);
-  QCOMPARE(desk.Infile(), desk.Path(input));
-  if (format == kSeveral) QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("2 files selected"));
-  desk.person.Press("all of them are shapefiles", "OK");
-  desk.Drop({desk.Path("a.shp"), desk.Path("b.dxf")});
-  QCOMPARE(desk.Infile(), desk.Path(input));
-  desk.Drop({desk.Path("z.asc")});
-  QCOMPARE(desk.InFormat(), QString(kLandmark));
-  QCOMPARE(desk.person.Complaint(), QString());
+  const std::tuple<QStringList, QString, QString> cases[] = {{{"plat.dxf"}, kDrawing, "plat.dxf"},
+                                                             {{"plat.txt"}, kShapefile, "plat.txt"},
+                                                             {{"a.dbf", "a.shx", "a.shp"}, kShapefile, "a.shp"},
+                                                             {{"a.shp", "b.shp", "b.dbf"}, kSeveral, ""}};
+  for (const auto& [dropped, format, input] : cases) {
+    Desk desk;
+    QStringList paths;
+    for (const QString& name : dropped) paths.append(desk.Path(name));
+    desk.Drop(paths);
+    QCOMPARE(desk.InFormat(), format);
+    QCOMPARE(desk.Infile(), desk.Path(input));
+    if (format == kSeveral) QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("2 files selected"));
+    desk.person.Press("all of them are shapefiles", "OK");
+    desk.Drop({desk.Path("a.shp"), desk.Path("b.dxf")});
+    QCOMPARE(desk.Infile(), desk.Path(input));
+    desk.Drop({desk.Path("z.asc")});
+    QCOMPARE(desk.InFormat(), QString(kLandmark));
+    QCOMPARE(desk.person.Complaint(), QString());
+  }
 }
 
 void MainWindowTest::ReadsAFileWhoseNameIsNotUtf8() {
@@ -452,14 +365,6 @@ void MainWindowTest::BuildsFilterLists() {
   const QStringList paths{"/a/b.shp", "/a/c d.shp", "/e/f.shp"};
   QCOMPARE(SplitAtNuls(JoinedByNuls(paths)), paths);
   QCOMPARE(ChosenFiles(paths), (std::vector<std::string>{"/a/", "b.shp", "c d.shp", "/e/f.shp"}));
-}
-
-void MainWindowTest::KeepsTheFolderUntilAnotherExists() {
-  const QTemporaryDir folder;
-  CommonDlg dialog(nullptr);
-  dialog.InitDir(folder.path());
-  for (const QString& absent : {folder.filePath("absent"), QString()}) dialog.InitDir(absent);
-  QCOMPARE(dialog.InitDir(), folder.path());
 }
 
 }  // namespace tesselink

@@ -124,15 +124,6 @@ class PreviewTest final : public QObject {
     QVERIFY(!reading.Slice(std::chrono::milliseconds(5)));
   }
 
-  void severalFilesMakeOnePicture() {
-    PreviewReading reading({AllFormats().Input("Multiple Shapefile Input (*.shp)"),
-                            {Example("wells.shp"), Example("quarter-section.shp")}},
-                           settings_);
-    while (reading.Slice(std::chrono::milliseconds(50))) {
-    }
-    QCOMPARE(reading.Drawn().Elements(), 27);
-  }
-
   void nothingIsAskedAndNoFileIsTouched() {
     const QByteArray unixText = Get(Example("quarter-section.asc")).replace("\r\n", "\n");
     const std::string path = Put("unix.asc", unixText);
@@ -274,22 +265,6 @@ class PreviewTest final : public QObject {
     preview.Resume();
     QTRY_VERIFY(status->text().isEmpty());
     QTRY_VERIFY(preview.IsDone());
-  }
-
-  void keysReachEverything() {
-    PreviewWidget preview(AllFormats(), settings_);
-    preview.show();
-    preview.ShowInputs({QString::fromStdString(Example("wells.shp"))}, kShape);
-    QTRY_VERIFY(preview.IsDone());
-    QStringList order;
-    for (QWidget* widget = preview.nextInFocusChain(); widget != &preview; widget = widget->nextInFocusChain()) {
-      if (!(widget->focusPolicy() & Qt::TabFocus) || widget->objectName().startsWith("qt_")) continue;
-      order += widget->objectName();
-      const bool hasName = !widget->accessibleName().isEmpty() || !widget->property("text").toString().isEmpty();
-      QVERIFY2(hasName, qPrintable(widget->objectName()));
-    }
-    QCOMPARE(order, QStringList({"previewCanvas", "previewZoomIn", "previewZoomOut", "previewFit", "previewAllLayers",
-                                 "previewLayers"}));
   }
 };
 

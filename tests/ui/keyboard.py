@@ -109,6 +109,9 @@ def play(options, folder):
     finally:
         server.terminate()
         server.wait()
+    if subprocess.run([options.window, "--nonsense"], env=surroundings(folder / "third") | {"QT_QPA_PLATFORM": "offscreen"}, timeout=PATIENCE,
+                      stderr=subprocess.DEVNULL).returncode != 2:
+        raise Deviation("an option that is not known is no error")
     subprocess.run([options.tesselink, "convert", "-q", "--smart-assign", "--layer-field", "LAYER", "--text-field", "LABEL", "wells.shp",
                     "cli.cdf"], env=surroundings(folder / "other"), cwd=folder, check=True)
     for end in ("cdf", "pts"):

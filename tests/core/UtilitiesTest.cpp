@@ -22,6 +22,11 @@ TEST(ColourNames, TheNearestNameAndOfEqualOnesTheFirst) {
   EXPECT_EQ(ColourName(0xFF0000), "BLUE");
   EXPECT_EQ(ColourName(255 | 12 << 8 | 203 << 16), "PINK");
   EXPECT_EQ(ColourName(30 | 30 << 8 | 30 << 16), "BLACK") << "as far from DARKGRAY";
+  std::string names;
+  for (const NamedColour& colour : kColourNames) names += std::string(colour.name) + " ";
+  EXPECT_EQ(names,
+            "BLACK BLUE DARKGRAY GREEN LIGHTGREEN LIGHTBLUE MAROON PURPLE BROWN LIGHTGRAY RED PINK YELLOW ORANGE "
+            "SALMON VIOLET LIGHTYELLOW WHITE ");
   EXPECT_EQ(ColourDistance(0x010203, 0x030201), 8);
 }
 

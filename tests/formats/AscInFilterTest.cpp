@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/element/ColourNames.h"
 #include "support/Support.h"
 
 namespace tesselink {
@@ -130,11 +129,6 @@ TEST_F(AscInFilterTest, LayersAreMatchedByTheLetter) {
   EXPECT_EQ(reader.Layers(), std::vector<std::string>{"RED"}) << "TEAL is none of the twenty names";
   reader.Layered = false;
   EXPECT_TRUE(reader.Layers().empty());
-  std::string lines;
-  for (const NamedColour& colour : kColourNames) lines += "LINE," + std::string(colour.name) + "\nXY,1,1\n";
-  reader.Layered = true;
-  Read(lines);
-  EXPECT_EQ(reader.Layers().size(), std::size(kColourNames)) << "every name that the writer writes";
 }
 
 class StandardAscInFilterTest : public AscInFilterTest {

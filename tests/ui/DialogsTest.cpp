@@ -280,7 +280,7 @@ void DialogsTest::Points() {
   QVERIFY(!dialog.SecondFile());
   QVERIFY(Find<QRadioButton>(dialog, "OptIgnore")->isChecked());
   QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
-  QCOMPARE(AskPoints(nullptr), PointChoice::SecondFile);
+  QCOMPARE(AskChoice({"points", {"second-file", "ignore"}}, nullptr), std::size_t{0});
   QCOMPARE(Run(dialog, [&] { dialog.close(); }), int(QDialog::Rejected));
   QCOMPARE(Run(dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); }), int(QDialog::Rejected));
 }

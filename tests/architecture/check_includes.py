@@ -22,8 +22,9 @@ LEANINGS = {
     ("CodeTables", "dxf"),
 }
 STANDARD_ONLY = {"core/io", "core/element", "core/run", "formats", "picture"}
-# Other packages register their folders with the system, on the one system that has a registry.
-OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h")}
+# Calls to the system are made in one file; and other packages register their folders with the one system that has a registry.
+OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h")} | {
+    ("System.cpp", header) for header in ("dirent.h", "fcntl.h", "sys/file.h", "sys/stat.h", "unistd.h")}
 
 
 def complaints(root):

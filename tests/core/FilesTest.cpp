@@ -1,9 +1,13 @@
 #include "core/io/Files.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <random>
 
+#include "core/io/Paths.h"
 #include "support/Support.h"
 
 namespace tesselink {
@@ -97,16 +101,62 @@ TEST(FileWriter, WhatIsWrittenIsWhatIsRead) {
 
 TEST(TempFile, BelongsToItsOwnerAndGoesWithTheObject) {
   namespace fs = std::filesystem;
-  std::string path;
+  const Folder folder;
+  setenv("TMPDIR", folder.Path("").c_str(), 1);
+  const auto files = [&] { return std::distance(fs::directory_iterator(folder.Path("")), fs::directory_iterator()); };
+  if (fork() == 0) {
+    const TempFile left("DXF");
+    _exit(0);
+  }
+  wait(nullptr);
+  EXPECT_EQ(files(), 1);
   {
     TempFile file("DXF");
-    path = file.Path();
-    EXPECT_TRUE(fs::path(path).filename().string().starts_with("DXF"));
-    EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_TRUE(fs::path(file.Path()).filename().string().starts_with("DXF"));
+    EXPECT_EQ(fs::status(file.Path()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    FileWriter(file.TakeHandle(), file.Path()).Close();
     TempFile moved(std::move(file));
-    EXPECT_TRUE(fs::exists(path));
+    EXPECT_EQ(files(), 1) << "that of the killed program has gone";
+    const TempFile other("DXF");
+    EXPECT_EQ(files(), 2) << "one in use stays, though nobody writes it";
+    EXPECT_EQ(FileNameOf(TempFileName("U2D")).size(), 13U);
+    FileWriter nameless = FileWriter::Nameless("tesselink");
+    EXPECT_EQ(files(), 3);
+    nameless.Line("text");
+    LineReader lines(nameless.ReadBack());
+    std::string_view line;
+    EXPECT_TRUE(lines.ReadLine(line) && line == "text" && lines.AtEnd());
   }
-  EXPECT_FALSE(fs::exists(path));
+  EXPECT_EQ(files(), 1);
+  unsetenv("TMPDIR");
+}
+
+TEST(Spool, GivesWhatComesThroughAPipeAgain) {
+  const Folder folder;
+  const std::string pipe = folder.Path("pipe"), text = std::string(300000, 'a') + "\nlast";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const auto withPipe = [&](const auto& read) {
+    if (fork() == 0) {
+      FileWriter(pipe).Write(text).Close();
+      _exit(0);
+    }
+    read();
+    wait(nullptr);
+  };
+  const std::vector<std::string> expected{std::string(300000, 'a'), "last"};
+  withPipe([&] {
+    Spool spool(pipe);
+    EXPECT_EQ(Lines(spool.Path()), expected);
+    EXPECT_EQ(Lines(spool.Path()), expected);
+    EXPECT_EQ(spool.Named(spool.Path() + ", line 2: odd"), pipe + ", line 2: odd");
+  });
+  withPipe([&] {
+    LineReader reader(BinaryFile::Pipe(sys::Open(pipe, sys::Access::ReadPipe), pipe));
+    std::string_view line;
+    for (const std::string& each : expected) EXPECT_TRUE(!reader.AtEnd() && reader.ReadLine(line) && line == each);
+    EXPECT_TRUE(reader.AtEnd());
+  });
+  EXPECT_NE(ErrorOf([&] { BinaryFile{pipe}; }).find("is not a regular file"), std::string::npos);
 }
 
 }  // namespace

@@ -1,54 +1,60 @@
 #include "core/io/Files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <random>
 #include <system_error>
 
 #include "core/io/Errors.h"
+#include "core/io/Paths.h"
 
 namespace tesselink {
 namespace {
 
 namespace fs = std::filesystem;
+using sys::Access;
 
 constexpr std::size_t kFirstLineBlock = std::size_t{1} << 17;
 constexpr std::size_t kCopyBlock = std::size_t{1} << 18;
+constexpr std::uint32_t kOwnerOnly = 0600;
+constexpr int kMostLinks = 40;
 
-FileHandle OpenForReading(const std::string& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
-    throw Error(path + ": is not a regular file; give the path of a file on a disk");
+// In the name of a temporary file as long as its program lives; one whose lock is free was left by a killed program.
+constexpr std::string_view kOfTheProgram = ".tesselink-";
+constexpr std::size_t kRandomLetters = 10;
+
+// Creates a file that did not exist before; its name is `stem` with random letters behind it.
+sys::Descriptor CreateUnique(const std::string& stem, std::string& path) {
+  sys::Descriptor file;
+  for (int attempt = 0; attempt < 100 && !file; ++attempt) {
+    path = stem + RandomLetters(kRandomLetters);
+    file = sys::Open(path, Access::CreateNew, kOwnerOnly);
+    if (!file && errno != EEXIST) break;
   }
-  FileHandle file(std::fopen(path.c_str(), "rb"));
-  if (!file) throw Error(SystemReason(path, "could not be opened for reading"));
-  std::setvbuf(file.get(), nullptr, _IONBF, 0);
   return file;
 }
 
-std::string RandomSuffix() {
-  static constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz0123456789";
-  std::random_device device;
-  std::uniform_int_distribution<std::size_t> pick(0, kLetters.size() - 1);
-  std::string suffix(10, ' ');
-  for (char& c : suffix) c = kLetters[pick(device)];
-  return suffix;
+[[noreturn]] void ThrowNoTempFile(const std::string& path) {
+  throw Error(SystemReason(path, "a temporary file could not be created") + "; set TMPDIR to a folder with room");
 }
 
-// Creates a file that did not exist before; its name is `stem` with random letters behind it.
-FileHandle CreateUnique(const std::string& stem, std::string& path) {
-  for (int attempt = 0; attempt < 100; ++attempt) {
-    path = stem + RandomSuffix();
-    FileHandle file(std::fopen(path.c_str(), "wbx"));
-    if (file) {
-      std::error_code ignored;
-      fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, ignored);
-      return file;
-    }
-    if (errno != EEXIST) break;
+// Deletes the files of a prefix in a folder that no program holds any more.
+void RemoveAbandoned(const std::string& folder, const std::string& prefix) {
+  std::vector<std::string> names;
+  if (!sys::List(folder, prefix, names)) return;
+  for (const std::string& name : names) {
+    if (name.size() != prefix.size() + kRandomLetters) continue;
+    const std::string path = JoinPath(folder, name);
+    const sys::Descriptor file = sys::Open(path, Access::Read);
+    if (file && sys::TryLock(file) == sys::Locking::Held) sys::Unlink(path);
   }
-  return nullptr;
+}
+
+// Whether the file is this program's own, which another one may have deleted before it was locked.
+bool TakeForOwn(const sys::Descriptor& file) {
+  sys::Status status;
+  return sys::TryLock(file) != sys::Locking::Busy && sys::StatusOf(file, status) && status.names > 0;
 }
 
 }  // namespace
@@ -57,32 +63,80 @@ std::string SystemReason(const std::string& path, std::string_view what) {
   return path + ": " + std::string(what) + ": " + std::generic_category().message(errno);
 }
 
-BinaryFile::BinaryFile(const std::string& path) : file_(OpenForReading(path)), path_(path) {
-  std::error_code error;
-  const std::uintmax_t size = fs::file_size(path, error);
-  if (error) throw Error(path + ": could not be read: " + error.message());
-  size_ = static_cast<std::int64_t>(size);
+std::string Replaced(std::string text, std::string_view from, std::string_view to) {
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+    text.replace(at, from.size(), to);
+  }
+  return text;
 }
 
-int BinaryFile::Number() const {
-  if (!file_) return 0;
-#ifdef _WIN32
-  return _fileno(file_.get());
-#else
-  return fileno(file_.get());
-#endif
+std::string RandomLetters(std::size_t count) {
+  static constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyz0123456789";
+  std::random_device device;
+  std::uniform_int_distribution<std::size_t> pick(0, kLetters.size() - 1);
+  std::string letters(count, ' ');
+  for (char& c : letters) c = kLetters[pick(device)];
+  return letters;
+}
+
+std::string TempFolder() {
+  std::error_code error;
+  const fs::path folder = fs::temp_directory_path(error);
+  if (!error) return folder.string();
+  throw Error("The system's temporary folder does not exist: " + error.message() + "; set TMPDIR to one that does");
+}
+
+std::string FollowLinks(const std::string& path) {
+  std::string target = path, next;
+  sys::Status status;
+  for (int i = 0; i < kMostLinks; ++i) {
+    const bool isOpenFile = target.starts_with("/proc/") || target.starts_with("/dev/fd/");
+    if (isOpenFile || !sys::StatusOf(target, status, sys::Links::Keep) || status.kind != sys::Status::Kind::Link) {
+      return target;
+    }
+    if (!sys::ReadLink(target, next)) return target;
+    target = fs::path(next).is_absolute() ? next : FolderOf(target) + next;
+  }
+  return path;
+}
+
+BinaryFile::BinaryFile(const std::string& path) : BinaryFile(sys::Open(path, Access::Read), path) {}
+
+BinaryFile::BinaryFile(sys::Descriptor file, std::string path) : file_(std::move(file)), path_(std::move(path)) {
+  if (!file_) throw Error(SystemReason(path_, "could not be opened for reading"));
+  sys::Status status;
+  if (!sys::StatusOf(file_, status)) throw Error(SystemReason(path_, "could not be read"));
+  if (status.kind != sys::Status::Kind::Regular) {
+    throw Error(path_ + ": is not a regular file; give the path of a file on a disk");
+  }
+  size_ = status.size;
+}
+
+BinaryFile BinaryFile::Pipe(sys::Descriptor file, std::string path) {
+  if (!file) throw Error(SystemReason(path, "could not be opened for reading"));
+  BinaryFile pipe;
+  pipe.file_ = std::move(file);
+  pipe.path_ = std::move(path);
+  pipe.isPipe_ = true;
+  return pipe;
 }
 
 std::size_t BinaryFile::ReadAt(std::int64_t offset, void* into, std::size_t count) {
-  if (offset < 0 || offset >= size_) return 0;
-  static_assert(sizeof(long) >= sizeof(std::int64_t), "positions beyond 2 GB need a 64-bit seek");
-  if (offset != position_ && std::fseek(file_.get(), static_cast<long>(offset), SEEK_SET) != 0) {
-    throw Error(SystemReason(path_, "could not be read"));
+  std::int64_t got = 0;
+  if (isPipe_) {
+    got = sys::Read(file_, into, count);
+  } else {
+    if (offset < 0 || offset >= size_) return 0;
+    count = std::min(count, static_cast<std::size_t>(size_ - offset));
+    got = sys::ReadAt(file_, into, count, offset);
   }
-  const std::size_t got = std::fread(into, 1, count, file_.get());
-  position_ = offset + static_cast<std::int64_t>(got);
-  if (got < count && std::ferror(file_.get()) != 0) throw Error(SystemReason(path_, "could not be read"));
-  return got;
+  if (got < 0) throw Error(SystemReason(path_, "could not be read"));
+  if (isPipe_) {
+    size_ += got;
+  } else if (got < static_cast<std::int64_t>(count)) {
+    throw Error(path_ + ": became shorter while it was read");
+  }
+  return static_cast<std::size_t>(got);
 }
 
 void ReadWindow::Refill(std::int64_t offset, std::size_t count) {
@@ -94,7 +148,7 @@ void ReadWindow::Refill(std::int64_t offset, std::size_t count) {
   filled_ = file_->ReadAt(offset, buffer_.get(), wanted < kCapacity ? wanted : kCapacity);
 }
 
-LineReader::LineReader(const std::string& path) : file_(path), buffer_(kFirstLineBlock) {
+LineReader::LineReader(BinaryFile file) : file_(std::move(file)), buffer_(kFirstLineBlock) {
   FillMore();
   std::size_t looked = end_;
   // The line feed that belongs to a block's last byte is the first of the next.
@@ -125,7 +179,7 @@ bool LineReader::ReadLongLine(std::string_view& line, std::size_t searched) {
 }
 
 // Moves the unfinished line to the front of the buffer and reads behind it; a line that fills the buffer doubles it.
-bool LineReader::FillMore() {
+bool LineReader::FillMore() const {
   if (!file_.IsOpen()) return false;
   if (begin_ > 0) {
     std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
@@ -136,9 +190,6 @@ bool LineReader::FillMore() {
   if (end_ == buffer_.size()) buffer_.resize(buffer_.size() * 2);
   const std::size_t got =
       file_.ReadAt(bufferStart_ + static_cast<std::int64_t>(end_), buffer_.data() + end_, buffer_.size() - end_);
-  if (got == 0 && bufferStart_ + static_cast<std::int64_t>(end_) < file_.Size()) {
-    throw Error(Path() + ": became shorter while it was read");
-  }
   end_ += got;
   return got > 0;
 }
@@ -148,16 +199,18 @@ void LineReader::ThrowTooLong() const {
               std::to_string(kLongestLine >> 20) + " MB; this is not a text drawing, or its line ends are missing");
 }
 
-FileWriter::FileWriter(const std::string& path) : path_(path) {
-  file_.reset(std::fopen(path.c_str(), "wb"));
-  if (!file_) throw Error(SystemReason(path, "could not be created"));
-  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+FileWriter::FileWriter(const std::string& path) : FileWriter(sys::Open(path, Access::Create), path) {}
+
+FileWriter::FileWriter(sys::Descriptor file, std::string path) : file_(std::move(file)), path_(std::move(path)) {
+  if (!file_) throw Error(SystemReason(path_, "could not be created"));
   buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
 }
 
-FileWriter::FileWriter(FileHandle file, std::string path)
-    : file_(std::move(file)), path_(std::move(path)), buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize)) {
-  std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+FileWriter FileWriter::Nameless(std::string_view prefix) {
+  std::string path;
+  sys::Descriptor file = CreateUnique(JoinPath(TempFolder(), std::string(prefix)), path);
+  if (!file || !sys::Unlink(path)) ThrowNoTempFile(path);
+  return FileWriter(std::move(file), std::move(path));
 }
 
 FileWriter& FileWriter::WriteLong(std::string_view text) {
@@ -172,7 +225,7 @@ FileWriter& FileWriter::WriteLong(std::string_view text) {
 }
 
 void FileWriter::WriteOut(const char* bytes, std::size_t count) {
-  if (std::fwrite(bytes, 1, count, file_.get()) != count) throw Error(SystemReason(path_, "could not be written"));
+  if (!sys::Write(file_, bytes, count)) throw Error(SystemReason(path_, "could not be written"));
   written_ += static_cast<std::int64_t>(count);
 }
 
@@ -180,43 +233,45 @@ void FileWriter::Flush() { WriteOut(buffer_.get(), std::exchange(used_, 0)); }
 
 void FileWriter::Overwrite(std::int64_t offset, std::string_view bytes) {
   Flush();
-  if (std::fseek(file_.get(), static_cast<long>(offset), SEEK_SET) != 0 ||
-      std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size() ||
-      std::fseek(file_.get(), 0, SEEK_END) != 0) {
+  if (!sys::WriteAt(file_, bytes.data(), bytes.size(), offset)) {
     throw Error(SystemReason(path_, "could not be written"));
   }
 }
 
 void FileWriter::Append(const std::string& path) {
-  Flush();
   BinaryFile source(path);
+  Append(source);
+}
+
+void FileWriter::Append(BinaryFile& source) {
+  Flush();
   const auto block = std::make_unique_for_overwrite<char[]>(kCopyBlock);
   std::int64_t copied = 0;
-  while (copied < source.Size()) {
-    const std::size_t got = source.ReadAt(copied, block.get(), kCopyBlock);
-    if (got == 0) throw Error(path + ": became shorter while it was read");
+  while (const std::size_t got = source.ReadAt(copied, block.get(), kCopyBlock)) {
     WriteOut(block.get(), got);
     copied += static_cast<std::int64_t>(got);
   }
 }
 
 void FileWriter::Close() {
-  if (!file_) return;
+  if (!IsOpen()) return;
   Flush();
-  if (std::fclose(file_.release()) != 0) throw Error(SystemReason(path_, "could not be written"));
+  if (!sys::Close(file_)) throw Error(SystemReason(path_, "could not be written"));
+}
+
+BinaryFile FileWriter::ReadBack() {
+  Flush();
+  return BinaryFile(std::move(file_), path_);
 }
 
 TempFile::TempFile(std::string_view prefix) {
-  std::error_code error;
-  const fs::path folder = fs::temp_directory_path(error);
-  if (error)
-    throw Error("The system's temporary folder does not exist: " + error.message() + "; set TMPDIR to one that does");
-  file_ = CreateUnique((folder / prefix).string(), path_);
-  if (!file_) {
-    const Error failure(SystemReason(std::exchange(path_, {}), "a temporary file could not be created") +
-                        "; set TMPDIR to a folder with room");
-    throw failure;
-  }
+  const std::string folder = TempFolder();
+  const std::string name = std::string(prefix).append(kOfTheProgram);
+  RemoveAbandoned(folder, name);
+  do {
+    file_ = CreateUnique(JoinPath(folder, name), path_);
+    if (!file_) ThrowNoTempFile(std::exchange(path_, {}));
+  } while (!TakeForOwn(file_));
 }
 
 TempFile& TempFile::operator=(TempFile&& other) noexcept {
@@ -228,66 +283,88 @@ TempFile& TempFile::operator=(TempFile&& other) noexcept {
   return *this;
 }
 
+sys::Descriptor TempFile::TakeHandle() {
+  sys::Descriptor file = sys::Duplicate(file_.Number());
+  if (!file) ThrowNoTempFile(path_);
+  return file;
+}
+
 std::string TempFile::Keep() {
-  file_.reset();
-  return std::exchange(path_, {});
+  const std::string kept = FolderOf(path_) + Replaced(FileNameOf(path_), kOfTheProgram, "");
+  if (!sys::RenameNew(path_, kept)) ThrowNoTempFile(kept);
+  file_ = sys::Descriptor();
+  path_.clear();
+  return kept;
 }
 
 void TempFile::Delete() {
-  file_.reset();
-  if (path_.empty()) return;
-  std::error_code ignored;
-  fs::remove(path_, ignored);
+  if (!path_.empty()) sys::Unlink(path_);
   path_.clear();
+  file_ = sys::Descriptor();
 }
 
 std::string TempFileName(std::string_view prefix) { return TempFile(prefix).Keep(); }
 
-void MoveFile(const std::string& from, const std::string& to) {
-  std::error_code error;
-  fs::rename(from, to, error);
-  if (!error) return;
-  std::string beside;
-  FileHandle file = CreateUnique(to + ".", beside);
-  if (!file) throw Error(SystemReason(to, "could not be written"));
-  file.reset();
-  fs::copy_file(from, beside, fs::copy_options::overwrite_existing, error);
-  if (!error) fs::rename(beside, to, error);
-  std::error_code ignored;
-  if (error) {
-    fs::remove(beside, ignored);
-    throw Error(to + ": could not be written: " + error.message());
+Spool::Spool(const std::string& path, const std::function<void()>& eachBlock)
+    : source_(path == "-" ? "standard input" : path) {
+  BinaryFile pipe = BinaryFile::Pipe(path == "-" ? sys::Duplicate(0) : sys::Open(path, Access::ReadPipe), source_);
+  FileWriter copy = FileWriter::Nameless("tesselink");
+  std::vector<char> block(kCopyBlock);
+  while (const std::size_t got = pipe.ReadAt(0, block.data(), block.size())) {
+    copy.Write({block.data(), got});
+    if (eachBlock) eachBlock();
   }
-  fs::remove(from, ignored);
+  file_ = copy.ReadBack();
+  path_ = "/dev/fd/" + std::to_string(file_.Number());
+}
+
+std::string Spool::Named(std::string text) const { return Replaced(std::move(text), path_, source_); }
+
+void MoveFile(const std::string& from, const std::string& to) {
+  if (sys::Rename(from, to)) return;
+  if (errno != EXDEV) throw Error(SystemReason(to, "could not be written"));
+  std::string beside;
+  FileWriter copy(CreateUnique(to + ".", beside), to);
+  try {
+    copy.Append(from);
+    copy.Close();
+    sys::Status status;
+    if (sys::StatusOf(from, status)) sys::SetMode(beside, status.mode);
+    if (!sys::Rename(beside, to)) throw Error(SystemReason(to, "could not be written"));
+  } catch (...) {
+    sys::Unlink(beside);
+    throw;
+  }
+  sys::Unlink(from);
 }
 
 void CheckCreatable(const std::string& path, bool removable) {
-  std::error_code ignored;
-  const fs::file_status status = fs::status(path, ignored);
-  const bool existed = fs::exists(status);
+  const std::string target = FollowLinks(path);
+  sys::Status status;
+  if (!sys::StatusOf(target, status)) throw Error(SystemReason(path, "could not be created"));
   // Opening a device or a pipe may wait, or mean something to whoever reads it.
-  if (existed && !fs::is_regular_file(status) && !fs::is_directory(status)) return;
-  if (FileHandle(std::fopen(path.c_str(), "ab"))) {
-    if (!existed) RemoveWritten(path);
+  if (status.kind == sys::Status::Kind::Other) return;
+  if (sys::Open(target, status.Exists() ? Access::Overwrite : Access::CreateNew)) {
+    if (!status.Exists()) sys::Unlink(target);
     return;
   }
   const Error failure(SystemReason(path, "could not be created"));
   std::string beside;
-  if (!removable || !fs::is_regular_file(fs::symlink_status(path, ignored)) || !CreateUnique(path + ".", beside)) {
-    throw failure;
-  }
-  fs::remove(beside, ignored);
+  const bool isFile = status.kind == sys::Status::Kind::Regular && target == path;
+  if (!removable || !isFile || !CreateUnique(path + ".", beside)) throw failure;
+  sys::Unlink(beside);
 }
 
 void RemoveFile(const std::string& path) noexcept {
-  std::error_code error;
-  if (fs::is_regular_file(fs::symlink_status(path, error))) fs::remove(path, error);
+  sys::Status status;
+  if (sys::StatusOf(path, status, sys::Links::Keep) && status.kind == sys::Status::Kind::Regular) sys::Unlink(path);
 }
 
 void RemoveWritten(const std::string& path) noexcept {
-  std::error_code error;
-  const fs::path target = fs::canonical(path, error);
-  if (!error && fs::is_regular_file(target, error)) fs::remove(target, error);
+  try {
+    RemoveFile(FollowLinks(path));
+  } catch (const std::exception&) {  // no memory for a name: the file stays
+  }
 }
 
 }  // namespace tesselink

@@ -6,8 +6,8 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -16,37 +16,38 @@
 #include <vector>
 
 #include "core/io/Numbers.h"
+#include "core/io/System.h"
 
 namespace tesselink {
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
-
-/// A regular file open for binary reading at any position.
+/// A file open for binary reading: a regular one at any position, or a pipe from its beginning to its end.
 class BinaryFile {
  public:
   BinaryFile() = default;
   /// Opens a file. Throws Error when it cannot be opened or is no regular file.
   explicit BinaryFile(const std::string& path);
+  /// Takes over a regular file that is open for reading.
+  BinaryFile(sys::Descriptor file, std::string path);
+  /// Takes over a pipe, or whatever has no positions; its size is what has been read of it.
+  static BinaryFile Pipe(sys::Descriptor file, std::string path);
 
-  bool IsOpen() const { return file_ != nullptr; }
+  bool IsOpen() const { return static_cast<bool>(file_); }
+  bool IsPipe() const { return isPipe_; }
   const std::string& Path() const { return path_; }
   /// Length in bytes when it was opened.
   std::int64_t Size() const { return size_; }
   /// The system's handle; 0 while no file is open.
-  int Number() const;
-  /// Reads up to `count` bytes from a position counted from 0 and returns how many there were. Throws Error when the
-  /// read fails.
+  int Number() const { return IsOpen() ? file_.Number() : 0; }
+  /// Reads up to `count` bytes from a position counted from 0 and returns how many there were; of a pipe, those behind
+  /// the ones read before. Throws Error when the read fails, and when the file has become shorter.
   std::size_t ReadAt(std::int64_t offset, void* into, std::size_t count);
   void Close() { *this = BinaryFile(); }
 
  private:
-  FileHandle file_;
+  sys::Descriptor file_;
   std::string path_;
   std::int64_t size_ = 0;
-  std::int64_t position_ = -1;
+  bool isPipe_ = false;
 };
 
 /// A buffered view of a BinaryFile. It reads ahead while it is used in file order and reads little where positions
@@ -90,7 +91,9 @@ class LineReader {
 
   LineReader() = default;
   /// Opens a file. Throws Error when it cannot be opened or is no regular file.
-  explicit LineReader(const std::string& path);
+  explicit LineReader(const std::string& path) : LineReader(BinaryFile(path)) {}
+  /// Reads the lines of a file, or of a pipe as they come.
+  explicit LineReader(BinaryFile file);
 
   bool IsOpen() const { return file_.IsOpen(); }
   const std::string& Path() const { return file_.Path(); }
@@ -117,8 +120,8 @@ class LineReader {
     }
     return ReadLongLine(line, searched);
   }
-  /// Whether every byte of the file has been consumed.
-  bool AtEnd() const { return !IsOpen() || Position() >= file_.Size(); }
+  /// Whether every byte of the file has been consumed. Of a pipe this may read on, and the line read last is gone.
+  bool AtEnd() const { return Position() >= file_.Size() && !(file_.IsPipe() && FillMore()); }
   /// Bytes consumed so far.
   std::int64_t Position() const { return bufferStart_ + static_cast<std::int64_t>(begin_); }
   /// The number of the line last read, from 1.
@@ -136,13 +139,13 @@ class LineReader {
     line = std::string_view(begin, length);
   }
   bool ReadLongLine(std::string_view& line, std::size_t searched);
-  bool FillMore();
+  bool FillMore() const;
   [[noreturn]] void ThrowTooLong() const;
 
-  BinaryFile file_;
-  std::vector<char> buffer_;
-  std::size_t begin_ = 0, end_ = 0;
-  std::int64_t bufferStart_ = 0;
+  mutable BinaryFile file_;
+  mutable std::vector<char> buffer_;
+  mutable std::size_t begin_ = 0, end_ = 0;
+  mutable std::int64_t bufferStart_ = 0;
   std::int64_t lineNumber_ = 0;
   char lineEnd_ = '\n';
 };
@@ -155,11 +158,13 @@ class FileWriter {
   /// Creates a file, replacing an existing one.
   explicit FileWriter(const std::string& path);
   /// Takes over a file that is open for writing.
-  FileWriter(FileHandle file, std::string path);
+  FileWriter(sys::Descriptor file, std::string path);
+  /// A file in the system's temporary folder, made with a prefix but without a name that stays, to be read back.
+  static FileWriter Nameless(std::string_view prefix);
   FileWriter(FileWriter&&) = default;
   FileWriter& operator=(FileWriter&&) = default;
 
-  bool IsOpen() const { return file_ != nullptr; }
+  bool IsOpen() const { return static_cast<bool>(file_); }
   const std::string& Path() const { return path_; }
 
   FileWriter& Write(std::string_view text) {
@@ -184,6 +189,7 @@ class FileWriter {
 
   /// Appends the bytes of a whole file.
   void Append(const std::string& path);
+  void Append(BinaryFile& source);
   /// Replaces the byte written last.
   void ReplaceLast(char byte) {
     if (used_ > 0) {
@@ -198,6 +204,8 @@ class FileWriter {
   std::int64_t Size() const { return written_ + static_cast<std::int64_t>(used_); }
   /// Writes out what is buffered and closes the file.
   void Close();
+  /// Ends the writing of a nameless file and gives what was written, for reading.
+  BinaryFile ReadBack();
   /// Closes the file without writing out what is buffered.
   void Discard() { *this = FileWriter(); }
 
@@ -212,14 +220,15 @@ class FileWriter {
   void WriteOut(const char* bytes, std::size_t count);
   void Flush();
 
-  FileHandle file_;
+  sys::Descriptor file_;
   std::string path_;
   std::unique_ptr<char[]> buffer_;
   std::size_t used_ = 0;
   std::int64_t written_ = 0;  // bytes that have left the buffer
 };
 
-/// A fresh, empty file in the system's temporary folder, readable by its owner alone, that is deleted with the object.
+/// A fresh, empty file in the system's temporary folder, readable by its owner alone, that is deleted with the object:
+/// for what is opened again by name. Files of the same prefix that killed programs have left are deleted with it.
 class TempFile {
  public:
   TempFile() = default;
@@ -230,8 +239,8 @@ class TempFile {
   ~TempFile() { Delete(); }
 
   const std::string& Path() const { return path_; }
-  /// The file open for writing, to be taken over once.
-  FileHandle TakeHandle() { return std::move(file_); }
+  /// The file open for writing, from where the last one to write has left it.
+  sys::Descriptor TakeHandle();
   /// Lets the file live on, under the name that is returned.
   std::string Keep();
 
@@ -239,11 +248,38 @@ class TempFile {
   void Delete();
 
   std::string path_;
-  FileHandle file_;
+  sys::Descriptor file_;  // holds the lock that tells this file from an abandoned one
+};
+
+/// What comes through a pipe or from standard input, copied into a file without a name, for those who read it twice or
+/// at any position.
+class Spool {
+ public:
+  /// Copies until the end of a pipe, or of standard input, whose path is "-". `eachBlock` is called now and then and
+  /// may throw to end it.
+  explicit Spool(const std::string& path, const std::function<void()>& eachBlock = {});
+
+  /// Opens the copy by name, as long as the object lives.
+  const std::string& Path() const { return path_; }
+  std::int64_t Size() const { return file_.Size(); }
+  BinaryFile& File() { return file_; }
+  /// The text with the name of the source in place of the copy's path.
+  std::string Named(std::string text) const;
+
+ private:
+  std::string source_, path_;
+  BinaryFile file_;
 };
 
 /// The name of a fresh, empty file in the system's temporary folder.
 std::string TempFileName(std::string_view prefix);
+/// The system's temporary folder. Throws Error when there is none.
+std::string TempFolder();
+/// Letters and digits that nobody guesses, for the name of a file.
+std::string RandomLetters(std::size_t count);
+/// The path with links of its last name followed, as far as they lead; that file need not exist. The system's names of
+/// open files, as behind "/dev/stdout", are not followed.
+std::string FollowLinks(const std::string& path);
 /// Gives a file another name, replacing a file of that name, across file systems too. The file that is replaced is
 /// whole until the new one is.
 void MoveFile(const std::string& from, const std::string& to);
@@ -256,5 +292,8 @@ void RemoveFile(const std::string& path) noexcept;
 void RemoveWritten(const std::string& path) noexcept;
 /// "path: what: reason", the reason being the system's for the last failed call.
 std::string SystemReason(const std::string& path, std::string_view what);
+
+/// Replaces one text by another wherever it occurs.
+std::string Replaced(std::string text, std::string_view from, std::string_view to);
 
 }  // namespace tesselink

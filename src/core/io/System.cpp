@@ -87,7 +87,6 @@ Status Described(const struct stat& found) {
   status.owner = found.st_uid;
   status.group = found.st_gid;
   status.names = found.st_nlink;
-  status.device = found.st_dev;
   status.inode = found.st_ino;
   status.modified = std::int64_t{found.st_mtim.tv_sec} * 1'000'000'000 + found.st_mtim.tv_nsec;
   return status;

@@ -77,13 +77,13 @@ struct Status {
   std::uint32_t mode = 0;  ///< permission bits
   std::uint32_t owner = 0, group = 0;
   std::uint64_t names = 0;  ///< hard links
-  std::uint64_t device = 0, inode = 0;
+  std::uint64_t inode = 0;
   std::int64_t modified = 0;  ///< nanoseconds since 1970
 
   bool Exists() const { return kind != Kind::None; }
-  /// Whether both are one state of one file's content, whatever its name.
+  /// Whether both are one state of one file, under whatever name in one file system.
   bool SameContent(const Status& other) const {
-    return device == other.device && inode == other.inode && size == other.size && modified == other.modified;
+    return inode == other.inode && size == other.size && modified == other.modified;
   }
 };
 

@@ -145,10 +145,9 @@ void ShapeFiles::MakeRoom(std::int64_t flatSize) {
 void ShapeFiles::GainHeights() {
   const std::string shpPath = shp_.Path(), shxPath = shx_.Path();
   Close();
-  TempFile flat("tesselink");
-  FileWriter copy(flat.TakeHandle(), flat.Path());
+  FileWriter copy = FileWriter::Nameless("tesselink");
   copy.Append(shpPath);
-  copy.Close();
+  BinaryFile flat = copy.ReadBack();
 
   hasZ_ = true;
   const Extents current = std::exchange(box_, extents_);
@@ -157,12 +156,11 @@ void ShapeFiles::GainHeights() {
     *file = FileWriter(file == &shp_ ? shpPath : shxPath);
     file->Write(Header(TypeCode(), kShapeHeaderSize, extents_));
   }
-  BinaryFile source(flat.Path());
   std::string content;
   std::vector<double> zeros;
   std::int64_t at = kShapeHeaderSize;
   for (std::int32_t i = 0; i < shapes; ++i) {
-    at = ReadBack(source, at, content);
+    at = ReadBack(flat, at, content);
     PutLittleEndian(&content[0], TypeCode());
     zeros.assign(isPoints_ ? 1 : (content.size() - kChainHead) / kXYSize, 0);
     AppendZ(content, zeros);
@@ -178,12 +176,10 @@ std::int64_t ShapeFiles::ReadBack(BinaryFile& source, std::int64_t at, std::stri
   const std::int64_t size = std::int64_t{BigEndian32(header + 4)} * 2;
   const std::int64_t left = source.Size() - at - kRecordHeaderSize;
   if (!whole || size < (isPoints_ ? kPointContent : kChainHead) || size > left) {
-    throw Error(shp_.Path() + ": its copy in the temporary folder, " + source.Path() + ", is not what was written");
+    throw Error(shp_.Path() + ": its copy in the temporary folder is not what was written");
   }
   content.resize(static_cast<std::size_t>(size));
-  if (source.ReadAt(at + kRecordHeaderSize, content.data(), content.size()) < content.size()) {
-    throw Error(source.Path() + ": became shorter while it was read");
-  }
+  source.ReadAt(at + kRecordHeaderSize, content.data(), content.size());
   return at + kRecordHeaderSize + size;
 }
 

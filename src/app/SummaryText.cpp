@@ -51,8 +51,9 @@ std::string UndeliveredText(const std::string& type, std::int64_t count) {
 }
 
 std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& output) {
-  return summary.outputs.empty() ? "no output was written"
-                                 : output + " is incomplete; it holds " + Elements(InOutput(summary));
+  if (summary.outputs.empty()) return "no output was written";
+  const std::string held = " is incomplete; it holds " + Elements(InOutput(summary));
+  return summary.oldKept ? output + " is as it was before; " + summary.outputs[0] + held : output + held;
 }
 
 std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output) {

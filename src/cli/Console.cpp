@@ -62,6 +62,10 @@ void CatchInterrupts() {
   }
 }
 
+void TakeFailedWritesAsErrors() {
+  for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
+}
+
 bool Interrupted() { return interrupted != 0; }
 
 void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", text.c_str()); }

@@ -23,6 +23,9 @@ bool StandardErrorIsTerminal();
 void OpenStandardStreams();
 /// Makes Ctrl-C, and the signals that ask a program to end, a cancel request; a second one ends the program at once.
 void CatchInterrupts();
+/// Lets a write to a reader that has gone, or beyond the size that a file may have, fail instead of ending the program:
+/// an output must be tidied up. Listings end silently as everybody's do.
+void TakeFailedWritesAsErrors();
 /// Whether such a signal has come.
 bool Interrupted();
 

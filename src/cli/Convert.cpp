@@ -1,5 +1,7 @@
 // convert: one conversion, and an account of it.
+#include <cstdio>
 #include <filesystem>
+#include <optional>
 
 #include "app/QtSettings.h"
 #include "app/SummaryText.h"
@@ -19,6 +21,10 @@ namespace tesselink {
 namespace {
 
 namespace fs = std::filesystem;
+
+bool IsStandardOutput(const std::string& path) {
+  return path == "-" || path.starts_with("/dev/std") || path == "/dev/fd/1";
+}
 
 const OutputFormat& FormatOf(const ConvertCommand& command) { return OutputFormatOf(command.to, command.output); }
 
@@ -55,6 +61,20 @@ void RefuseOptionsOfOtherOutputs(const ConvertCommand& command) {
   }
 }
 
+// What goes through a pipe is one file, of a format that is read or written from its beginning to its end.
+void RefuseStreams(const ConvertCommand& command, const InputFormat& inFormat) {
+  const auto refuse = [](const std::string& path, const Format& format, const char* what) {
+    if (format.streams) return;
+    throw UsageError(path + ": " + format.Name() + " does not go through " + what + "; dxf, asc and cdf do");
+  };
+  for (const std::string& input : command.inputs) {
+    if (input != "-" && !IsStream(input)) continue;
+    if (command.inputs.size() > 1) throw UsageError(input + ": goes alone; several inputs are files");
+    refuse(input, inFormat, "a pipe");
+  }
+  if (IsStandardOutput(command.output)) refuse(command.output, FormatOf(command), "standard output");
+}
+
 ConversionRequest RequestOf(const ConvertCommand& command) {
   const InputFormat* format = &InputFormatOf(command.reading, command.inputs[0]);
   if (command.inputs.size() > 1) {
@@ -67,15 +87,17 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
     several.from = "multishp";
     format = &InputFormatOf(several, command.inputs[0]);
   }
+  RefuseStreams(command, *format);
   RefuseOptionsOfOtherOutputs(command);
   RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command), command.reading.dialect));
   ConversionRequest request;
   request.inputs = command.inputs;
-  request.OutFile = command.output;
+  request.OutFile = command.output == "-" ? "/dev/stdout" : command.output;
   request.InFormat = format->entry;
   request.OutFormat = FormatOf(command).entry;
   request.useAttributes = UsesAttributes(command.reading);
   request.options = FilterOptionsOf(command.reading);
+  request.overwrite = command.overwrite;
   if (!command.reading.layerCodes.empty()) request.alsoRead = {command.reading.layerCodes};
   request.options.layersWanted = !command.reading.layerCodes.empty() || command.reading.smartAssign;
   return request;
@@ -94,12 +116,29 @@ void RefuseExistingOutput(const ConvertCommand& command) {
   }
 }
 
+// The system's name for it is nobody's.
+void NameStandardOutput(RunSummary& summary) {
+  const auto named = [](const std::string& text) { return Replaced(text, "/dev/stdout", "standard output"); };
+  summary.report.Reword(named);
+  summary.error = named(summary.error);
+}
+
+// Standard output may be the drawing itself; the account then goes to standard error.
+void Account(const ConvertCommand& command, const std::string& text) {
+  if (IsStandardOutput(command.output)) {
+    std::fputs(text.c_str(), stderr);
+  } else {
+    Print(text);
+  }
+}
+
 void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
-  std::string text = command.output + ": " + Elements(InOutput(summary)) + " written";
+  const std::string output = IsStandardOutput(command.output) ? "standard output" : command.output;
+  std::string text = output + ": " + Elements(InOutput(summary)) + " written";
   if (summary.written.Total() > 0) text += " (" + Listed(summary.written) + ")";
   text += "\n";
   if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
-  Print(text);
+  Account(command, text);
 }
 
 // Elements that the output's format cannot hold, or that have no vertex.
@@ -141,20 +180,25 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
 }  // namespace
 
 int Run(const ConvertCommand& command) {
-  const ConversionRequest request = RequestOf(command);
+  TakeFailedWritesAsErrors();
+  ConversionRequest request = RequestOf(command);
   RefuseExistingOutput(command);
   const bool showProgress =
       command.progress == ProgressChoice::Always ||
       (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
   ConsoleInteraction interaction(command.reading, showProgress);
   QtSettings settings;
-  const RunSummary summary = ConversionRun(AllFormats(), interaction, settings, FillerFromCodeTables()).Run(request);
+  std::optional<InputSource> source;
+  if (request.inputs.size() == 1) request.inputs = {source.emplace(request.inputs[0]).Path()};
+  RunSummary summary = ConversionRun(AllFormats(), interaction, settings, FillerFromCodeTables()).Run(request);
+  if (source) source->Reword(summary);
+  if (IsStandardOutput(command.output)) NameStandardOutput(summary);
   PrintWarnings(summary, interaction);
   PrintSkipped(summary);
   PrintOutcome(summary, interaction);
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {
-    Print(SummaryJson(summary, interaction).dump(2) + "\n");
+    Account(command, SummaryJson(summary, interaction).dump(2) + "\n");
   } else if (!command.quiet && summary.outcome == RunOutcome::Done) {
     PrintSummary(command, summary);
   }

@@ -6,6 +6,7 @@
 #include "cli/Exit.h"
 #include "cli/Reading.h"
 #include "core/io/Errors.h"
+#include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
 #include "picture/SvgPicture.h"
 
@@ -37,7 +38,14 @@ int Run(const PreviewCommand& command) {
     if (picture.LeavesOutOfView()) {
       PrintError("warning: a few vertices lie far away from all others; the picture shows the others");
     }
-    WriteSvg(picture, FileNameOf(command.input), command.picture);
+    OutputPlace place(command.picture, {.overwrite = command.overwrite});
+    try {
+      WriteSvg(picture, FileNameOf(command.input), place.Path());
+      place.Deliver();
+    } catch (const Error& error) {
+      throw Error(place.Named(error.what()));
+    }
+    for (const std::string& note : place.Notes()) PrintError("warning: " + note);
   } else {
     PrintError("no picture was written");
   }

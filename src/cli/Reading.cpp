@@ -27,8 +27,8 @@ const Row& RowOf(const std::vector<Row>& rows, const std::string& key, const std
     if (key.empty() ? row.Extension() == extension : row.key == key) return row;
     known += (known.empty() ? "" : ", ") + row.key;
   }
-  throw UsageError(path + ": its extension tells no " + side + " format; give one with --" +
-                   (side == "input" ? "from" : "to") + " (" + known + ")");
+  throw UsageError((path == "-" ? "standard " + side : path + ": its extension") + " tells no " + side +
+                   " format; give one with --" + (side == "input" ? "from" : "to") + " (" + known + ")");
 }
 
 // Hands every element that a writer would get to a function.
@@ -95,8 +95,24 @@ void RefuseCopyAmong(const ReadingOptions& options, const std::vector<std::strin
                    " would be replaced by the output; give it another name");
 }
 
+InputSource::InputSource(const std::string& named) : named_(named) {
+  if (named != "-" && !IsStream(named)) return;
+  spool_.emplace(named == "/dev/stdin" ? "-" : named, [] {
+    if (Interrupted()) throw Error("cancelled while standard input was read");
+  });
+}
+
+void InputSource::Reword(RunSummary& summary) const {
+  if (!spool_) return;
+  const auto named = [this](const std::string& text) { return spool_->Named(text); };
+  summary.report.Reword(named);
+  summary.error = named(summary.error);
+  summary.subject = named(summary.subject);
+}
+
 Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)
     : input(path),
+      source(path),
       options(readingOptions),
       format(InputFormatOf(readingOptions, path)),
       interaction(readingOptions, false) {}
@@ -148,13 +164,14 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   RefuseExistingCopy(reading.options);
   OutputFormat sink;
   sink.fallBack = true;
+  sink.makesNoFile = true;
   sink.create = [&handler](const FilterContext& context) {
     return std::make_unique<ForwardingWriter>(context, handler);
   };
   const FormatTable table(AllFormats().Inputs(), {sink});
   QtSettings settings;
   ConversionRequest request;
-  request.inputs = {reading.input};
+  request.inputs = {reading.source.Path()};
   request.OutFile = reading.output;
   request.InFormat = reading.format.entry;
   request.useAttributes = UsesAttributes(reading.options);
@@ -162,6 +179,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   request.options.layersWanted = reading.layersWanted;
   if (!reading.options.layerCodes.empty()) request.alsoRead = {reading.options.layerCodes};
   reading.summary = ConversionRun(table, reading.interaction, settings, FillerFromCodeTables()).Run(request);
+  reading.source.Reword(reading.summary);
   FlushOutput();
   PrintWarnings(reading.summary, reading.interaction);
   PrintOutcome(reading.summary, reading.interaction);

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/Arguments.h"
 #include "cli/ConsoleInteraction.h"
+#include "core/io/Files.h"
 #include "core/run/ConversionRun.h"
 #include "core/run/FormatTable.h"
 
@@ -25,11 +27,27 @@ void RefuseExistingCopy(const ReadingOptions& options);
 /// Nor does an output take the place of the copy. Throws UsageError.
 void RefuseCopyAmong(const ReadingOptions& options, const std::vector<std::string>& written);
 
+/// An input as it was named: a file, or a pipe or standard input ("-"), of which a copy is read.
+class InputSource {
+ public:
+  /// Copies what comes through a pipe, to its end. Throws Error when that fails.
+  explicit InputSource(const std::string& named);
+  /// What is read.
+  const std::string& Path() const { return spool_ ? spool_->Path() : named_; }
+  /// A run's account with the input's name wherever it has the copy's.
+  void Reword(RunSummary& summary) const;
+
+ private:
+  std::string named_;
+  std::optional<Spool> spool_;
+};
+
 /// One reading of a drawing.
 struct Reading {
   Reading(const std::string& path, const ReadingOptions& readingOptions);
 
-  std::string input;
+  std::string input;                       ///< as it was named
+  InputSource source;                      ///< what is read
   std::string output = "standard output";  ///< what is written from it; refused where the reading needs it
   bool layersWanted = true;                ///< those that a reader tells before its elements
   ReadingOptions options;

@@ -408,12 +408,13 @@ ConversionRequest MainWindow::Request() const {
 }
 
 // Asks before files are replaced, unless the save dialog has. What the run refuses it refuses in its own words.
-bool MainWindow::MayReplaceOutput(const ConversionRequest& request) {
+bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
   const std::string input = PathOf(InputPath());
   if (!FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile)) return true;
   QStringList files;
   for (const std::string& file :
        ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options.dialect)) {
+    request.overwrite = true;
     if (Shown(file) != confirmedOutput_) files.append(Shown(file));
   }
   if (files.isEmpty()) return true;
@@ -436,7 +437,7 @@ std::vector<std::string> MainWindow::FilesOf(const ConversionRequest& request) c
 
 void MainWindow::Apply() {
   if (running_) return;
-  const ConversionRequest request = Request();
+  ConversionRequest request = Request();
   if (!MayReplaceOutput(request)) return;
   interaction_->FilesOfRun(FilesOf(request));
   const Busy busy(*this);

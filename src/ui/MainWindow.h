@@ -72,7 +72,7 @@ class MainWindow final : public QWidget {
   void TellInput();
 
   ConversionRequest Request() const;
-  bool MayReplaceOutput(const ConversionRequest& request);
+  bool MayReplaceOutput(ConversionRequest& request);
   void Apply();
   void SetRunning(bool running);
 

@@ -199,7 +199,9 @@ void LineReader::ThrowTooLong() const {
               std::to_string(kLongestLine >> 20) + " MB; this is not a text drawing, or its line ends are missing");
 }
 
-FileWriter::FileWriter(const std::string& path) : FileWriter(sys::Open(path, Access::Create), path) {}
+// What the program was started with is gone on with, not opened anew: ">>" must not lose what is there.
+FileWriter::FileWriter(const std::string& path)
+    : FileWriter(path == "/dev/stdout" ? sys::Duplicate(1) : sys::Open(path, Access::Create), path) {}
 
 FileWriter::FileWriter(sys::Descriptor file, std::string path) : file_(std::move(file)), path_(std::move(path)) {
   if (!file_) throw Error(SystemReason(path_, "could not be created"));

@@ -19,6 +19,13 @@ bool FileExists(const std::string& path) {
   return fs::is_regular_file(path, error) && std::ifstream(path, std::ios::binary).is_open();
 }
 
+bool IsStream(const std::string& path) {
+  if (path.starts_with("/dev/std") || path.starts_with("/dev/fd/")) return true;
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
+}
+
 std::string FolderOf(std::string_view path) {
   const std::size_t last = path.find_last_of(kSeparators);
   return std::string(last == std::string_view::npos ? std::string_view() : path.substr(0, last + 1));

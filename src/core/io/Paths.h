@@ -8,6 +8,8 @@ namespace tesselink {
 
 /// Whether the path names a regular file that can be opened for reading; any error gives false.
 bool FileExists(const std::string& path);
+/// Whether what lies at a path is no file on a disk but a pipe, a device or one of the program's own streams.
+bool IsStream(const std::string& path);
 /// The path up to and including its last separator; empty when it has none.
 std::string FolderOf(std::string_view path);
 /// The path behind its last separator.

@@ -1,10 +1,13 @@
 #include "core/run/ConversionRun.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
+#include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
+#include "core/io/Text.h"
 #include "core/run/FilesRead.h"
 #include "core/run/Pump.h"
 #include "core/run/WrittenFiles.h"
@@ -30,6 +33,23 @@ class LayerNotes {
   std::string last_;
 };
 
+// The companion of a format that a path is by its extension; null for none.
+const Companion* CompanionOf(const OutputFormat& format, const std::string& path) {
+  const std::string extension = ExtensionOf(path);
+  const auto found = std::find_if(format.companions.begin(), format.companions.end(), [&](const Companion& companion) {
+    return extension == "." + LowerCase(companion.extension);
+  });
+  return found == format.companions.end() ? nullptr : &*found;
+}
+
+// The target first, then its companions in the order of the format's row.
+std::vector<std::string> InOrder(std::vector<std::string> files, const OutputFormat& format) {
+  std::stable_sort(files.begin(), files.end(), [&](const std::string& a, const std::string& b) {
+    return CompanionOf(format, a) < CompanionOf(format, b);
+  });
+  return files;
+}
+
 // Raised where the reason has been shown already.
 struct ToldFailure {};
 
@@ -52,7 +72,8 @@ struct ConversionRun::State {
   std::unique_ptr<OutputFilter> writer;
   Pump pump;
   FilesRead filesRead;
-  bool writing = false;  // the writer is at work, so an error is its own
+  std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
+  bool writing = false;              // the writer is at work, so an error is its own
 };
 
 ConversionRun::ConversionRun(const FormatTable& formats, Interaction& interaction, Settings& settings,
@@ -93,8 +114,8 @@ void ConversionRun::Refuse(State& state, const std::string& text, const std::str
 
 void ConversionRun::Fail(State& state, const std::string& text) {
   state.summary.outcome = RunOutcome::Failed;
-  state.summary.error = text;
-  interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical});
+  state.summary.error = state.place ? state.place->Named(text) : text;
+  interaction_.ShowMessage({Topic::RunFailed, state.summary.error, "Error", MessageIcon::Critical});
 }
 
 bool ConversionRun::Validate(State& state) {
@@ -140,7 +161,15 @@ void ConversionRun::CreateFilters(State& state) {
   state.writer = outFormat.create(context);
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
-  state.writer->filename(state.request.OutFile);
+  std::string path = state.request.OutFile;
+  if (!outFormat.makesNoFile) {
+    OutputOptions options{.overwrite = state.request.overwrite, .sync = state.request.sync};
+    for (const Companion* companion : WrittenCompanions(outFormat, state.request.options.dialect)) {
+      options.companions.push_back(LowerCase(companion->extension));
+    }
+    path = state.place.emplace(path, std::move(options)).Path();
+  }
+  state.writer->filename(path);
 }
 
 void ConversionRun::ConvertFiles(State& state) {
@@ -227,8 +256,8 @@ void ConversionRun::ConvertElement(State& state) {
       .Add(kind);
 }
 
-// Releases the filters. A writer that failed, or that has written nothing when the run ends early, leaves no file that
-// looks whole; in every other case the output holds what was converted.
+// Releases the filters. A writer that failed, or that has written nothing when the run ends early, delivers nothing; in
+// every other case the output holds what was converted.
 void ConversionRun::Finish(State& state) {
   RunSummary& summary = state.summary;
   if (summary.outcome == RunOutcome::Cancelled && state.reader) interaction_.HoldRunProgress();
@@ -241,13 +270,38 @@ void ConversionRun::Finish(State& state) {
   } else {
     try {
       state.writer->Release();
-      if (!state.writer->filename().empty()) summary.outputs = state.writer->Outputs();
+      if (!state.writer->filename().empty()) Deliver(state);
     } catch (const std::exception& error) {
       if (!failed) Fail(state, error.what());
     }
   }
   state.writer.reset();
   state.reader.reset();
+  if (!state.place) return;
+  summary.report.Reword([&](const std::string& text) { return state.place->Named(text); });
+  for (const std::string& note : state.place->Notes()) summary.report.Warn(WarningKind::Output, note);
+}
+
+// Moves what was written over the target. Where the run failed an old output stays, and the new one lies beside it.
+void ConversionRun::Deliver(State& state) {
+  RunSummary& summary = state.summary;
+  if (!state.place) {
+    summary.outputs = state.writer->Outputs();
+    return;
+  }
+  const ConversionRequest& request = state.request;
+  const OutputFormat& format = formats_.Output(request.OutFormat);
+  for (const std::string& file : WrittenFiles(request.OutFile, format, request.options.dialect)) {
+    if (state.filesRead.Holds(file)) throw Error("Input and Output files can not be the same: " + file);
+  }
+  summary.oldKept = summary.outcome == RunOutcome::Failed && state.place->Replaces();
+  const Delivery delivery = summary.oldKept ? state.place->Keep("incomplete") : state.place->Deliver();
+  summary.outputs = InOrder(delivery.files, format);
+  for (const std::string& file : delivery.untouched) {
+    const Companion* companion = CompanionOf(format, file);
+    if (companion == nullptr || !companion->whenOlder) continue;
+    summary.report.Warn(*companion->whenOlder, file + ": " + std::string(EntryOf(*companion->whenOlder).lost));
+  }
 }
 
 std::string ExtentLabel(double value) { return NumberText(value).substr(0, 10); }

@@ -27,6 +27,8 @@ struct ConversionRequest {
   bool useAttributes = true;
   FilterOptions options = {};
   std::vector<std::string> alsoRead = {};  ///< what the face itself reads for this run, as a list of codes
+  bool overwrite = false;  ///< an old output may be replaced; else the run refuses what appears meanwhile
+  bool sync = false;       ///< the run ends when the output is on the disk
 };
 
 enum class RunOutcome {
@@ -45,6 +47,7 @@ struct RunSummary {
   std::vector<std::string> layers;   ///< of the elements read, in order of first appearance
   Extents extents;                   ///< of the elements read
   std::vector<std::string> outputs;  ///< the files that exist now
+  bool oldKept = false;              ///< the run failed: an old output stays, `outputs` lie beside it
   Report report;
 };
 
@@ -72,6 +75,7 @@ class ConversionRun {
   bool PumpElements(State& state);
   void ConvertElement(State& state);
   void Finish(State& state);
+  void Deliver(State& state);
   void Refuse(State& state, const std::string& text, const std::string& file);
   void Fail(State& state, const std::string& text);
 

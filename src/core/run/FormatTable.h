@@ -3,11 +3,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/run/Filters.h"
+#include "core/run/Warnings.h"
 
 namespace tesselink {
 
@@ -18,6 +20,8 @@ std::string PatternOf(std::string_view entry);
 struct Companion {
   std::string extension;      ///< without the period and in capitals, as in "SHX"
   bool standardOnly = false;  ///< of outputs: written in the standard dialect alone
+  /// Of outputs: told where one from before stays, since the new output has none.
+  std::optional<WarningKind> whenOlder = std::nullopt;
 };
 
 /// What rows of either side hold. All that faces, tests and help texts know of a format stands here.
@@ -29,6 +33,8 @@ struct Format {
   bool severalFiles = false;               ///< of inputs: reads a list of files in one run
   bool hasAttributes = false;              ///< of inputs: has an attribute table that may give layer and text
   bool ignoresLayers = false;              ///< of outputs: the reader's `Layered` is set false
+  bool makesNoFile = false;                ///< of outputs: its name is none of a file
+  bool streams = false;                    ///< goes through pipes: one file, from its beginning to its end
   std::vector<Companion> companions = {};  ///< read beside an input, written beside an output
   std::vector<FormatOption> options = {};
 

@@ -6,6 +6,7 @@
 
 #include "core/io/Errors.h"
 #include "core/io/Files.h"
+#include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
 
 namespace tesselink {
@@ -33,18 +34,35 @@ Message LineEndsQuestion() {
           "Problem with Input", MessageIcon::Question, MessageButtons::YesNoCancel};
 }
 
-// The converted copy takes the place of `target` with the access rights of the original.
-std::string PutInPlace(const std::string& original, const std::string& target, Interaction& interaction) {
-  const std::string converted = ConvertLineEnds(original, interaction);
-  std::error_code ignored;
-  fs::permissions(converted, fs::status(original, ignored).permissions(), ignored);
-  try {
-    MoveFile(converted, target);
-  } catch (...) {
-    fs::remove(converted, ignored);
-    throw;
+// A read-only file is repaired too, and is read-only again afterwards.
+class Writable {
+ public:
+  explicit Writable(const std::string& path) : path_(path), rights_(fs::status(path, ignored_).permissions()) {
+    fs::permissions(path_, fs::perms::owner_write, fs::perm_options::add, ignored_);
   }
-  return target;
+  Writable(const Writable&) = delete;
+  Writable& operator=(const Writable&) = delete;
+  ~Writable() { fs::permissions(path_, rights_, ignored_); }
+
+ private:
+  std::error_code ignored_;
+  std::string path_;
+  fs::perms rights_;
+};
+
+// The converted copy takes the place of a target whole, or not at all.
+void PutInPlace(const std::string& original, const std::string& target, Interaction& interaction) {
+  OutputPlace place(target, {.overwrite = true});
+  std::error_code ignored;
+  const auto changed = fs::last_write_time(original, ignored);
+  const std::uintmax_t size = fs::file_size(original, ignored);
+  MoveFile(ConvertLineEnds(original, interaction), place.Path());
+  if (fs::last_write_time(original, ignored) != changed || fs::file_size(original, ignored) != size) {
+    throw Error(original + ": was changed by another program while it was repaired; it was left as it is");
+  }
+  fs::permissions(place.Path(), fs::status(original, ignored).permissions(), ignored);
+  place.Deliver();
+  for (const std::string& note : place.Notes()) interaction.ShowMessage({Topic::Notice, note, "Line ends"});
 }
 
 }  // namespace
@@ -55,6 +73,7 @@ std::string CheckLineEnds(const std::string& path, Interaction& interaction, std
     case Answer::Yes: {
       // The file itself is replaced, not a link to it.
       const std::string target = fs::canonical(path).string();
+      const Writable writable(target);
       PutInPlace(path, target, interaction);
       return path;
     }
@@ -62,7 +81,8 @@ std::string CheckLineEnds(const std::string& path, Interaction& interaction, std
       const std::string chosen =
           interaction.SaveFileName({"Select a Name for the new Version", "All Files (*.*)|*.*", FolderOf(path)});
       if (chosen.empty()) return path;
-      return PutInPlace(path, chosen, interaction);
+      PutInPlace(path, chosen, interaction);
+      return chosen;
     }
     default:
       return kOperationCanceled;

@@ -35,6 +35,10 @@ void Report::Warn(WarningKind kind, std::string_view text, std::string_view subj
   warnings_.push_back({std::move(whole), std::string(text), 1});
 }
 
+void Report::Reword(const std::function<std::string(const std::string&)>& reworded) {
+  for (Warning& warning : warnings_) warning.text = reworded(warning.text);
+}
+
 void Report::Undelivered(std::string_view type) {
   const auto known = undelivered_.find(type);
   if (known != undelivered_.end()) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -47,6 +48,8 @@ class Report {
  public:
   /// Counts a warning; of each kind, and subject where one is named, only the first text is kept.
   void Warn(WarningKind kind, std::string_view text, std::string_view subject = {});
+  /// Replaces the text of every warning so far.
+  void Reword(const std::function<std::string(const std::string& text)>& reworded);
   /// Counts something that a file holds and that is not delivered, by the file's own name for it, as in "PointZ"; after
   /// 200 names the rest are counted as "other types".
   void Undelivered(std::string_view type);

@@ -9,6 +9,7 @@ namespace tesselink {
 
 /// A kind of warning. What it means stands in `kWarnings`.
 enum class WarningKind {
+  Output,
   AttributesNotCarried,
   ProjectionNotCarried,
   ShiftedRows,
@@ -100,6 +101,7 @@ struct WarningEntry {
 
 /// Every kind, in the order of the enumerators.
 inline constexpr auto kWarnings = std::to_array<WarningEntry>({
+    {WarningKind::Output, "output", "What should be known of how the output came to its place, as of hard links."},
     {WarningKind::AttributesNotCarried, "attributes not carried",
      "The attributes of an input, or all but what the output took of them, do not go along."},
     {WarningKind::ProjectionNotCarried, "coordinate system not carried",
@@ -138,13 +140,15 @@ inline constexpr auto kWarnings = std::to_array<WarningEntry>({
      "Vertices at (0, 0, 0) count as missing in a classic drawing and were left out.",
      "vertices at (0, 0, 0) count as missing and were left out"},
     {WarningKind::LongArc, "long arc", "An arc of more than 2,000 turns was cut short."},
-    {WarningKind::OlderPoints, "older points", "A point file beside the output is older than this conversion."},
+    {WarningKind::OlderPoints, "older points", "A point file beside the output is older than this conversion.",
+     "is older than this conversion, which wrote no points; it was left as it is"},
     {WarningKind::FieldsLeftOut, "fields left out", "Attribute fields that could not be carried along."},
     {WarningKind::FieldsRenamed, "fields renamed", "Attribute fields have another name in the output."},
     {WarningKind::CoordinateSystems, "coordinate systems",
      "The inputs name different coordinate systems, so none was written."},
     {WarningKind::CoordinateSystem, "coordinate system",
-     "A .prj file beside the output was there before and may not belong to it."},
+     "A .prj file beside the output was there before and may not belong to it.",
+     "was there before; it may not be of what was written"},
     {WarningKind::NoRow, "no row", "The table has no row for an element of a T/R Digitizer file."},
     {WarningKind::Characters, "characters",
      "A comma, a quote or a control character in a table's value became a blank."},

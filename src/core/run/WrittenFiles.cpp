@@ -10,14 +10,22 @@ namespace tesselink {
 
 namespace fs = std::filesystem;
 
+std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, Dialect dialect) {
+  std::vector<const Companion*> written;
+  for (const Companion& companion : format.companions) {
+    if (!companion.standardOnly || dialect == Dialect::Standard) written.push_back(&companion);
+  }
+  return written;
+}
+
 std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
   std::vector<std::string> files{output};
   const auto add = [&files](const std::string& file) {
     if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
   };
   const std::string stem = FolderOf(output) + StripExtension(FileNameOf(output)) + ".";
-  for (const auto& [extension, standardOnly] : format.companions) {
-    if (standardOnly && dialect != Dialect::Standard) continue;
+  for (const Companion* companion : WrittenCompanions(format, dialect)) {
+    const std::string& extension = companion->extension;
     add(stem + extension);
     add(stem + LowerCase(extension));
     add(PartnerFile(output, extension));

@@ -9,6 +9,9 @@
 
 namespace tesselink {
 
+/// The companions that an output has in a dialect.
+std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, Dialect dialect);
+
 /// The output and the files beside it, in either letter case, whether or not they exist.
 std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
 

@@ -21,11 +21,8 @@ constexpr std::size_t kCode = 7;
 constexpr std::string_view kUnassociated = "09000000";  // marked as open
 constexpr const char* kSupport = "https://github.com/tesselink/tesselink/issues";
 
-// The point file beside an output: the one that is there, in whatever letter case, else a new one.
-std::string PointFileOf(const std::string& path) {
-  const std::string existing = PartnerFile(path, "PTS");
-  return existing.empty() ? FolderOf(path) + StripExtension(FileNameOf(path)) + ".pts" : existing;
-}
+// The point file beside an output.
+std::string PointFileOf(const std::string& path) { return FolderOf(path) + StripExtension(FileNameOf(path)) + ".pts"; }
 
 // The vertices of a curve are this writer's own, so they are rounded to what the columns hold. Cutting would be worse
 // than it seems: the nought of a quarter turn comes out as 6.12E-16 with 15 digits, and without its exponent as 6.12.
@@ -73,6 +70,7 @@ void CDFOutFilter::Create(const std::string& path) {
   points_ = Target{PointFileOf(path), {}, false, {}, {}, {}};
   texts_.Start(path);
   elements_ = pointNumber_ = 0;
+  if (IsStream(path)) pointsIgnored_ = true;  // no file lies beside a stream
 }
 
 WriteResult CDFOutFilter::Write(tEntity& entity) {
@@ -264,10 +262,6 @@ void CDFOutFilter::Complete() {
   points_.file.Close();
   WarnOfLosses(drawing_, "");
   WarnOfLosses(points_, "of points");
-  if (!points_.created && FileExists(points_.path)) {
-    report().Warn(WarningKind::OlderPoints,
-                  points_.path + ": is older than this conversion, which wrote no points; it was left as it is");
-  }
 }
 
 void CDFOutFilter::WarnOfLosses(const Target& target, std::string_view subject) {

@@ -24,7 +24,7 @@ namespace tesselink {
 class CDFOutFilter final : public OutputFilter {
  public:
   explicit CDFOutFilter(const FilterContext& context);
-  static std::vector<Companion> Companions() { return {{"PTS"}}; }
+  static std::vector<Companion> Companions() { return {{"PTS", false, WarningKind::OlderPoints}}; }
   static std::vector<FormatOption> Options();
   ~CDFOutFilter() override { ReleaseQuietly(); }
 

@@ -30,18 +30,17 @@ constexpr ESRIWriting kClassic{.heights = false,
 constexpr ESRIWriting kStandard{
     .heights = true, .carriesSource = true, .isUtf8 = true, .needsTwoPoints = true, .lostBytes = 0, .realDecimals = 15};
 
-// The file beside the main file: the one that is there, in whatever letter case, since readers would find it first;
-// else a new one, its extension in capitals where the main file's is.
+// The file beside the main file, its extension in capitals where the main file's is.
 std::string Partner(const std::string& path, const std::string& extension) {
-  const std::string existing = PartnerFile(path, UpperCase(extension));
-  if (!existing.empty()) return existing;
   return FolderOf(path) + StripExtension(FileNameOf(path)) + "." +
          (path.ends_with(".SHP") ? UpperCase(extension) : extension);
 }
 
 }  // namespace
 
-std::vector<Companion> ESRIOutFilt::Companions() { return {{"SHX"}, {"DBF"}, {"CPG", true}, {"PRJ", true}}; }
+std::vector<Companion> ESRIOutFilt::Companions() {
+  return {{"SHX"}, {"DBF"}, {"CPG", true}, {"PRJ", true, WarningKind::CoordinateSystem}};
+}
 
 std::vector<FormatOption> ESRIOutFilt::Options() {
   return {
@@ -280,10 +279,6 @@ void ESRIOutFilt::CompleteProjection() {
                   projectionConflict_ + ": the inputs do not agree in their coordinate systems; none was written");
   } else if (!projection_.empty()) {
     WriteBeside("prj", projection_);
-    return;
-  }
-  if (const std::string other = PartnerFile(shpPath_, "PRJ"); !other.empty()) {
-    report().Warn(WarningKind::CoordinateSystem, other + ": was there before; it may not be of what was written");
   }
 }
 

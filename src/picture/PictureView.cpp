@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "core/element/Justification.h"
+
 namespace tesselink {
 
 PictureView PictureView::Fit(const Extents& box, double width, double height, double margin) {
@@ -40,8 +42,8 @@ double TextHeight(const PictureText& text, const Extents& box) {
 }
 
 TextAnchor AnchorOf(std::int16_t justification) {
-  const int across = justification & 15, down = justification & 240;
-  return {across <= 2 ? across : 0, down == 32 ? 1 : down == 48 ? 2 : 0};
+  const auto [across, up] = PlacementOf(justification);
+  return {across <= 2 ? across : 0, up == TextPlacement::kCentre ? 1 : up == TextPlacement::kTop ? 2 : 0};
 }
 
 // After Liang and Barsky.

@@ -2,14 +2,26 @@
 
 namespace tesselink {
 
+using Place = TextPlacement;
+
 std::string JustificationLetters(int code) {
-  const int horizontal = code & 15, vertical = code & 240;
-  std::string letters = "LB";
-  if (horizontal == 1) letters[0] = 'C';
-  if (horizontal == 2) letters[0] = 'R';
-  if (vertical == 32) letters[1] = 'C';
-  if (vertical == 48) letters[1] = 'T';
-  return letters;
+  const auto [across, up] = PlacementOf(code);
+  return {across == Place::kMiddle  ? 'C'
+          : across == Place::kRight ? 'R'
+                                    : 'L',
+          up == Place::kCentre ? 'C'
+          : up == Place::kTop  ? 'T'
+                               : 'B'};
+}
+
+std::int16_t JustificationOfLetters(char horizontal, char vertical, int otherwise) {
+  Place place;
+  place.across = horizontal == 'C' ? Place::kMiddle : horizontal == 'R' ? Place::kRight : Place::kLeft;
+  place.up = vertical == 'B'   ? Place::kBottom
+             : vertical == 'C' ? Place::kCentre
+             : vertical == 'T' ? Place::kTop
+                               : otherwise;
+  return JustificationCode(place);
 }
 
 }  // namespace tesselink

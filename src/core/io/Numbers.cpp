@@ -1,5 +1,6 @@
 #include "core/io/Numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -287,6 +288,11 @@ double RoundHalfEven(double value) {
   if (rest < 0.5) return below;
   if (rest > 0.5) return below + 1;
   return std::fmod(below, 2) == 0 ? below : below + 1;
+}
+
+double Percentage(std::int64_t position, std::int64_t size, std::int64_t unit) {
+  if (size == 0) return 0;
+  return std::min(static_cast<double>(position) / static_cast<double>(size) * static_cast<double>(100 * unit), 100.0);
 }
 
 }  // namespace tesselink

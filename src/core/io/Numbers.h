@@ -39,6 +39,10 @@ double NumberOrNone(std::string_view text);
 /// The nearest whole number, a half going to the even neighbour.
 double RoundHalfEven(double value);
 
+/// How much of a file's bytes a position is, as a percentage of at most 100; 0 of nothing. `unit` is that of the
+/// position in bytes.
+double Percentage(std::int64_t position, std::int64_t size, std::int64_t unit = 1);
+
 /// The larger of two values.
 template <typename T>
 constexpr const T& LargerOf(const T& a, const T& b) {

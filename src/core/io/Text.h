@@ -14,6 +14,8 @@ std::string UpperCase(std::string_view text);
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 /// The text without the blanks at its ends; other white space stays.
 std::string_view Trimmed(std::string_view text);
+/// The text up to its first NUL.
+inline std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 /// A number with its noun, as in "1 point" and "2 points".
 std::string Counted(std::int64_t count, std::string_view noun);
 /// Whether a character would break the lines of a text file or end a text within: a carriage return, a line feed, a

@@ -43,8 +43,6 @@ std::string RegisteredClassValue(const std::string& key) {
 std::string RegisteredClassValue(const std::string&) { return {}; }
 #endif
 
-std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
-
 void LookupFile::Create() {
   if (file_.IsOpen()) return;
   const std::string path = Locate();

@@ -51,7 +51,4 @@ class LookupFile {
   std::string record_;
 };
 
-/// The text up to its first NUL.
-std::string_view CutAtNul(std::string_view text);
-
 }  // namespace tesselink

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "core/element/Justification.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Text.h"
@@ -24,13 +25,10 @@ std::string_view Columns(std::string_view line, std::size_t first, std::size_t l
 
 std::string_view CodeOf(std::string_view header) { return Columns(header, 2, 8); }
 
-// Horizontal letter first; anything else counts as left or bottom.
+// Horizontal letter first.
 std::int16_t JustificationOf(std::string_view letters) {
-  const char horizontal = letters.empty() ? 'L' : letters.front();
-  const char vertical = letters.size() < 2 ? 'B' : letters[1];
-  const int column = horizontal == 'C' ? 1 : horizontal == 'R' ? 2 : 0;
-  const int row = vertical == 'C' ? 32 : vertical == 'T' ? 48 : 16;
-  return static_cast<std::int16_t>(row + column);
+  const char horizontal = letters.empty() ? ' ' : letters.front();
+  return JustificationOfLetters(horizontal, letters.size() < 2 ? ' ' : letters[1], TextPlacement::kBottom);
 }
 
 }  // namespace
@@ -52,7 +50,8 @@ std::vector<FormatOption> CDFInFilter::Options() {
 CDFInFilter::CDFInFilter(const FilterContext& context)
     : InputFilter(context),
       conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
-      tables_(context) {}
+      tables_(context),
+      vertices_(conventions_.zeroGivesWay) {}
 
 void CDFInFilter::Open(const std::string& path) {
   filename_ = path;
@@ -64,11 +63,6 @@ void CDFInFilter::Open(const std::string& path) {
   if (readable == kOperationCanceled) throw OperationCanceled();
   filename_ = readable;
   reader_ = LineReader(readable);
-}
-
-double CDFInFilter::Progress() const {
-  if (reader_.Size() == 0) return 0;
-  return std::min(static_cast<double>(Loc()) / static_cast<double>(reader_.Size()) * 100, 100.0);
 }
 
 std::vector<std::string> CDFInFilter::GetLayerCodes() const {
@@ -147,7 +141,7 @@ void CDFInFilter::WarnOfLoneHeader() {
 // The line's groups and those of the lines that go on with the pen down.
 void CDFInFilter::ReadChain(tEntity& entity) {
   entity.bType = kPolyline;
-  vertices_ = 0;
+  vertices_.Begin();
   do {
     if (!ReadGroups(entity)) {
       pending_ = true;
@@ -178,18 +172,8 @@ bool CDFInFilter::ReadGroups(tEntity& entity) {
   return true;
 }
 
-// Behind the last coordinate of each array. Where the first one is exactly 0 its array counts as empty, and what comes
-// next takes its place: vertices are lost, or x and y no longer belong together.
 void CDFInFilter::AddVertex(tEntity& entity, double x, double y) {
-  const tEntity::Index atX = conventions_.zeroGivesWay ? entity.XCount() + 1 : vertices_;
-  const tEntity::Index atY = conventions_.zeroGivesWay ? entity.YCount() + 1 : vertices_;
-  entity.Y(atY, y);
-  entity.x(atX, x);
-  if (atX != vertices_ || atY != vertices_) {
-    WarnAtLine(WarningKind::OutOfStep,
-               "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
-  }
-  ++vertices_;
+  if (!vertices_.Append(entity, x, y)) WarnAtLine(WarningKind::OutOfStep, VertexAppender::kGaveWay);
 }
 
 void CDFInFilter::ReadText(tEntity& entity) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/element/VertexAppender.h"
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
 #include "formats/cdf/CodeTables.h"
@@ -24,7 +25,7 @@ class CDFInFilter final : public InputFilter {
   int FileNumber() const override { return reader_.Number(); }
   /// The position in bytes.
   std::int64_t Loc() const override { return reader_.Position(); }
-  double Progress() const override;
+  double Progress() const override { return Percentage(Loc(), reader_.Size()); }
   /// At the end of the file with no line read ahead.
   bool Eof() const override { return !pending_ && reader_.AtEnd(); }
   /// File and line on which the element delivered last begins.
@@ -67,8 +68,8 @@ class CDFInFilter final : public InputFilter {
   bool closed_ = false;
   std::int64_t loneHeader_ = 0;  // its line, until an element follows
 
-  std::int64_t began_ = 0;       // the line on which the element begins
-  tEntity::Index vertices_ = 0;  // of the chain that is being read
+  std::int64_t began_ = 0;   // the line on which the element begins
+  VertexAppender vertices_;  // of the chain that is being read
   bool anyLine_ = false;
 };
 

@@ -1,7 +1,5 @@
 #include "formats/dxf/DXFInFilter.h"
 
-#include <algorithm>
-
 #include "core/io/Errors.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
@@ -20,8 +18,9 @@ void DXFInFilter::Open(const std::string& path) {
   filename_ = path;
   drawing_ = std::make_unique<Drawing>(report());
   scanner_ = std::make_unique<GroupScanner>(path, report());
+  scan_.Begin(ScanProgress::kBytes);
   inEntities_ = GoToEntities(*scanner_, false);
-  interaction().HideScan();
+  scan_.End();
   if (!sectionSeen_ && !endSeen_) {
     scanner_.reset();
     throw Error(path + ": is no DXF drawing; it has no section");
@@ -43,7 +42,7 @@ bool DXFInFilter::GoToEntities(GroupScanner& scanner, bool passEntities) {
   Section section = Section::None;
   bool named = true;  // false between a SECTION and its name
   while (scanner.Next()) {
-    ShowScan(scanner);
+    scan_.At(scanner.Position(), scanner.Size());
     if (scanner.Code() == 0) {
       const std::string_view keyword = scanner.Keyword();
       TakeGroup(scanner, section);
@@ -80,25 +79,13 @@ void DXFInFilter::TakeGroup(const GroupScanner& scanner, Section section) {
 void DXFInFilter::ReadTablesBehindEntities() {
   Report unheeded;
   GroupScanner scanner(filename_, unheeded);
-  scanShown_ = 0;
+  scan_.Begin(ScanProgress::kBytes);
   GoToEntities(scanner, true);
-  interaction().HideScan();
+  scan_.End();
   endSeen_ = false;
 }
 
-void DXFInFilter::ShowScan(const GroupScanner& scanner) {
-  constexpr std::int64_t kShownEvery = std::int64_t{1} << 18;
-  if (scanner.Position() - scanShown_ < kShownEvery) return;
-  scanShown_ = scanner.Position();
-  interaction().ShowScan("Scanning file for Layers...", scanShown_, scanner.Size());
-  interaction().Yield();
-  if (interaction().CancelRequested()) throw OperationCanceled();
-}
-
-double DXFInFilter::Progress() const {
-  if (!scanner_ || scanner_->Size() == 0) return 0;
-  return std::min(static_cast<double>(Loc()) / static_cast<double>(scanner_->Size()) * 100, 100.0);
-}
+double DXFInFilter::Progress() const { return scanner_ ? Percentage(Loc(), scanner_->Size()) : 0; }
 
 std::string DXFInFilter::Where() const {
   return entities_ && entities_->Place() > 0 ? scanner_->PlaceText(entities_->Place()) : filename_;
@@ -125,7 +112,7 @@ bool DXFInFilter::Next(tEntity& entity) {
 // Goes on to a further section of entities, as joined drawings have, or to the end.
 void DXFInFilter::LeaveEntities() {
   inEntities_ = !endSeen_ && GoToEntities(*scanner_, false);
-  interaction().HideScan();
+  scan_.End();
   if (inEntities_ || endSeen_) return;
   report().Warn(WarningKind::NoEnd,
                 scanner_->PlaceText(scanner_->Place()) + ": the drawing ends without EOF; something may be missing");

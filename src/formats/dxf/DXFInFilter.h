@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/run/Filters.h"
+#include "core/run/ScanProgress.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReader.h"
 #include "formats/dxf/GroupScanner.h"
@@ -42,7 +43,6 @@ class DXFInFilter final : public InputFilter {
   void TakeGroup(const GroupScanner& scanner, Section section);
   void ReadTablesBehindEntities();
   void LeaveEntities();
-  void ShowScan(const GroupScanner& scanner);
 
   std::unique_ptr<Drawing> drawing_;
   std::unique_ptr<GroupScanner> scanner_;
@@ -51,7 +51,7 @@ class DXFInFilter final : public InputFilter {
   bool tablesSeen_ = false;
   bool sectionSeen_ = false;
   bool endSeen_ = false;
-  std::int64_t scanShown_ = 0;
+  ScanProgress scan_{interaction()};
 };
 
 }  // namespace tesselink

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/element/Justification.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
@@ -265,7 +266,7 @@ void DXFOutFilter::WritePolylineForm(const tEntity& entity, bool inSpace) {
 }
 
 void DXFOutFilter::WriteText(const tEntity& entity) {
-  int across = entity.TextJust & 15, up = entity.TextJust & 240;
+  auto [across, up] = PlacementOf(entity.TextJust);
   if (conventions_.placementAsByte && up > 0) NoteMissed("the vertical placement of texts");
   if (!conventions_.placementAsByte) {
     across = across > 2 ? 0 : across;

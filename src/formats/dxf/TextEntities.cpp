@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "core/element/Justification.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
@@ -15,7 +16,8 @@ constexpr double kDegrees = 180 / std::numbers::pi;
 // Group 72 of a TEXT.
 enum Horizontal : std::int32_t { kAligned = 3, kMiddle = 4, kFit = 5 };
 
-constexpr int kBottom = 16, kCentre = 32, kTop = 48;
+constexpr int kBaseline = TextPlacement::kBaseline, kBottom = TextPlacement::kBottom, kCentre = TextPlacement::kCentre,
+              kTop = TextPlacement::kTop;
 
 // The justification code of groups 72 and 73. Besides 0 to 3, group 73 may hold the code's own 16, 32 or 48.
 std::int16_t JustificationOf(std::int32_t horizontal, std::int32_t vertical, int baseline) {
@@ -24,7 +26,7 @@ std::int16_t JustificationOf(std::int32_t horizontal, std::int32_t vertical, int
                  : vertical == 3 || vertical == kTop                           ? kTop
                  : vertical == 1 || vertical == kBottom                        ? kBottom
                                                                                : baseline;
-  return static_cast<std::int16_t>(up + across);
+  return JustificationCode({across, up});
 }
 
 void StoreHeight(const EntityContext& context, tEntity& element) {
@@ -48,7 +50,7 @@ bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t verti
   }
   drawing.Text().DecodeText(groups.Text(), element.Text);
   element.TextAng = plane.AngleToWorld(angle);
-  element.TextJust = JustificationOf(horizontal, vertical, context.source.baselines ? 0 : kBottom);
+  element.TextJust = JustificationOf(horizontal, vertical, context.source.baselines ? kBaseline : kBottom);
   StoreHeight(context, element);
   return StorePoint(context, element, kText, plane.ToWorld(groups.Point(second ? 1 : 0)));
 }
@@ -78,7 +80,7 @@ bool MakeMText(EntityContext& context, tEntity& element) {
     element.TextAng = groups.Has(50) ? ObjectCoordinates(groups.Extrusion()).AngleToWorld(angle) : angle;
   }
   drawing.Text().DecodeMText(groups.Text(), element.Text);
-  element.TextJust = static_cast<std::int16_t>(kTop - 16 * (place / 3) + place % 3);
+  element.TextJust = JustificationCode({place % 3, kTop - 16 * (place / 3)});
   StoreHeight(context, element);
   return StorePoint(context, element, kText, groups.Point(0));
 }

@@ -1,5 +1,7 @@
 #include "formats/grid/LNGSLMap.h"
 
+#include "core/io/Text.h"
+
 namespace tesselink {
 
 LNGSLMap::LNGSLMap(const FilterContext& context)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/element/ColourNames.h"
+#include "core/element/Justification.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
@@ -10,6 +11,7 @@
 #include "core/run/Interaction.h"
 #include "core/run/LineEnds.h"
 #include "core/run/Report.h"
+#include "core/run/ScanProgress.h"
 #include "formats/landmark/LayerColours.h"
 
 namespace tesselink {
@@ -31,35 +33,11 @@ bool BeginsRecord(std::string_view line) {
   return false;
 }
 
-// Vertical letter first, horizontal letter last; letters compared exactly.
+// Vertical letter first, horizontal letter last.
 std::int16_t JustificationOf(std::string_view letters) {
   letters = Trimmed(letters);
   if (letters.empty()) return 0;
-  int code = 0;
-  switch (letters.front()) {
-    case 'B':
-      code = 16;
-      break;
-    case 'C':
-      code = 32;
-      break;
-    case 'T':
-      code = 48;
-      break;
-    default:
-      break;
-  }
-  switch (letters.back()) {
-    case 'C':
-      code += 1;
-      break;
-    case 'R':
-      code += 2;
-      break;
-    default:
-      break;
-  }
-  return static_cast<std::int16_t>(code);
+  return JustificationOfLetters(letters.back(), letters.front(), TextPlacement::kBaseline);
 }
 
 }  // namespace
@@ -88,7 +66,9 @@ constexpr AscInFilter::Conventions AscInFilter::kStandard{
 };
 
 AscInFilter::AscInFilter(const FilterContext& context)
-    : InputFilter(context), conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
+    : InputFilter(context),
+      conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
+      vertices_(conventions_.zeroGivesWay) {}
 
 void AscInFilter::Open(const std::string& path) {
   filename_ = path;
@@ -104,27 +84,18 @@ void AscInFilter::Open(const std::string& path) {
 }
 
 void AscInFilter::ScanLayers(const std::string& path) {
-  constexpr std::int64_t kShownEvery = std::int64_t{1} << 18;
   LineReader scan(path);
-  std::int64_t size = scan.Size(), shown = -kShownEvery;
+  ScanProgress progress(interaction());
   std::string_view line;
   while (scan.ReadLine(line)) {
     // Most lines are vertices, whose last field is a number.
     if (!line.empty() && (line.back() < '0' || line.back() > '9')) NoteLayerColour(LastField(line), layers_);
-    if (scan.Position() - shown < kShownEvery) continue;
-    shown = scan.Position();
-    size = LargerOf(size, shown);
-    interaction().ShowScan("Scanning file for Layers...", shown, size);
-    interaction().Yield();
-    if (interaction().CancelRequested()) throw OperationCanceled();
+    progress.At(scan.Position(), scan.Size());
   }
-  interaction().HideScan();
+  progress.End();
 }
 
-double AscInFilter::Progress() const {
-  if (reader_.Size() == 0) return 0;
-  return std::min(static_cast<double>(Loc()) / static_cast<double>(reader_.Size()) * 12800, 100.0);
-}
+double AscInFilter::Progress() const { return Percentage(Loc(), reader_.Size(), kBlock); }
 
 std::string AscInFilter::Where() const { return filename_ + ", line " + std::to_string(reader_.LineNumber()); }
 
@@ -260,7 +231,7 @@ void AscInFilter::ReadVector(tEntity& entity, const Fields& fields) {
 
 // Reads point lines until one ends the record; `line` is the record's own line.
 void AscInFilter::ReadPointLines(tEntity& entity, std::string_view line) {
-  vertices_ = 0;
+  vertices_.Begin();
   bool unread = false;
   while (!unread && !reader_.AtEnd() && reader_.ReadLine(line)) unread = !ReadPointLine(entity, line);
   if (unread && reader_.AtEnd() && !conventions_.lastPendingRead && BeginsRecord(line)) {
@@ -292,18 +263,8 @@ bool AscInFilter::ReadPlainVertex(tEntity& entity, std::string_view line) {
   return true;
 }
 
-// Behind the last coordinate of each array. Where the first one is exactly 0 its array counts as empty, and what comes
-// next takes its place: vertices are lost, or x and y no longer belong together.
 void AscInFilter::AddVertex(tEntity& entity, double x, double y) {
-  const tEntity::Index atX = conventions_.zeroGivesWay ? entity.XCount() + 1 : vertices_;
-  const tEntity::Index atY = conventions_.zeroGivesWay ? entity.YCount() + 1 : vertices_;
-  entity.x(atX, x);
-  entity.Y(atY, y);
-  if (atX != vertices_ || atY != vertices_) {
-    WarnAtLine(WarningKind::OutOfStep,
-               "an x or a y of exactly 0 in a chain's first vertex gives way to that of the next one");
-  }
-  ++vertices_;
+  if (!vertices_.Append(entity, x, y)) WarnAtLine(WarningKind::OutOfStep, std::string(VertexAppender::kGaveWay));
 }
 
 // A line that has the keyword glued to the rest is rewritten, and `line` is what it became; the word that decides is
@@ -360,16 +321,16 @@ bool AscInFilter::ReadPointLineByWord(tEntity& entity, std::string_view& line) {
 void AscInFilter::AddVector(tEntity& entity, const Fields& fields) {
   if (conventions_.vectorsOverwrite) {
     ReadVector(entity, fields);
-    if (vertices_ > 0)
+    if (vertices_.Count() > 0)
       WarnAtLine(WarningKind::Overwritten, "a VECTOR line takes the place of its record's first two vertices");
-    vertices_ = entity.PointCount() + 1;
+    vertices_.Begin(entity.PointCount() + 1);
     return;
   }
   Require(fields, 5);
   const double x = Lenient(fields, 1), y = Lenient(fields, 2);
-  const tEntity::Index last = vertices_ - 1;
-  if (vertices_ == 0 || entity.x(last) != x || entity.Y(last) != y) {
-    if (vertices_ > 0)
+  const tEntity::Index last = vertices_.Count() - 1;
+  if (vertices_.Count() == 0 || entity.x(last) != x || entity.Y(last) != y) {
+    if (vertices_.Count() > 0)
       WarnAtLine(WarningKind::Gaps, "a VECTOR line begins where its record's chain does not end; they were joined");
     AddVertex(entity, x, y);
   }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/element/VertexAppender.h"
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
 
@@ -22,7 +23,7 @@ class AscInFilter final : public InputFilter {
 
   int FileNumber() const override { return reader_.Number(); }
   /// The position in blocks of 128 bytes.
-  std::int64_t Loc() const override { return reader_.Position() / 128; }
+  std::int64_t Loc() const override { return reader_.Position() / kBlock; }
   double Progress() const override;
   /// At the end of the file, whether or not a line is pending that is not going to be read.
   bool Eof() const override { return reader_.AtEnd() && !(hasPending_ && conventions_.lastPendingRead); }
@@ -30,6 +31,8 @@ class AscInFilter final : public InputFilter {
   std::string Where() const override;
 
  private:
+  static constexpr std::int64_t kBlock = 128;
+
   // All that the dialects decide differently.
   struct Conventions {
     std::size_t lineEndWithin;  // bytes that are searched for a paired line end before the person is asked
@@ -83,7 +86,7 @@ class AscInFilter final : public InputFilter {
   bool hasPending_ = false;
   bool repeating_ = false;
   bool anyRecord_ = false;
-  tEntity::Index vertices_ = 0;  // of the chain that is being read
+  VertexAppender vertices_;  // of the chain that is being read
   std::string rewritten_;
 };
 

@@ -5,6 +5,7 @@
 #include "core/io/Errors.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
+#include "core/run/ScanProgress.h"
 #include "formats/landmark/LayerColours.h"
 
 namespace tesselink {
@@ -37,11 +38,12 @@ void MolInFilter::Open(const std::string& path) {
 
 // Positions count from 0 here.
 void MolInFilter::ScanLayers() {
-  constexpr std::int64_t kShownEvery = std::int64_t{1} << 18;
   layers_.clear();
   BinaryFile file(filename_);
   ReadWindow window(file);
-  std::int64_t position = 0, shown = 0;
+  ScanProgress progress(interaction());
+  progress.Begin(ScanProgress::kBytes);
+  std::int64_t position = 0;
   do {
     const auto bytes = window.At(position, sizeof(std::int32_t));
     std::int32_t value = 0;
@@ -53,13 +55,9 @@ void MolInFilter::ScanLayers() {
       position += kBehindColour;
     }
     position += kStep;
-    if (position - shown < kShownEvery) continue;
-    shown = position;
-    interaction().ShowScan("Scanning file for Layers...", position, file.Size());
-    interaction().Yield();
-    if (interaction().CancelRequested()) throw OperationCanceled();
+    progress.At(position, file.Size());
   } while (position < file.Size());
-  interaction().HideScan();
+  progress.End();
 }
 
 bool MolInFilter::Next(tEntity& entity) {

@@ -30,8 +30,6 @@ std::string_view AsText(std::span<const std::byte> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
-
 std::string_view WithoutBlanksBehind(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
 }  // namespace
@@ -119,9 +117,7 @@ DBFInFilter::Field DBFInFilter::FieldOf(std::span<const std::byte> descriptor, s
 }
 
 int DBFInFilter::Progress() const {
-  if (!file_.IsOpen() || file_.Size() == 0) return 0;
-  const double percent = static_cast<double>(position_) / static_cast<double>(file_.Size()) * 100;
-  return static_cast<int>(std::min(RoundHalfEven(percent), 100.0));
+  return file_.IsOpen() ? static_cast<int>(RoundHalfEven(Percentage(position_, file_.Size()))) : 0;
 }
 
 std::int64_t DBFInFilter::NumRecs() const {

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/element/Justification.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
+#include "core/run/ScanProgress.h"
 
 namespace tesselink {
 namespace {
@@ -146,13 +148,10 @@ void ESRIInFilt::UseTable() {
   }
   TellOfTable();
   if (!options().layersWanted) return;
-  layers_ = selection_->Entries([&](std::int64_t row) {
-    if (row % 4096 != 0) return;
-    interaction().ShowScan("Loading Database...", row, table_->NumRecs());
-    interaction().Yield();
-    if (interaction().CancelRequested()) throw OperationCanceled();
-  });
-  interaction().HideScan();
+  constexpr std::int64_t kRows = 4096;
+  ScanProgress progress(interaction(), "Loading Database...", kRows);
+  layers_ = selection_->Entries([&](std::int64_t row) { progress.At(row, table_->NumRecs()); });
+  progress.End();
 }
 
 void ESRIInFilt::SetDBFObj(FieldSelection& selection) {
@@ -162,10 +161,7 @@ void ESRIInFilt::SetDBFObj(FieldSelection& selection) {
   if (!attached && !filename_.empty()) OpenTable();
 }
 
-double ESRIInFilt::Progress() const {
-  const std::int64_t size = records_.File().Size();
-  return size == 0 ? 0 : std::min(static_cast<double>(Loc()) / static_cast<double>(size) * 100, 100.0);
-}
+double ESRIInFilt::Progress() const { return Percentage(Loc(), records_.File().Size()); }
 
 bool ESRIInFilt::Eof() const { return records_.AtEnd() && !records_.PartsLeft() && !labelPending_; }
 
@@ -257,7 +253,7 @@ bool ESRIInFilt::DeliverLabel(tEntity& entity) {
   entity.Text = table_->GetFieldData(textField_, Row());
   entity.TextSize = 1000;
   entity.TextUnits.assign(1, 'M');
-  entity.TextJust = 33;
+  entity.TextJust = JustificationCode({TextPlacement::kMiddle, TextPlacement::kCentre});
   return true;
 }
 

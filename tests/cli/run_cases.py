@@ -195,7 +195,7 @@ def interrupt_at_work(process, home, folder):
     deadline = time.monotonic() + TIMEOUT_SECONDS
     while process.poll() is None and time.monotonic() < deadline:
         written = [path.stat().st_size for path in [home / "out", *(home / "tmp").iterdir()]]
-        beyond_headers = [path.stat().st_size > 4096 for path in folder.glob("out.*")]
+        beyond_headers = [path.stat().st_size > 4096 for path in folder.glob("**/out.*")]
         if any(written) or any(beyond_headers):
             process.send_signal(signal.SIGINT)
             return

@@ -60,7 +60,10 @@ class FakeWriter final : public OutputFilter {
   ~FakeWriter() override { ReleaseQuietly(); }
 
  private:
-  void Create(const std::string&) override { script_.Call("create"); }
+  void Create(const std::string& path) override {
+    script_.Call("create");
+    std::ofstream(path) << "x";
+  }
   WriteResult Write(tEntity& entity) override {
     script_.Call("write " + NumberText(entity.x(0)) + " " + entity.Layer + entity.CDFCode);
     return entity.bType == kArc      ? WriteResult::Skipped
@@ -79,7 +82,8 @@ class ConversionRunTest : public testing::Test {
   ConversionRequest request{.inputs = {rig.folder.Put("in.one", "x")},
                             .OutFile = rig.folder.Path("out.x"),
                             .InFormat = "Some Input File (*.one)",
-                            .OutFormat = "Some Output (*.two)"};
+                            .OutFormat = "Some Output (*.two)",
+                            .overwrite = true};
   LayerFiller filler;
 
   RunSummary Run() {
@@ -195,6 +199,12 @@ TEST_F(ConversionRunTest, AFailureAtEachStageIsToldAndLeavesNothingHalf) {
   EXPECT_EQ(failing("read 1"), "complete, output kept") << "what was read before the error stays";
   EXPECT_EQ(failing("write 2 A"), "drop") << "a writer that failed has no whole file to leave";
   EXPECT_EQ(failing("complete"), "drop");
+  rig.folder.Put("out.x", "old");
+  for (const char* stage : {"create", "open in.one", "read 1", "write 2 A", "complete"}) {
+    failing(stage);
+    EXPECT_EQ(Folder::Get(request.OutFile), "old") << stage;
+  }
+  EXPECT_EQ(Folder::Get(rig.folder.Path("out.incomplete.x")), "x") << "what was converted lies beside the old output";
 }
 
 TEST_F(ConversionRunTest, AConfirmedCancelKeepsWhatWasWritten) {

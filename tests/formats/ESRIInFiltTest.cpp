@@ -212,6 +212,7 @@ TEST_F(ESRIInFiltTest, FieldsAreOfferedAsStoredOrForSeveralFilesPrepared) {
   using Names = std::vector<std::string>;
   EXPECT_EQ(run(), (Names{"one", ""}));
   EXPECT_EQ(rig.person.fieldsOffered, (Names{"x", " Name ", "NAME", "X"}));
+  request.overwrite = true;
   request.InFormat = "Multiple Shapefile Input (*.shp)";
   EXPECT_EQ(run(), (Names{"one", ""}));
   EXPECT_EQ(rig.person.fieldsOffered, (Names{"X", "NAME"}));

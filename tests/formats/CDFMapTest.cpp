@@ -94,7 +94,7 @@ TEST_F(LookupFileTest, OddSizesAreRounded) {
   map.Create();
   EXPECT_EQ(map.Code(3) + "," + map.Description(3), "CU00003,Type 3") << "34 bytes of a record hold its code";
   EXPECT_EQ(map.Code(4) + map.Description(0), "");
-  rig.context.options.own.Set("cdf-map", rig.folder.Put("large", std::string(67U * 40000, '\0')));
+  rig.context.options.own.Set("cdf-map", rig.folder.Put("large", std::string(std::size_t{67} * 40000, '\0')));
   EXPECT_EQ(Found(), 32767);
   CDFMap closed(rig.context);
   EXPECT_EQ(closed.Count(), 0);

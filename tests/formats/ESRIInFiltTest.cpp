@@ -144,7 +144,7 @@ TEST_F(ESRIInFiltTest, BrokenRecordsAreSkippedWithAWarningAndTheRestIsRead) {
   };
   setIndex(3, 1000000, 4);  // outside the file
   setIndex(4, -5, 4);
-  const std::size_t fifth = file.shp.size() - 2U * (8 + 20) - 2 * (8 + kTriangle.size());
+  const std::size_t fifth = file.shp.size() - std::size_t{2} * (8 + 20) - 2 * (8 + kTriangle.size());
   file.shp.replace(fifth + 48, 4, Little(std::int32_t{2000000000}));  // points that cannot be there
   const std::size_t sixth = fifth + 8 + kTriangle.size();
   file.shp.replace(sixth + 4, 4, Big(0));

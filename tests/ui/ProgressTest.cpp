@@ -36,7 +36,10 @@ struct Stage {
     Control<QLineEdit>(window, "OutFile").setText(folder.filePath("out.scn"));
     window.show();
   }
-  void Run() { Control<QPushButton>(window, "cmdApply").click(); }
+  void Run() {
+    QFile::remove(folder.filePath("out.scn"));  // of the run before, which would be asked about
+    Control<QPushButton>(window, "cmdApply").click();
+  }
   frmProgress& Progress() const { return Control<frmProgress>(window, "frmProgress"); }
   QString Text(const char* label) const { return Control<QLabel>(Progress(), label).text(); }
   QString Summary() const { return Control<QPlainTextEdit>(Progress(), "Summary").toPlainText(); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QThread>
+#include <fstream>
 #include <functional>
 #include <limits>
 #include <string>
@@ -71,7 +72,10 @@ class SceneWriter final : public OutputFilter {
   ~SceneWriter() override { ReleaseQuietly(); }
 
  private:
-  void Create(const std::string&) override { scene_.written = 0; }
+  void Create(const std::string& path) override {
+    scene_.written = 0;
+    std::ofstream(path) << "x";
+  }
   WriteResult Write(tEntity&) override {
     if (scene_.written + 1 == scene_.writerFailsAt) throw Error("no space left on the device");
     ++scene_.written;

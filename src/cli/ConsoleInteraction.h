@@ -16,6 +16,14 @@ class ConsoleInteraction final : public Nobody {
  public:
   ConsoleInteraction(const ReadingOptions& options, bool showProgress);
 
+  // The bar.
+  void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
+  void HideScan() override;
+  void RunEnded() override;
+  void ShowRunProgress(const RunProgress& progress) override;
+  bool CancelRequested() override;
+
+  // The questions.
   Answer ShowMessage(const Message& message) override;
   std::string SaveFileName(const SaveFileQuestion& question) override;
   void SelectFields(FieldSelection& selection) override;
@@ -24,11 +32,6 @@ class ConsoleInteraction final : public Nobody {
   std::string AskText(const TextQuestion& question) override;
   TableFields LocateFields(const TableFieldsQuestion& question) override;
   std::string Naming(std::string_view option, std::string_view value) const override;
-  void ShowScan(const std::string& text, std::int64_t position, std::int64_t size) override;
-  void HideScan() override;
-  void RunEnded() override;
-  void ShowRunProgress(const RunProgress& progress) override;
-  bool CancelRequested() override;
 
   /// For a list of layers to be edited: collects what is known of them, and matches nothing.
   void ProposeCodes() { proposing_ = true; }

@@ -156,8 +156,9 @@ def run_in(home, case, options):
         set_up(folder, line, text, environment)
     before = snapshot(folder)
     with open(home / "out", "wb") as out, open(home / "err", "wb") as err:
+        # Whoever runs the tests in the background ignores Ctrl-C; the program then would, too.
         process = subprocess.Popen(["sh", "-c", case.script()], cwd=folder, env=environment, stdin=subprocess.DEVNULL,
-                                   stdout=out, stderr=err)
+                                   stdout=out, stderr=err, preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
         try:
             if case.interrupt:
                 interrupt_at_work(process, home, folder)
@@ -194,8 +195,11 @@ def interrupt_at_work(process, home, folder):
     """Sends the signal of Ctrl-C once the program has written something: to a temporary file, its standard output or out.*."""
     deadline = time.monotonic() + TIMEOUT_SECONDS
     while process.poll() is None and time.monotonic() < deadline:
-        written = [path.stat().st_size for path in [home / "out", *(home / "tmp").iterdir()]]
-        beyond_headers = [path.stat().st_size > 4096 for path in folder.glob("**/out.*")]
+        try:
+            written = [path.stat().st_size for path in [home / "out", *(home / "tmp").iterdir()]]
+            beyond_headers = [path.stat().st_size > 4096 for path in folder.glob("**/out.*")]
+        except FileNotFoundError:  # it has moved to its place meanwhile
+            continue
         if any(written) or any(beyond_headers):
             process.send_signal(signal.SIGINT)
             return

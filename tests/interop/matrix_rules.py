@@ -186,7 +186,8 @@ STANDARD = {
         WITH_CLOSING, CLOSED, LINE_TYPES, PRINTABLE, LONG_TEXTS, COLOURS_NAMED],
     "asc": [
         NO_POINTS, HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, CODES, ("layers", when(always, layer=colour_name)),
-        COLOURS_NAMED, WHOLE_SIZES, BASELINES, PRINTABLE, ATTRIBUTES],
+        COLOURS_NAMED, WHOLE_SIZES, BASELINES, PRINTABLE, ATTRIBUTES,
+        (None, when(is_text, text=lambda e: decoded(raw(e.text))))],
     "cdf": [
         HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, TOGETHER, PRINTABLE,
         (None, when(is_text, angle=lambda e: math.fmod(e.angle, 360) % 360)), ("long numbers", in_columns(10, POINT)),

@@ -17,8 +17,8 @@ std::int16_t LNGSLMap::SearchDesc(const std::string& description) {
 
 std::int16_t LNGSLMap::Number(int record, std::size_t offset) {
   const std::string_view bytes = file_.Record(record).substr(offset, 2);
-  const int low = static_cast<unsigned char>(bytes[0]), high = static_cast<signed char>(bytes[1]);
-  return static_cast<std::int16_t>(high * 256 + low);
+  const unsigned low = static_cast<unsigned char>(bytes[0]), high = static_cast<unsigned char>(bytes[1]);
+  return static_cast<std::int16_t>(high << 8 | low);
 }
 
 }  // namespace tesselink

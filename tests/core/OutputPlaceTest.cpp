@@ -31,7 +31,7 @@ Contents All(const std::string& folder) {
 }
 
 void Put(const std::string& folder, const Contents& files) {
-  for (const auto& [name, content] : files) std::ofstream(folder + "/" + name) << content;
+  for (const auto& [name, content] : files) std::ofstream(std::filesystem::path(folder) / name) << content;
 }
 
 void Write(const OutputPlace& place, const std::string& name, const std::string& content) {
@@ -350,7 +350,7 @@ TEST(OutputPlace, LeavesWhatSomebodyElseHasPutThere) {
     });
     fs::remove(folder.Path("out.shp"));
     folder.Put("out.shp", "somebody's");
-    OutputPlace(folder.Path("out.shp"), options);
+    const OutputPlace recovering(folder.Path("out.shp"), options);
     EXPECT_EQ(Folder::Get(folder.Path("out.shp")), "somebody's") << at;
   }
 

@@ -125,7 +125,8 @@ void CDFOutFilter::WriteChain(const tEntity& entity) {
     Lost(WarningKind::ClosedUnmarked);
   WriteHeader(entity);
   char line[4 + 2 * kCoordinate] = {'C', 'U'};
-  std::memcpy(line + 2 + 2 * kCoordinate, "\r\n", 2);
+  line[2 + 2 * kCoordinate] = '\r';
+  line[3 + 2 * kCoordinate] = '\n';
   const tEntity::Index last = entity.PointCount();
   tEntity::Index i = 0;
   do {

@@ -82,7 +82,7 @@ TEST(tEntity, IndicesOutsideTheArrays) {
   below(-1);
   below(static_cast<short>(-1));
   below(-7L);
-  below(static_cast<signed char>(-128));
+  below(static_cast<short>(-128));
   below(static_cast<std::size_t>(-1));
   const int fixed = -1;
   entity.Z(fixed, 5);

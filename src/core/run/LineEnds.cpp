@@ -56,7 +56,13 @@ void PutInPlace(const std::string& original, const std::string& target, Interact
   std::error_code ignored;
   const auto changed = fs::last_write_time(original, ignored);
   const std::uintmax_t size = fs::file_size(original, ignored);
-  MoveFile(ConvertLineEnds(original, interaction), place.Path());
+  const std::string converted = ConvertLineEnds(original, interaction);
+  try {
+    MoveFile(converted, place.Path());
+  } catch (const Error& error) {
+    RemoveFile(converted);
+    throw Error(place.Named(error.what()));
+  }
   if (fs::last_write_time(original, ignored) != changed || fs::file_size(original, ignored) != size) {
     throw Error(original + ": was changed by another program while it was repaired; it was left as it is");
   }

@@ -51,19 +51,21 @@ bool SameFile(const std::string& a, const std::string& b) {
   return fs::equivalent(a, b, error) && !error;
 }
 
+// Every spelling is tried: a folder of ten thousand files takes longer to look through.
 std::string PartnerFile(const std::string& path, const std::string& extension) {
-  const std::string stem = FolderOf(path) + StripExtension(FileNameOf(path)) + ".";
-  for (const std::string& candidate : {stem + extension, stem + LowerCase(extension)}) {
-    if (FileExists(candidate)) return candidate;
-  }
-  const std::string folder = FolderOf(path);
-  const std::string wanted = FileNameOf(stem) + extension;
-  std::error_code error;
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder.empty() ? "." : folder, error)) {
-    const std::string name = entry.path().filename().string();
-    if (name.starts_with(FileNameOf(stem)) && EqualsIgnoringCase(name, wanted) && FileExists(folder + name)) {
-      return folder + name;
+  std::string candidate = FolderOf(path) + StripExtension(FileNameOf(path)) + "." + extension;
+  const std::size_t first = candidate.size() - extension.size();
+  const std::string small = LowerCase(extension);
+  const unsigned allSmall = (1U << extension.size()) - 1;
+  const auto exists = [&](unsigned smallLetters) {
+    for (std::size_t i = 0; i < extension.size(); ++i) {
+      candidate[first + i] = (smallLetters >> i & 1U) != 0 ? small[i] : extension[i];
     }
+    return FileExists(candidate);
+  };
+  if (exists(0) || exists(allSmall)) return candidate;
+  for (unsigned mixed = 1; mixed < allSmall; ++mixed) {
+    if (exists(mixed)) return candidate;
   }
   return {};
 }

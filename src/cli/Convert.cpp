@@ -61,18 +61,17 @@ void RefuseOptionsOfOtherOutputs(const ConvertCommand& command) {
   }
 }
 
-// What goes through a pipe is one file, of a format that is read or written from its beginning to its end.
-void RefuseStreams(const ConvertCommand& command, const InputFormat& inFormat) {
-  const auto refuse = [](const std::string& path, const Format& format, const char* what) {
-    if (format.streams) return;
-    throw UsageError(path + ": " + format.Name() + " does not go through " + what + "; dxf, asc and cdf do");
-  };
-  for (const std::string& input : command.inputs) {
-    if (input != "-" && !IsStream(input)) continue;
-    if (command.inputs.size() > 1) throw UsageError(input + ": goes alone; several inputs are files");
-    refuse(input, inFormat, "a pipe");
+// What goes through standard output is one file, of a format that is written from its beginning to its end.
+void RefuseStreams(const ConvertCommand& command) {
+  const OutputFormat& format = FormatOf(command);
+  if (IsStandardOutput(command.output) && !format.streams) {
+    throw UsageError(command.output + ": " + format.Name() + " does not go through standard output; " +
+                     StreamKeys(AllFormats().Outputs()));
   }
-  if (IsStandardOutput(command.output)) refuse(command.output, FormatOf(command), "standard output");
+  if (command.inputs.size() == 1) return;
+  for (const std::string& input : command.inputs) {
+    if (IsPipe(input)) throw UsageError(input + ": goes alone; several inputs are files");
+  }
 }
 
 ConversionRequest RequestOf(const ConvertCommand& command) {
@@ -87,7 +86,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
     several.from = "multishp";
     format = &InputFormatOf(several, command.inputs[0]);
   }
-  RefuseStreams(command, *format);
+  RefuseStreams(command);
   RefuseOptionsOfOtherOutputs(command);
   RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command), command.reading.dialect));
   ConversionRequest request;
@@ -189,7 +188,8 @@ int Run(const ConvertCommand& command) {
   ConsoleInteraction interaction(command.reading, showProgress);
   QtSettings settings;
   std::optional<InputSource> source;
-  if (request.inputs.size() == 1) request.inputs = {source.emplace(request.inputs[0]).Path()};
+  if (request.inputs.size() == 1)
+    request.inputs = {source.emplace(request.inputs[0], AllFormats().Input(request.InFormat)).Path()};
   RunSummary summary = ConversionRun(AllFormats(), interaction, settings, FillerFromCodeTables()).Run(request);
   if (source) source->Reword(summary);
   if (IsStandardOutput(command.output)) NameStandardOutput(summary);

@@ -95,8 +95,12 @@ void RefuseCopyAmong(const ReadingOptions& options, const std::vector<std::strin
                    " would be replaced by the output; give it another name");
 }
 
-InputSource::InputSource(const std::string& named) : named_(named) {
-  if (named != "-" && !IsStream(named)) return;
+InputSource::InputSource(const std::string& named, const InputFormat& format) : named_(named) {
+  if (!IsPipe(named)) return;
+  if (!format.streams) {
+    throw UsageError(named + ": " + format.Name() + " does not go through a pipe; " +
+                     StreamKeys(AllFormats().Inputs()));
+  }
   spool_.emplace(named == "/dev/stdin" ? "-" : named, [] {
     if (Interrupted()) throw Error("cancelled while standard input was read");
   });
@@ -112,9 +116,9 @@ void InputSource::Reword(RunSummary& summary) const {
 
 Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)
     : input(path),
-      source(path),
       options(readingOptions),
       format(InputFormatOf(readingOptions, path)),
+      source(path, format),
       interaction(readingOptions, false) {}
 
 int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction) {

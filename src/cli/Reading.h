@@ -27,11 +27,22 @@ void RefuseExistingCopy(const ReadingOptions& options);
 /// Nor does an output take the place of the copy. Throws UsageError.
 void RefuseCopyAmong(const ReadingOptions& options, const std::vector<std::string>& written);
 
+/// The keys of the formats that go through pipes, as in "dxf, asc, cdf do".
+template <typename Row>
+std::string StreamKeys(const std::vector<Row>& rows) {
+  std::string keys;
+  for (const Row& row : rows) {
+    if (row.streams) keys += (keys.empty() ? "" : ", ") + row.key;
+  }
+  return keys + " do";
+}
+
 /// An input as it was named: a file, or a pipe or standard input ("-"), of which a copy is read.
 class InputSource {
  public:
-  /// Copies what comes through a pipe, to its end. Throws Error when that fails.
-  explicit InputSource(const std::string& named);
+  /// Copies what comes through a pipe, to its end. Throws UsageError where the format does not go through one, and
+  /// Error when that fails.
+  InputSource(const std::string& named, const InputFormat& format);
   /// What is read.
   const std::string& Path() const { return spool_ ? spool_->Path() : named_; }
   /// A run's account with the input's name wherever it has the copy's.
@@ -47,11 +58,11 @@ struct Reading {
   Reading(const std::string& path, const ReadingOptions& readingOptions);
 
   std::string input;                       ///< as it was named
-  InputSource source;                      ///< what is read
   std::string output = "standard output";  ///< what is written from it; refused where the reading needs it
   bool layersWanted = true;                ///< those that a reader tells before its elements
   ReadingOptions options;
   const InputFormat& format;
+  InputSource source;  ///< what is read
   ConsoleInteraction interaction;
   RunSummary summary;
 };

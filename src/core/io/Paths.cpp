@@ -26,6 +26,12 @@ bool IsStream(const std::string& path) {
   return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
 }
 
+bool IsPipe(const std::string& path) {
+  if (path == "-" || path == "/dev/stdin") return true;
+  std::error_code error;
+  return fs::is_fifo(path, error);
+}
+
 std::string FolderOf(std::string_view path) {
   const std::size_t last = path.find_last_of(kSeparators);
   return std::string(last == std::string_view::npos ? std::string_view() : path.substr(0, last + 1));

@@ -10,6 +10,8 @@ namespace tesselink {
 bool FileExists(const std::string& path);
 /// Whether what lies at a path is no file on a disk but a pipe, a device or one of the program's own streams.
 bool IsStream(const std::string& path);
+/// Whether it is a pipe or standard input, which are read to their end; a device may have none.
+bool IsPipe(const std::string& path);
 /// The path up to and including its last separator; empty when it has none.
 std::string FolderOf(std::string_view path);
 /// The path behind its last separator.

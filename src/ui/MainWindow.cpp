@@ -121,8 +121,13 @@ MainWindow::MainWindow(const FormatTable& formats, Settings& settings, const Fil
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(splitter_);
-  for (const InputFormat& format : formats_.Inputs()) inFormat_->addItem(Shown(format.entry));
-  for (const OutputFormat& format : formats_.Outputs()) outFormat_->addItem(Shown(format.entry));
+  const auto list = [](QComboBox& box, const auto& rows) {
+    for (const Format& format : rows) {
+      if (format.inDropDown) box.addItem(Shown(format.entry));
+    }
+  };
+  list(*inFormat_, formats_.Inputs());
+  list(*outFormat_, formats_.Outputs());
   Connect();
   InFormatClick();
   RestoreLook();

@@ -29,6 +29,7 @@ struct Format {
   std::string entry = {};  ///< the drop-down's text, ending in the pattern in parentheses: "AutoCAD DXF File (*.dxf)"
   std::string key = {};    ///< the command line's short name
   std::string className = {};              ///< of the filter
+  bool inDropDown = true;                  ///< otherwise the command line alone has it
   bool fallBack = false;                   ///< taken for a text that is no entry of this side
   bool severalFiles = false;               ///< of inputs: reads a list of files in one run
   bool hasAttributes = false;              ///< of inputs: has an attribute table that may give layer and text
@@ -43,7 +44,7 @@ struct Format {
   /// The extension of the pattern, as in ".dxf".
   std::string Extension() const { return Pattern().substr(1); }
   /// The entry without its pattern and the blank before it.
-  std::string Name() const { return entry.substr(0, entry.size() - 8); }
+  std::string Name() const { return entry.substr(0, entry.rfind(" (")); }
 };
 
 struct InputFormat : Format {
@@ -58,7 +59,7 @@ class FormatTable {
   FormatTable(std::vector<InputFormat> inputs, std::vector<OutputFormat> outputs)
       : inputs_(std::move(inputs)), outputs_(std::move(outputs)) {}
 
-  /// The rows in the order of the drop-downs.
+  /// All rows, those of the drop-downs in their order.
   const std::vector<InputFormat>& Inputs() const { return inputs_; }
   const std::vector<OutputFormat>& Outputs() const { return outputs_; }
 

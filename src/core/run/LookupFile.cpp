@@ -11,6 +11,7 @@
 #include "core/io/Text.h"
 #include "core/run/FilesRead.h"
 #include "core/run/Interaction.h"
+#include "core/run/Report.h"
 #include "core/run/Settings.h"
 
 #ifdef _WIN32
@@ -50,20 +51,30 @@ void LookupFile::Create() {
     if (context_.filesRead != nullptr) context_.filesRead->Add(path);
     file_ = BinaryFile(path);
     window_.Reset();
-  } catch (const Error&) {  // then it counts as empty
+  } catch (const Error& error) {  // then it counts as empty
+    context_.report.Warn(WarningKind::ListUnread, error.what());
   }
 }
 
 std::string LookupFile::Locate() {
   if (!kind_.given.empty()) {
-    if (FileExists(kind_.given)) return kind_.given;
-    throw Error(kind_.given + ": is no file that can be opened for reading; a " + kind_.fileName + " is expected");
+    if (const std::string reason = WhyNotReadable(kind_.given); !reason.empty()) {
+      throw Error(reason + "; a " + kind_.fileName + " is expected");
+    }
+    return kind_.given;
   }
   const std::string inPackage = InPackageFolder();
-  if (inPackage != kind_.fileName && FileExists(inPackage)) return inPackage;
+  if (inPackage != kind_.fileName && IsUsable(inPackage)) return inPackage;
   const std::string remembered = context_.settings.Get(kind_.application, kSection, kind_.fileName, "");
-  if (!remembered.empty() && FileExists(remembered)) return remembered;
+  if (!remembered.empty() && IsUsable(remembered)) return remembered;
   return InProgramFolderOrAsked();
+}
+
+// A file that is there and cannot be opened is passed over, but not in silence.
+bool LookupFile::IsUsable(const std::string& path) const {
+  const std::string reason = WhyNotReadable(path);
+  if (!reason.empty() && IsThere(path)) context_.report.Warn(WarningKind::ListUnread, reason);
+  return reason.empty();
 }
 
 // Beside the package's type library; the bare file name where no package is registered.
@@ -85,7 +96,7 @@ std::string LookupFile::InProgramFolderOrAsked() {
       }
       candidate += kind_.fileName;
     }
-    if (FileExists(candidate)) break;
+    if (IsUsable(candidate)) break;
     candidate = context_.interaction.AskText(
         {"Error Finding " + kind_.fileName,
          "Could Not locate " + kind_.fileName + "\r\n\r\nPlease type it's location in the box below", kind_.fileName});

@@ -41,6 +41,7 @@ class LookupFile {
 
  private:
   std::string Locate();
+  bool IsUsable(const std::string& path) const;
   std::string InPackageFolder() const;
   std::string InProgramFolderOrAsked();
 

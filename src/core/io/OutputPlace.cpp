@@ -193,7 +193,7 @@ sys::Status OutputPlace::CheckReplaceable(const std::string& path, const std::st
   if (!sys::StatusOf(path, entry, sys::Links::Keep) || !sys::StatusOf(path, status)) ThrowNotCreated(shown);
   errno = status.kind == Kind::Folder ? EISDIR : EEXIST;
   if (status.kind == Kind::Folder || (entry.Exists() && !options_.overwrite)) ThrowNotCreated(shown);
-  if (status.kind == Kind::Regular && !sys::Open(path, Access::Overwrite)) ThrowNotCreated(shown);
+  if (status.kind == Kind::Regular && !options_.readOnly && !sys::Open(path, Access::Overwrite)) ThrowNotCreated(shown);
   return status;
 }
 

@@ -13,6 +13,7 @@ struct OutputOptions {
   bool sync = false;       ///< Deliver returns when the files are on the disk
   /// Extensions of the files that may lie beside the target and belong to it, without the period, as "shx".
   std::vector<std::string> companions = {};
+  bool readOnly = false;  ///< a file that may not be written is replaced too, where its folder takes another
 };
 
 /// What has become of an output.

@@ -1,6 +1,5 @@
 #include "core/run/LineEnds.h"
 
-#include <filesystem>
 #include <string_view>
 #include <vector>
 
@@ -8,11 +7,10 @@
 #include "core/io/Files.h"
 #include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
+#include "core/io/System.h"
 
 namespace tesselink {
 namespace {
-
-namespace fs = std::filesystem;
 
 bool BeginsWithPairedLineEnds(const std::string& path, std::size_t lookedAt) {
   std::string head(lookedAt, '\0');
@@ -34,28 +32,17 @@ Message LineEndsQuestion() {
           "Problem with Input", MessageIcon::Question, MessageButtons::YesNoCancel};
 }
 
-// A read-only file is repaired too, and is read-only again afterwards.
-class Writable {
- public:
-  explicit Writable(const std::string& path) : path_(path), rights_(fs::status(path, ignored_).permissions()) {
-    fs::permissions(path_, fs::perms::owner_write, fs::perm_options::add, ignored_);
-  }
-  Writable(const Writable&) = delete;
-  Writable& operator=(const Writable&) = delete;
-  ~Writable() { fs::permissions(path_, rights_, ignored_); }
+sys::Status StatusOf(const std::string& path) {
+  sys::Status status;
+  if (!sys::StatusOf(path, status)) throw ReadFailed(SystemReason(path, "could not be looked up"));
+  return status;
+}
 
- private:
-  std::error_code ignored_;
-  std::string path_;
-  fs::perms rights_;
-};
-
-// The converted copy takes the place of a target whole, or not at all.
+// The converted copy takes the place of a target whole, or not at all. A read-only target is replaced too, and is
+// read-only again.
 void PutInPlace(const std::string& original, const std::string& target, Interaction& interaction) {
-  OutputPlace place(target, {.overwrite = true});
-  std::error_code ignored;
-  const auto changed = fs::last_write_time(original, ignored);
-  const std::uintmax_t size = fs::file_size(original, ignored);
+  OutputPlace place(target, {.overwrite = true, .readOnly = true});
+  const sys::Status before = StatusOf(original);
   const std::string converted = ConvertLineEnds(original, interaction);
   try {
     MoveFile(converted, place.Path());
@@ -63,10 +50,10 @@ void PutInPlace(const std::string& original, const std::string& target, Interact
     RemoveFile(converted);
     throw Error(place.Named(error.what()));
   }
-  if (fs::last_write_time(original, ignored) != changed || fs::file_size(original, ignored) != size) {
+  if (!StatusOf(original).SameContent(before)) {
     throw Error(original + ": was changed by another program while it was repaired; it was left as it is");
   }
-  fs::permissions(place.Path(), fs::status(original, ignored).permissions(), ignored);
+  if (!sys::SetMode(place.Path(), before.mode)) throw Error(SystemReason(target, "could not be given its rights"));
   place.Deliver();
   for (const std::string& note : place.Notes()) interaction.ShowMessage({Topic::Notice, note, "Line ends"});
 }
@@ -76,13 +63,9 @@ void PutInPlace(const std::string& original, const std::string& target, Interact
 std::string CheckLineEnds(const std::string& path, Interaction& interaction, std::size_t lookedAt) {
   if (BeginsWithPairedLineEnds(path, lookedAt)) return path;
   switch (interaction.ShowMessage(LineEndsQuestion())) {
-    case Answer::Yes: {
-      // The file itself is replaced, not a link to it.
-      const std::string target = fs::canonical(path).string();
-      const Writable writable(target);
-      PutInPlace(path, target, interaction);
+    case Answer::Yes:
+      PutInPlace(path, path, interaction);
       return path;
-    }
     case Answer::No: {
       const std::string chosen =
           interaction.SaveFileName({"Select a Name for the new Version", "All Files (*.*)|*.*", FolderOf(path)});

@@ -59,6 +59,7 @@ std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& out
 std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output) {
   std::vector<std::string> lines{Ending(summary, output)};
   AddLine(lines, "Error: ", summary.error);
+  AddLine(lines, "", summary.reason);
   AddLine(lines, "Read: ", summary.read.Total() == 0 ? Elements(0) : Listed(summary.read));
   AddLine(lines, "Written: ", Listed(summary.written));
   AddLine(lines, "Written as another kind: ", Listed(summary.converted));

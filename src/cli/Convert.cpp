@@ -173,7 +173,8 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
           {"extents", ExtentsJson(summary.extents)},
           {"outputs", TextsJson(summary.outputs)},
           {"warnings", warnings},
-          {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))}};
+          {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
+          {"reason", AsUtf8(summary.reason)}};
 }
 
 }  // namespace

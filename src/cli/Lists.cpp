@@ -13,7 +13,7 @@
 namespace tesselink {
 
 int Run(const TableCommand& command) {
-  if (!FileExists(command.file)) throw Error(command.file + ": is no file that can be opened for reading");
+  if (const std::string reason = WhyNotReadable(command.file); !reason.empty()) throw Error(reason);
   DBFInFilter table;
   table.filename(command.file);
   std::string line;

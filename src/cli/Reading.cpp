@@ -72,7 +72,7 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
     for (const FormatOption& option : row.options) {
       if (option.kind != FormatOption::Kind::File || !options.own.Has(option.name)) continue;
       const std::string file = options.own.Text(option.name);
-      if (!FileExists(file)) throw Error(file + ": is no file that can be opened for reading");
+      if (const std::string reason = WhyNotReadable(file); !reason.empty()) throw Error(reason);
     }
   }
   FilterOptions result;
@@ -112,6 +112,7 @@ void InputSource::Reword(RunSummary& summary) const {
   summary.report.Reword(named);
   summary.error = named(summary.error);
   summary.subject = named(summary.subject);
+  summary.reason = named(summary.reason);
 }
 
 Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)
@@ -158,8 +159,10 @@ void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interact
 }
 
 void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction) {
-  if (summary.outcome == RunOutcome::Refused)
+  if (summary.outcome == RunOutcome::Refused) {
     PrintError(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject));
+    if (!summary.reason.empty()) PrintError(summary.reason);
+  }
   if (summary.outcome == RunOutcome::Failed && !summary.error.empty()) PrintError(summary.error);
   if (summary.outcome == RunOutcome::Cancelled && interaction.StalledAt().empty()) PrintError("cancelled");
 }

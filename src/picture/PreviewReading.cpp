@@ -90,7 +90,7 @@ void PreviewReading::OpenNext() {
     return;
   }
   const std::string& path = input_.paths[next_++];
-  if (!FileExists(path)) throw Error(path + ": is no file that can be opened for reading");
+  if (const std::string reason = WhyNotReadable(path); !reason.empty()) throw Error(reason);
   if (!reader_) {
     reader_ = input_.format.create(context_);
     if (input_.format.hasAttributes) reader_->Layered = false;

@@ -23,6 +23,7 @@
 #include <system_error>
 
 #include "app/UiText.h"
+#include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
 #include "formats/cdf/CodeTables.h"
@@ -415,7 +416,11 @@ ConversionRequest MainWindow::Request() const {
 // Asks before files are replaced, unless the save dialog has. What the run refuses it refuses in its own words.
 bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
   const std::string input = PathOf(InputPath());
-  if (!FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile)) return true;
+  try {
+    if (!FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile)) return true;
+  } catch (const Error&) {  // a path that cannot be looked up
+    return true;
+  }
   QStringList files;
   for (const std::string& file :
        ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options.dialect)) {

@@ -91,6 +91,7 @@ Answer QtInteraction::ShowMessage(const Message& message) {
   box.setWindowTitle(Shown(message.title));
   box.setTextFormat(Qt::PlainText);
   box.setText(Shown(message.text));
+  box.setInformativeText(Shown(message.details));
   AddButtons(box, message.buttons);
   if (repeats) box.setCheckBox(new QCheckBox("&Don't show again for this run"));
   const Answer answer = AnswerOf(box.exec());

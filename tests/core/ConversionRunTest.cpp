@@ -175,7 +175,7 @@ TEST_F(ConversionRunTest, SeveralFilesFromTheFirstEntryBehindTheFolder) {
   script.calls.clear();
   const RunSummary summary = Run();
   EXPECT_EQ(summary.outcome, RunOutcome::Failed);
-  EXPECT_NE(summary.error.find("gone.one: this chosen file could not be opened"), std::string::npos);
+  EXPECT_NE(summary.error.find("gone.one: does not exist"), std::string::npos);
   EXPECT_EQ(std::count(script.calls.begin(), script.calls.end(), "SetDBFObj"), 0);
   request.OutFile = rig.folder.Path("2.one");
   EXPECT_EQ(Run().outcome, RunOutcome::Refused) << "the output is one of the inputs";

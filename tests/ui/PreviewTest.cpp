@@ -141,7 +141,7 @@ class PreviewTest final : public QObject {
     QVERIFY(NotesOf(AllFormats().Input("WinPICS Map Overlay (*.mol)"), Example("overlay.mol")).find("not decoded") !=
             std::string::npos);
     QVERIFY(NotesOf(AllFormats().Input(kShape), path).find("a shapefile begins with") != std::string::npos);
-    QVERIFY(NotesOf(AllFormats().Input(kShape), path + "x").find("is no file that can be opened") != std::string::npos);
+    QVERIFY(NotesOf(AllFormats().Input(kShape), path + "x").find("does not exist") != std::string::npos);
     const auto failing = Scripted([](tEntity&) -> bool { throw Error("some.asc, line 7: is wrong"); });
     QCOMPARE(NotesOf(failing, path), std::string("some.asc, line 7: is wrong|"));
     const auto greedy = Scripted([](tEntity&) -> bool { throw std::bad_alloc(); });

@@ -28,6 +28,13 @@ class FileFull : public Error {
   using Error::Error;
 };
 
+/// The system does not give the bytes of a file: no right, a broken disk, a file that others cut short. What the file
+/// says has nothing to do with it.
+class ReadFailed : public Error {
+ public:
+  using Error::Error;
+};
+
 /// Raised to leave an operation that the person cancelled. A run that meets it ends without an error message.
 struct OperationCanceled {};
 

@@ -103,17 +103,17 @@ std::string FollowLinks(const std::string& path) {
 BinaryFile::BinaryFile(const std::string& path) : BinaryFile(sys::Open(path, Access::Read), path) {}
 
 BinaryFile::BinaryFile(sys::Descriptor file, std::string path) : file_(std::move(file)), path_(std::move(path)) {
-  if (!file_) throw Error(SystemReason(path_, "could not be opened for reading"));
+  if (!file_) throw ReadFailed(SystemReason(path_, "could not be opened for reading"));
   sys::Status status;
-  if (!sys::StatusOf(file_, status)) throw Error(SystemReason(path_, "could not be read"));
+  if (!sys::StatusOf(file_, status)) throw ReadFailed(SystemReason(path_, "could not be read"));
   if (status.kind != sys::Status::Kind::Regular) {
-    throw Error(path_ + ": is not a regular file; give the path of a file on a disk");
+    throw ReadFailed(path_ + ": is not a regular file; give the path of a file on a disk");
   }
   size_ = status.size;
 }
 
 BinaryFile BinaryFile::Pipe(sys::Descriptor file, std::string path) {
-  if (!file) throw Error(SystemReason(path, "could not be opened for reading"));
+  if (!file) throw ReadFailed(SystemReason(path, "could not be opened for reading"));
   BinaryFile pipe;
   pipe.file_ = std::move(file);
   pipe.path_ = std::move(path);
@@ -130,11 +130,11 @@ std::size_t BinaryFile::ReadAt(std::int64_t offset, void* into, std::size_t coun
     count = std::min(count, static_cast<std::size_t>(size_ - offset));
     got = sys::ReadAt(file_, into, count, offset);
   }
-  if (got < 0) throw Error(SystemReason(path_, "could not be read"));
+  if (got < 0) throw ReadFailed(SystemReason(path_, "could not be read"));
   if (isPipe_) {
     size_ += got;
   } else if (got < static_cast<std::int64_t>(count)) {
-    throw Error(path_ + ": became shorter while it was read");
+    throw ReadFailed(path_ + ": became shorter while it was read");
   }
   return static_cast<std::size_t>(got);
 }

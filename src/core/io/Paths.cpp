@@ -1,35 +1,57 @@
 #include "core/io/Paths.h"
 
 #include <filesystem>
-#include <fstream>
 
+#include "core/io/Errors.h"
+#include "core/io/Files.h"
+#include "core/io/System.h"
 #include "core/io/Text.h"
 
 namespace tesselink {
 namespace {
 
-namespace fs = std::filesystem;
+using sys::Access;
+using Kind = sys::Status::Kind;
 
 constexpr std::string_view kSeparators = "/\\";
 
 }  // namespace
 
-bool FileExists(const std::string& path) {
-  std::error_code error;
-  return fs::is_regular_file(path, error) && std::ifstream(path, std::ios::binary).is_open();
+bool FileExists(const std::string& path) { return WhyNotReadable(path).empty(); }
+
+bool IsThere(const std::string& path) {
+  sys::Status status;
+  return !sys::StatusOf(path, status, sys::Links::Keep) || status.Exists();
+}
+
+std::string WhyNotReadable(const std::string& path) {
+  constexpr std::string_view kNotOpened = "could not be opened for reading";
+  sys::Status status;
+  if (!sys::StatusOf(path, status)) return SystemReason(path, kNotOpened);
+  switch (status.kind) {
+    case Kind::Regular:
+      return sys::Open(path, Access::Read) ? std::string() : SystemReason(path, kNotOpened);
+    case Kind::Folder:
+      return path + ": is a folder, not a file";
+    case Kind::Other:
+      return path + ": is a device or a pipe, not a file on a disk";
+    case Kind::Link:
+    case Kind::None:
+      break;
+  }
+  return path + ": does not exist";
 }
 
 bool IsStream(const std::string& path) {
   if (path.starts_with("/dev/std") || path.starts_with("/dev/fd/")) return true;
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  return fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status);
+  sys::Status status;
+  return sys::StatusOf(path, status) && status.kind == Kind::Other;
 }
 
 bool IsPipe(const std::string& path) {
   if (path == "-" || path == "/dev/stdin") return true;
-  std::error_code error;
-  return fs::is_fifo(path, error);
+  sys::Status status;
+  return sys::StatusOf(path, status) && status.isPipe;
 }
 
 std::string FolderOf(std::string_view path) {
@@ -50,11 +72,17 @@ std::string ExtensionOf(std::string_view path) {
   return dot == std::string::npos ? std::string() : LowerCase(std::string_view(name).substr(dot));
 }
 
-std::string JoinPath(const std::string& folder, const std::string& name) { return (fs::path(folder) / name).string(); }
+std::string JoinPath(const std::string& folder, const std::string& name) {
+  return (std::filesystem::path(folder) / name).string();
+}
 
 bool SameFile(const std::string& a, const std::string& b) {
-  std::error_code error;
-  return fs::equivalent(a, b, error) && !error;
+  sys::Status first, second;
+  for (auto [path, status] : {std::pair(&a, &first), std::pair(&b, &second)}) {
+    if (!sys::StatusOf(*path, *status)) throw Error(SystemReason(*path, "could not be looked up"));
+    if (!status->Exists()) return false;
+  }
+  return first.SameFile(second);
 }
 
 // Every spelling is tried: a folder of ten thousand files takes longer to look through.
@@ -67,7 +95,7 @@ std::string PartnerFile(const std::string& path, const std::string& extension) {
     for (std::size_t i = 0; i < extension.size(); ++i) {
       candidate[first + i] = (smallLetters >> i & 1U) != 0 ? small[i] : extension[i];
     }
-    return FileExists(candidate);
+    return IsThere(candidate);
   };
   if (exists(0) || exists(allSmall)) return candidate;
   for (unsigned mixed = 1; mixed < allSmall; ++mixed) {

@@ -82,11 +82,13 @@ Status Described(const struct stat& found) {
                 : S_ISDIR(found.st_mode) ? Status::Kind::Folder
                 : S_ISLNK(found.st_mode) ? Status::Kind::Link
                                          : Status::Kind::Other;
+  status.isPipe = S_ISFIFO(found.st_mode);
   status.size = found.st_size;
   status.mode = found.st_mode & 07777;
   status.owner = found.st_uid;
   status.group = found.st_gid;
   status.names = found.st_nlink;
+  status.device = found.st_dev;
   status.inode = found.st_ino;
   status.modified = std::int64_t{found.st_mtim.tv_sec} * 1'000'000'000 + found.st_mtim.tv_nsec;
   return status;

@@ -73,14 +73,16 @@ enum class Access {
 struct Status {
   enum class Kind { None, Regular, Folder, Link, Other };
   Kind kind = Kind::None;
+  bool isPipe = false;     ///< of Kind::Other: one with a name
   std::int64_t size = 0;   ///< bytes
   std::uint32_t mode = 0;  ///< permission bits
   std::uint32_t owner = 0, group = 0;
   std::uint64_t names = 0;  ///< hard links
-  std::uint64_t inode = 0;
+  std::uint64_t device = 0, inode = 0;
   std::int64_t modified = 0;  ///< nanoseconds since 1970
 
   bool Exists() const { return kind != Kind::None; }
+  bool SameFile(const Status& other) const { return device == other.device && inode == other.inode; }
   /// Whether both are one state of one file, under whatever name in one file system.
   bool SameContent(const Status& other) const {
     return inode == other.inode && size == other.size && modified == other.modified;

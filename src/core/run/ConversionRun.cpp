@@ -105,11 +105,12 @@ RunSummary ConversionRun::Run(const ConversionRequest& request) {
   return std::move(state.summary);
 }
 
-void ConversionRun::Refuse(State& state, const std::string& text, const std::string& file) {
+void ConversionRun::Refuse(State& state, const std::string& text, const std::string& file, const std::string& reason) {
   state.summary.subject = file;
+  state.summary.reason = reason;
   state.summary.outcome = RunOutcome::Refused;
   state.summary.error = text;
-  interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical});
+  interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical, MessageButtons::Ok, reason});
 }
 
 void ConversionRun::Fail(State& state, const std::string& text) {
@@ -121,8 +122,8 @@ void ConversionRun::Fail(State& state, const std::string& text) {
 bool ConversionRun::Validate(State& state) {
   const ConversionRequest& request = state.request;
   state.inFormat = &formats_.Input(request.InFormat);
-  if (state.infile.empty() || !FileExists(state.infile)) {
-    Refuse(state, "You must specify a valid input file", state.infile);
+  if (const std::string reason = WhyNotReadable(state.infile); !reason.empty()) {
+    Refuse(state, "You must specify a valid input file", state.infile, state.infile.empty() ? "" : reason);
   } else if (request.OutFile.empty()) {
     Refuse(state, "You must select an output file", "");
   } else if (const std::string file = OutputThatIsRead(state); !file.empty()) {
@@ -182,7 +183,7 @@ void ConversionRun::ConvertFiles(State& state) {
     }
     if (!state.inFormat->severalFiles || ++index >= inputs.size()) break;
     state.infile = inputs[index];
-    if (!FileExists(state.infile)) throw Error(state.infile + ": this chosen file could not be opened for reading");
+    if (const std::string reason = WhyNotReadable(state.infile); !reason.empty()) throw Error(reason);
   }
   if (state.inFormat->severalFiles) state.reader->Layered = false;
   for (int i = 0; i < 3; ++i) interaction_.Beep();

@@ -43,6 +43,7 @@ struct RunSummary {
   RunOutcome outcome = RunOutcome::Done;
   std::string error;    ///< why it was refused or failed; empty where a reader has told the person itself
   std::string subject;  ///< the file for which it was refused; empty where none was named
+  std::string reason;   ///< why that file was refused, with its name, as in "plat.asc: does not exist"; may be empty
   KindCounts read, written, converted, skipped;
   std::vector<std::string> layers;   ///< of the elements read, in order of first appearance
   Extents extents;                   ///< of the elements read
@@ -76,7 +77,7 @@ class ConversionRun {
   void ConvertElement(State& state);
   void Finish(State& state);
   void Deliver(State& state);
-  void Refuse(State& state, const std::string& text, const std::string& file);
+  void Refuse(State& state, const std::string& text, const std::string& file, const std::string& reason = "");
   void Fail(State& state, const std::string& text);
 
   const FormatTable& formats_;

@@ -33,6 +33,7 @@ struct Message {
   std::string title;
   MessageIcon icon = MessageIcon::Information;
   MessageButtons buttons = MessageButtons::Ok;
+  std::string details = {};  ///< below the text, in smaller letters; empty for none
 };
 
 struct SaveFileQuestion {

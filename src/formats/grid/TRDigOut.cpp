@@ -83,7 +83,7 @@ void TRDigOut::OpenTable(const std::string& path) {
   if (path.empty()) {
     throw Error(source_ + ": has no table beside it that tells townships, ranges and sections; name one");
   }
-  if (!FileExists(path)) throw Error(path + ": is no file that can be opened for reading" + kAdvice);
+  if (const std::string reason = WhyNotReadable(path); !reason.empty()) throw Error(reason + kAdvice);
   if (SameFile(path, path_)) throw Error(path + ": is the table to be read; give the output another name");
   try {
     table_.filename(path);

@@ -37,7 +37,7 @@ std::string_view WithoutBlanksBehind(std::string_view text) { return text.substr
 DBFInFilter::DBFInFilter(Dialect dialect) : reading_(dialect == Dialect::Classic ? kClassic : kStandard) {}
 
 void DBFInFilter::filename(const std::string& path) {
-  if (!FileExists(path)) return;
+  if (!IsThere(path)) return;
   Close();
   filename_ = path;
   try {

@@ -33,7 +33,7 @@ ESRIInFilt::ESRIInFilt(const FilterContext& context)
       records_(report(), reading_.everyType) {}
 
 void ESRIInFilt::Open(const std::string& path) {
-  if (!FileExists(path)) return;
+  if (!IsThere(path)) return;
   Close();
   try {
     OpenFiles(path);
@@ -67,7 +67,8 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
   if (reading_.skipsDeleted) FindTable();
 }
 
-// Opens the table where nobody asked for it, so that a broken one is no reason to stop. False when there is none.
+// Opens the table where nobody asked for it, so that a broken one is no reason to stop; one that cannot be read is.
+// False when there is none.
 bool ESRIInFilt::FindTable() {
   if (table_) return true;
   const std::string path = AttributesPath();
@@ -77,6 +78,8 @@ bool ESRIInFilt::FindTable() {
     table->filename(path);
     table->NumRecs();
     table_ = std::move(table);
+  } catch (const ReadFailed&) {
+    throw;
   } catch (const Error& error) {
     report().Warn(WarningKind::BrokenTable, std::string(error.what()) + "; no attributes are taken from it");
     tableBroken_ = true;

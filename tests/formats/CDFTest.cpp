@@ -312,6 +312,16 @@ TEST_F(CDFOutFilterTest, PointsGoToASecondFile) {
             std::string::npos);
 }
 
+TEST_F(CDFOutFilterTest, APointBeyondItsColumnsIsSkipped) {
+  rig.context.options.dialect = Dialect::Standard;
+  writer = std::make_unique<CDFOutFilter>(rig.context);
+  constexpr double kLargest = std::numeric_limits<double>::max();  // -1.8E+308 has room there and is no number
+  Written({Element(kPoint, {{1, 2}}), Element(kPoint, {{-kLargest, 2}}), Element(kPoint, {{3, -kLargest}}),
+           Element(kPoint, {{5, 6}})});
+  EXPECT_EQ(results,
+            (std::vector{WriteResult::Written, WriteResult::Skipped, WriteResult::Skipped, WriteResult::Written}));
+}
+
 TEST_F(CDFOutFilterTest, IgnoredPointsWriteNothing) {
   rig.person.choices["points"] = 1;
   EXPECT_EQ(Written({Element(kPoint, {{1, 2}}), Element(kPoint, {{1, 2}})}), "");

@@ -184,8 +184,10 @@ WriteResult CDFOutFilter::WritePoints(const tEntity& entity) {
     label_.assign("DXF Point (").append(texts_.Of(entity.Text.empty() ? entity.Layer : entity.Text)).append(") ");
     label_.append(std::to_string(++pointNumber_));
     PutText(points_, 1, 40, label_);
-    PutNumber(points_, 41, 50, entity.x(i));
-    PutNumber(points_, 54, 63, entity.Y(i));
+    if (!PutNumber(points_, 41, 50, entity.x(i)) || !PutNumber(points_, 54, 63, entity.Y(i))) {
+      --pointNumber_;
+      return WriteResult::Skipped;
+    }
     points_.file.Line(Trimmed({line_.data(), line_.size()}));
   } while (++i <= last);
   return WriteResult::Written;
@@ -207,17 +209,21 @@ void CDFOutFilter::PutText(Target& target, std::size_t first, std::size_t last, 
   target.texts.first = Element() + ", \"" + texts_.Shown(text) + "\", became \"" + texts_.Shown(kept) + "\"";
 }
 
-void CDFOutFilter::PutNumber(Target& target, std::size_t first, std::size_t last, double value) {
+// False where the columns hold nothing that reads as a number of that size: fewer digits may round it up beyond what a
+// number can be.
+bool CDFOutFilter::PutNumber(Target& target, std::size_t first, std::size_t last, double value) {
   char text[kNumberTextSize];
   auto length = static_cast<std::size_t>(FormatNumber(text, value) - text);
   const std::size_t width = last - first + 1;
   const bool whole = length <= width && std::isfinite(value);
   if (!whole) length = Fit(text, length, value, width);
+  if (length == 0) return false;
   std::copy_n(text, length, line_.begin() + static_cast<std::ptrdiff_t>(first - 1));
   if (!whole) NoteNumber(target, value, {text, length});
+  return true;
 }
 
-// Makes the text of a number at most as long as its columns and returns its length.
+// Makes the text of a number at most as long as its columns and returns its length; 0 where that cannot be.
 std::size_t CDFOutFilter::Fit(char* text, std::size_t length, double value, std::size_t width) const {
   if (conventions_.numbersCut || !std::isfinite(value)) return std::min(length, width);
   char shorter[kNumberTextSize];
@@ -234,7 +240,9 @@ std::size_t CDFOutFilter::Fit(char* text, std::size_t length, double value, std:
   }
   for (int digits = static_cast<int>(width); digits > 0; --digits) {
     const auto made = std::to_chars(shorter, shorter + sizeof shorter, value, std::chars_format::general, digits);
-    if (fits(made)) return take(made.ptr);
+    double read = 0;
+    if (!fits(made)) continue;
+    return std::from_chars(shorter, made.ptr, read).ec == std::errc() ? take(made.ptr) : 0;
   }
   return std::min(length, width);
 }

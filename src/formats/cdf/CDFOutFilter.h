@@ -70,7 +70,7 @@ class CDFOutFilter final : public OutputFilter {
   void CreatePoints();
   void PutRightAligned(char* columns, double value);
   void PutText(Target& target, std::size_t first, std::size_t last, std::string_view text);
-  void PutNumber(Target& target, std::size_t first, std::size_t last, double value);
+  bool PutNumber(Target& target, std::size_t first, std::size_t last, double value);
   std::size_t Fit(char* text, std::size_t length, double value, std::size_t width) const;
   void NoteNumber(Target& target, double value, std::string_view kept);
   std::string Element() const;

@@ -12,6 +12,8 @@ std::string Ending(const RunSummary& summary, const std::string& output) {
       return output + ": " + Elements(InOutput(summary)) + " written";
     case RunOutcome::Cancelled:
       return "Cancelled: " + WhatTheOutputHolds(summary, output);
+    case RunOutcome::Limited:
+      return "Ended early: " + WhatTheOutputHolds(summary, output);
     case RunOutcome::Refused:
     case RunOutcome::Failed:
       break;

@@ -89,6 +89,23 @@ CLI::Validator KnownKey(const Rows& rows, const std::string& what) {
       "");
 }
 
+// Units are powers of 1024.
+CLI::Validator SizeInBytes() {
+  return CLI::Validator(
+      [](std::string& text) {
+        std::string bytes = text;
+        try {
+          CLI::AsSizeValue(false)(bytes);
+        } catch (const CLI::ValidationError&) {
+          bytes = "0";
+        }
+        if (bytes == "0") return "\"" + text + "\" is no size; give one as 500M or 20G";
+        text = bytes;
+        return std::string();
+      },
+      "");
+}
+
 // The options that the rows of one side bring along, each once.
 template <typename Rows>
 void AddFormatOptions(CLI::App& command, const Rows& rows, OptionValues& values) {
@@ -168,6 +185,14 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
   AddFormatOptions(*convert, formats, command.reading.own);
+  convert
+      ->add_option("--max-output", command.maxOutput,
+                   "How much may be written, as 500M or 20G; the output is\n"
+                   "kept as far as it goes (default: the greater of 1 GiB\n"
+                   "and 200 times what is read)")
+      ->type_name("SIZE")
+      ->transform(SizeInBytes());
+  convert->add_flag("--sync", command.sync, "Return when the output is on the disk");
   convert->add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
       "Show a progress bar (the default on a terminal)");

@@ -1,6 +1,7 @@
 // The command line as data. Parsing touches no file, so that every option can be tested by itself.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <variant>
 #include <vector>
@@ -33,6 +34,8 @@ struct ConvertCommand {
   ReadingOptions reading;
   std::string to;  ///< a format key; empty: by the extension
   bool overwrite = false;
+  bool sync = false;
+  std::uint64_t maxOutput = 0;  ///< bytes; 0: what the run takes for ample
   bool quiet = false;
   bool json = false;
   ProgressChoice progress = ProgressChoice::WhenTerminal;

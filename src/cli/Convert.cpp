@@ -1,4 +1,6 @@
 // convert: one conversion, and an account of it.
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
@@ -97,6 +99,8 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.useAttributes = UsesAttributes(command.reading);
   request.options = FilterOptionsOf(command.reading);
   request.overwrite = command.overwrite;
+  request.sync = command.sync;
+  request.maxOutput = static_cast<std::int64_t>(std::min<std::uint64_t>(command.maxOutput, INT64_MAX));
   if (!command.reading.layerCodes.empty()) request.alsoRead = {command.reading.layerCodes};
   request.options.layersWanted = !command.reading.layerCodes.empty() || command.reading.smartAssign;
   return request;

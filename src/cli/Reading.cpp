@@ -128,6 +128,8 @@ int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction)
       return kExitDone;
     case RunOutcome::Cancelled:
       return interaction.StalledAt().empty() ? kExitCancelled : kExitEndedEarly;
+    case RunOutcome::Limited:
+      return kExitEndedEarly;
     case RunOutcome::Refused:
     case RunOutcome::Failed:
       break;
@@ -163,7 +165,8 @@ void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interacti
     PrintError(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject));
     if (!summary.reason.empty()) PrintError(summary.reason);
   }
-  if (summary.outcome == RunOutcome::Failed && !summary.error.empty()) PrintError(summary.error);
+  const bool ended = summary.outcome == RunOutcome::Failed || summary.outcome == RunOutcome::Limited;
+  if (ended && !summary.error.empty()) PrintError(summary.error);
   if (summary.outcome == RunOutcome::Cancelled && interaction.StalledAt().empty()) PrintError("cancelled");
 }
 

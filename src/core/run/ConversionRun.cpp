@@ -16,6 +16,7 @@ namespace tesselink {
 namespace {
 
 constexpr const char* kApplication = "Tesselink";
+constexpr std::int64_t kAmpleOutput = std::int64_t{1} << 30, kAmpleFactor = 200;
 
 // Notes each layer once; most elements have that of the one before.
 class LayerNotes {
@@ -73,6 +74,7 @@ struct ConversionRun::State {
   Pump pump;
   FilesRead filesRead;
   std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
+  std::int64_t maxOutput = 0;        // bytes
   bool writing = false;              // the writer is at work, so an error is its own
 };
 
@@ -171,16 +173,16 @@ void ConversionRun::CreateFilters(State& state) {
     path = state.place.emplace(path, std::move(options)).Path();
   }
   state.writer->filename(path);
+  state.maxOutput = state.request.maxOutput > 0 ? state.request.maxOutput
+                                                : std::max(kAmpleOutput, kAmpleFactor * state.filesRead.Size());
 }
 
 void ConversionRun::ConvertFiles(State& state) {
   const std::vector<std::string>& inputs = state.request.inputs;
   for (std::size_t index = 0;;) {
     OpenInput(state, index == 0);
-    if (!PumpElements(state)) {
-      state.summary.outcome = RunOutcome::Cancelled;
-      return;
-    }
+    PumpElements(state);
+    if (state.summary.outcome != RunOutcome::Done) return;
     if (!state.inFormat->severalFiles || ++index >= inputs.size()) break;
     state.infile = inputs[index];
     if (const std::string reason = WhyNotReadable(state.infile); !reason.empty()) throw Error(reason);
@@ -222,17 +224,29 @@ void ConversionRun::MatchLayers(State& state) {
   if (codes) state.reader->AssignCodes(layers, std::move(*codes));
 }
 
-// Returns false when a cancel was confirmed.
-bool ConversionRun::PumpElements(State& state) {
+// Until the end of the file, or until the run ends with another outcome.
+void ConversionRun::PumpElements(State& state) {
   while (state.pump.Next(*state.reader)) {
     const bool delivered = state.pump.Delivered();
     if (delivered) state.reader->UpdateExtents(state.pump.Element(), state.summary.extents);
     interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.pump.Elements()});
     interaction_.Yield();
     if (delivered) ConvertElement(state);
-    if (interaction_.CancelRequested()) return false;
+    if (state.writer->Size() > state.maxOutput) return EndAtLimit(state);
+    if (interaction_.CancelRequested()) {
+      state.summary.outcome = RunOutcome::Cancelled;
+      return;
+    }
   }
-  return true;
+}
+
+// A small drawing may say so much by repetition that the output fills a disk.
+void ConversionRun::EndAtLimit(State& state) {
+  RunSummary& summary = state.summary;
+  summary.outcome = RunOutcome::Limited;
+  summary.error = state.request.OutFile + ": has grown beyond the " + std::to_string(state.maxOutput) +
+                  " bytes that this run may write; " + interaction_.Naming("max-output", "SIZE") + " allows more";
+  interaction_.ShowMessage({Topic::RunFailed, summary.error, "Error", MessageIcon::Warning});
 }
 
 void ConversionRun::ConvertElement(State& state) {

@@ -29,6 +29,8 @@ struct ConversionRequest {
   std::vector<std::string> alsoRead = {};  ///< what the face itself reads for this run, as a list of codes
   bool overwrite = false;  ///< an old output may be replaced; else the run refuses what appears meanwhile
   bool sync = false;       ///< the run ends when the output is on the disk
+  /// How many bytes the run may write; 0: the greater of 1 GiB and 200 times what it reads.
+  std::int64_t maxOutput = 0;
 };
 
 enum class RunOutcome {
@@ -36,6 +38,7 @@ enum class RunOutcome {
   Refused,    ///< a validation failed; nothing was created
   Failed,     ///< an error ended the run
   Cancelled,  ///< the person ended the run
+  Limited,    ///< the output has grown to its limit; it holds what was converted before
 };
 
 /// What came of a run.
@@ -73,7 +76,8 @@ class ConversionRun {
   void OpenInput(State& state, bool first);
   void MatchLayers(State& state);
   void TellWhatIsNotCarried(State& state);
-  bool PumpElements(State& state);
+  void PumpElements(State& state);
+  void EndAtLimit(State& state);
   void ConvertElement(State& state);
   void Finish(State& state);
   void Deliver(State& state);

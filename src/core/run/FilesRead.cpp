@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/io/Paths.h"
+#include "core/io/System.h"
 
 namespace tesselink {
 
@@ -13,6 +14,15 @@ void FilesRead::Add(const std::string& path) {
 void FilesRead::Add(const std::string& path, const std::vector<Companion>& companions) {
   Add(path);
   for (const Companion& companion : companions) Add(PartnerFile(path, companion.extension));
+}
+
+std::int64_t FilesRead::Size() const {
+  std::int64_t size = 0;
+  for (const std::string& path : paths_) {
+    sys::Status status;
+    if (sys::StatusOf(path, status)) size += status.size;
+  }
+  return size;
 }
 
 bool FilesRead::Holds(const std::string& path) const {

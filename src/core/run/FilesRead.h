@@ -17,6 +17,8 @@ class FilesRead {
   void Add(const std::string& path, const std::vector<Companion>& companions);
   /// Whether a path names one of the files, however it is spelt.
   bool Holds(const std::string& path) const;
+  /// Bytes in all of them together.
+  std::int64_t Size() const;
 
  private:
   std::vector<std::string> paths_;

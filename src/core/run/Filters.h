@@ -150,6 +150,8 @@ class OutputFilter {
   void Abandon() noexcept;
   /// The files that this writer has made.
   virtual std::vector<std::string> Outputs() const { return {filename_}; }
+  /// Bytes that have been written so far, to all its files together; 0 for a writer that makes none.
+  virtual std::int64_t Size() const { return 0; }
   /// Whether the attributes of an input and the name of its coordinate system go along. What does not is told.
   virtual Carrying CarriesSource() const { return Carrying::No; }
   /// What it takes of an input's attributes all the same, as in "township, range and section".

@@ -30,6 +30,7 @@ class CDFOutFilter final : public OutputFilter {
 
   void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }
   std::vector<std::string> Outputs() const override;
+  std::int64_t Size() const override { return drawing_.file.Size() + points_.file.Size(); }
 
  private:
   // All that the dialects decide differently.

@@ -162,7 +162,7 @@ DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string
   if (entry.changed && names.All().size() > before) {
     report().Warn(WarningKind::Names,
                   path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
-                      "\" has another name there; names hold letters, digits, $, -, _ and blanks within, "
+                      "\" has another name there; names hold up to 240 letters, digits, $, -, _ and blanks within, "
                       "and differ in more than letter case");
   }
   return entry;

@@ -27,6 +27,7 @@ class DXFOutFilter final : public OutputFilter {
   void WriteHead();
   /// Builds the output from the bytes of the header file and of the entity file, and appends the closing lines.
   void Merge(const std::string& headerPath, const std::string& entityPath);
+  std::int64_t Size() const override { return header_.Size() + entities_.Size(); }
 
  private:
   // All that the dialects decide differently.

@@ -27,6 +27,7 @@ class TRDigOut final : public OutputFilter {
   void SourceOpened(InputFilter& source) override;
   std::vector<std::string> Outputs() const override;
   std::string_view TakesFromAttributes() const override { return "township, range and section"; }
+  std::int64_t Size() const override { return file_.Size(); }
 
  private:
   /// A file that is there already is emptied at the first chain: until then it might be the table that is still to be

@@ -22,6 +22,7 @@ class AscOutFilter final : public OutputFilter {
   ~AscOutFilter() override { ReleaseQuietly(); }
 
   void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }
+  std::int64_t Size() const override { return file_.Size(); }
 
  private:
   // All that the dialects decide differently.

@@ -52,6 +52,8 @@ class DBFOutFilter {
   void AddRecord(std::span<const std::string_view> values);
   /// Rewrites the header and closes the file. Throws Error when that fails.
   void Release();
+  /// Bytes that have been written so far.
+  std::int64_t Size() const { return file_.Size(); }
   /// Closes without completing.
   void Discard() { file_.Discard(); }
 

@@ -50,6 +50,7 @@ class ESRIOutFilt final : public OutputFilter {
 
   /// Completes the headers of .shp and .shx by what was written. Throws Error when no file is open.
   void WriteHead();
+  std::int64_t Size() const override { return files_.Size() + table_.Size(); }
 
  private:
   void Create(const std::string& path) override;

@@ -57,6 +57,8 @@ class ShapeFiles {
   void WriteHeaders();
   void Close();
   void Discard() noexcept;
+  /// Bytes that have been written so far.
+  std::int64_t Size() const { return shp_.Size() + shx_.Size(); }
 
  private:
   std::int32_t TypeCode() const;

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 
+#include "cli/Console.h"
 #include "cli/Exit.h"
 #include "formats/Formats.h"
 
@@ -265,7 +266,7 @@ ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error, const std:
   }
   std::string name = "tesselink";
   for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
-  return {"tesselink: " + Wording(app, error, arguments) + "\nSee \"" + name + " --help\".\n", kExitUsage};
+  return {"tesselink: " + Visible(Wording(app, error, arguments)) + "\nSee \"" + name + " --help\".\n", kExitUsage};
 }
 
 }  // namespace

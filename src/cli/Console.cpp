@@ -1,5 +1,6 @@
 #include "cli/Console.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #ifdef _WIN32
@@ -11,6 +12,7 @@
 
 #include "core/io/Errors.h"
 #include "core/io/Files.h"
+#include "core/io/Utf8.h"
 
 namespace tesselink {
 namespace {
@@ -68,6 +70,24 @@ void TakeFailedWritesAsErrors() {
 
 bool Interrupted() { return interrupted != 0; }
 
-void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", text.c_str()); }
+std::string Visible(std::string_view text) {
+  std::string shown;
+  while (!text.empty()) {
+    const std::size_t valid = Utf8Length(text);
+    const std::string_view bytes = text.substr(0, std::max<std::size_t>(valid, 1));
+    const std::uint32_t letter = valid > 0 ? Utf8Letter(bytes) : static_cast<unsigned char>(bytes[0]);
+    if (IsControl(letter)) {
+      char escaped[8];
+      std::snprintf(escaped, sizeof escaped, letter < 0x80 || valid == 0 ? "\\x%02x" : "\\u%04x", letter);
+      shown += escaped;
+    } else {
+      shown += bytes;
+    }
+    text.remove_prefix(bytes.size());
+  }
+  return shown;
+}
+
+void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", Visible(text).c_str()); }
 
 }  // namespace tesselink

@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace tesselink {
 
@@ -15,7 +16,10 @@ struct UsageError : std::runtime_error {
 void Print(const std::string& text);
 /// Writes out what is still buffered; throws as Print does.
 void FlushOutput();
-/// Prints a line on standard error, prefixed "tesselink: ".
+/// The text with its control characters shown instead of obeyed by a terminal, as in "\x1b" and "\u202e": names and
+/// texts come from files of which nobody knows what they hold.
+std::string Visible(std::string_view text);
+/// Prints a line on standard error, prefixed "tesselink: ", with its control characters shown.
 void PrintError(const std::string& text);
 bool StandardErrorIsTerminal();
 

@@ -137,7 +137,7 @@ void Account(const ConvertCommand& command, const std::string& text) {
 
 void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
   const std::string output = IsStandardOutput(command.output) ? "standard output" : command.output;
-  std::string text = output + ": " + Elements(InOutput(summary)) + " written";
+  std::string text = Visible(output) + ": " + Elements(InOutput(summary)) + " written";
   if (summary.written.Total() > 0) text += " (" + Listed(summary.written) + ")";
   text += "\n";
   if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
@@ -203,7 +203,7 @@ int Run(const ConvertCommand& command) {
   PrintOutcome(summary, interaction);
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {
-    Account(command, SummaryJson(summary, interaction).dump(2) + "\n");
+    Account(command, JsonText(SummaryJson(summary, interaction), 2) + "\n");
   } else if (!command.quiet && summary.outcome == RunOutcome::Done) {
     PrintSummary(command, summary);
   }

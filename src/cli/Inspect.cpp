@@ -33,7 +33,7 @@ Json FieldsJson(const std::string& input, Dialect dialect) {
 }
 
 std::string InfoText(const std::string& input, const std::string& format, const Json& info) {
-  std::string text = input + ": " + format + "\n  elements ";
+  std::string text = Visible(input) + ": " + format + "\n  elements ";
   std::string kinds;
   for (const auto& [kind, count] : info["elements"].items()) {
     if (count > 0) kinds += (kinds.empty() ? "" : ", ") + Counted(count.get<std::int64_t>(), kind);
@@ -42,7 +42,7 @@ std::string InfoText(const std::string& input, const std::string& format, const 
   text += "\n  layers   ";
   if (info["layers"].empty()) text += "none";
   for (std::size_t i = 0; i < info["layers"].size(); ++i) {
-    const std::string layer = info["layers"][i];
+    const std::string layer = Visible(info["layers"][i].get<std::string>());
     text += (i > 0 ? ", " : "") + (layer.empty() ? "(no name)" : layer);
   }
   if (const Json& e = info["extents"]; !e.is_null()) {
@@ -52,8 +52,9 @@ std::string InfoText(const std::string& input, const std::string& format, const 
     }
   }
   for (const Json& field : info["fields"]) {
-    text += "\n  field    " + field["name"].get<std::string>() + " " + field["type"].get<std::string>() + " " +
-            std::to_string(field["length"].get<int>()) + "." + std::to_string(field["decimals"].get<int>());
+    text += "\n  field    " + Visible(field["name"].get<std::string>()) + " " +
+            Visible(field["type"].get<std::string>()) + " " + std::to_string(field["length"].get<int>()) + "." +
+            std::to_string(field["decimals"].get<int>());
   }
   return text + "\n";
 }
@@ -62,7 +63,7 @@ std::string InfoText(const std::string& input, const std::string& format, const 
 
 int Run(const CatCommand& command) {
   Reading reading(command.input, command.reading);
-  return ReadThrough(reading, [](const tEntity& entity) { Print(ElementJson(entity).dump() + "\n"); });
+  return ReadThrough(reading, [](const tEntity& entity) { Print(JsonText(ElementJson(entity)) + "\n"); });
 }
 
 int Run(const InfoCommand& command) {
@@ -87,7 +88,7 @@ int Run(const InfoCommand& command) {
       {"layers", TextsJson(layers)},
       {"extents", ExtentsJson(reading.summary.extents)},
       {"fields", reading.format.hasAttributes ? FieldsJson(command.input, command.reading.dialect) : Json::array()}};
-  Print(command.json ? info.dump(2) + "\n" : InfoText(command.input, reading.format.Name(), info));
+  Print(command.json ? JsonText(info, 2) + "\n" : InfoText(command.input, reading.format.Name(), info));
   return exitCode;
 }
 

@@ -2,6 +2,7 @@
 #include "core/io/Utf8.h"
 
 #include <charconv>
+#include <cstdio>
 
 namespace tesselink {
 namespace {
@@ -42,6 +43,22 @@ Json ElementJson(const tEntity& entity) {
           {"x", entity.AllX()},
           {"Y", entity.AllY()},
           {"Z", Singles(entity.AllZ())}};
+}
+
+// The library escapes those below the blank. Others stand within texts alone.
+std::string JsonText(const Json& json, int indent) {
+  std::string text = json.dump(indent);
+  for (std::size_t at = text.find_first_of("\x7F\xC2\xE2"); at != std::string::npos;
+       at = text.find_first_of("\x7F\xC2\xE2", at + 1)) {
+    const std::string_view rest = std::string_view(text).substr(at);
+    const std::size_t length = Utf8Length(rest);
+    const std::uint32_t letter = Utf8Letter(rest.substr(0, length));
+    if (!IsControl(letter)) continue;
+    char escaped[8];
+    std::snprintf(escaped, sizeof escaped, "\\u%04x", letter);
+    text.replace(at, length, escaped);
+  }
+  return text;
 }
 
 Json ExtentsJson(const Extents& extents) {

@@ -14,6 +14,8 @@ using Json = nlohmann::ordered_json;
 
 /// Texts are UTF-8 as they stand, other bytes the letters of Windows-1252.
 Json ElementJson(const tEntity& entity);
+/// The text of a value, on one line or indented. Letters that a terminal would obey are escaped.
+std::string JsonText(const Json& json, int indent = -1);
 /// The bounds, or null before the first vertex.
 Json ExtentsJson(const Extents& extents);
 /// Every kind that an element can have; "other" only where there is one.

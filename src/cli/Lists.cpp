@@ -41,7 +41,7 @@ int Run(const FormatsCommand& command) {
   add(list["input"], AllFormats().Inputs());
   add(list["output"], AllFormats().Outputs());
   if (command.json) {
-    Print(list.dump(2) + "\n");
+    Print(JsonText(list, 2) + "\n");
     return kExitDone;
   }
   for (const auto& [side, rows] : list.items()) {

@@ -62,6 +62,11 @@ std::uint32_t Utf8Letter(std::string_view sequence) {
   return letter;
 }
 
+bool IsControl(std::uint32_t letter) {
+  return letter < ' ' || (letter >= 0x7F && letter < 0xA0) || (letter >= 0x202A && letter <= 0x202E) ||
+         (letter >= 0x2066 && letter <= 0x2069);
+}
+
 void AppendUtf8(std::string& text, std::uint32_t letter) {
   const auto put = [&](std::uint32_t byte) { text += static_cast<char>(byte); };
   if (letter < 0x80) {

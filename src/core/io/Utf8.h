@@ -21,6 +21,9 @@ std::string_view CutUtf8(std::string_view text, std::size_t most);
 std::uint32_t Utf8Letter(std::string_view sequence);
 /// Appends a letter: a blank for a line break or a NUL, U+FFFD for a number that is no letter.
 void AppendUtf8(std::string& text, std::uint32_t letter);
+/// Whether a letter steers a terminal instead of being shown: those below the blank, DEL to U+009F, and the ones that
+/// turn the direction of what follows them.
+bool IsControl(std::uint32_t letter);
 /// The text if it is valid UTF-8, else its bytes as the letters of Windows-1252: what a screen or a JSON text
 /// can show.
 std::string AsUtf8(const std::string& text);

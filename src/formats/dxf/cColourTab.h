@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "core/io/Files.h"
 
@@ -29,8 +30,12 @@ class cColourTab {
   std::int32_t Nearest(std::int32_t colour);
 
  private:
+  std::int32_t Combined(const std::uint8_t* record) const;
+  const std::vector<std::int32_t>& Palette();
+
   std::string folder_;
   BinaryFile file_;
+  std::vector<std::int32_t> palette_;  // colours 1 to 255, once Nearest has been asked
   char byteOrder_ = 'M';
   std::unordered_map<std::int32_t, std::int32_t> nearest_;  // what was asked for before
 };

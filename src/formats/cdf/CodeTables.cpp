@@ -64,7 +64,8 @@ CodeTables::Meaning CodeTables::Look(const std::string& code) {
 CodeTables::Colour CodeTables::ColourOf(std::int16_t number) {
   try {
     return {number, number >= 0 && number < 256 ? colourNumbers_.Colour(number) : 0};
-  } catch (const Error&) {  // a drawing without its colour table is still a drawing
+  } catch (const Error& error) {  // a drawing without its colour table is still a drawing
+    context_.report.Warn(WarningKind::ColourTable, error.what());
     return {number, 0};
   }
 }

@@ -322,24 +322,6 @@ Spool::Spool(const std::string& path, const std::function<void()>& eachBlock)
 
 std::string Spool::Named(std::string text) const { return Replaced(std::move(text), path_, source_); }
 
-void MoveFile(const std::string& from, const std::string& to) {
-  if (sys::Rename(from, to)) return;
-  if (errno != EXDEV) throw Error(SystemReason(to, "could not be written"));
-  std::string beside;
-  FileWriter copy(CreateUnique(to + ".", beside), to);
-  try {
-    copy.Append(from);
-    copy.Close();
-    sys::Status status;
-    if (sys::StatusOf(from, status)) sys::SetMode(beside, status.mode);
-    if (!sys::Rename(beside, to)) throw Error(SystemReason(to, "could not be written"));
-  } catch (...) {
-    sys::Unlink(beside);
-    throw;
-  }
-  sys::Unlink(from);
-}
-
 void CheckCreatable(const std::string& path, bool removable) {
   const std::string target = FollowLinks(path);
   sys::Status status;

@@ -280,9 +280,6 @@ std::string RandomLetters(std::size_t count);
 /// The path with links of its last name followed, as far as they lead; that file need not exist. The system's names of
 /// open files, as behind "/dev/stdout", are not followed.
 std::string FollowLinks(const std::string& path);
-/// Gives a file another name, replacing a file of that name, across file systems too. The file that is replaced is
-/// whole until the new one is.
-void MoveFile(const std::string& from, const std::string& to);
 /// Finds out whether a file could be created under a path, and leaves what is there as it is. Throws Error when it
 /// could not. `removable`: an old file may be removed first, which takes no right to write into it.
 void CheckCreatable(const std::string& path, bool removable);

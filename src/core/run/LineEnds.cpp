@@ -38,16 +38,34 @@ sys::Status StatusOf(const std::string& path) {
   return status;
 }
 
+// Writes a whole file with pairs of line ends, and closes it.
+void Convert(const std::string& path, FileWriter& writer, Interaction& interaction) {
+  BinaryFile source(path);
+  std::vector<char> block(std::size_t{1} << 16);
+  std::int64_t position = 0;
+  while (const std::size_t got = source.ReadAt(position, block.data(), block.size())) {
+    position += static_cast<std::int64_t>(got);
+    std::string_view rest(block.data(), got);
+    for (std::size_t feed = rest.find('\n'); feed != std::string_view::npos; feed = rest.find('\n')) {
+      writer.Line(rest.substr(0, feed));
+      rest.remove_prefix(feed + 1);
+    }
+    writer.Write(rest);
+    interaction.Yield();
+    if (interaction.CancelRequested()) throw OperationCanceled();
+  }
+  writer.Close();
+}
+
 // The converted copy takes the place of a target whole, or not at all. A read-only target is replaced too, and is
 // read-only again.
 void PutInPlace(const std::string& original, const std::string& target, Interaction& interaction) {
   OutputPlace place(target, {.overwrite = true, .readOnly = true});
   const sys::Status before = StatusOf(original);
-  const std::string converted = ConvertLineEnds(original, interaction);
   try {
-    MoveFile(converted, place.Path());
+    FileWriter copy(place.Path());
+    Convert(original, copy, interaction);
   } catch (const Error& error) {
-    RemoveFile(converted);
     throw Error(place.Named(error.what()));
   }
   if (!StatusOf(original).SameContent(before)) {
@@ -79,23 +97,9 @@ std::string CheckLineEnds(const std::string& path, Interaction& interaction, std
 }
 
 std::string ConvertLineEnds(const std::string& path, Interaction& interaction) {
-  BinaryFile source(path);
   TempFile copy("U2D");
   FileWriter writer(copy.TakeHandle(), copy.Path());
-  std::vector<char> block(std::size_t{1} << 16);
-  std::int64_t position = 0;
-  while (const std::size_t got = source.ReadAt(position, block.data(), block.size())) {
-    position += static_cast<std::int64_t>(got);
-    std::string_view rest(block.data(), got);
-    for (std::size_t feed = rest.find('\n'); feed != std::string_view::npos; feed = rest.find('\n')) {
-      writer.Line(rest.substr(0, feed));
-      rest.remove_prefix(feed + 1);
-    }
-    writer.Write(rest);
-    interaction.Yield();
-    if (interaction.CancelRequested()) throw OperationCanceled();
-  }
-  writer.Close();
+  Convert(path, writer, interaction);
   return copy.Keep();
 }
 

@@ -21,7 +21,7 @@ Json FieldsJson(const std::string& input, Dialect dialect) {
   const std::string path = PartnerFile(input, "DBF");
   if (path.empty()) return fields;
   DBFInFilter table(dialect);
-  table.filename(path);
+  table.OpenExisting(path);
   for (int i = 0; i <= table.NumFields(); ++i) {
     const char type = table.FieldType(i);
     fields.push_back({{"name", AsUtf8(table.GetFieldName(i))},

@@ -13,9 +13,8 @@
 namespace tesselink {
 
 int Run(const TableCommand& command) {
-  if (const std::string reason = WhyNotReadable(command.file); !reason.empty()) throw Error(reason);
   DBFInFilter table;
-  table.filename(command.file);
+  table.OpenExisting(command.file);
   std::string line;
   for (int i = 0; i <= table.NumFields(); ++i) line += (i > 0 ? "," : "") + CsvField(AsUtf8(table.GetFieldName(i)));
   Print(line + "\n");

@@ -49,6 +49,11 @@ void DBFInFilter::filename(const std::string& path) {
   }
 }
 
+void DBFInFilter::OpenExisting(const std::string& path) {
+  if (const std::string reason = WhyNotReadable(path); !reason.empty()) throw ReadFailed(reason);
+  filename(path);
+}
+
 void DBFInFilter::Close() {
   file_.Close();
   window_.Reset();

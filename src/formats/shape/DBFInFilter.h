@@ -33,6 +33,8 @@ class DBFInFilter final : public AttributeTable {
   /// Opens a table and reads header and descriptors. A file that does not exist changes nothing; after one that cannot
   /// be read none is open.
   void filename(const std::string& path);
+  /// The same for a table that must be there: one that cannot be read throws ReadFailed.
+  void OpenExisting(const std::string& path);
   const std::string& filename() const { return filename_; }
   /// The read position as a percentage of the file; 0 with no file open.
   int Progress() const;

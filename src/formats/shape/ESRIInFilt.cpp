@@ -75,7 +75,7 @@ bool ESRIInFilt::FindTable() {
   if (path.empty() || tableBroken_) return false;
   try {
     auto table = std::make_unique<DBFInFilter>(options().dialect);
-    table->filename(path);
+    table->OpenExisting(path);
     table->NumRecs();
     table_ = std::move(table);
   } catch (const ReadFailed&) {
@@ -121,7 +121,7 @@ void ESRIInFilt::OpenTable() {
   }
   if (!table_) {
     table_ = std::make_unique<DBFInFilter>(options().dialect);
-    table_->filename(tablePath);
+    table_->OpenExisting(tablePath);
   }
   selection_->Create(*table_);
   UseTable();

@@ -172,6 +172,7 @@ TEST_F(ESRIInFiltTest, WhereTheTwoLengthsOfARecordDiffer) {
   const std::size_t second = 100 + 8 + kTriangle.size();
   file.shx.replace(100 + 4, 4, Big(words - 20));              // too short in the index: the record's own counts
   file.shp.replace(second + 4, 4, Big(words + 1000));         // too long in the record: the index counts
+  file.shx.replace(100 + 20, 4, Big(0));                      // none in the index: the record's own again
   file.shp.replace(second + 48, 4, Little(std::int32_t{4}));  // and a point more than there is room for
   const auto elements = ReadPlain(file);
   ASSERT_EQ(elements.size(), 2U);
@@ -293,6 +294,10 @@ TEST_F(StandardShapesTest, EveryType) {
   }
   EXPECT_NE(rig.WarningOf("triangles"), nullptr);
   EXPECT_TRUE(rig.person.messages.empty());
+  const auto parts =
+      Read(ShapeFile({ChainContent(13, {0, 2}, {{std::nan(""), 0}, {1, 1}, {5, 5}, {6, 6}}, {1, 2, 3, 4})}));
+  EXPECT_EQ(parts.at(0).Z(0), 2) << "the z of a vertex left out goes with it";
+  EXPECT_EQ(parts.at(1).Z(0), 3);
   const auto origin = Read(ShapeFile({PointContent(0, 0), Little(std::int32_t{99})}));
   ASSERT_EQ(origin.size(), 1U);
   EXPECT_EQ(origin[0].PointCount(), 0);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -198,6 +199,14 @@ TEST(VertexChainsTest, FitPointsArePassedThrough) {
   AppendSpline(chain, curve);
   EXPECT_EQ(chain.front(), chain.back());
   for (const Vertex& v : chain) EXPECT_NEAR(std::hypot(v.x, v.y), 1, 1e-4) << "also where it closes";
+  // Begun at another of its points it is the same curve.
+  curve.fit = {{0, 0, 0}, {4, 0, 0}, {5, 3, 0}, {0, 2, 0}};
+  chain.clear();
+  AppendSpline(chain, curve);
+  std::rotate(curve.fit.begin(), curve.fit.begin() + 1, curve.fit.end());
+  VertexChain begunLater;
+  AppendSpline(begunLater, curve);
+  for (const Vertex& v : chain) EXPECT_TRUE(passesThrough(begunLater, v));
 }
 
 TEST(VertexChainsTest, WhatIsNoSplineBecomesItsPoints) {

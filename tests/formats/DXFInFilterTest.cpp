@@ -206,7 +206,8 @@ TEST_F(DXFInFilterTest, LightweightPolylinesAndObjectCoordinates) {
   e = ReadOne(polyline + Groups{{210, "0"}, {220, "-2"}, {230, "0"}});
   EXPECT_EQ(XY(e), "1,-5 4,-5 4,-5 1,-5") << "an upright plane seen from the south";
   EXPECT_EQ(e.Z(2), 3);
-  EXPECT_NEAR(ReadOne(polyline + "210 0.1|220 0|230 1"_g).Y(1), 4, 1e-12) << "no axis near that of the world";
+  EXPECT_NEAR(ReadOne(polyline + "210 0.0157|220 0|230 1"_g).Y(1), 4, 1e-12) << "no axis near that of the world";
+  EXPECT_NEAR(ReadOne(polyline + "210 0.0156|220 0|230 1"_g).Y(1), 1, 1e-12) << "one within 1/64 of it";
   e = Read(polyline + "0 LWPOLYLINE|10 1|20 2"_g).at(1);
   EXPECT_EQ(XY(e), "1,2") << "one vertex is legal";
   EXPECT_EQ(e.Z(0), 0) << "the elevation was the other one's";
@@ -220,6 +221,16 @@ TEST_F(DXFInFilterTest, LightweightPolylinesAndObjectCoordinates) {
   e = ReadOne({{0, "CIRCLE"}, {10, "3"}, {20, "1"}, {40, "2"}, {210, "1"}, {220, "0"}, {230, "1"}});
   EXPECT_EQ(e.bType, kPolyline) << "a tilted circle is none on the map";
   EXPECT_TRUE(e.Closed);
+}
+
+TEST_F(DXFInFilterTest, SplinesThatSayThatTheyAreClosed) {
+  const Groups straight = "71 1|40 0|40 0|40 1|40 2|40 2|10 0|20 0|10 4|20 0|10 4|20 4"_g;
+  const auto e = Read("0 SPLINE|70 1"_g + straight + "0 SPLINE|70 8"_g + straight);
+  ASSERT_EQ(e.size(), 2U);
+  EXPECT_EQ(XY(e[0]), "0,0 4,0 4,4 0,0");
+  EXPECT_TRUE(e[0].Closed);
+  EXPECT_EQ(XY(e[1]), "0,0 4,0 4,4");
+  EXPECT_FALSE(e[1].Closed);
 }
 
 TEST_F(DXFInFilterTest, InsertsWithAttributesAndArrays) {
@@ -313,13 +324,14 @@ TEST_F(DXFInFilterTest, WhatATextSays) {
   EXPECT_EQ(text("\u00E4"), "\u00E4") << "but UTF-8 when it is valid";
   EXPECT_EQ(text("\xC3\xA4", page("ANSI_1252")), "\u00C3\u00A4");
   EXPECT_EQ(text("\xC6\xF3\xEA", page("ansi_1251")), "\u0416\u0443\u043A");
-  EXPECT_EQ(text("\x84", page("dos850")), "\u00E4");
+  EXPECT_EQ(text("\x84%%132", page("dos850")), "\u00E4\u00E4");
   EXPECT_EQ(text("\u0416\xC6", newer + page("ANSI_1251")), "\u0420\u2013\u0416") << "not UTF-8, whatever the release";
   EXPECT_EQ(text("\u0416", newer + page("ANSI_1251")), "\u0416");
   EXPECT_EQ(text("x", page("ANSI_932")), "x");
   EXPECT_NE(WarningText("code page").find("ANSI_932"), std::string::npos);
-  EXPECT_EQ(text("{\\fArial|b1;one}\\Ptwo\\~\\S1/2; \\S3^ 4;\\H2.5x;\\Lx\\l \\\\ \\{y\\} C:\\Files %%d", {}, "MTEXT"),
-            "one two 1/2 3 4x \\ {y} C:\\Files \u00B0");
+  EXPECT_EQ(
+      text("{\\fArial|b1;one}\\Ptwo\\~\\S1/2; \\S3^ 4;\\S5#6;\\H2.5x;\\Lx\\l \\\\ \\{y\\} C:\\Files %%d", {}, "MTEXT"),
+      "one two 1/2 3 45/6x \\ {y} C:\\Files \u00B0");
   const auto chunks = Read({{0, "MTEXT"},  {10, "1"},      {20, "1"},   {40, "2"},
                             {3, "first "}, {3, "second "}, {1, "last"}, {101, "Embedded Object"},
                             {40, "9"},     {10, "9"},      {1, "no"},   {0, "TEXT"},
@@ -419,7 +431,7 @@ std::string Binary(const Groups& groups, bool wideCodes) {
     }
     if ((code >= 10 && code < 60) || (code >= 210 && code < 240) || code == 1040) {
       put(std::stod(value));
-    } else if ((code >= 60 && code < 80) || code == 1070) {
+    } else if ((code >= 60 && code < 80) || code == 370 || code == 1070) {
       put(static_cast<std::int16_t>(std::stoi(value)));
     } else if ((code >= 90 && code < 100) || code == 420 || code == 1071) {
       put(static_cast<std::int32_t>(std::stoi(value)));
@@ -436,7 +448,8 @@ std::string Binary(const Groups& groups, bool wideCodes) {
 
 TEST_F(DXFInFilterTest, BinaryDrawings) {
   const Groups entities =
-      "0 LWPOLYLINE|5 1F|90 2|8 wells|290 |310 ab|10 1.5|20 2|10 3|20 -4.25|1001 APP|1004 xy|1040 1|1070 2|1071 3"
+      "0 LWPOLYLINE|5 1F|90 2|8 wells|290 |370 25|310 ab|10 1.5|20 2|10 3|20 -4.25|1001 APP|1004 xy|1040 1|1070 2|1071 "
+      "3"
       "|0 TEXT|10 1|20 1|420 255"_g +
       Groups{{1, std::string(300, 'x')}};
   const Groups drawing =

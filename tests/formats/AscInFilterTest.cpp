@@ -69,6 +69,7 @@ TEST_F(AscInFilterTest, NothingLeaksFromTheElementBefore) {
   EXPECT_EQ(elements[2].TextSize, 0);
   EXPECT_EQ(elements[2].Layer, "");
   EXPECT_FALSE(elements[3].Closed);
+  EXPECT_EQ(Read("TEXT,C,1,2,3,,60,RED\n").at(0).TextAng, 60) << "eight fields: the last but one";
 }
 
 TEST_F(AscInFilterTest, WhichPointLinesGoOnAndWhichEndTheRecord) {
@@ -123,10 +124,11 @@ TEST_F(AscInFilterTest, ErrorsNameFileAndLine) {
 TEST_F(AscInFilterTest, LayersAreMatchedByTheLetter) {
   EXPECT_EQ(Read("LINE,Red\nXY,1,1\nend\n").at(0).CDFCode, "0900000");
   reader.AssignCodes({"RED"}, {"CU00001"});
-  const auto elements = Read("LINE,Red\nXY,1,1\nLINE,RED\nXY,1,1\nLINE,TEAL\nend\n");
+  const auto elements = Read("LINE,Red\nXY,1,1\nLINE,RED\nXY,1,1\nLINE,TEAL\nLINE,DarkBlue\nLINE,DARKGREEN\nend\n");
   EXPECT_EQ(elements.at(0).CDFCode, "0900000");
   EXPECT_EQ(elements.at(1).CDFCode, "CU00001");
-  EXPECT_EQ(reader.Layers(), std::vector<std::string>{"RED"}) << "TEAL is none of the twenty names";
+  EXPECT_EQ(reader.Layers(), (std::vector<std::string>{"RED", "DARKBLUE", "DARKGREEN"}))
+      << "TEAL is none of the twenty names";
   reader.Layered = false;
   EXPECT_TRUE(reader.Layers().empty());
 }

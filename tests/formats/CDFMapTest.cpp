@@ -142,6 +142,7 @@ TEST_F(CDFMapTest, PatternsThatTryEverythingEnd) {
   EXPECT_TRUE(FitsPattern("abc", "**"));
   EXPECT_FALSE(FitsPattern("a", "[b"));
   EXPECT_TRUE(FitsPattern("[", "["));
+  EXPECT_TRUE(FitsPattern("C", "[A-C]")) << "the end of a range is within it";
   EXPECT_FALSE(FitsPattern("", "?"));
 }
 

@@ -99,6 +99,15 @@ TEST(FileWriter, WhatIsWrittenIsWhatIsRead) {
   EXPECT_TRUE(Folder::Get(folder.Path("out")) == expected + std::string(500000, 'y') + std::string(1000000, 'p'));
 }
 
+TEST(FileWriter, ADeviceThatTakesNothingIsFull) {
+  const Folder folder;
+  FileWriter writer(folder.Path("out"));
+  writer.Line("text");
+  sys::faultHook = [](sys::Call call) { return call == sys::Call::Write ? sys::Fault{0, 0} : sys::Fault{}; };
+  EXPECT_NE(ErrorOf([&] { writer.Close(); }).find("No space left"), std::string::npos);
+  sys::faultHook = nullptr;
+}
+
 TEST(TempFile, BelongsToItsOwnerAndGoesWithTheObject) {
   namespace fs = std::filesystem;
   const Folder folder;

@@ -201,6 +201,11 @@ TEST(Picture, WildValuesDoNotRuinTheView) {
               std::tuple(whole.minX, whole.maxX, whole.minY, whole.maxY));
     EXPECT_TRUE(picture.LeavesOutOfView());
   }
+  for (const PicturePoint far : {PicturePoint{1e9, 4.6e5}, {-1e9, 4.6e5}, {1.8e6, 1e9}, {1.8e6, -1e9}}) {
+    Picture picture = plat;
+    picture.Add(Element(kPoint, {far}));
+    EXPECT_TRUE(picture.LeavesOutOfView()) << "to any side";
+  }
 }
 
 TEST(PictureColours, OfElementsOfNamesAndOfThePalette) {

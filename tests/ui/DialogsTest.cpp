@@ -294,6 +294,10 @@ void DialogsTest::ShapeTypes() {
              int(QDialog::Accepted));
     QCOMPARE(dialog.Kind(), kind);
   }
+  for (const std::size_t preset : {std::size_t{0}, std::size_t{1}}) {
+    QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    QCOMPARE(AskChoice({"shape-type", {"points", "polylines"}, preset}, nullptr), preset);
+  }
   frmESRIType dialog;
   dialog.show();
   QTest::mouseClick(Find<QRadioButton>(dialog, "optPolyline"), Qt::LeftButton, {}, {8, 8});

@@ -222,6 +222,10 @@ class PreviewTest final : public QObject {
       QVERIFY(!(canvas->View() == before));
     }
     QVERIFY(std::abs(canvas->View().scale - whole.scale) < whole.scale * 1e-9);
+    const PicturePoint centre = canvas->View().centre;
+    QTest::keyClick(canvas, Qt::Key_Right);
+    QTest::keyClick(canvas, Qt::Key_Up);
+    QVERIFY2(canvas->View().centre.x > centre.x && canvas->View().centre.y > centre.y, "where the arrows point");
     preview.findChild<QToolButton*>("previewZoomIn")->click();
     QTest::mouseDClick(canvas, Qt::LeftButton);
     QVERIFY(canvas->View() == whole);

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <random>
 
 #include "core/io/Paths.h"
@@ -99,13 +100,22 @@ TEST(FileWriter, WhatIsWrittenIsWhatIsRead) {
   EXPECT_TRUE(Folder::Get(folder.Path("out")) == expected + std::string(500000, 'y') + std::string(1000000, 'p'));
 }
 
-TEST(FileWriter, ADeviceThatTakesNothingIsFull) {
+TEST(FileWriter, ADeviceThatTakesNothingIsFullAndMayTellSoLate) {
   const Folder folder;
-  FileWriter writer(folder.Path("out"));
-  writer.Line("text");
-  sys::faultHook = [](sys::Call call) { return call == sys::Call::Write ? sys::Fault{0, 0} : sys::Fault{}; };
-  EXPECT_NE(ErrorOf([&] { writer.Close(); }).find("No space left"), std::string::npos);
-  sys::faultHook = nullptr;
+  const auto whyNotClosed = [&](sys::FaultHook hook) {
+    FileWriter writer(folder.Path("out"));
+    writer.Line("text");
+    sys::faultHook = hook;
+    const std::string reason = ErrorOf([&] { writer.Close(); });
+    sys::faultHook = nullptr;
+    return reason.substr(reason.rfind(": "));
+  };
+  EXPECT_EQ(whyNotClosed([](sys::Call call) {
+              return call == sys::Call::Write ? sys::Fault{0, 0} : sys::Fault{};
+            }),
+            ": No space left on device");
+  EXPECT_EQ(whyNotClosed([](sys::Call call) { return call == sys::Call::Close ? sys::Fault{EDQUOT} : sys::Fault{}; }),
+            ": Disk quota exceeded");
 }
 
 TEST(TempFile, BelongsToItsOwnerAndGoesWithTheObject) {

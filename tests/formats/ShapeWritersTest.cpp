@@ -335,7 +335,7 @@ TEST_F(StandardOutputTest, OwnFieldsBesideCarriedOnes) {
   rig.person.layerField = "Desc";
   rig.folder.Put("out.prj", "from before");
   Carry(Put("a", {{"Desc", 4}, {"COLORNAME", 5}}, {{"ROAD", "gold"}}, "A"), true);
-  Carry(Put("b", {{"Desc", 4}}, {{"WELL"}}, ""));
+  Carry(Put("b", {{"Desc", 4}}, {{"WELL"}}, "B"));
   writer->Release();
   EXPECT_EQ(ReadTable(),
             "DescC4 COLORNAMEC5 Desc_1C50 CodeC10 ColorNumN12 ColorNam_1C15 TextC100 TextAngleN24 TextSizeN24 "

@@ -48,8 +48,7 @@ void EntityReader::PassOver(std::string_view name) {
 // Attributes are where their insert is, whatever they say. The type is null for one that is not read.
 bool EntityReader::IsWanted(const EntityType* type) {
   if (type == nullptr || !type->ofInsert) insertInPaper_ = context_.groups.Integer(67, 0) == 1;
-  const bool paper = insertInPaper_ || context_.groups.Integer(67, 0) == 1;
-  if (!paper || context_.source.paperSpace) return true;
+  if (!insertInPaper_ || context_.source.paperSpace) return true;
   const bool told = type == nullptr || type->make != nullptr;
   if (told) Warn(context_, WarningKind::PaperSpace, "lies in paper space and was left out");
   return false;

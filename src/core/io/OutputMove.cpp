@@ -133,7 +133,7 @@ void OutputMove::Copy(bool sync) {
 }
 
 void OutputMove::MakeOldFolder() {
-  if (!sys::MakeFolder(folder_ + PrivateNames::kOld, kPrivateFolder)) throw NotWritten(Target(files_.front()));
+  if (!sys::MakeFolder(folder_ + kOld, kPrivateFolder)) throw NotWritten(Target(files_.front()));
 }
 
 // The journal gets its name when it is whole.
@@ -219,13 +219,13 @@ void OutputMove::Complete() {
 
 bool OutputMove::Undo() {
   if (way_ == Way::Copied && !isJournaled_) {  // no target has been touched, and no copy need be whole
-    RemoveTree(folder_ + PrivateNames::kOld);
+    RemoveTree(folder_ + kOld);
     return true;
   }
   bool undone = true;
   for (auto file = files_.rbegin(); file != files_.rend(); ++file) undone &= PutBack(*file);
   if (undone && isJournaled_) undone = sys::Unlink(Journal());
-  if (undone) RemoveTree(folder_ + PrivateNames::kOld);
+  if (undone) RemoveTree(folder_ + kOld);
   isJournaled_ = isJournaled_ && !undone;
   return undone;
 }

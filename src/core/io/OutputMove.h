@@ -8,14 +8,6 @@
 
 namespace tesselink {
 
-/// Names within the private folder of an output.
-struct PrivateNames {
-  static constexpr const char* kNew = "new/";         ///< what the writer makes
-  static constexpr const char* kOld = "old/";         ///< what is replaced, until the move is complete
-  static constexpr const char* kLock = "lock";        ///< locked as long as the program lives
-  static constexpr const char* kJournal = "journal";  ///< while it is there, the move is not complete
-};
-
 /// A move of files out of a private folder. A single file moves by one renaming. Several move under a journal: while it
 /// lies in the folder the move can be undone, by this object or, if it was killed, by the next program.
 class OutputMove {
@@ -38,6 +30,10 @@ class OutputMove {
   bool UndoJournal();
 
  private:
+  // Beside the new files in the private folder; no output has such a name.
+  static constexpr const char* kOld = ".tesselink-old/";         // what is replaced, until the move is complete
+  static constexpr const char* kJournal = ".tesselink-journal";  // while it is there, the move is not complete
+
   enum class Way { Renamed, Copied };
   struct File {
     std::string name, target;
@@ -45,10 +41,10 @@ class OutputMove {
     sys::Status written;
   };
 
-  std::string New(const File& file) const { return folder_ + PrivateNames::kNew + file.name; }
-  std::string Old(const File& file) const { return folder_ + PrivateNames::kOld + file.target; }
+  std::string New(const File& file) const { return folder_ + file.name; }
+  std::string Old(const File& file) const { return folder_ + kOld + file.target; }
   std::string Target(const File& file) const { return targets_ + file.target; }
-  std::string Journal() const { return folder_ + PrivateNames::kJournal; }
+  std::string Journal() const { return folder_ + kJournal; }
 
   void TakeRights(const File& file, const sys::Status& old);
   void Rename(bool sync);

@@ -167,8 +167,8 @@ void OutputPlace::Recover() {
         status.kind != Kind::Folder || status.owner != sys::User()) {
       continue;
     }
-    const sys::Descriptor lock = sys::Open(folder + PrivateNames::kLock, Access::Overwrite);
-    if (lock ? sys::TryLock(lock) != sys::Locking::Held : errno != ENOENT) continue;
+    const sys::Descriptor lock = sys::Open(folder, Access::Folder);
+    if (!lock || sys::TryLock(lock) != sys::Locking::Held) continue;
     if (!OutputMove(folder, into_).UndoJournal()) {
       throw Error(SystemReason(target_, "what a killed run has left half done could not be undone"));
     }
@@ -205,15 +205,15 @@ bool OutputPlace::MakeFolder() {
     if (errno != EEXIST) return false;
   } while (true);
   folder_ = folder;
-  lock_ = sys::Open(folder_ + PrivateNames::kLock, Access::CreateNew);
-  if (!lock_ || !sys::MakeFolder(folder_ + PrivateNames::kNew, kPrivateFolder)) {
+  lock_ = sys::Open(folder_, Access::Folder);
+  if (!lock_) {
     const int reason = errno;
     Discard();
     errno = reason;
     return false;
   }
   sys::TryLock(lock_);  // without locks no leftover is ever taken for abandoned
-  path_ = folder_ + PrivateNames::kNew + name_;
+  path_ = folder_ + name_;
   return true;
 }
 
@@ -270,7 +270,7 @@ std::vector<std::string> OutputPlace::MoveFiles(const std::string& suffix) {
   const TargetLock lock(into_, name_);
   if (!lock) ThrowNotLocked();
   std::vector<std::string> names, files;
-  if (!sys::List(folder_ + PrivateNames::kNew, "", names)) ThrowNotCreated(target_);
+  if (!sys::List(folder_, "", names)) ThrowNotCreated(target_);
   std::sort(names.begin(), names.end(),
             [this](const auto& a, const auto& b) { return std::pair(a != name_, a) < std::pair(b != name_, b); });
   OutputMove move(folder_, into_);

@@ -81,7 +81,7 @@ class OutputPlace {
   bool replaces_ = false;
   bool inPlace_ = false;  // the target's folder takes no other file
   std::string folder_;    // the private one, with a "/" behind it; empty when there is none
-  sys::Descriptor lock_;  // tells the folder from an abandoned one
+  sys::Descriptor lock_;  // of the folder: tells it from an abandoned one
   std::vector<std::string> notes_;
 };
 

@@ -66,7 +66,7 @@ enum class Access {
   CreateNew,  ///< for writing and reading; fails where there is a file
   Overwrite,  ///< for writing a file that is there from its beginning
   LockFile,   ///< created where there is none
-  Folder,     ///< an existing folder, to be synced
+  Folder,     ///< an existing folder, to be synced or locked
 };
 
 /// What the system knows of a file.

@@ -7,6 +7,7 @@
 #include "core/io/Numbers.h"
 #include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
+#include "core/io/System.h"
 #include "core/io/Text.h"
 #include "core/run/FilesRead.h"
 #include "core/run/Pump.h"
@@ -187,6 +188,7 @@ void ConversionRun::ConvertFiles(State& state) {
     state.infile = inputs[index];
     if (const std::string reason = WhyNotReadable(state.infile); !reason.empty()) throw Error(reason);
   }
+  RefuseToReplaceByNothing(state);
   if (state.inFormat->severalFiles) state.reader->Layered = false;
   for (int i = 0; i < 3; ++i) interaction_.Beep();
 }
@@ -269,6 +271,16 @@ void ConversionRun::ConvertElement(State& state) {
    : result == WriteResult::Converted ? summary.converted
                                       : summary.skipped)
       .Add(kind);
+}
+
+// An input in which nothing of its format was found makes an output that holds nothing, but takes nobody's place.
+void ConversionRun::RefuseToReplaceByNothing(const State& state) const {
+  if (!state.place || !state.place->Replaces() || state.summary.read.Total() > 0) return;
+  sys::Status input;
+  const bool isEmpty = sys::StatusOf(state.infile, input) && input.size == 0;
+  const Warning* nothing = state.summary.report.Of(WarningKind::NoRecords);
+  if (!isEmpty && nothing == nullptr) return;
+  throw Error((isEmpty ? state.infile + ": has no bytes" : nothing->text) + " (the output that is there was kept)");
 }
 
 // Releases the filters. A writer that failed, or that has written nothing when the run ends early, delivers nothing; in

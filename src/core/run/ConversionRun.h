@@ -79,6 +79,7 @@ class ConversionRun {
   void PumpElements(State& state);
   void EndAtLimit(State& state);
   void ConvertElement(State& state);
+  void RefuseToReplaceByNothing(const State& state) const;
   void Finish(State& state);
   void Deliver(State& state);
   void Refuse(State& state, const std::string& text, const std::string& file, const std::string& reason = "");

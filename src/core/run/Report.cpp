@@ -35,6 +35,12 @@ void Report::Warn(WarningKind kind, std::string_view text, std::string_view subj
   warnings_.push_back({std::move(whole), std::string(text), 1});
 }
 
+const Warning* Report::Of(WarningKind kind) const {
+  const auto found = std::find_if(warnings_.begin(), warnings_.end(),
+                                  [&](const Warning& warning) { return warning.kind == EntryOf(kind).name; });
+  return found == warnings_.end() ? nullptr : &*found;
+}
+
 void Report::Reword(const std::function<std::string(const std::string&)>& reworded) {
   for (Warning& warning : warnings_) warning.text = reworded(warning.text);
 }

@@ -55,6 +55,8 @@ class Report {
   void Undelivered(std::string_view type);
 
   const std::vector<Warning>& Warnings() const { return warnings_; }
+  /// The warning of a kind without a subject; null where there was none.
+  const Warning* Of(WarningKind kind) const;
   const std::map<std::string, std::int64_t, std::less<>>& UndeliveredTypes() const { return undelivered_; }
 
  private:

@@ -111,9 +111,9 @@ class Answers {
 
 /// A control by its name; the test fails when there is none.
 template <typename T>
-T& Control(const QWidget& window, const char* name) {
+T& Control(const QWidget& window, const QString& name) {
   auto* control = window.findChild<T*>(name);
-  if (control == nullptr) qFatal("no control %s", name);
+  if (control == nullptr) qFatal("no control %s", qPrintable(name));
   return *control;
 }
 

@@ -7,11 +7,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <QToolButton>
 #include <QWheelEvent>
 #include <fstream>
 #include <memory>
@@ -19,19 +17,13 @@
 #include "formats/cdf/LayerMatching.h"
 #include "support/Lookups.h"
 #include "support/Support.h"
+#include "ui/Answers.h"
 #include "ui/frmLayers.h"
 
 namespace tesselink {
 namespace {
 
 using Texts = std::vector<std::string>;
-
-template <typename T>
-T* Find(const QWidget& parent, const QString& name) {
-  auto* found = parent.findChild<T*>(name);
-  if (found == nullptr) qFatal("no %s", qPrintable(name));
-  return found;
-}
 
 Texts Layers(std::size_t count) {
   Texts layers;
@@ -45,32 +37,171 @@ class LayersDialogTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void init();
-  void cleanup();
+  void init() {
+    settings = {};
+    const std::string map = folder_.filePath("$CDF.MAP").toStdString();
+    std::ofstream(map, std::ios::binary) << EntityTypes({{"0000001", "Road, paved"},
+                                                         {"0000002", "Creek"},
+                                                         {"0000003", "Well, oil"},
+                                                         {"0000004", "Well, gas"},
+                                                         {"0000005",
+                                                          "Stra\xDF"
+                                                          "e <b>"}});
+    context.options.own.Set("cdf-map", map);
+    matching = std::make_unique<LayerMatching>(context);
+  }
 
-  void RowsShowLayersAndRememberedTypes();
-  void EveryWayOutHandsBack();
-  void TypesAreAssigned();
-  void EveryRowIsInReach();
-  void TypingFindsTypes();
+  void cleanup() { dialog.reset(); }
+
+  void RowsShowLayersAndRememberedTypes() {
+    settings.Set("Tesselink", "XRef", "ROADS", "0000001");
+    settings.Set("Tesselink", "XRef", "<b>A&B", "0000005");
+    Open({"WELLS", "ROADS", "<b>A&B",
+          "STRA\xDF"
+          "E"},
+         "AutoCAD DXF File Layer");
+    QCOMPARE(dialog->windowTitle(), "Layer Name Matching");
+    QCOMPARE(Control<QLabel>(*dialog, "lblDXFName").text(), "AutoCAD DXF File Layer");
+    QCOMPARE(Control<QLabel>(*dialog, "lblCDFName").text(), "CDF Entity Type");
+    for (const int row : {0, 1, 2, 3}) {
+      const auto* label = &Control<QLabel>(*dialog, "LblLyrName" + QString::number(row));
+      QCOMPARE(label->text(), QStringList({"WELLS", "ROADS", "<b>A&B", "STRAßE"})[row]);
+      QCOMPARE(label->textFormat(), Qt::PlainText);
+      QCOMPARE(List(row)->currentText(), QStringList({"", "Road, paved", "Straße <b>", ""})[row]);
+      QCOMPARE(List(row)->count(), 5);
+      QVERIFY2(List(row)->model() == List(0)->model(), "the rows share one list");
+      QVERIFY(List(row)->accessibleName().endsWith(label->text()));
+    }
+    QCOMPARE(List(0)->itemText(3), "Well, gas");
+    QCOMPARE(Control<QLabel>(*dialog, "lblCount").text(), "2 of 4 layers have an entity type");
+    QVERIFY(dialog->findChild<QComboBox*>("cboCode4") == nullptr);
+  }
+
+  void EveryWayOutHandsBack() {
+    for (const QString way : {"button", "close box", "Alt+O"}) {
+      init();
+      Open({"A", "B", "C", "D", "E"});
+      QTimer::singleShot(0, dialog.get(), [&] {
+        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+        QVERIFY(dialog->isModal());
+        List(0)->setCurrentIndex(4);
+        QTest::keyClicks(List(1), "Creek");
+        QTest::keyClicks(List(2), "creek");
+        List(3)->setCurrentIndex(2);
+        List(3)->setEditText("");
+        QCOMPARE(Control<QLabel>(*dialog, "lblCount").text(), "2 of 5 layers have an entity type");
+        QTest::keyClick(dialog.get(), Qt::Key_Escape);
+        QVERIFY2(dialog->isVisible(), "Escape loses nothing");
+        if (way == "button") Press("cmdDone");
+        if (way == "close box") dialog->close();
+        if (way == "Alt+O") QTest::keyClick(List(1), Qt::Key_O, Qt::AltModifier);
+      });
+      QCOMPARE(dialog->Match(), Texts({"0000005", "0000002", "", "", ""}));
+      QVERIFY(!dialog->isVisible());
+      const auto remembered = settings.All("Tesselink", "XRef");
+      QCOMPARE(remembered.size(), 5U);
+      QCOMPARE(remembered.at("A"), "0000005");
+      QCOMPARE(remembered.at("C"), "");
+      cleanup();
+    }
+  }
+
+  void TypesAreAssigned() {
+    Open({"ROADS", "?", "GAS", "X", "Y", "Z"});
+    List(1)->setEditText("typed");
+    int busy = 0;
+    connect(List(0)->lineEdit(), &QLineEdit::textChanged,
+            [&] { busy += QApplication::overrideCursor() != nullptr ? 1 : 0; });
+    dialog->show();
+    Press("SmartAss");
+    QCOMPARE(List(0)->currentText(), "Road, paved");
+    QCOMPARE(List(0)->currentIndex(), 0);
+    QCOMPARE(List(1)->currentText(), "typed");
+    QCOMPARE(List(2)->currentText(), "Well, gas");
+    QVERIFY2(busy > 0 && QApplication::overrideCursor() == nullptr, "the pointer is busy, and not for longer");
+    List(0)->setEditText("");
+    List(2)->setEditText("");
+    Press("AssCodes");
+    const QStringList expected{"Road, paved", "typed", "Well, oil", "Well, gas", "Straße <b>", ""};
+    for (int row = 0; row < expected.size(); ++row) QCOMPARE(List(row)->currentText(), expected[row]);
+    QCOMPARE(matching->Codes(), Texts({"0000001", "", "0000003", "0000004", "0000005", ""}));
+  }
+
+  void EveryRowIsInReach() {
+    Open(Layers(51));
+    QCOMPARE(person.messages.size(), 1U);
+    person.messages.clear();
+    Show();
+    QVERIFY(dialog->findChild<QComboBox*>("cboCode50") == nullptr);
+    const int pitch = Place(1).top() - Place(0).top();
+    QVERIFY(InView(0) && !InView(49));
+
+    const int top = Place(0).top();
+    Press("SpinUp");
+    QCOMPARE(Place(0).top(), top);
+    Press("SpinDown");
+    QCOMPARE(Place(0).top(), top - pitch);
+    for (int i = 0; i < 60; ++i) Press("SpinDown");
+    QVERIFY(InView(49) && !InView(0));
+    for (int i = 0; i < 60; ++i) Press("SpinUp");
+    QCOMPARE(Place(0).top(), top);
+
+    List(2)->setCurrentIndex(1);
+    QWheelEvent wheel({5, 5}, List(2)->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&wheel);
+    qApp->notify(List(2), &wheel);
+    QVERIFY2(Place(0).top() < top, "the wheel scrolls");
+    QVERIFY2(List(2)->currentIndex() == 1, "and changes no row");
+
+    List(0)->setFocus();
+    for (int row = 1; row < 50; ++row) {
+      QTest::keyClick(QApplication::focusWidget(), row % 2 == 0 ? Qt::Key_Tab : Qt::Key_Return);
+      QVERIFY2(List(row)->hasFocus() && InView(row), qPrintable(QString::number(row)));
+    }
+    for (const char* button : {"AssCodes", "SmartAss", "cmdDone"}) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      QVERIFY2(Control<QPushButton>(*dialog, button).hasFocus(), button);
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QVERIFY2(!dialog->isVisible(), "Enter presses the button that has the keyboard");
+  }
+
+  void TypingFindsTypes() {
+    Open({"A", "B"});
+    Show();
+    QVERIFY2(List(0)->completer() != nullptr && List(1)->completer() == nullptr, "only what is used costs");
+    QTest::keyClicks(List(0), "GAS");
+    QAbstractItemView* found = List(0)->completer()->popup();
+    QTRY_VERIFY(found->isVisible());
+    QCOMPARE(found->model()->rowCount(), 1);
+    QTest::keyClick(found, Qt::Key_Down);
+    QTest::keyClick(found, Qt::Key_Return);
+    QCOMPARE(List(0)->currentText(), "Well, gas");
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(matching->Codes(), Texts({"0000004", ""}));
+    QTest::keyClick(List(0), Qt::Key_Up);
+    QCOMPARE(matching->Codes(), Texts({"0000003", ""}));
+  }
 
  private:
   void Open(const Texts& layers, const std::string& heading = {}) {
     matching->Create(layers, heading, "Tesselink");
     dialog = std::make_unique<frmLayers>(*matching);
   }
-  QComboBox* List(int row) const { return Find<QComboBox>(*dialog, "cboCode" + QString::number(row)); }
-  void Press(const QString& button) const { QTest::mouseClick(Find<QAbstractButton>(*dialog, button), Qt::LeftButton); }
+  QComboBox* List(int row) const { return &Control<QComboBox>(*dialog, "cboCode" + QString::number(row)); }
+  void Press(const QString& button) const {
+    QTest::mouseClick(&Control<QAbstractButton>(*dialog, button), Qt::LeftButton);
+  }
   void Show() const {
     dialog->show();
     QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
   }
   // Where a row's list lies in the frame's window.
   QRect Place(int row) const {
-    QWidget* window = Find<QScrollArea>(*dialog, "frame")->viewport();
+    QWidget* window = Control<QScrollArea>(*dialog, "frame").viewport();
     return {List(row)->mapTo(window, QPoint()), List(row)->size()};
   }
-  bool InView(int row) const { return Find<QScrollArea>(*dialog, "frame")->viewport()->rect().contains(Place(row)); }
+  bool InView(int row) const { return Control<QScrollArea>(*dialog, "frame").viewport()->rect().contains(Place(row)); }
 
   QTemporaryDir folder_;
   std::unique_ptr<LayerMatching> matching;
@@ -80,152 +211,6 @@ class LayersDialogTest : public QObject {
   Report report;
   FilterContext context{person, settings, report};
 };
-
-void LayersDialogTest::init() {
-  settings = {};
-  const std::string map = folder_.filePath("$CDF.MAP").toStdString();
-  std::ofstream(map, std::ios::binary) << EntityTypes({{"0000001", "Road, paved"},
-                                                       {"0000002", "Creek"},
-                                                       {"0000003", "Well, oil"},
-                                                       {"0000004", "Well, gas"},
-                                                       {"0000005",
-                                                        "Stra\xDF"
-                                                        "e <b>"}});
-  context.options.own.Set("cdf-map", map);
-  matching = std::make_unique<LayerMatching>(context);
-}
-
-void LayersDialogTest::cleanup() { dialog.reset(); }
-
-void LayersDialogTest::RowsShowLayersAndRememberedTypes() {
-  settings.Set("Tesselink", "XRef", "ROADS", "0000001");
-  settings.Set("Tesselink", "XRef", "<b>A&B", "0000005");
-  Open({"WELLS", "ROADS", "<b>A&B",
-        "STRA\xDF"
-        "E"},
-       "AutoCAD DXF File Layer");
-  QCOMPARE(dialog->windowTitle(), "Layer Name Matching");
-  QCOMPARE(Find<QLabel>(*dialog, "lblDXFName")->text(), "AutoCAD DXF File Layer");
-  QCOMPARE(Find<QLabel>(*dialog, "lblCDFName")->text(), "CDF Entity Type");
-  for (const int row : {0, 1, 2, 3}) {
-    const auto* label = Find<QLabel>(*dialog, "LblLyrName" + QString::number(row));
-    QCOMPARE(label->text(), QStringList({"WELLS", "ROADS", "<b>A&B", "STRAßE"})[row]);
-    QCOMPARE(label->textFormat(), Qt::PlainText);
-    QCOMPARE(List(row)->currentText(), QStringList({"", "Road, paved", "Straße <b>", ""})[row]);
-    QCOMPARE(List(row)->count(), 5);
-    QVERIFY2(List(row)->model() == List(0)->model(), "the rows share one list");
-    QVERIFY(List(row)->accessibleName().endsWith(label->text()));
-  }
-  QCOMPARE(List(0)->itemText(3), "Well, gas");
-  QCOMPARE(Find<QLabel>(*dialog, "lblCount")->text(), "2 of 4 layers have an entity type");
-  QVERIFY(dialog->findChild<QComboBox*>("cboCode4") == nullptr);
-}
-
-void LayersDialogTest::EveryWayOutHandsBack() {
-  for (const QString way : {"button", "close box", "Alt+O"}) {
-    init();
-    Open({"A", "B", "C", "D", "E"});
-    QTimer::singleShot(0, dialog.get(), [&] {
-      QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
-      QVERIFY(dialog->isModal());
-      List(0)->setCurrentIndex(4);
-      QTest::keyClicks(List(1), "Creek");
-      QTest::keyClicks(List(2), "creek");
-      List(3)->setCurrentIndex(2);
-      List(3)->setEditText("");
-      QCOMPARE(Find<QLabel>(*dialog, "lblCount")->text(), "2 of 5 layers have an entity type");
-      QTest::keyClick(dialog.get(), Qt::Key_Escape);
-      QVERIFY2(dialog->isVisible(), "Escape loses nothing");
-      if (way == "button") Press("cmdDone");
-      if (way == "close box") dialog->close();
-      if (way == "Alt+O") QTest::keyClick(List(1), Qt::Key_O, Qt::AltModifier);
-    });
-    QCOMPARE(dialog->Match(), Texts({"0000005", "0000002", "", "", ""}));
-    QVERIFY(!dialog->isVisible());
-    const auto remembered = settings.All("Tesselink", "XRef");
-    QCOMPARE(remembered.size(), 5U);
-    QCOMPARE(remembered.at("A"), "0000005");
-    QCOMPARE(remembered.at("C"), "");
-    cleanup();
-  }
-}
-
-void LayersDialogTest::TypesAreAssigned() {
-  Open({"ROADS", "?", "GAS", "X", "Y", "Z"});
-  List(1)->setEditText("typed");
-  int busy = 0;
-  connect(List(0)->lineEdit(), &QLineEdit::textChanged,
-          [&] { busy += QApplication::overrideCursor() != nullptr ? 1 : 0; });
-  dialog->show();
-  Press("SmartAss");
-  QCOMPARE(List(0)->currentText(), "Road, paved");
-  QCOMPARE(List(0)->currentIndex(), 0);
-  QCOMPARE(List(1)->currentText(), "typed");
-  QCOMPARE(List(2)->currentText(), "Well, gas");
-  QVERIFY2(busy > 0 && QApplication::overrideCursor() == nullptr, "the pointer is busy, and not for longer");
-  List(0)->setEditText("");
-  List(2)->setEditText("");
-  Press("AssCodes");
-  const QStringList expected{"Road, paved", "typed", "Well, oil", "Well, gas", "Straße <b>", ""};
-  for (int row = 0; row < expected.size(); ++row) QCOMPARE(List(row)->currentText(), expected[row]);
-  QCOMPARE(matching->Codes(), Texts({"0000001", "", "0000003", "0000004", "0000005", ""}));
-}
-
-void LayersDialogTest::EveryRowIsInReach() {
-  Open(Layers(51));
-  QCOMPARE(person.messages.size(), 1U);
-  person.messages.clear();
-  Show();
-  QVERIFY(dialog->findChild<QComboBox*>("cboCode50") == nullptr);
-  const int pitch = Place(1).top() - Place(0).top();
-  QVERIFY(InView(0) && !InView(49));
-
-  const int top = Place(0).top();
-  Press("SpinUp");
-  QCOMPARE(Place(0).top(), top);
-  Press("SpinDown");
-  QCOMPARE(Place(0).top(), top - pitch);
-  for (int i = 0; i < 60; ++i) Press("SpinDown");
-  QVERIFY(InView(49) && !InView(0));
-  for (int i = 0; i < 60; ++i) Press("SpinUp");
-  QCOMPARE(Place(0).top(), top);
-
-  List(2)->setCurrentIndex(1);
-  QWheelEvent wheel({5, 5}, List(2)->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
-  QSpontaneKeyEvent::setSpontaneous(&wheel);
-  qApp->notify(List(2), &wheel);
-  QVERIFY2(Place(0).top() < top, "the wheel scrolls");
-  QVERIFY2(List(2)->currentIndex() == 1, "and changes no row");
-
-  List(0)->setFocus();
-  for (int row = 1; row < 50; ++row) {
-    QTest::keyClick(QApplication::focusWidget(), row % 2 == 0 ? Qt::Key_Tab : Qt::Key_Return);
-    QVERIFY2(List(row)->hasFocus() && InView(row), qPrintable(QString::number(row)));
-  }
-  for (const char* button : {"AssCodes", "SmartAss", "cmdDone"}) {
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QVERIFY2(Find<QPushButton>(*dialog, button)->hasFocus(), button);
-  }
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-  QVERIFY2(!dialog->isVisible(), "Enter presses the button that has the keyboard");
-}
-
-void LayersDialogTest::TypingFindsTypes() {
-  Open({"A", "B"});
-  Show();
-  QVERIFY2(List(0)->completer() != nullptr && List(1)->completer() == nullptr, "only what is used costs");
-  QTest::keyClicks(List(0), "GAS");
-  QAbstractItemView* found = List(0)->completer()->popup();
-  QTRY_VERIFY(found->isVisible());
-  QCOMPARE(found->model()->rowCount(), 1);
-  QTest::keyClick(found, Qt::Key_Down);
-  QTest::keyClick(found, Qt::Key_Return);
-  QCOMPARE(List(0)->currentText(), "Well, gas");
-  QVERIFY(dialog->isVisible());
-  QCOMPARE(matching->Codes(), Texts({"0000004", ""}));
-  QTest::keyClick(List(0), Qt::Key_Up);
-  QCOMPARE(matching->Codes(), Texts({"0000003", ""}));
-}
 
 }  // namespace tesselink
 

@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QCheckBox>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
@@ -9,7 +8,6 @@
 #include <QToolButton>
 #include <QWheelEvent>
 #include <chrono>
-#include <cstring>
 #include <functional>
 
 #include "app/QtSettings.h"

@@ -3,7 +3,6 @@
 
 #include <QCheckBox>
 #include <QClipboard>
-#include <QComboBox>
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -13,7 +12,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
-#include <optional>
 
 #include "support/MemorySettings.h"
 #include "ui/Answers.h"
@@ -29,13 +27,14 @@ constexpr const char* kSure = "Are you sure you want to cancel?";
 
 // A window over formats of the scene, with both paths filled in.
 struct Stage {
-  Stage() {
+  explicit Stage(Scene wanted = {}) : scene(std::move(wanted)) {
     QFile file(folder.filePath("in.scn"));
     if (!file.open(QIODevice::WriteOnly)) qFatal("no room");
     Control<QLineEdit>(window, "Infile").setText(folder.filePath("in.scn"));
     Control<QLineEdit>(window, "OutFile").setText(folder.filePath("out.scn"));
     window.show();
   }
+  ~Stage() { QCOMPARE(person.Complaint(), QString()); }
   void Run() {
     QFile::remove(folder.filePath("out.scn"));  // of the run before, which would be asked about
     Control<QPushButton>(window, "cmdApply").click();
@@ -72,18 +71,263 @@ class ProgressTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void ShowsWhereTheRunStands();
-  void BlocksTheWindowWhileItRuns();
-  void GoesOnWhenTheCancelIsNotConfirmed();
-  void StopsAtAConfirmedCancel();
-  void CloseBoxesAsk();
-  void StopsAScan();
-  void HintsAtAnInputWithoutEnd();
-  void TellsFailures();
-  void IsSilentAboutFurtherRecordsWhenTold();
-  void CopiesTheSummaryAndOpensTheFolder();
-  void AsksInMessageBoxes();
-  void KeepsPace();
+  void ShowsWhereTheRunStands() {
+    const frmProgress fresh;
+    QCOMPARE(fresh.windowTitle(), QString("Progress..."));
+    for (const auto& [name, caption] : std::map<const char*, const char*>{
+             {"MinX", "99999999999"}, {"MinY", "999999999999"}, {"MaxX", "-99999999999"}, {"MaxY", "-999999999999"}}) {
+      QCOMPARE(Control<QLabel>(fresh, name).text(), QString(caption));
+    }
+    QCOMPARE(Control<QPushButton>(fresh, "cmdCancel").text(), QString("&Cancel"));
+    QVERIFY(!fresh.CancelRequest);
+
+    Stage stage({.elements = 100'003});
+    stage.Run();
+    QCOMPARE(stage.Text("MinX"), QString("1000.25"));
+    QCOMPARE(stage.Text("MaxX"), QString("100028000."));
+    QCOMPARE(stage.Text("MinY"), QString("-250007.5"));
+    QCOMPARE(stage.Text("MaxY"), QString("-2.5"));
+    QCOMPARE(stage.Text("lblElements"), QString("100003 elements read"));
+    QCOMPARE(Control<QProgressBar>(stage.Progress(), "Gauge").value(), 100);
+    QVERIFY(stage.DoneShown() && !stage.Progress().isModal());
+    QVERIFY(stage.Summary().contains("100003 elements written"));
+    QTest::keyClick(&stage.Progress(), Qt::Key_Escape);
+    QVERIFY(!stage.Progress().isVisible());
+  }
+
+  void BlocksTheWindowWhileItRuns() {
+    Stage stage({.elements = 60, .pause = 1});
+    int runs = 0;
+    QStringList blocked;
+    QString input;
+    stage.scene.before = [&](int number) {
+      runs += number == 1;
+      if (number != 20) return;
+      blocked = stage.Blocked();
+      QTimer::singleShot(0, &stage.window, [&] {
+        stage.Run();
+        QTest::keyClick(&stage.window, Qt::Key_A, Qt::AltModifier);
+        stage.window.TakeFiles({"other.scn"});
+        input = Control<QLineEdit>(stage.window, "Infile").text();
+      });
+    };
+    QSignalSpy told(&stage.window, &MainWindow::runningChanged);
+    Control<QPushButton>(stage.window, "cmdApply").setFocus();
+    stage.Run();
+    for (const char* name : {"InFormat", "Infile", "BrowseIn", "OutFormat", "OutFile", "BrowseOut", "cmdApply",
+                             "cmdCancel", "forFiles", "lblSelected", "fIO", "format", "lblTitle", "the pointer"}) {
+      QVERIFY2(blocked.contains(name), name);
+    }
+    QVERIFY(!blocked.contains("Line"));
+    QCOMPARE(input, stage.folder.filePath("in.scn"));
+    QCOMPARE(runs, 1);
+    QCOMPARE(told, (QList<QVariantList>{{true}, {false}}));
+    QCOMPARE(stage.Blocked(), QStringList());
+    QVERIFY(stage.window.focusWidget() == &Control<QPushButton>(stage.window, "cmdApply"));
+
+    QPointer<frmProgress> first = &stage.Progress();
+    stage.scene.before = nullptr;
+    stage.Run();
+    QVERIFY(first.isNull());
+    QVERIFY(stage.Summary().contains("60 elements written"));
+    stage.window.close();
+    QVERIFY(!stage.Progress().isVisible());
+  }
+
+  void GoesOnWhenTheCancelIsNotConfirmed() {
+    Stage stage({.elements = 60, .pause = 1});
+    stage.scene.before = [&](int number) {
+      if (number == 10 || number == 30) stage.PressSoon("cmdCancel");
+    };
+    stage.person.Do(kSure, [](QWidget& window) {
+      auto& box = dynamic_cast<QMessageBox&>(window);
+      QCOMPARE(box.windowTitle(), QString("Cancel"));
+      QCOMPARE(box.icon(), QMessageBox::Question);
+      QCOMPARE(box.defaultButton(), box.button(QMessageBox::No));
+      QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    stage.person.Press(kSure, "No");
+    stage.Run();
+    QCOMPARE(stage.scene.written, 60);
+    QVERIFY(!stage.Progress().CancelRequest);
+  }
+
+  void StopsAtAConfirmedCancel() {
+    for (const int at : {1, 200, 385}) {
+      Stage stage({.elements = 400, .pause = 1});
+      bool done = false;
+      stage.scene.before = [&](int number) {
+        if (number != at) return;
+        QThread::msleep(20);
+        if (number == 1) {  // the window of the progress comes up with this element
+          QTimer::singleShot(0, [&stage] { stage.PressSoon("cmdCancel"); });
+        } else {
+          stage.PressSoon("cmdCancel");
+        }
+      };
+      stage.person.Press(kSure, "Yes");
+      stage.person.Do("Progress...", [&](QWidget& window) {
+        done = stage.DoneShown() && window.isModal() && !Control<QPushButton>(window, "cmdCancel").isVisible();
+        QVERIFY(stage.Blocked().contains("cmdApply"));
+        QVERIFY(stage.Summary().startsWith("Cancelled: "));
+        QVERIFY(stage.Summary().contains(QString("it holds %1 element").arg(stage.scene.written)));
+        Control<QPushButton>(window, "cmdDone").click();
+      });
+      stage.Run();
+      QVERIFY(done);
+      QVERIFY(stage.scene.written >= at && stage.scene.written < at + 200);
+      QVERIFY(!stage.Progress().isVisible());
+      QCOMPARE(stage.Blocked(), QStringList());
+    }
+  }
+
+  void CloseBoxesAsk() {
+    for (const bool ofMainWindow : {false, true}) {
+      Stage stage({.elements = 400, .pause = 1});
+      bool stayed = true;
+      stage.scene.before = [&](int number) {
+        if (number != 10 && number != 100) return;
+        QTimer::singleShot(0, &stage.Progress(), [&] {
+          QWidget& window = ofMainWindow ? static_cast<QWidget&>(stage.window) : stage.Progress();
+          window.close();
+          stayed = stayed && window.isVisible();
+        });
+      };
+      stage.person.Press(kSure, "No");
+      stage.person.Press(kSure, "Yes");
+      stage.person.Do("Progress...", [](QWidget& window) { window.close(); });
+      stage.Run();
+      QVERIFY(stayed);
+      QVERIFY(stage.window.isVisible() && !stage.Progress().isVisible());
+    }
+  }
+
+  void StopsAScan() {
+    Stage stage({.scanSteps = 40});
+    QString shown;
+    QTimer::singleShot(500, &stage.window, [&] {
+      auto& scan = Control<QDialog>(stage.window, "FrmScan");
+      shown = Answers::Words(scan);
+      scan.close();
+      shown += scan.isVisible() ? "" : " and gone";
+    });
+    stage.person.Press(kSure, "Yes");
+    stage.person.Press("Progress...", "Done");
+    stage.Run();
+    QCOMPARE(shown, QString("Scanning...\nScanning file for Layers..."));
+    QCOMPARE(stage.scene.read, 0);
+    QVERIFY(stage.Summary().startsWith("Cancelled: no output was written"));
+  }
+
+  void HintsAtAnInputWithoutEnd() {
+    Stage stage({.endless = true});
+    QString hint;
+    QTimer::singleShot(100, &stage.window, [&] {
+      hint = stage.Text("lblRemaining");
+      stage.PressSoon("cmdCancel");
+    });
+    stage.person.Press(kSure, "Yes");
+    stage.person.Press("Progress...", "Done");
+    stage.Run();
+    QVERIFY(hint.contains("repeats without end"));
+  }
+
+  void TellsFailures() {
+    const std::tuple<int, int, QString, QString> cases[] = {
+        {5, -1, "line 7: a number is expected", "it holds 4 elements"},
+        {1, -1, "line 7: a number is expected", ""},
+        {-1, 5, "no space left on the device", "no output was written"}};
+    for (const auto& [readerFailsAt, writerFailsAt, message, account] : cases) {
+      Stage stage({.readerFailsAt = readerFailsAt, .writerFailsAt = writerFailsAt});
+      stage.person.Do(message, [](QWidget& window) {
+        auto& box = dynamic_cast<QMessageBox&>(window);
+        QCOMPARE(box.windowTitle(), QString("Error"));
+        QCOMPARE(box.icon(), QMessageBox::Critical);
+        box.accept();
+      });
+      stage.Run();
+      QCOMPARE(stage.Progress().isVisible(), !account.isEmpty());
+      QVERIFY(stage.Summary().contains(account));
+      QCOMPARE(stage.Blocked(), QStringList());
+    }
+  }
+
+  void IsSilentAboutFurtherRecordsWhenTold() {
+    Stage stage({.unhandledFrom = 5});
+    stage.person.Press("Unhandled Data Type PointZ", "OK");
+    stage.person.Do("Unhandled Data Type PointZ", [](QWidget& window) {
+      dynamic_cast<QMessageBox&>(window).checkBox()->setChecked(true);
+      dynamic_cast<QMessageBox&>(window).accept();
+    });
+    stage.Run();
+    QVERIFY(stage.Summary().contains("6 of type PointZ"));
+    // For that run only.
+    stage.scene.unhandledFrom = 10;
+    stage.person.Press("Unhandled Data Type PointZ", "OK");
+    stage.Run();
+  }
+
+  void CopiesTheSummaryAndOpensTheFolder() {
+    QDesktopServices::setUrlHandler("file", this, "NoteUrl");
+    Stage stage;
+    QFile output(stage.folder.filePath("out.scn"));
+    stage.Run();
+    Control<QPushButton>(stage.Progress(), "cmdCopy").click();
+    QCOMPARE(QApplication::clipboard()->text(), stage.Summary());
+    Control<QPushButton>(stage.Progress(), "cmdOpenFolder").click();
+    QCOMPARE(opened_, QUrl::fromLocalFile(stage.folder.path()));
+    QDesktopServices::unsetUrlHandler("file");
+  }
+
+  void AsksInMessageBoxes() {
+    const std::tuple<MessageButtons, QString, Answer> cases[] = {{MessageButtons::YesNoCancel, "Yes", Answer::Yes},
+                                                                 {MessageButtons::YesNoCancel, "No", Answer::No},
+                                                                 {MessageButtons::YesNoCancel, "", Answer::Cancel},
+                                                                 {MessageButtons::YesNo, "", Answer::No}};
+    for (const auto& [buttons, pressed, answer] : cases) {  // nothing pressed: a careless key
+      QWidget window;
+      QtInteraction interaction(window);
+      Answers person;
+      const QString text = "<b>one</b>\n\ntwo";
+      if (pressed.isEmpty()) {
+        person.Do(text, [](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
+      } else {
+        person.Press(text, pressed);
+      }
+      const Answer given = interaction.ShowMessage(
+          {Topic::LineEnds, "<b>one</b>\r\n\r\ntwo", "Problem with Input", MessageIcon::Question, buttons});
+      QVERIFY(given == answer);
+      QCOMPARE(person.Complaint(), QString());
+    }
+  }
+
+  // A clock that goes on by itself.
+  void KeepsPace() {
+    static Pace::Clock::time_point now;
+    static int looks;
+    const auto clock = [] {
+      ++looks;
+      return now;
+    };
+    const auto yeses = [&](int questions, Pace::Clock::duration each) {
+      now = Pace::Clock::time_point(std::chrono::hours(1));
+      looks = 0;
+      Pace pace(std::chrono::milliseconds(15), clock);
+      int count = 0;
+      for (int i = 0; i < questions; ++i, now += each) {
+        if (!pace.Due()) continue;
+        ++count;
+        pace.Restart();
+      }
+      return count;
+    };
+    // A tenth of a second of small elements: as often as the span allows, and the clock is hardly read.
+    const int small = yeses(100'000, std::chrono::microseconds(1));
+    QVERIFY2(small >= 6 && small <= 7, QByteArray::number(small).constData());
+    QVERIFY2(looks < 100'000 / 15, QByteArray::number(looks).constData());
+    // Elements that take longer than the span: every one.
+    QCOMPARE(yeses(50, std::chrono::milliseconds(20)), 50);
+  }
 
  public slots:
   void NoteUrl(const QUrl& url) { opened_ = url; }
@@ -91,286 +335,6 @@ class ProgressTest : public QObject {
  private:
   QUrl opened_;
 };
-
-void ProgressTest::ShowsWhereTheRunStands() {
-  const frmProgress fresh;
-  QCOMPARE(fresh.windowTitle(), QString("Progress..."));
-  for (const auto& [name, caption] : std::map<const char*, const char*>{
-           {"MinX", "99999999999"}, {"MinY", "999999999999"}, {"MaxX", "-99999999999"}, {"MaxY", "-999999999999"}}) {
-    QCOMPARE(Control<QLabel>(fresh, name).text(), QString(caption));
-  }
-  QCOMPARE(Control<QPushButton>(fresh, "cmdCancel").text(), QString("&Cancel"));
-  QVERIFY(!fresh.CancelRequest);
-
-  Stage stage;
-  stage.scene.elements = 100'003;
-  stage.Run();
-  QCOMPARE(stage.person.Complaint(), QString());
-  QCOMPARE(stage.Text("MinX"), QString("1000.25"));
-  QCOMPARE(stage.Text("MaxX"), QString("100028000."));
-  QCOMPARE(stage.Text("MinY"), QString("-250007.5"));
-  QCOMPARE(stage.Text("MaxY"), QString("-2.5"));
-  QCOMPARE(stage.Text("lblElements"), QString("100003 elements read"));
-  QCOMPARE(Control<QProgressBar>(stage.Progress(), "Gauge").value(), 100);
-  QVERIFY(stage.DoneShown() && !stage.Progress().isModal());
-  QVERIFY(stage.Summary().contains("100003 elements written"));
-  QTest::keyClick(&stage.Progress(), Qt::Key_Escape);
-  QVERIFY(!stage.Progress().isVisible());
-}
-
-void ProgressTest::BlocksTheWindowWhileItRuns() {
-  Stage stage;
-  stage.scene.elements = 60;
-  stage.scene.pause = 1;
-  int runs = 0;
-  QStringList blocked;
-  QString input;
-  stage.scene.before = [&](int number) {
-    runs += number == 1;
-    if (number != 20) return;
-    blocked = stage.Blocked();
-    QTimer::singleShot(0, &stage.window, [&] {
-      stage.Run();
-      QTest::keyClick(&stage.window, Qt::Key_A, Qt::AltModifier);
-      stage.window.TakeFiles({"other.scn"});
-      input = Control<QLineEdit>(stage.window, "Infile").text();
-    });
-  };
-  QSignalSpy told(&stage.window, &MainWindow::runningChanged);
-  Control<QPushButton>(stage.window, "cmdApply").setFocus();
-  stage.Run();
-  for (const char* name : {"InFormat", "Infile", "BrowseIn", "OutFormat", "OutFile", "BrowseOut", "cmdApply",
-                           "cmdCancel", "forFiles", "lblSelected", "fIO", "format", "lblTitle", "the pointer"}) {
-    QVERIFY2(blocked.contains(name), name);
-  }
-  QVERIFY(!blocked.contains("Line"));
-  QCOMPARE(input, stage.folder.filePath("in.scn"));
-  QCOMPARE(runs, 1);
-  QCOMPARE(told, (QList<QVariantList>{{true}, {false}}));
-  QCOMPARE(stage.Blocked(), QStringList());
-  QVERIFY(stage.window.focusWidget() == &Control<QPushButton>(stage.window, "cmdApply"));
-
-  QPointer<frmProgress> first = &stage.Progress();
-  stage.scene.before = nullptr;
-  stage.Run();
-  QVERIFY(first.isNull());
-  QVERIFY(stage.Summary().contains("60 elements written"));
-  stage.window.close();
-  QVERIFY(!stage.Progress().isVisible());
-}
-
-void ProgressTest::GoesOnWhenTheCancelIsNotConfirmed() {
-  Stage stage;
-  stage.scene.elements = 60;
-  stage.scene.pause = 1;
-  stage.scene.before = [&](int number) {
-    if (number == 10 || number == 30) stage.PressSoon("cmdCancel");
-  };
-  stage.person.Do(kSure, [](QWidget& window) {
-    auto& box = dynamic_cast<QMessageBox&>(window);
-    QCOMPARE(box.windowTitle(), QString("Cancel"));
-    QCOMPARE(box.icon(), QMessageBox::Question);
-    QCOMPARE(box.defaultButton(), box.button(QMessageBox::No));
-    QTest::keyClick(&box, Qt::Key_Escape);
-  });
-  stage.person.Press(kSure, "No");
-  stage.Run();
-  QCOMPARE(stage.person.Complaint(), QString());
-  QCOMPARE(stage.scene.written, 60);
-  QVERIFY(!stage.Progress().CancelRequest);
-}
-
-void ProgressTest::StopsAtAConfirmedCancel() {
-  for (const int at : {1, 200, 385}) {
-    Stage stage;
-    stage.scene.elements = 400;
-    stage.scene.pause = 1;
-    bool done = false;
-    stage.scene.before = [&](int number) {
-      if (number != at) return;
-      QThread::msleep(20);
-      if (number == 1) {  // the window of the progress comes up with this element
-        QTimer::singleShot(0, [&stage] { stage.PressSoon("cmdCancel"); });
-      } else {
-        stage.PressSoon("cmdCancel");
-      }
-    };
-    stage.person.Press(kSure, "Yes");
-    stage.person.Do("Progress...", [&](QWidget& window) {
-      done = stage.DoneShown() && window.isModal() && !Control<QPushButton>(window, "cmdCancel").isVisible();
-      QVERIFY(stage.Blocked().contains("cmdApply"));
-      QVERIFY(stage.Summary().startsWith("Cancelled: "));
-      QVERIFY(stage.Summary().contains(QString("it holds %1 element").arg(stage.scene.written)));
-      Control<QPushButton>(window, "cmdDone").click();
-    });
-    stage.Run();
-    QCOMPARE(stage.person.Complaint(), QString());
-    QVERIFY(done);
-    QVERIFY(stage.scene.written >= at && stage.scene.written < at + 200);
-    QVERIFY(!stage.Progress().isVisible());
-    QCOMPARE(stage.Blocked(), QStringList());
-  }
-}
-
-void ProgressTest::CloseBoxesAsk() {
-  for (const bool ofMainWindow : {false, true}) {
-    Stage stage;
-    stage.scene.elements = 400;
-    stage.scene.pause = 1;
-    bool stayed = true;
-    stage.scene.before = [&](int number) {
-      if (number != 10 && number != 100) return;
-      QTimer::singleShot(0, &stage.Progress(), [&] {
-        QWidget& window = ofMainWindow ? static_cast<QWidget&>(stage.window) : stage.Progress();
-        window.close();
-        stayed = stayed && window.isVisible();
-      });
-    };
-    stage.person.Press(kSure, "No");
-    stage.person.Press(kSure, "Yes");
-    stage.person.Do("Progress...", [](QWidget& window) { window.close(); });
-    stage.Run();
-    QCOMPARE(stage.person.Complaint(), QString());
-    QVERIFY(stayed);
-    QVERIFY(stage.window.isVisible() && !stage.Progress().isVisible());
-  }
-}
-
-void ProgressTest::StopsAScan() {
-  Stage stage;
-  stage.scene.scanSteps = 40;
-  QString shown;
-  QTimer::singleShot(500, &stage.window, [&] {
-    auto& scan = Control<QDialog>(stage.window, "FrmScan");
-    shown = Answers::Words(scan);
-    scan.close();
-    shown += scan.isVisible() ? "" : " and gone";
-  });
-  stage.person.Press(kSure, "Yes");
-  stage.person.Press("Progress...", "Done");
-  stage.Run();
-  QCOMPARE(stage.person.Complaint(), QString());
-  QCOMPARE(shown, QString("Scanning...\nScanning file for Layers..."));
-  QCOMPARE(stage.scene.read, 0);
-  QVERIFY(stage.Summary().startsWith("Cancelled: no output was written"));
-}
-
-void ProgressTest::HintsAtAnInputWithoutEnd() {
-  Stage stage;
-  stage.scene.endless = true;
-  QString hint;
-  QTimer::singleShot(100, &stage.window, [&] {
-    hint = stage.Text("lblRemaining");
-    stage.PressSoon("cmdCancel");
-  });
-  stage.person.Press(kSure, "Yes");
-  stage.person.Press("Progress...", "Done");
-  stage.Run();
-  QCOMPARE(stage.person.Complaint(), QString());
-  QVERIFY(hint.contains("repeats without end"));
-}
-
-void ProgressTest::TellsFailures() {
-  const std::tuple<int, int, QString, QString> cases[] = {
-      {5, -1, "line 7: a number is expected", "it holds 4 elements"},
-      {1, -1, "line 7: a number is expected", ""},
-      {-1, 5, "no space left on the device", "no output was written"}};
-  for (const auto& [readerFailsAt, writerFailsAt, message, account] : cases) {
-    Stage stage;
-    stage.scene.readerFailsAt = readerFailsAt;
-    stage.scene.writerFailsAt = writerFailsAt;
-    stage.person.Do(message, [](QWidget& window) {
-      auto& box = dynamic_cast<QMessageBox&>(window);
-      QCOMPARE(box.windowTitle(), QString("Error"));
-      QCOMPARE(box.icon(), QMessageBox::Critical);
-      box.accept();
-    });
-    stage.Run();
-    QCOMPARE(stage.person.Complaint(), QString());
-    QCOMPARE(stage.Progress().isVisible(), !account.isEmpty());
-    QVERIFY(stage.Summary().contains(account));
-    QCOMPARE(stage.Blocked(), QStringList());
-  }
-}
-
-void ProgressTest::IsSilentAboutFurtherRecordsWhenTold() {
-  Stage stage;
-  stage.scene.unhandledFrom = 5;
-  stage.person.Press("Unhandled Data Type PointZ", "OK");
-  stage.person.Do("Unhandled Data Type PointZ", [](QWidget& window) {
-    dynamic_cast<QMessageBox&>(window).checkBox()->setChecked(true);
-    dynamic_cast<QMessageBox&>(window).accept();
-  });
-  stage.Run();
-  QVERIFY(stage.Summary().contains("6 of type PointZ"));
-  // For that run only.
-  stage.scene.unhandledFrom = 10;
-  stage.person.Press("Unhandled Data Type PointZ", "OK");
-  stage.Run();
-  QCOMPARE(stage.person.Complaint(), QString());
-}
-
-void ProgressTest::CopiesTheSummaryAndOpensTheFolder() {
-  QDesktopServices::setUrlHandler("file", this, "NoteUrl");
-  Stage stage;
-  QFile output(stage.folder.filePath("out.scn"));
-  stage.Run();
-  Control<QPushButton>(stage.Progress(), "cmdCopy").click();
-  QCOMPARE(QApplication::clipboard()->text(), stage.Summary());
-  Control<QPushButton>(stage.Progress(), "cmdOpenFolder").click();
-  QCOMPARE(opened_, QUrl::fromLocalFile(stage.folder.path()));
-  QDesktopServices::unsetUrlHandler("file");
-}
-
-void ProgressTest::AsksInMessageBoxes() {
-  const std::tuple<MessageButtons, QString, Answer> cases[] = {{MessageButtons::YesNoCancel, "Yes", Answer::Yes},
-                                                               {MessageButtons::YesNoCancel, "No", Answer::No},
-                                                               {MessageButtons::YesNoCancel, "", Answer::Cancel},
-                                                               {MessageButtons::YesNo, "", Answer::No}};
-  for (const auto& [buttons, pressed, answer] : cases) {  // nothing pressed: a careless key
-    QWidget window;
-    QtInteraction interaction(window);
-    Answers person;
-    const QString text = "<b>one</b>\n\ntwo";
-    if (pressed.isEmpty()) {
-      person.Do(text, [](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
-    } else {
-      person.Press(text, pressed);
-    }
-    const Answer given = interaction.ShowMessage(
-        {Topic::LineEnds, "<b>one</b>\r\n\r\ntwo", "Problem with Input", MessageIcon::Question, buttons});
-    QVERIFY(given == answer);
-    QCOMPARE(person.Complaint(), QString());
-  }
-}
-
-// A clock that goes on by itself.
-void ProgressTest::KeepsPace() {
-  static Pace::Clock::time_point now;
-  static int looks;
-  const auto clock = [] {
-    ++looks;
-    return now;
-  };
-  const auto yeses = [&](int questions, Pace::Clock::duration each) {
-    now = Pace::Clock::time_point(std::chrono::hours(1));
-    looks = 0;
-    Pace pace(std::chrono::milliseconds(15), clock);
-    int count = 0;
-    for (int i = 0; i < questions; ++i, now += each) {
-      if (!pace.Due()) continue;
-      ++count;
-      pace.Restart();
-    }
-    return count;
-  };
-  // A tenth of a second of small elements: as often as the span allows, and the clock is hardly read.
-  const int small = yeses(100'000, std::chrono::microseconds(1));
-  QVERIFY2(small >= 6 && small <= 7, QByteArray::number(small).constData());
-  QVERIFY2(looks < 100'000 / 15, QByteArray::number(looks).constData());
-  // Elements that take longer than the span: every one.
-  QCOMPARE(yeses(50, std::chrono::milliseconds(20)), 50);
-}
 
 }  // namespace tesselink
 

@@ -16,8 +16,8 @@ namespace tesselink {
 
 struct Scene {
   int elements = 10;
-  int pause = 0;                    ///< milliseconds before every element
-  std::function<void(int)> before;  ///< called with the number of each element, from 1, before it is delivered
+  int pause = 0;                         ///< milliseconds before every element
+  std::function<void(int)> before = {};  ///< called with the number of each element, from 1, before it is delivered
   int readerFailsAt = -1, writerFailsAt = -1;
   int unhandledFrom = std::numeric_limits<int>::max();  ///< elements from here on are records that are not read
   bool endless = false;

@@ -21,11 +21,7 @@ struct Script {
 };
 
 tEntity Element(std::int16_t kind, double x, const std::string& layer = "A") {
-  tEntity entity;
-  entity.bType = kind;
-  entity.x(0, x);
-  entity.Layer = layer;
-  return entity;
+  return tesselink::Element(kind, {{x, 0}}, layer);
 }
 
 class FakeReader final : public InputFilter {
@@ -129,11 +125,9 @@ TEST_F(ConversionRunTest, PumpsEveryElementThatHasAVertex) {
   EXPECT_EQ(script.calls, (Calls{"create", "open in.one", "read 0", "write 1 A", "read 1", "read 2", "write 2 B",
                                  "read 3", "write 3 A", "complete"}));
   EXPECT_EQ(summary.outcome, RunOutcome::Done);
-  EXPECT_EQ(summary.read.Total(), 4);
-  EXPECT_EQ(summary.written.Of("point"), 1);
-  EXPECT_EQ(summary.converted.Of("circle"), 1);
-  EXPECT_EQ(summary.skipped.Of("point"), 1);
-  EXPECT_EQ(summary.skipped.Of("arc"), 1);
+  EXPECT_EQ(Row(summary.read.Total(), summary.written.Of("point"), summary.converted.Of("circle"),
+                summary.skipped.Of("point"), summary.skipped.Of("arc")),
+            "4 1 1 1 1");
   EXPECT_EQ(summary.layers, (Calls{"A", "B"}));
   EXPECT_EQ(summary.outputs, Calls{request.OutFile});
   EXPECT_EQ(summary.extents.maxX, 3);
@@ -175,7 +169,7 @@ TEST_F(ConversionRunTest, SeveralFilesFromTheFirstEntryBehindTheFolder) {
   script.calls.clear();
   const RunSummary summary = Run();
   EXPECT_EQ(summary.outcome, RunOutcome::Failed);
-  EXPECT_NE(summary.error.find("gone.one: does not exist"), std::string::npos);
+  EXPECT_TRUE(Holds(summary.error, "gone.one: does not exist"));
   EXPECT_EQ(std::count(script.calls.begin(), script.calls.end(), "SetDBFObj"), 0);
   request.OutFile = rig.folder.Path("2.one");
   EXPECT_EQ(Run().outcome, RunOutcome::Refused) << "the output is one of the inputs";
@@ -212,10 +206,7 @@ TEST_F(ConversionRunTest, AConfirmedCancelKeepsWhatWasWritten) {
   rig.person.cancelAfter = 2;
   const RunSummary summary = Run();
   EXPECT_EQ(summary.outcome, RunOutcome::Cancelled);
-  EXPECT_EQ(summary.written.Total(), 2);
-  EXPECT_EQ(script.calls.back(), "complete");
-  EXPECT_EQ(rig.person.held, 1);
-  EXPECT_EQ(rig.person.beeps, 0);
+  EXPECT_EQ(Row(summary.written.Total(), script.calls.back(), rig.person.held, rig.person.beeps), "2 complete 1 0");
   EXPECT_TRUE(rig.person.messages.empty()) << "a cancel is no error";
 }
 

@@ -8,15 +8,7 @@
 namespace tesselink {
 namespace {
 
-tEntity Polygon(const std::vector<std::pair<double, double>>& vertices) {
-  tEntity entity;
-  tEntity::Index i = 0;
-  for (const auto& [x, y] : vertices) {
-    entity.x(i, x);
-    entity.Y(i++, y);
-  }
-  return entity;
-}
+tEntity Polygon(const VertexChain& vertices) { return Element(kPolyline, vertices); }
 
 TEST(tEntity, CountsOfAClearedEntityAreMinusOne) {
   tEntity entity;
@@ -51,13 +43,9 @@ TEST(tEntity, AFirstCoordinateOfZeroLetsTheArraysFallOutOfStep) {
   tEntity entity;
   entity.AddPoint(0, 6, 1);
   entity.AddPoint(3, 4, 2);
-  EXPECT_EQ(entity.XCount(), 0);
-  EXPECT_EQ(entity.x(0), 3);
-  EXPECT_EQ(entity.YCount(), 1);
-  EXPECT_EQ(entity.Y(0), 6);
-  EXPECT_EQ(entity.Y(1), 4);
-  EXPECT_EQ(entity.ZCount(), 1);
-  EXPECT_EQ(entity.PointCount(), 0) << "the smaller of the two bounds";
+  EXPECT_EQ(Row(entity.XCount(), entity.x(0)), "0 3");
+  EXPECT_EQ(Row(entity.YCount(), entity.Y(0), entity.Y(1)), "1 6 4");
+  EXPECT_EQ(Row(entity.ZCount(), entity.PointCount()), "1 0") << "the smaller of the bounds of x and y";
   // Stored by index, the same vertices are both there.
   const tEntity byIndex = Polygon({{0, 6}, {3, 4}});
   EXPECT_EQ(XY(byIndex), "0,6 3,4");
@@ -130,19 +118,14 @@ TEST(EqnLine, SingleSettersRecomputeAndLineDoesNot) {
   line.Y1(1);
   line.X2(2);
   line.Y2(5);
-  EXPECT_EQ(line.Slope(), 2);
-  EXPECT_EQ(line.b(), 1);
+  EXPECT_EQ(Row(line.Slope(), line.b()), "2 1");
   line.Line(0, 0, 1, 10);
-  EXPECT_EQ(line.m(), 2) << "kept";
-  EXPECT_EQ(line.QueryYatX(2), 20) << "computed afresh";
+  EXPECT_EQ(Row(line.m(), line.QueryYatX(2)), "2 20") << "the one is kept, the other computed afresh";
   line.Y1(0);
   EXPECT_EQ(line.A(), 10);
   line.Line(3, 0, 3, 9);
   line.X1(3);
-  EXPECT_EQ(line.Slope(), 1e99);
-  EXPECT_EQ(line.y0(), -1e99);
-  EXPECT_EQ(line.QueryYatX(3), 0);
-  EXPECT_EQ(line.QueryXatY(7), 3);
+  EXPECT_EQ(Row(line.Slope(), line.y0(), line.QueryYatX(3), line.QueryXatY(7)), "1e+99 -1e+99 0 3");
   line.Line(0, 4, 9, 4);
   EXPECT_NE(ErrorOf([&] { line.QueryXatY(4); }), "");
 }

@@ -25,6 +25,12 @@ class AscInFilterTest : public testing::Test {
     reader.filename(rig.folder.Put("a.asc", text));
     return rig.ReadAll(reader, most);
   }
+  static std::vector<std::string> Told(const std::vector<tEntity>& elements) {
+    std::vector<std::string> rows;
+    for (const tEntity& e : elements)
+      rows.push_back(Row(e.bType, e.Text, e.TextSize, e.TextAng, e.TextJust, e.Layer, e.Closed, XY(e)));
+    return rows;
+  }
   std::string Failure(const std::string& lines) {
     const std::string error = ErrorOf([&] { Read(lines); });
     return error.substr(std::min(error.size(), error.find("a.asc")));
@@ -38,37 +44,18 @@ TEST_F(AscInFilterTest, TheFourRecords) {
       "POLYGON,BLUE\nVECTOR,1,2,3,4\nVECTOR,5,6,7,8\n"
       "note\n"
       "VECTOR,1,2,3,x4, GREEN\n");
-  ASSERT_EQ(elements.size(), 4U);
-  EXPECT_EQ(elements[0].bType, kText);
-  EXPECT_EQ(elements[0].Text, "Well ''1");
-  EXPECT_EQ(XY(elements[0]), "10.5,-20");
-  EXPECT_EQ(elements[0].TextSize, 12) << "a half goes to the even neighbour";
-  EXPECT_EQ(elements[0].TextAng, 45);
-  EXPECT_EQ(elements[0].TextJust, 50);
-  EXPECT_EQ(elements[0].Layer, "Red");
-  EXPECT_EQ(elements[1].Layer, "RED");
-  EXPECT_EQ(elements[1].bType, kPolyline);
-  EXPECT_FALSE(elements[1].Closed);
-  EXPECT_EQ(XY(elements[1]), "1,2 3,4");
-  EXPECT_TRUE(elements[2].Closed);
-  EXPECT_EQ(XY(elements[2]), "5,6 7,8") << "later VECTOR lines overwrite";
-  EXPECT_EQ(elements[3].Layer, " GREEN") << "not trimmed";
-  EXPECT_EQ(XY(elements[3]), "1,2 3,0");
-  EXPECT_FALSE(elements[3].Closed);
+  // A half goes to the even neighbour, later VECTOR lines overwrite, and their last field is not trimmed.
+  EXPECT_EQ(Told(elements), (std::vector<std::string>{"3 Well ''1 12 45 50 Red 0 10.5,-20", "2  0 0 0 RED 0 1,2 3,4",
+                                                      "2  0 0 0 BLUE 1 5,6 7,8", "2  0 0 0  GREEN 0 1,2 3,0"}));
   EXPECT_FALSE(reader.Stalled()) << "the last line is delivered once";
   EXPECT_EQ(reader.Layers(), (std::vector<std::string>{"RED", "BLUE", "GREEN"}));
 }
 
 TEST_F(AscInFilterTest, NothingLeaksFromTheElementBefore) {
   const auto elements = Read("TEXT,A,1,2,3,,30,TR,,RED\nTEXT,B,1,2,3,,RED\nPOLYGON,\nXY,1,1\nLINE,\nXY,2,2\nend\n");
-  ASSERT_EQ(elements.size(), 4U);
-  EXPECT_EQ(elements[1].Layer, "RED") << "seven fields: the layer is field 6";
-  EXPECT_EQ(elements[1].TextAng, 0);
-  EXPECT_EQ(elements[1].TextJust, 0);
-  EXPECT_EQ(elements[2].Text, "");
-  EXPECT_EQ(elements[2].TextSize, 0);
-  EXPECT_EQ(elements[2].Layer, "");
-  EXPECT_FALSE(elements[3].Closed);
+  // Seven fields: the layer is field 6.
+  EXPECT_EQ(Told(elements), (std::vector<std::string>{"3 A 3 30 50 RED 0 1,2", "3 B 3 0 0 RED 0 1,2", "2  0 0 0  1 1,1",
+                                                      "2  0 0 0  0 2,2"}));
   EXPECT_EQ(Read("TEXT,C,1,2,3,,60,RED\n").at(0).TextAng, 60) << "eight fields: the last but one";
 }
 
@@ -96,7 +83,7 @@ TEST_F(AscInFilterTest, AOneLineVectorIsDeliveredAgainAndAgain) {
   ASSERT_EQ(elements.size(), 5U);
   for (const tEntity& element : elements) EXPECT_EQ(XY(element), "1,2 3,4");
   EXPECT_TRUE(reader.Stalled());
-  EXPECT_NE(reader.Where().find("a.asc, line 2"), std::string::npos);
+  EXPECT_TRUE(Holds(reader.Where(), "a.asc, line 2"));
   // A glued keyword ends a record, and the rewritten line begins the next one.
   const auto glued = Read("LINE,RED\nXY,1,1\nVECTOR 5,6,7,8,RED\nend\n", 3);
   ASSERT_EQ(glued.size(), 3U);
@@ -153,13 +140,10 @@ TEST_F(StandardAscInFilterTest, EveryRecordIsDeliveredOnce) {
   const auto elements = Read(
       "VECTOR,1,2,3,4, RED \nLINE,RED\nXY,1,1\nVECTOR 5,6,7,8,BLUE\nPOLYGON,RED\nVECTOR,1,2,3,4\nvector 3,4,5,6\n"
       "VECTOR,9,9,0,0,\nLINE,RED\nXY,2,2\nTEXT,A,1,2,3,,RED");
-  const std::string expected[] = {"1,2 3,4", "1,1", "5,6 7,8", "1,2 3,4 5,6 9,9 0,0", "2,2", "1,2"};
-  ASSERT_EQ(elements.size(), std::size(expected));
-  for (std::size_t i = 0; i < elements.size(); ++i) EXPECT_EQ(XY(elements[i]), expected[i]);
-  EXPECT_EQ(elements[0].Layer, "RED");
-  EXPECT_EQ(elements[2].Layer, "BLUE");
-  EXPECT_TRUE(elements[3].Closed);
-  EXPECT_EQ(elements[5].Text, "A") << "a record that begins on the last line";
+  EXPECT_EQ(Told(elements), (std::vector<std::string>{"2  0 0 0 RED 0 1,2 3,4", "2  0 0 0 RED 0 1,1",
+                                                      "2  0 0 0 BLUE 0 5,6 7,8", "2  0 0 0 RED 1 1,2 3,4 5,6 9,9 0,0",
+                                                      "2  0 0 0 RED 0 2,2", "3 A 3 0 0 RED 0 1,2"}))
+      << "also a record that begins on the last line";
   EXPECT_FALSE(reader.Stalled());
   EXPECT_NE(rig.WarningOf("gaps"), nullptr);
   EXPECT_EQ(Read("LINE,RED\nXY,1,1\nend").size(), 1U);

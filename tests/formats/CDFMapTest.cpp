@@ -80,7 +80,7 @@ TEST_F(LookupFileTest, IsAskedForUntilItExists) {
   rig.person.textAnswers = {other};
   EXPECT_EQ(Found(), 6) << "a path that ends with the name, in any letter case, is taken as it stands";
   rig.context.options.own.Set("cdf-map", rig.folder.Path("folder/$CDF.MAP"));
-  EXPECT_NE(ErrorOf([&] { Found(); }).find("folder/$CDF.MAP: is a folder"), std::string::npos);
+  EXPECT_TRUE(Holds(ErrorOf([&] { Found(); }), "folder/$CDF.MAP: is a folder"));
 }
 
 TEST_F(LookupFileTest, OddSizesAreRounded) {
@@ -117,9 +117,7 @@ class CDFMapTest : public testing::Test {
 };
 
 TEST_F(CDFMapTest, DescriptionsAndCodes) {
-  EXPECT_EQ(map->Count(), 5);
-  EXPECT_EQ(map->Code(2) + map->Description(2), "CU00001Creeks");
-  EXPECT_EQ(map->Code(4), "AB");
+  EXPECT_EQ(Row(map->Count(), map->Code(2), map->Description(2), map->Code(4)), "5 CU00001 Creeks AB");
   EXPECT_EQ(map->SearchDesc("creeks"), 3);
   EXPECT_EQ(map->SearchDesc("Creeks "), 0);
   EXPECT_EQ(map->SearchDesc("creeks"), 3);
@@ -155,15 +153,11 @@ TEST(LNGSLMapTest, DescriptionsAndColours) {
   EXPECT_EQ(map.Count(), 0);
   map.Create();
   EXPECT_EQ(map.Count(), 4) << "3.5 records";
-  EXPECT_EQ(map.SearchDesc("Creeks"), 1);
-  EXPECT_EQ(map.LineColour(1), 5);
-  EXPECT_EQ(map.TextColour(1), -2);
-  EXPECT_EQ(map.SearchDesc(std::string(40, 'x')), 3);
-  EXPECT_EQ(map.LineColour(3), 256);
-  EXPECT_EQ(map.SearchDesc("creeks"), 0);
+  EXPECT_EQ(Row(map.SearchDesc("Creeks"), map.LineColour(1), map.TextColour(1)), "1 5 -2");
+  EXPECT_EQ(Row(map.SearchDesc(std::string(40, 'x')), map.LineColour(3), map.SearchDesc("creeks")), "3 256 0");
   rig.context.options.own = {};
   rig.context.options.programFolder = rig.folder.Path("");
-  EXPECT_NE(ErrorOf([&] { LNGSLMap(rig.context).Create(); }).find("Error Finding $LNGSL.DAT"), std::string::npos);
+  EXPECT_TRUE(Holds(ErrorOf([&] { LNGSLMap(rig.context).Create(); }), "Error Finding $LNGSL.DAT"));
   rig.settings.Set("LNGSL", "Locations", "$LNGSL.DAT", rig.folder.Path("colours"));
   LNGSLMap remembered(rig.context);
   remembered.Create();

@@ -15,19 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// "description (source)" of the Error that an action throws, or "canceled", which a line-end question nobody answers
-// is.
-std::string WordsOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Error& error) {
-    return std::string(error.what()) + " (" + error.Source() + ")";
-  } catch (const OperationCanceled&) {
-    return "canceled";
-  }
-  return "no error";
-}
-
 std::set<std::string> FilesBelow(const std::string& folder) {
   std::set<std::string> files;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) files.insert(entry.path().string());

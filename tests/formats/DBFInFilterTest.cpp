@@ -23,14 +23,10 @@ TEST_F(DBFInFilterTest, FieldsAndValues) {
   EXPECT_EQ(table.GetFieldNum(" depth "), 1);
   EXPECT_EQ(table.GetFieldNum(""), -1);
   EXPECT_EQ(table.GetFieldNum("NOSUCH"), 0) << "an unknown name is the first field";
-  EXPECT_EQ(table.GetFieldData(0, 0), "AB");
-  EXPECT_EQ(table.GetFieldData(1, 0), "12.50") << "numbers stay text";
-  EXPECT_EQ(table.GetFieldData(0, 1), "A") << "cut at the NUL";
-  EXPECT_EQ(table.GetFieldData(0, 2), "");
-  EXPECT_EQ(table.GetFieldData(1, 2), "7");
-  EXPECT_EQ(table.GetFieldData(0, 3), "") << "beyond the last record, but for the end byte";
-  EXPECT_EQ(table.GetFieldData(1, 40), "");
-  EXPECT_EQ(table.GetFieldData(-1, 0), "");
+  // Numbers stay text, a text is cut at a NUL, and nothing lies beyond the last record, not even the end byte.
+  const std::tuple<int, std::int64_t, std::string_view> values[] = {
+      {0, 0, "AB"}, {1, 0, "12.50"}, {0, 1, "A"}, {0, 2, ""}, {1, 2, "7"}, {0, 3, ""}, {1, 40, ""}, {-1, 0, ""}};
+  for (const auto& [field, record, value] : values) EXPECT_EQ(table.GetFieldData(field, record), value) << record;
   EXPECT_NE(ErrorOf([&] { table.GetFieldData(2, 0); }), "");
   EXPECT_NE(ErrorOf([&] { table.GetFieldName(-1); }), "");
 }
@@ -52,12 +48,10 @@ TEST_F(DBFInFilterTest, DescriptorsThatTheFileDoesNotHoldAreNuls) {
   bytes[8] = '\xFF';
   bytes[9] = '\xFF';  // the longest header that 16 bits can tell
   Open(bytes.substr(0, 32 + 17));
-  EXPECT_EQ(table.NumFields(), 2046);
-  EXPECT_EQ(table.GetFieldName(0), "NAME");
-  EXPECT_EQ(table.FieldLength(0), 3) << "as far as the file goes";
-  EXPECT_EQ(table.FieldDecimals(0), 0);
-  EXPECT_EQ(table.GetFieldName(2046), "");
-  EXPECT_EQ(table.FieldLength(2046), 0);
+  EXPECT_EQ(Row(table.NumFields(), table.GetFieldName(0), table.FieldLength(0), table.FieldDecimals(0)),
+            "2046 NAME 3 0")
+      << "as far as the file goes";
+  EXPECT_EQ(Row(table.GetFieldName(2046), table.FieldLength(2046)), " 0");
   EXPECT_EQ(table.FieldType(2046), '\0');
   EXPECT_EQ(table.GetFieldData(0, 0), "");
   EXPECT_EQ(table.NumRecs(), 0);
@@ -89,18 +83,15 @@ TEST_F(StandardTableTest, TheHeaderAndTheTerminatorCount) {
   bytes.insert(33 + 64, 64, '\0');
   bytes[33 + 128] = '*';
   Open(bytes);
-  EXPECT_EQ(standard.NumFields(), 1);
-  EXPECT_EQ(standard.NumRecs(), 2) << "not by the file's size";
-  EXPECT_EQ(standard.GetFieldName(1), "ELEVENCHARS");
+  EXPECT_EQ(Row(standard.NumFields(), standard.NumRecs(), standard.GetFieldName(1)), "1 2 ELEVENCHARS")
+      << "not by the file's size";
   EXPECT_EQ(standard.GetFieldData(0, 0), " ab") << "an indent belongs to a text";
   EXPECT_EQ(standard.GetFieldData(1, 0), "7");
   EXPECT_EQ(standard.GetFieldData(0, 2), "") << "beyond the last record";
   EXPECT_EQ(standard.GetFieldData(0, -1), "");
-  EXPECT_TRUE(standard.IsDeleted(0));
-  EXPECT_FALSE(standard.IsDeleted(1));
-  EXPECT_FALSE(standard.IsDeleted(-1));
+  EXPECT_EQ(Row(standard.IsDeleted(0), standard.IsDeleted(1), standard.IsDeleted(-1)), "1 0 0");
   const std::string error = ErrorOf([&] { standard.GetFieldNum("NOSUCH"); });
-  EXPECT_NE(error.find("has no field \"NOSUCH\"; its fields are NAME, ELEVENCHARS"), std::string::npos) << error;
+  EXPECT_TRUE(Holds(error, "has no field \"NOSUCH\"; its fields are NAME, ELEVENCHARS")) << error;
   EXPECT_EQ(standard.GetFieldNum(""), -1);
   bytes[4] = bytes[5] = 100;
   Open(bytes);
@@ -111,7 +102,7 @@ TEST_F(StandardTableTest, TheHeaderAndTheTerminatorCount) {
   bytes[10] = 3;
   Open(bytes);
   EXPECT_EQ(standard.GetFieldData(0, 0), " a") << "the rest belongs to the next row";
-  EXPECT_NE(ErrorOf([&] { Open(bytes.substr(0, 40)); }).find("ends within its field descriptors"), std::string::npos);
+  EXPECT_TRUE(Holds(ErrorOf([&] { Open(bytes.substr(0, 40)); }), "ends within its field descriptors"));
 }
 
 TEST_F(StandardTableTest, TextsBecomeUtf8) {

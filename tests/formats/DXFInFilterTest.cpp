@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <utility>
 
 #include "support/Support.h"
@@ -72,25 +71,15 @@ class DXFInFilterTest : public testing::Test {
 };
 
 TEST_F(DXFInFilterTest, ThePlainKinds) {
-  const auto elements =
-      Read({{0, "POINT"}, {10, "0"},   {20, "7"},  {30, "1.5"}, {0, "INSERT"}, {2, "WELL"}, {10, "1"},     {20, "2"},
-            {50, "30"},   {0, "LINE"}, {11, "3"},  {21, "4"},   {10, "-1e1"},  {20, "+2"},  {0, "CIRCLE"}, {10, "1"},
-            {20, "2"},    {40, "5"},   {0, "ARC"}, {10, "1"},   {20, "2"},     {40, "5"},   {50, "350"},   {51, "10"}});
-  ASSERT_EQ(elements.size(), 5U);
-  EXPECT_EQ(elements[0].bType, kPoint);
-  EXPECT_EQ(elements[0].Text, "NOSTATUS");
-  EXPECT_EQ(XY(elements[0]), "0,7");
-  EXPECT_EQ(elements[0].Z(0), 1.5F);
-  EXPECT_EQ(elements[1].bType, kPoint);
-  EXPECT_EQ(elements[1].Text, "WELL");
-  EXPECT_EQ(elements[1].TextAng, 30);
-  EXPECT_EQ(elements[2].bType, kLine);
-  EXPECT_EQ(XY(elements[2]), "-10,2 3,4") << "whatever the order of the groups";
-  EXPECT_EQ(elements[3].bType, kCircle);
-  EXPECT_EQ(elements[3].Rad, 5);
-  EXPECT_EQ(elements[4].bType, kArc);
-  EXPECT_EQ(elements[4].AngStart, 350);
-  EXPECT_EQ(elements[4].AngEnd, 370) << "the end lies behind the start";
+  const auto elements = Read(
+      "0 POINT|10 0|20 7|30 1.5|0 INSERT|2 WELL|10 1|20 2|50 30|0 LINE|11 3|21 4|10 -1e1|20 +2"
+      "|0 CIRCLE|10 1|20 2|40 5|0 ARC|10 1|20 2|40 5|50 350|51 10"_g);
+  std::vector<std::string> rows;
+  for (const tEntity& e : elements)
+    rows.push_back(Row(e.bType, e.Text, e.TextAng, XY(e), e.Z(0), e.Rad, e.AngStart, e.AngEnd));
+  // Whatever the order of the groups; and the end of an arc lies behind its start.
+  EXPECT_EQ(rows, (std::vector<std::string>{"0 NOSTATUS 0 0,7 1.5 0 0 0", "0 WELL 30 1,2 0 0 0 0",
+                                            "1  0 -10,2 3,4 0 0 0 0", "4  0 1,2 0 5 0 0", "6  0 1,2 0 5 350 370"}));
   EXPECT_TRUE(rig.report.Warnings().empty());
 }
 
@@ -104,26 +93,15 @@ TEST_F(DXFInFilterTest, LayersAndColours) {
       "|62 2|0 POINT|10 1|20 1|62 1|420 255|6 DASHED|0 POINT|10 1|20 1|8 new|6 ByLayer|0 POINT|10 1|20 1|8 |62 0"_g);
   for (const bool tablesFirst : {true, false}) {
     const auto e = ReadGroups(tablesFirst ? tables + entities + kEnd : entities + tables + kEnd);
-    ASSERT_EQ(e.size(), 7U);
     EXPECT_EQ(reader->Layers(), (std::vector<std::string>{"Wells", "Roads", "wells"}));
-    EXPECT_EQ(e[0].Layer, "Wells");
-    EXPECT_EQ(e[0].Colour, 3) << "of a layer that is off and frozen";
-    EXPECT_EQ(e[0].RGB, 0x00FF00);
-    EXPECT_EQ(e[1].Layer, "wells") << "an exact match comes first";
-    EXPECT_EQ(e[1].RGB, 0xFF0000) << "blue: red is in the low byte";
-    EXPECT_EQ(e[2].Colour, 1);
-    EXPECT_EQ(e[2].RGB, 0x332211) << "the layer's true colour";
-    EXPECT_EQ(e[3].Colour, 2);
-    EXPECT_EQ(e[3].RGB, 0x00FFFF);
-    EXPECT_EQ(e[4].Layer, "0");
-    EXPECT_EQ(e[4].RGB, 0xFF0000) << "the true colour 0x0000FF";
-    EXPECT_EQ(e[4].LineStyle, "DASHED");
-    EXPECT_EQ(e[5].Layer, "new");
-    EXPECT_EQ(e[5].Colour, 7);
-    EXPECT_EQ(e[5].LineStyle, "");
-    EXPECT_EQ(e[6].Layer, "0");
-    EXPECT_EQ(e[6].Colour, 0);
-    EXPECT_EQ(e[6].CDFCode, "0900000");
+    std::vector<std::string> rows;
+    for (const tEntity& each : e) rows.push_back(Row(each.Layer, each.Colour, each.RGB, each.LineStyle, each.CDFCode));
+    // That of a layer that is off and frozen; an exact match comes first, and blue lies in the high byte; the layer's
+    // true colour 0x112233; a colour of its own; a true colour of its own.
+    EXPECT_EQ(rows, (std::vector<std::string>{"Wells 3 65280  0900000", "wells 5 16711680  0900000",
+                                              "Roads 1 3351057  0900000", "Roads 2 65535  0900000",
+                                              "0 1 16711680 DASHED 0900000", "new 7 16777215  0900000",
+                                              "0 0 16777215  0900000"}));
   }
   reader->AssignCodes({"Wells", "new"}, {"0123456"});
   reader->filename(rig.folder.Path("a.dxf"));
@@ -134,10 +112,8 @@ TEST_F(DXFInFilterTest, LayersAndColours) {
 
 TEST_F(DXFInFilterTest, AMissingColourTableIsToldOnce) {
   rig.context.options.programFolder = rig.folder.Path("");
-  const auto e = Read({{0, "POINT"}, {10, "1"}, {20, "1"}, {62, "3"}, {0, "POINT"}, {10, "1"}, {20, "1"}, {62, "4"}});
-  ASSERT_EQ(e.size(), 2U);
-  EXPECT_EQ(e[0].Colour, 3);
-  EXPECT_EQ(e[0].RGB, 0) << "no colour is invented";
+  const auto e = Read("0 POINT|10 1|20 1|62 3|0 POINT|10 1|20 1|62 4"_g);
+  EXPECT_EQ(Row(e.at(0).Colour, e.at(0).RGB), "3 0") << "no colour is invented";
   ASSERT_NE(rig.WarningOf("colour table"), nullptr);
   EXPECT_EQ(rig.WarningOf("colour table")->count, 1);
 }
@@ -153,10 +129,7 @@ TEST_F(DXFInFilterTest, OldPolylines) {
                 vertex("1", "1") + vertex("2", "1", {{42, "1"}}) + vertex("2", "5", {{42, "1"}}) + seqEnd +
                 Groups{{0, "POINT"}, {10, "8"}, {20, "8"}});
   ASSERT_EQ(e.size(), 3U);
-  EXPECT_EQ(XY(e[0]), "0,1 0,0 3,2");
-  EXPECT_EQ(e[0].Z(0), 9) << "the elevation";
-  EXPECT_EQ(e[0].Z(1), 4);
-  EXPECT_FALSE(e[0].Closed);
+  EXPECT_EQ(Row(XY(e[0]), e[0].Z(0), e[0].Z(1), e[0].Closed), "0,1 0,0 3,2 9 4 0") << "9 is the elevation";
   EXPECT_TRUE(e[1].Closed);
   EXPECT_EQ(e[1].x(e[1].PointCount()), 1) << "ends on its first vertex";
   EXPECT_GT(e[1].PointCount(), 60) << "a half circle between, and one back to the first";
@@ -194,31 +167,22 @@ TEST_F(DXFInFilterTest, MeshesAndFacesAreTheirWires) {
 }
 
 TEST_F(DXFInFilterTest, LightweightPolylinesAndObjectCoordinates) {
-  const Groups polyline{{0, "LWPOLYLINE"}, {90, "9"}, {70, "1"}, {38, "5"}, {43, "2"}, {10, "1"},
-                        {20, "1"},         {91, "7"}, {10, "4"}, {20, "1"}, {10, "4"}, {20, "3"}};
-  auto e = ReadOne(polyline);
-  EXPECT_EQ(XY(e), "1,1 4,1 4,3 1,1");
-  EXPECT_EQ(e.Z(2), 5);
-  EXPECT_TRUE(e.Closed);
-  e = ReadOne(polyline + Groups{{210, "0"}, {220, "0"}, {230, "-1"}});
-  EXPECT_EQ(XY(e), "-1,1 -4,1 -4,3 -1,1");
-  EXPECT_EQ(e.Z(2), -5);
-  e = ReadOne(polyline + Groups{{210, "0"}, {220, "-2"}, {230, "0"}});
-  EXPECT_EQ(XY(e), "1,-5 4,-5 4,-5 1,-5") << "an upright plane seen from the south";
-  EXPECT_EQ(e.Z(2), 3);
+  const Groups polyline = "0 LWPOLYLINE|90 9|70 1|38 5|43 2|10 1|20 1|91 7|10 4|20 1|10 4|20 3"_g;
+  const auto seen = [&](const Groups& more) {
+    auto e = ReadOne(polyline + more);
+    return Row(XY(e), e.Z(2), e.Closed);
+  };
+  EXPECT_EQ(seen({}), "1,1 4,1 4,3 1,1 5 1");
+  EXPECT_EQ(seen("210 0|220 0|230 -1"_g), "-1,1 -4,1 -4,3 -1,1 -5 1");
+  EXPECT_EQ(seen("210 0|220 -2|230 0"_g), "1,-5 4,-5 4,-5 1,-5 3 1") << "an upright plane seen from the south";
   EXPECT_NEAR(ReadOne(polyline + "210 0.0157|220 0|230 1"_g).Y(1), 4, 1e-12) << "no axis near that of the world";
   EXPECT_NEAR(ReadOne(polyline + "210 0.0156|220 0|230 1"_g).Y(1), 1, 1e-12) << "one within 1/64 of it";
-  e = Read(polyline + "0 LWPOLYLINE|10 1|20 2"_g).at(1);
-  EXPECT_EQ(XY(e), "1,2") << "one vertex is legal";
-  EXPECT_EQ(e.Z(0), 0) << "the elevation was the other one's";
+  auto e = Read(polyline + "0 LWPOLYLINE|10 1|20 2"_g).at(1);
+  EXPECT_EQ(Row(XY(e), e.Z(0)), "1,2 0") << "one vertex is legal, and the elevation was the other one's";
 
-  const Groups arc{{0, "ARC"}, {10, "3"}, {20, "1"}, {40, "2"}, {50, "10"}, {51, "40"}, {210, "0"}, {220, "0"}};
-  e = ReadOne(arc + Groups{{230, "-1"}});
-  EXPECT_EQ(e.bType, kArc);
-  EXPECT_EQ(XY(e), "-3,1");
-  EXPECT_EQ(e.AngStart, 140);
-  EXPECT_EQ(e.AngEnd, 170);
-  e = ReadOne({{0, "CIRCLE"}, {10, "3"}, {20, "1"}, {40, "2"}, {210, "1"}, {220, "0"}, {230, "1"}});
+  e = ReadOne("0 ARC|10 3|20 1|40 2|50 10|51 40|210 0|220 0|230 -1"_g);
+  EXPECT_EQ(Row(e.bType, XY(e), e.AngStart, e.AngEnd), "6 -3,1 140 170");
+  e = ReadOne("0 CIRCLE|10 3|20 1|40 2|210 1|220 0|230 1"_g);
   EXPECT_EQ(e.bType, kPolyline) << "a tilted circle is none on the map";
   EXPECT_TRUE(e.Closed);
 }
@@ -227,24 +191,17 @@ TEST_F(DXFInFilterTest, SplinesThatSayThatTheyAreClosed) {
   const Groups straight = "71 1|40 0|40 0|40 1|40 2|40 2|10 0|20 0|10 4|20 0|10 4|20 4"_g;
   const auto e = Read("0 SPLINE|70 1"_g + straight + "0 SPLINE|70 8"_g + straight);
   ASSERT_EQ(e.size(), 2U);
-  EXPECT_EQ(XY(e[0]), "0,0 4,0 4,4 0,0");
-  EXPECT_TRUE(e[0].Closed);
-  EXPECT_EQ(XY(e[1]), "0,0 4,0 4,4");
-  EXPECT_FALSE(e[1].Closed);
+  EXPECT_EQ(Row(XY(e[0]), e[0].Closed, XY(e[1]), e[1].Closed), "0,0 4,0 4,4 0,0 1 0,0 4,0 4,4 0");
 }
 
 TEST_F(DXFInFilterTest, InsertsWithAttributesAndArrays) {
-  const auto e =
-      Read({{0, "INSERT"}, {2, "B"},      {66, "1"}, {10, "1"},     {20, "2"}, {50, "90"},    {70, "2"},
-            {71, "2"},     {44, "10"},    {45, "5"}, {0, "ATTRIB"}, {1, "17"}, {2, "NO"},     {70, "1"},
-            {10, "1"},     {20, "1"},     {73, "3"}, {74, "2"},     {72, "1"}, {11, "4"},     {21, "4"},
-            {0, "SEQEND"}, {0, "INSERT"}, {2, "C"},  {10, "1"},     {20, "2"}, {70, "32767"}, {71, "32767"}});
+  const auto e = Read(
+      "0 INSERT|2 B|66 1|10 1|20 2|50 90|70 2|71 2|44 10|45 5"
+      "|0 ATTRIB|1 17|2 NO|70 1|10 1|20 1|73 3|74 2|72 1|11 4|21 4|0 SEQEND"
+      "|0 INSERT|2 C|10 1|20 2|70 32767|71 32767"_g);
   ASSERT_EQ(e.size(), 3U);
   EXPECT_EQ(XY(e[0]), "1,2 1,12 -4,2 -4,12");
-  EXPECT_EQ(e[1].bType, kText);
-  EXPECT_EQ(e[1].Text, "17");
-  EXPECT_EQ(XY(e[1]), "4,4");
-  EXPECT_EQ(e[1].TextJust, 33) << "the vertical placement is group 74";
+  EXPECT_EQ(Row(e[1].bType, e[1].Text, XY(e[1]), e[1].TextJust), "3 17 4,4 33") << "group 74 places it vertically";
   EXPECT_EQ(XY(e[2]), "1,2");
   EXPECT_NE(rig.WarningOf("arrays"), nullptr);
 }
@@ -271,9 +228,9 @@ TEST_F(DXFInFilterTest, InsertsOfBlocksThatDrawAreTold) {
   };
   const std::string rest = " not converted; inserts come as points";
   EXPECT_EQ(told("TREE").substr(0, 13), "2 a.dxf, line");
-  EXPECT_NE(told("TREE").find(": block TREE draws 3 entities that are" + rest), std::string::npos) << told("TREE");
-  EXPECT_NE(told("deep").find("draws 2 entities that are" + rest), std::string::npos) << "the inner block comes later";
-  EXPECT_NE(told("Constant").find("draws 1 entity that is" + rest), std::string::npos);
+  EXPECT_TRUE(Holds(told("TREE"), ": block TREE draws 3 entities that are" + rest)) << told("TREE");
+  EXPECT_TRUE(Holds(told("deep"), "draws 2 entities that are" + rest)) << "the inner block comes later";
+  EXPECT_TRUE(Holds(told("Constant"), "draws 1 entity that is" + rest));
   for (const char* name : {"Round", "Square", "Far", "missing", "*MODEL_SPACE", "$paper_space"})
     EXPECT_EQ(told(name), "");
 }
@@ -296,7 +253,7 @@ TEST_F(DXFInFilterTest, WhereATextStands) {
     EXPECT_DOUBLE_EQ(e.TextAng, c.angle) << c.horizontal;
     EXPECT_EQ(e.TextSize, 2.5);
   }
-  EXPECT_EQ(ReadOne({{0, "TEXT"}, {10, "1"}, {20, "1"}, {50, "30"}, {230, "-1"}}).TextAng, 150);
+  EXPECT_EQ(ReadOne("0 TEXT|10 1|20 1|50 30|230 -1"_g).TextAng, 150);
   EXPECT_EQ(ReadOne({{0, "MTEXT"}, {10, "1"}, {20, "1"}, {71, "6"}, {11, "0"}, {21, "3"}}).TextJust, 34);
   EXPECT_EQ(ReadOne({{0, "MTEXT"}, {10, "1"}, {20, "1"}, {71, "7"}, {11, "0"}, {21, "3"}}).TextAng, 90);
   const auto turned = [&](const std::string& direction) {
@@ -328,30 +285,24 @@ TEST_F(DXFInFilterTest, WhatATextSays) {
   EXPECT_EQ(text("\u0416\xC6", newer + page("ANSI_1251")), "\u0420\u2013\u0416") << "not UTF-8, whatever the release";
   EXPECT_EQ(text("\u0416", newer + page("ANSI_1251")), "\u0416");
   EXPECT_EQ(text("x", page("ANSI_932")), "x");
-  EXPECT_NE(WarningText("code page").find("ANSI_932"), std::string::npos);
+  EXPECT_TRUE(Holds(WarningText("code page"), "ANSI_932"));
   EXPECT_EQ(
       text("{\\fArial|b1;one}\\Ptwo\\~\\S1/2; \\S3^ 4;\\S5#6;\\H2.5x;\\Lx\\l \\\\ \\{y\\} C:\\Files %%d", {}, "MTEXT"),
       "one two 1/2 3 45/6x \\ {y} C:\\Files \u00B0");
-  const auto chunks = Read({{0, "MTEXT"},  {10, "1"},      {20, "1"},   {40, "2"},
-                            {3, "first "}, {3, "second "}, {1, "last"}, {101, "Embedded Object"},
-                            {40, "9"},     {10, "9"},      {1, "no"},   {0, "TEXT"},
-                            {10, "1"},     {20, "1"},      {40, "2"},   {102, "{APP"},
-                            {40, "9"},     {102, "}"},     {1, "t"},    {1001, "X"},
-                            {1040, "9"}});
+  const auto chunks = Read(
+      "0 MTEXT|10 1|20 1|40 2|3 first |3 second |1 last|101 Embedded Object|40 9|10 9|1 no"
+      "|0 TEXT|10 1|20 1|40 2|102 {APP|40 9|102 }|1 t|1001 X|1040 9"_g);
   ASSERT_EQ(chunks.size(), 2U);
-  EXPECT_EQ(chunks[0].Text, "first second last");
-  EXPECT_EQ(chunks[0].TextSize, 2);
-  EXPECT_EQ(XY(chunks[0]), "1,1");
+  EXPECT_EQ(Row(chunks[0].Text, chunks[0].TextSize, XY(chunks[0])), "first second last 2 1,1");
   EXPECT_EQ(chunks[1].TextSize, 2) << "what an application put in braces is not the text's";
 }
 
 TEST_F(DXFInFilterTest, OnlyModelSpaceAndWhatIsLeftOutIsTold) {
   const Groups drawing =
-      Section("BLOCKS", {{0, "BLOCK"}, {2, "*Model_Space"}, {0, "LINE"}, {10, "1"}, {11, "2"}, {0, "ENDBLK"}}) +
-      Section("ENTITIES", {{0, "HATCH"},   {10, "1"},     {0, "HATCH"}, {0, "TEXT"},   {67, "1"},       {10, "1"},
-                           {20, "1"},      {0, "INSERT"}, {67, "1"},    {2, "B"},      {10, "1"},       {20, "2"},
-                           {0, "ATTRIB"},  {10, "1"},     {20, "2"},    {0, "SEQEND"}, {0, "VIEWPORT"}, {67, "1"},
-                           {0, "3DSOLID"}, {0, "POINT"},  {60, "1"},    {10, "3"},     {20, "2"}}) +
+      Section("BLOCKS", "0 BLOCK|2 *Model_Space|0 LINE|10 1|11 2|0 ENDBLK"_g) +
+      Section("ENTITIES",
+              "0 HATCH|10 1|0 HATCH|0 TEXT|67 1|10 1|20 1|0 INSERT|67 1|2 B|10 1|20 2|0 ATTRIB|10 1|20 2|0 SEQEND"
+              "|0 VIEWPORT|67 1|0 3DSOLID|0 POINT|60 1|10 3|20 2"_g) +
       kEnd;
   EXPECT_EQ(ReadGroups(drawing).size(), 1U) << "an invisible element is delivered";
   EXPECT_EQ(rig.report.UndeliveredTypes(),
@@ -363,11 +314,8 @@ TEST_F(DXFInFilterTest, OnlyModelSpaceAndWhatIsLeftOutIsTold) {
 }
 
 TEST_F(DXFInFilterTest, LineEndsCommentsAndCutDrawings) {
-  const Groups drawing =
-      Section("HEADER", {{9, "$ACADVER"}, {1, "AC1009"}}) +
-      Section("ENTITIES",
-              {{999, "a comment"}, {0, "LINE"}, {8, " a"}, {10, "1"}, {20, "1"}, {999, "0"}, {11, "2"}, {21, "2"}}) +
-      kEnd;
+  const Groups drawing = Section("HEADER", {{9, "$ACADVER"}, {1, "AC1009"}}) +
+                         Section("ENTITIES", "999 a comment|0 LINE|8  a|10 1|20 1|999 0|11 2|21 2"_g) + kEnd;
   for (const std::string end : {"\n", "\r\n", "\r", "\r\r\n"}) {
     const auto e = ReadBytes(Lines(drawing, end) + end + end);
     ASSERT_EQ(e.size(), 1U);
@@ -385,7 +333,7 @@ TEST_F(DXFInFilterTest, LineEndsCommentsAndCutDrawings) {
     EXPECT_EQ(error.empty(), length > begun) << length;
     EXPECT_EQ(elements, length > whole ? 1U : 0U) << length;
   }
-  EXPECT_NE(WarningText("no end").find("ends without EOF"), std::string::npos);
+  EXPECT_TRUE(Holds(WarningText("no end"), "ends without EOF"));
   EXPECT_EQ(Failure(""), "a.dxf: is no DXF drawing; it holds nothing");
   EXPECT_EQ(Failure("\nhello\n"), "a.dxf, line 2: is no DXF drawing; expected a group code, which is a whole number");
   EXPECT_EQ(Failure("12\nhello\n"), "a.dxf: is no DXF drawing; it has no section");
@@ -393,16 +341,12 @@ TEST_F(DXFInFilterTest, LineEndsCommentsAndCutDrawings) {
 }
 
 TEST_F(DXFInFilterTest, DamageCostsOnlyTheEntityThatHasIt) {
-  const auto e =
-      Read({{0, "LINE"}, {10, "1"},         {20, "1"},        {11, "NaN"},   {21, "1"}, {0, "CIRCLE"}, {10, "1"},
-            {20, "2"},   {40, "1E+400"},    {0, "ELLIPSE"},   {10, "1"},     {20, "2"}, {11, "0"},     {21, "0"},
-            {40, "1"},   {0, "LWPOLYLINE"}, {90, "10000000"}, {10, "1"},     {20, "1"}, {10, "inf"},   {20, "1"},
-            {10, "3"},   {20, "3"},         {30, "1e39"},     {0, "VERTEX"}, {10, "1"}, {0, "POINT"},  {0, "POINT"},
-            {10, "4"},   {20, "0x4"},       {0, "POINT"},     {10, "6"},     {20, "6"}, {30, "1e39"}});
+  const auto e = Read(
+      "0 LINE|10 1|20 1|11 NaN|21 1|0 CIRCLE|10 1|20 2|40 1E+400|0 ELLIPSE|10 1|20 2|11 0|21 0|40 1"
+      "|0 LWPOLYLINE|90 10000000|10 1|20 1|10 inf|20 1|10 3|20 3|30 1e39|0 VERTEX|10 1"
+      "|0 POINT|0 POINT|10 4|20 0x4|0 POINT|10 6|20 6|30 1e39"_g);
   ASSERT_EQ(e.size(), 2U);
-  EXPECT_EQ(XY(e[0]), "1,1 3,3");
-  EXPECT_EQ(XY(e[1]), "6,6");
-  EXPECT_EQ(e[1].Z(0), 0);
+  EXPECT_EQ(Row(XY(e[0]), XY(e[1]), e[1].Z(0)), "1,1 3,3 6,6 0");
   EXPECT_EQ(WarningText("damaged LINE"), "a.dxf, line 6: LINE: has an end that is no number; it was skipped");
   EXPECT_EQ(WarningText("numbers"), "a.dxf, line 12: LINE: expected a number");
   EXPECT_NE(rig.WarningOf("damaged CIRCLE"), nullptr);
@@ -457,13 +401,10 @@ TEST_F(DXFInFilterTest, BinaryDrawings) {
   for (const bool wide : {false, true}) {
     const auto e = ReadBytes(Binary(drawing, wide));
     ASSERT_EQ(e.size(), 2U);
-    EXPECT_EQ(XY(e[0]), "1.5,2 3,-4.25");
-    EXPECT_EQ(e[0].Layer, "Wells");
-    EXPECT_EQ(e[0].Colour, 3);
-    EXPECT_EQ(e[1].Text, std::string(300, 'x'));
-    EXPECT_EQ(e[1].RGB, 0xFF0000);
+    EXPECT_EQ(Row(XY(e[0]), e[0].Layer, e[0].Colour), "1.5,2 3,-4.25 Wells 3");
+    EXPECT_EQ(Row(e[1].RGB, e[1].Text), "16711680 " + std::string(300, 'x'));
   }
-  const Groups old = Section("ENTITIES", {{0, "LINE"}, {10, "1"}, {20, "2"}, {11, "3"}, {21, "4"}, {1070, "7"}}) + kEnd;
+  const Groups old = Section("ENTITIES", "0 LINE|10 1|20 2|11 3|21 4|1070 7"_g) + kEnd;
   const auto e = ReadBytes(Binary(old, false));
   ASSERT_EQ(e.size(), 1U);
   EXPECT_EQ(XY(e[0]), "1,2 3,4");
@@ -473,8 +414,7 @@ TEST_F(DXFInFilterTest, BinaryDrawings) {
     EXPECT_NO_THROW(ErrorOf([&] { ReadBytes(whole.substr(0, length)); })) << length;
   }
   ReadBytes(Binary(Section("ENTITIES", {{0, "LINE"}, {85, "1"}, {10, "1"}}), true));
-  EXPECT_NE(WarningText("group codes").find("the group code 85 is none that a binary drawing holds"),
-            std::string::npos);
+  EXPECT_TRUE(Holds(WarningText("group codes"), "the group code 85 is none that a binary drawing holds"));
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <random>
 
 #include "formats/dxf/DXFInFilter.h"
@@ -37,17 +36,8 @@ class DXFOutFilterTest : public testing::Test {
     for (const char c : Folder::Get(path)) piped += c == '\n' ? "|" : c == '\r' ? "" : std::string(1, c);
     return piped;
   }
-  static tEntity Element(std::int16_t kind, const std::vector<std::array<double, 3>>& vertices) {
-    tEntity entity;
-    entity.bType = kind;
-    entity.Layer = "L";
-    tEntity::Index i = 0;
-    for (const auto& [x, y, z] : vertices) {
-      entity.x(i, x);
-      entity.Y(i, y);
-      entity.Z(i++, static_cast<float>(z));
-    }
-    return entity;
+  static tEntity Element(std::int16_t kind, const VertexChain& vertices) {
+    return tesselink::Element(kind, vertices, "L");
   }
   WriteResult Write(tEntity entity) { return writer.WriteEntity(entity); }
 };
@@ -59,9 +49,8 @@ TEST_F(DXFOutFilterTest, KindsWithoutAFormCountForLayersAndExtents) {
   EXPECT_EQ(Write(other), WriteResult::Written);
   writer.Release();
   const std::string text = Piped();
-  EXPECT_NE(text.find("$EXTMIN| 10|1| 20|2| 30|3|  9|$EXTMAX| 10|5| 20|6| 30|7|"), std::string::npos);
-  EXPECT_NE(text.find(" 70|2|  0|LAYER|  2|L| 70|64| 62|1|  6|CONTINUOUS|  0|LAYER|  2|l| 70|64| 62|2|"),
-            std::string::npos);
+  EXPECT_TRUE(Holds(text, "$EXTMIN| 10|1| 20|2| 30|3|  9|$EXTMAX| 10|5| 20|6| 30|7|"));
+  EXPECT_TRUE(Holds(text, " 70|2|  0|LAYER|  2|L| 70|64| 62|1|  6|CONTINUOUS|  0|LAYER|  2|l| 70|64| 62|2|"));
   EXPECT_TRUE(rig.WarningOf("vertices at the origin")->text.ends_with("left out: 1"));
 }
 
@@ -131,18 +120,17 @@ TEST_F(StandardDXFOutFilterTest, TheTablesHoldWhatTheElementsName) {
   write("Gas", "DASH.DOT", 6);
   write("", "", 0);
   const std::string entities = Entities(), text = Piped();
-  EXPECT_NE(text.find("AC1009|  9|$DWGCODEPAGE|  3|ANSI_1252|"), std::string::npos);
+  EXPECT_TRUE(Holds(text, "AC1009|  9|$DWGCODEPAGE|  3|ANSI_1252|"));
   const std::string solid = "| 70|64|  3|Solid Line| 72|65| 73|0| 40|0|  0|";
-  EXPECT_NE(text.find("LTYPE| 70|2|  0|LTYPE|  2|CONTINUOUS" + solid + "LTYPE|  2|dash_dot" + solid + "ENDTAB"),
-            std::string::npos);
-  EXPECT_NE(text.find("LAYER| 70|2|  0|LAYER|  2|0| 70|64| 62|7|  6|CONTINUOUS|"
-                      "  0|LAYER|  2|Gas| 70|64| 62|5|  6|CONTINUOUS|  0|ENDTAB|"),
-            std::string::npos)
+  EXPECT_TRUE(Holds(text, "LTYPE| 70|2|  0|LTYPE|  2|CONTINUOUS" + solid + "LTYPE|  2|dash_dot" + solid + "ENDTAB"));
+  EXPECT_TRUE(Holds(text,
+                    "LAYER| 70|2|  0|LAYER|  2|0| 70|64| 62|7|  6|CONTINUOUS|"
+                    "  0|LAYER|  2|Gas| 70|64| 62|5|  6|CONTINUOUS|  0|ENDTAB|"))
       << "layer 0, and the first colour of the other one";
-  EXPECT_NE(text.find("STYLE|  2|STANDARD|"), std::string::npos);
+  EXPECT_TRUE(Holds(text, "STYLE|  2|STANDARD|"));
   for (const char* expected : {"  6|CONTINUOUS| 62|0|", "  6|CONTINUOUS| 62|256|", "  6|dash_dot| 62|256|",
                                "  6|ByBlock| 62|5|", "  6|dash_dot| 62|6|", "  8|0|  6|CONTINUOUS| 62|0|"}) {
-    EXPECT_NE(entities.find(expected), std::string::npos) << expected;
+    EXPECT_TRUE(Holds(entities, expected)) << expected;
   }
   EXPECT_EQ(rig.WarningOf("colour numbers")->count, 1);
 }
@@ -204,14 +192,12 @@ TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
   EXPECT_EQ(elements.back().Text, "Caf\xC3\xA9 \xC2\x81") << "bytes that are no UTF-8 are ANSI_1252";
   EXPECT_EQ(elements.back().TextJust, 0) << "placements that drawings do not have";
   const std::string bytes = Piped();
-  EXPECT_NE(bytes.find(" 10|0| 20|2| 30|3| 40|2.5|  1|plain"), std::string::npos)
-      << "no alignment point at the left of the baseline";
-  EXPECT_NE(bytes.find(" 10|0| 20|2| 30|3| 11|0| 21|2| 31|3| 40|2.5|  1|a^ J ^  b^ ^I| 50|0| 72|0| 73|1|"),
-            std::string::npos);
-  EXPECT_NE(bytes.find("|Gr\xF6\xDF"
-                       "e \xBD \x80|"),
-            std::string::npos);
-  EXPECT_NE(bytes.find("|\\U+D83D\\U+DE00|"), std::string::npos);
+  EXPECT_TRUE(Holds(bytes, " 10|0| 20|2| 30|3| 40|2.5|  1|plain")) << "no alignment point at the left of the baseline";
+  EXPECT_TRUE(Holds(bytes, " 10|0| 20|2| 30|3| 11|0| 21|2| 31|3| 40|2.5|  1|a^ J ^  b^ ^I| 50|0| 72|0| 73|1|"));
+  EXPECT_TRUE(Holds(bytes,
+                    "|Gr\xF6\xDF"
+                    "e \xBD \x80|"));
+  EXPECT_TRUE(Holds(bytes, "|\\U+D83D\\U+DE00|"));
 }
 
 TEST(DrawingEncoding, EveryTextComesBack) {

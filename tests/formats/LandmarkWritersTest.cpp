@@ -27,29 +27,20 @@ class AscOutFilterTest : public testing::Test {
     writer.Release();
     return Folder::Get(path);
   }
-  static tEntity Element(std::int16_t kind, double x, double y) {
-    tEntity entity;
-    entity.bType = kind;
-    entity.x(0, x);
-    entity.Y(0, y);
-    return entity;
-  }
 };
 
 TEST_F(AscOutFilterTest, RecordsByTheLetter) {
-  tEntity line = Element(kLine, 1846000.125, 464000.5);
-  line.x(1, -3);
-  line.Y(1, 0);
+  tEntity line = Element(kLine, {{1846000.125, 464000.5}, {-3, 0}});
   line.RGB = 0x0000FF;
-  tEntity text = Element(kText, 10.5, 20);
+  tEntity text = Element(kText, {{10.5, 20}});
   text.Text = "O'Hara\t\"1\"\n";
   text.TextSize = 12.5;
   text.TextAng = 30.25;
   text.TextJust = 50;
   text.RGB = 0xFFFFFF;
-  tEntity polygon = Element(kPolyline, 1, 2);
+  tEntity polygon = Element(kPolyline, {{1, 2}});
   polygon.Closed = true;
-  EXPECT_EQ(Written({Element(kPoint, 1, 1), line, text, polygon, Element(5, 1, 1)}),
+  EXPECT_EQ(Written({Element(kPoint, {{1, 1}}), line, text, polygon, Element(5, {{1, 1}})}),
             "METAFILE,COUNTYPL,M,1,0,0\r\n"
             "LINE, , , , ,RED\r\nXY, 1846000.125, 464000.5\r\nXY, -3, 0\r\n"
             "TEXT, 'O'Hara\t\"1\" ',10.5,20,12,,30.25,RT,,WHITE\r\n"
@@ -57,13 +48,13 @@ TEST_F(AscOutFilterTest, RecordsByTheLetter) {
   FilterOptions options;
   options.own.Set("units", "FT");
   options.own.Set("map-scale", "24000");
-  EXPECT_EQ(Written({Element(kPoint, 1, 1)}, options), "METAFILE,COUNTYPL,FT,24000,0,0\r\n")
+  EXPECT_EQ(Written({Element(kPoint, {{1, 1}})}, options), "METAFILE,COUNTYPL,FT,24000,0,0\r\n")
       << "the header is the first element's, whatever its kind";
   EXPECT_EQ(Written({}), "");
 }
 
 TEST_F(AscOutFilterTest, ACircleClosesAtThreeHundredAndSixtyRadians) {
-  tEntity circle = Element(kCircle, 1000, 200);
+  tEntity circle = Element(kCircle, {{1000, 200}});
   circle.Rad = 10;
   circle.Z(0, 7);
   std::string expected = "METAFILE,COUNTYPL,M,1,0,0\r\nLINE, , , , ,BLACK\r\n";
@@ -78,18 +69,18 @@ TEST_F(AscOutFilterTest, ACircleClosesAtThreeHundredAndSixtyRadians) {
 }
 
 TEST_F(AscOutFilterTest, AnArcRunsFromItsStartInStepsOfTenDegrees) {
-  tEntity arc = Element(kArc, 1000, 1000);
+  tEntity arc = Element(kArc, {{1000, 1000}});
   arc.Rad = 100;
   arc.AngStart = 90;
   arc.AngEnd = 125;
   const std::string written = Written({arc});
   EXPECT_EQ(std::count(written.begin(), written.end(), '\n'), 2 + 4 + 1);
-  EXPECT_NE(written.find("XY, 1000, 1100\r\n"), std::string::npos);
+  EXPECT_TRUE(Holds(written, "XY, 1000, 1100\r\n"));
   EXPECT_EQ(rig.WarningOf("geographic circles"), nullptr);
 }
 
 TEST_F(AscOutFilterTest, AGeographicCircleIsConvertedWithItsCentre) {
-  tEntity circle = Element(kCircle, -105, 40);  // on the central meridian of zone 13
+  tEntity circle = Element(kCircle, {{-105, 40}});  // on the central meridian of zone 13
   circle.Rad = 0.01F;
   const std::string written = Written({circle});
   // Northing of 40 degrees and a hundredth of a degree of the parallel there, each times 0.9996.
@@ -101,25 +92,23 @@ TEST_F(AscOutFilterTest, AGeographicCircleIsConvertedWithItsCentre) {
 }
 
 TEST_F(AscOutFilterTest, TheStandardDialectByTheLetter) {
-  tEntity chain = Element(kPolyline, 0, 0);
-  chain.x(1, 4.5);
-  chain.Y(1, 0);
+  tEntity chain = Element(kPolyline, {{0, 0}, {4.5, 0}});
   tEntity polygon = chain;
   polygon.Closed = true;
-  tEntity text = Element(kText, 0, 20);
+  tEntity text = Element(kText, {{0, 20}});
   text.Text = "O'Hara, \"1\"";
   text.TextSize = 12;
   text.TextAng = 30.25;
   text.TextJust = 50;
-  tEntity circle = Element(kCircle, 100, 40);
+  tEntity circle = Element(kCircle, {{100, 40}});
   circle.Rad = 10;
-  tEntity arc = Element(kArc, 100, 40);
+  tEntity arc = Element(kArc, {{100, 40}});
   arc.Rad = 10;
   arc.AngStart = 270;
   arc.AngEnd = 360;
   const FilterOptions options{.dialect = Dialect::Standard};
   const std::string written =
-      Written({Element(kPoint, 1, 1), chain, polygon, text, circle, arc, Element(kLine, 0, 7)}, options);
+      Written({Element(kPoint, {{1, 1}}), chain, polygon, text, circle, arc, Element(kLine, {{0, 7}})}, options);
   EXPECT_TRUE(
       written.starts_with("METAFILE,COUNTYPL,M,1,0,0\r\n"
                           "LINE, , , , ,BLACK\r\nXY,0,0\r\nXY,4.5,0\r\n"
@@ -128,7 +117,7 @@ TEST_F(AscOutFilterTest, TheStandardDialectByTheLetter) {
                           "POLYGON, , , , ,BLACK\r\nXY,110,40\r\n"))
       << written;
   const std::string line = "LINE, , , , ,BLACK\r\n", end = "XY,110,40\r\n" + line;
-  EXPECT_NE(written.find(end + "XY,100,30\r\n"), std::string::npos) << "the circle's end and the arc's beginning";
+  EXPECT_TRUE(Holds(written, end + "XY,100,30\r\n")) << "the circle's end and the arc's beginning";
   EXPECT_TRUE(written.ends_with(end + "XY,0,7\r\n"));
   EXPECT_TRUE(rig.report.Warnings().empty());
 }

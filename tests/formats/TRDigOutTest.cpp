@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 #include "formats/Formats.h"
 #include "formats/shape/ESRIInFilt.h"
 #include "support/Shapes.h"
@@ -30,14 +28,9 @@ class TRDigOutTest : public testing::Test, protected Rig {
     folder.Put(name + ".shx", file.shx);
     return folder.Put(name + ".shp", file.shp);
   }
-  static tEntity Chain(const Points& points, std::int64_t record = 0) {
-    tEntity entity;
-    entity.bType = kPolyline;
+  static tEntity Chain(std::int64_t record = 0) {
+    tEntity entity = Element(kPolyline, {{1, 2}});
     entity.Record = record;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      entity.x(static_cast<tEntity::Index>(i), points[i].first);
-      entity.Y(static_cast<tEntity::Index>(i), points[i].second);
-    }
     return entity;
   }
   std::string Written(std::vector<tEntity> elements) {
@@ -70,15 +63,10 @@ class TRDigOutTest : public testing::Test, protected Rig {
 
 TEST_F(TRDigOutTest, LinesByTheLetter) {
   PutTable("grid.dbf", "3N-", 4);
-  tEntity closed = Chain({{0, 0}, {10.5, 0}, {10.5, -7.25}});
+  tEntity closed = Element(kPolyline, {{0, 0}, {10.5, 0}, {10.5, -7.25}});
   closed.Closed = true;
-  tEntity text = Chain({{1, 1}});
-  text.bType = kText;
-  tEntity point = Chain({{1, 1}});
-  point.bType = kPoint;
-  tEntity high = Chain({{1846000.125, 464000.5}, {2, 3}});
-  high.bType = kLine;
-  high.Z(1, 7);
+  const tEntity text = Element(kText, {{1, 1}}), point = Element(kPoint, {{1, 1}});
+  const tEntity high = Element(kLine, {{1846000.125, 464000.5}, {2, 3, 7}});
   EXPECT_EQ(Written({point, text, closed, point, high}),
             "SEC,3N-1,68W,1,4\r\n0,0\r\n10.5,0\r\n10.5,-7.25\r\n0,0\r\n"
             "SEC,3N-2,68W,2,2\r\n1846000.125,464000.5\r\n2,3\r\n")
@@ -111,8 +99,7 @@ TEST_F(TRDigOutTest, AShapeTakesItsOwnRowAndItsPartsShareIt) {
 
 TEST_F(TRDigOutTest, RowsThatAreNotThereAndValuesThatBreakALine) {
   PutTable("grid.dbf", "N", 2);
-  EXPECT_EQ(Written({Chain({{1, 2}}, 3), Chain({{1, 2}}, 2), Chain({{1, 2}}, 9)}),
-            "SEC,,,,1\r\n1,2\r\nSEC,N2,68W,2,1\r\n1,2\r\nSEC,,,,1\r\n1,2\r\n");
+  EXPECT_EQ(Written({Chain(3), Chain(2), Chain(9)}), "SEC,,,,1\r\n1,2\r\nSEC,N2,68W,2,1\r\n1,2\r\nSEC,,,,1\r\n1,2\r\n");
   EXPECT_EQ(WarningOf("no row")->text,
             folder.Path("grid.dbf") + ": has 2 rows; for row 3 township, range and section were left empty");
   EXPECT_EQ(WarningOf("no row")->count, 2);
@@ -120,7 +107,7 @@ TEST_F(TRDigOutTest, RowsThatAreNotThereAndValuesThatBreakALine) {
   std::string deleted = Table({{"SEC", 9}, {"TWP", 9}, {"RGE", 9}}, {{"1,\"2\"", "3\tN", "6\r\n8"}});
   deleted[33 + 3 * 32] = '*';
   folder.Put("grid.dbf", deleted);
-  EXPECT_EQ(Written({Chain({{1, 2}})}), "SEC,3 N,6  8,1  2 ,1\r\n1,2\r\n");
+  EXPECT_EQ(Written({Chain()}), "SEC,3 N,6  8,1  2 ,1\r\n1,2\r\n");
   EXPECT_EQ(WarningOf("characters")->count, 3);
 }
 

@@ -18,9 +18,8 @@ class cColourTabTest : public testing::Test {
 TEST_F(cColourTabTest, RecordsAreCombinedByTheByteOrder) {
   folder.Put("ACADTBL.TBL", std::string("\xAA\xBB\xCC\x00\x80\xFF\x01\x02\x03", 9));
   cColourTab table(FolderPath());
-  EXPECT_EQ(table.Colour(0), 0x0080FF) << "bytes 3 to 5, the first one highest";
-  EXPECT_EQ(table.Colour(1), 0x010203);
-  EXPECT_EQ(table.Colour(-1), 0xAABBCC);
+  EXPECT_EQ(Row(table.Colour(0), table.Colour(1), table.Colour(-1)), Row(0x0080FF, 0x010203, 0xAABBCC))
+      << "bytes 3 to 5, the first one highest";
   table.ByteOrd("intel");
   EXPECT_EQ(table.Colour(0), 16744448);
   table.ByteOrd("Motorola");
@@ -34,10 +33,10 @@ TEST_F(cColourTabTest, RecordsAreCombinedByTheByteOrder) {
 
 TEST_F(cColourTabTest, WhatIsNotThereIsAnError) {
   cColourTab table(FolderPath());
-  EXPECT_NE(ErrorOf([&] { table.Colour(7); }).find("ACADTBL.TBL: could not be opened"), std::string::npos);
+  EXPECT_TRUE(Holds(ErrorOf([&] { table.Colour(7); }), "ACADTBL.TBL: could not be opened"));
   folder.Put("ACADTBL.TBL", std::string(8, 'x'));
-  EXPECT_NE(ErrorOf([&] { table.Colour(1); }).find("no colour of number 1"), std::string::npos) << "a record cut short";
-  EXPECT_NE(ErrorOf([&] { table.Colour(10922); }).find("Overflow"), std::string::npos) << "3 n + 4 beyond 16 bits";
+  EXPECT_TRUE(Holds(ErrorOf([&] { table.Colour(1); }), "no colour of number 1")) << "a record cut short";
+  EXPECT_TRUE(Holds(ErrorOf([&] { table.Colour(10922); }), "Overflow")) << "3 n + 4 beyond 16 bits";
   EXPECT_EQ(ErrorOf([&] { table.Colour(10921); }).find("Overflow"), std::string::npos);
   folder.Put("ACADTBL.TBL", std::string(9, '\1'));
   table.Create();
@@ -46,9 +45,7 @@ TEST_F(cColourTabTest, WhatIsNotThereIsAnError) {
 
 TEST(cColourTab, TheNearestNumber) {
   cColourTab colours(TESSELINK_DATA_FOLDER);
-  EXPECT_EQ(colours.Nearest(0x0000FE), 1);
-  EXPECT_EQ(colours.Nearest(0xFF0000), 5);
-  EXPECT_EQ(colours.Nearest(0xFFFFFF), 7);
+  EXPECT_EQ(Row(colours.Nearest(0x0000FE), colours.Nearest(0xFF0000), colours.Nearest(0xFFFFFF)), "1 5 7");
   for (std::int32_t number = 1; number < 256; ++number) {
     EXPECT_EQ(colours.Colour(colours.Nearest(colours.Colour(number))), colours.Colour(number));
   }

@@ -12,23 +12,16 @@ namespace tesselink {
 class MemorySettings final : public Settings {
  public:
   std::string Get(const std::string& a, const std::string& s, const std::string& k, const std::string& d) override {
-    const auto found = store_.find({a + "\n" + s, k});
-    return found == store_.end() ? d : found->second;
+    const auto& section = store_[{a, s}];
+    return section.contains(k) ? section.at(k) : d;
   }
   void Set(const std::string& a, const std::string& s, const std::string& k, const std::string& v) override {
-    store_[{a + "\n" + s, k}] = v;
+    store_[{a, s}][k] = v;
   }
-  std::map<std::string, std::string> All(const std::string& a, const std::string& s) override {
-    const std::string section = a + "\n" + s;
-    std::map<std::string, std::string> pairs;
-    for (const auto& [key, value] : store_) {
-      if (key.first == section) pairs[key.second] = value;
-    }
-    return pairs;
-  }
+  std::map<std::string, std::string> All(const std::string& a, const std::string& s) override { return store_[{a, s}]; }
 
  private:
-  std::map<std::pair<std::string, std::string>, std::string> store_;
+  std::map<std::pair<std::string, std::string>, std::map<std::string, std::string>> store_;
 };
 
 }  // namespace tesselink

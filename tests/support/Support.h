@@ -10,9 +10,11 @@
 #include <fstream>
 #include <functional>
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "core/element/VertexChains.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/run/FieldSelection.h"
@@ -149,6 +151,47 @@ inline std::string ErrorOf(const std::function<void()>& action) {
     return error.what();
   }
   return {};
+}
+
+/// An element of some kind, and on some layer.
+inline tEntity Element(std::int16_t kind, const VertexChain& vertices, const std::string& layer = "") {
+  tEntity entity;
+  entity.bType = kind;
+  entity.Layer = layer;
+  for (tEntity::Index i = 0; const Vertex& at : vertices) {
+    entity.x(i, at.x);
+    entity.Y(i, at.y);
+    entity.Z(i++, static_cast<float>(at.z));
+  }
+  return entity;
+}
+
+/// Values that belong together, to be compared as one text; blanks separate them.
+template <typename... Values>
+std::string Row(const Values&... values) {
+  std::ostringstream row;
+  row.precision(15);
+  ((row << values << ' '), ...);
+  return row.str().substr(0, row.str().size() - 1);
+}
+
+/// Whether a text holds another one; both are shown when it does not.
+inline testing::AssertionResult Holds(const std::string& text, const std::string& part) {
+  if (text.find(part) != std::string::npos) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << '"' << text << "\" holds no \"" << part << '"';
+}
+
+/// "description (source)" of the Error that an action throws, or "canceled", which a line-end question nobody answers
+/// is.
+inline std::string WordsOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const Error& error) {
+    return std::string(error.what()) + " (" + error.Source() + ")";
+  } catch (const OperationCanceled&) {
+    return "canceled";
+  }
+  return "no error";
 }
 
 inline std::string XY(const tEntity& entity) {

@@ -29,7 +29,7 @@ inline Contents All(const std::string& folder) {
 
 /// What happens to the n-th call to the system.
 struct Disturbance {
-  enum class Kind { Fails, FailsForGood, IsInterrupted, IsCutShort, Kills } kind = Kind::Fails;
+  enum class Kind { Fails, FailsForGood, IsCutShort, Kills } kind = Kind::Fails;
   int error = 0;
   int at = 0;
   int calls = 0;
@@ -44,8 +44,6 @@ inline sys::Fault Disturb(sys::Call) {
       return {isHere ? disturbance.error : 0};
     case Disturbance::Kind::FailsForGood:
       return {isBehind ? disturbance.error : 0};
-    case Disturbance::Kind::IsInterrupted:
-      return {isHere ? EINTR : 0};
     case Disturbance::Kind::IsCutShort:
       return {0, 3};
     case Disturbance::Kind::Kills:

@@ -20,9 +20,9 @@ TEST(UiText, ShowsEveryEncodingAndFindsTheFileAgain) {
   EXPECT_EQ(Shown("one\r\n\r\ntwo"), QStringLiteral("one\n\ntwo"));
 }
 
-RunSummary Summary(RunOutcome outcome) {
+TEST(SummaryText, AccountsForEverything) {
   RunSummary summary;
-  summary.outcome = outcome;
+  summary.outcome = RunOutcome::Done;
   for (int i = 0; i < 3; ++i) summary.read.Add(kPoint);
   summary.read.Add(kArc);
   summary.written.Add(kPoint);
@@ -30,11 +30,6 @@ RunSummary Summary(RunOutcome outcome) {
   summary.skipped.Add(kArc);
   summary.report.Undelivered("PointZ");
   for (int i = 0; i < 3; ++i) summary.report.Warn(WarningKind::Heights, "a.shp, record 1: odd");
-  return summary;
-}
-
-TEST(SummaryText, AccountsForEverything) {
-  RunSummary summary = Summary(RunOutcome::Done);
   summary.outputs = {"out.dxf"};
   EXPECT_EQ(SummaryLines(summary, "out.dxf"),
             (std::vector<std::string>{"out.dxf: 2 elements written", "Read: 3 points, 1 arc", "Written: 1 point",
@@ -43,17 +38,6 @@ TEST(SummaryText, AccountsForEverything) {
                                       "Warning: a.shp, record 1: odd (and 2 more of this kind)", "File: out.dxf"}));
   EXPECT_EQ(SummaryLines(RunSummary(), "out.dxf"),
             (std::vector<std::string>{"out.dxf: no elements written", "Read: no elements"}));
-}
-
-TEST(SummaryText, SaysWhatAnUnfinishedOutputHolds) {
-  RunSummary summary = Summary(RunOutcome::Cancelled);
-  EXPECT_EQ(SummaryLines(summary, "out.dxf")[0], "Cancelled: no output was written");
-  summary.outputs = {"out.dxf"};
-  EXPECT_EQ(SummaryLines(summary, "out.dxf")[0], "Cancelled: out.dxf is incomplete; it holds 2 elements");
-  summary.outcome = RunOutcome::Failed;
-  summary.error = "in.asc, line 3: odd";
-  EXPECT_EQ(SummaryLines(summary, "out.dxf")[0], "Failed: out.dxf is incomplete; it holds 2 elements");
-  EXPECT_EQ(SummaryLines(summary, "out.dxf")[1], "Error: in.asc, line 3: odd");
 }
 
 TEST(SummaryText, TellsTheTimeThatRemainsOnceItCan) {

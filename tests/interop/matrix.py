@@ -341,13 +341,10 @@ def inputs(options, folder):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--tesselink", required=True)
-    parser.add_argument("--examples", type=pathlib.Path, required=True)
-    parser.add_argument("--docs", type=pathlib.Path, required=True)
-    parser.add_argument("--data", type=pathlib.Path, required=True)
+    for name in ("--tesselink", "--examples", "--docs", "--data"):
+        parser.add_argument(name, type=lambda text: pathlib.Path(text).resolve(), required=True)
     parser.add_argument("--only", default="", help="drawings whose names hold this")
     options = parser.parse_args()
-    options.tesselink, options.examples = os.path.abspath(options.tesselink), options.examples.resolve()
     total = Result()
     with tempfile.TemporaryDirectory() as folder, multiprocessing.Pool(2) as pool:
         os.environ["XDG_CONFIG_HOME"] = folder

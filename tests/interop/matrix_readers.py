@@ -2,7 +2,6 @@
 text layouts for which no other program is at hand."""
 import dataclasses
 import json
-import logging
 import math
 import re
 import struct
@@ -12,7 +11,8 @@ import shapefile
 from ezdxf import recover
 from osgeo import gdal, ogr
 
-logging.disable(logging.CRITICAL)
+from drawings import Deviation, check  # which keeps the log of ezdxf quiet, too
+
 gdal.UseExceptions()
 gdal.PushErrorHandler("CPLQuietErrorHandler")
 
@@ -24,15 +24,6 @@ COLOURS = {
     "LIGHTBLUE": (173, 216, 230), "MAROON": (178, 96, 48), "PURPLE": (160, 32, 240), "BROWN": (165, 42, 42),
     "LIGHTGRAY": (211, 211, 211), "RED": (255, 0, 0), "PINK": (255, 12, 203), "YELLOW": (255, 255, 0), "ORANGE": (255, 165, 0),
     "SALMON": (250, 128, 144), "VIOLET": (238, 130, 232), "LIGHTYELLOW": (255, 255, 232), "WHITE": (255, 255, 255)}
-
-
-class Deviation(Exception):
-    pass
-
-
-def check(condition, message):
-    if not condition:
-        raise Deviation(message)
 
 
 @dataclasses.dataclass(frozen=True)

@@ -20,7 +20,7 @@ struct Scenario {
   Dialect dialect = Dialect::Standard;
   bool matched = false;   // layers get codes
   bool repaired = false;  // the line ends of the input
-  std::string from = "";  // a key; empty: by the extension
+  std::string from = {};  // a key; empty: by the extension
 };
 
 std::ostream& operator<<(std::ostream& out, const Scenario& scenario) { return out << scenario.name; }

@@ -63,7 +63,8 @@ std::string InfoText(const std::string& input, const std::string& format, const 
 
 int Run(const CatCommand& command) {
   Reading reading(command.input, command.reading);
-  return ReadThrough(reading, [](const tEntity& entity) { Print(JsonText(ElementJson(entity)) + "\n"); });
+  return ReadThrough(
+      reading, [&](const tEntity& entity) { Print(JsonText(ElementJson(entity, command.reading.dialect)) + "\n"); });
 }
 
 int Run(const InfoCommand& command) {

@@ -7,24 +7,26 @@
 namespace tesselink {
 namespace {
 
-// The shortest decimal that reads back as the same single: 0.1 rather than 0.10000000149011612.
-double Shortest(float value) {
+// Of a single the shortest decimal that reads back as the same single: 0.1 rather than 0.10000000149011612.
+double Shown(double value, Dialect dialect) {
+  if (dialect == Dialect::Standard) return value;
   char text[32];
-  const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-  double shortest = static_cast<double>(value);
+  const auto end = std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr;
+  double shortest = value;
   std::from_chars(text, end, shortest);
   return shortest;
 }
 
-Json Singles(std::span<const double> values) {
+Json Heights(std::span<const double> values, Dialect dialect) {
   Json json = Json::array();
-  for (const double value : values) json.push_back(Shortest(static_cast<float>(value)));
+  for (const double value : values) json.push_back(Shown(value, dialect));
   return json;
 }
 
 }  // namespace
 
-Json ElementJson(const tEntity& entity) {
+Json ElementJson(const tEntity& entity, Dialect dialect) {
+  const auto [radius, start, end] = entity.Curve();
   return {{"bType", entity.bType},
           {"Layer", AsUtf8(entity.Layer)},
           {"Colour", entity.Colour},
@@ -32,9 +34,9 @@ Json ElementJson(const tEntity& entity) {
           {"CDFCode", AsUtf8(entity.CDFCode)},
           {"Closed", entity.Closed},
           {"LineStyle", AsUtf8(entity.LineStyle)},
-          {"Rad", Shortest(entity.Rad)},
-          {"AngStart", Shortest(entity.AngStart)},
-          {"AngEnd", Shortest(entity.AngEnd)},
+          {"Rad", Shown(radius, dialect)},
+          {"AngStart", Shown(start, dialect)},
+          {"AngEnd", Shown(end, dialect)},
           {"Text", AsUtf8(entity.Text)},
           {"TextAng", entity.TextAng},
           {"TextSize", entity.TextSize},
@@ -42,7 +44,7 @@ Json ElementJson(const tEntity& entity) {
           {"TextUnits", AsUtf8(entity.TextUnits)},
           {"x", entity.AllX()},
           {"Y", entity.AllY()},
-          {"Z", Singles(entity.AllZ())}};
+          {"Z", Heights(entity.AllZ(), dialect)}};
 }
 
 // The library escapes those below the blank. Others stand within texts alone.

@@ -6,14 +6,16 @@
 
 #include "core/element/Extents.h"
 #include "core/element/tEntity.h"
+#include "core/run/Dialect.h"
 #include "core/run/Report.h"
 
 namespace tesselink {
 
 using Json = nlohmann::ordered_json;
 
-/// Texts are UTF-8 as they stand, other bytes the letters of Windows-1252.
-Json ElementJson(const tEntity& entity);
+/// Texts are UTF-8 as they stand, other bytes the letters of Windows-1252. z, radius and angles are singles in the
+/// classic dialect and printed as such.
+Json ElementJson(const tEntity& entity, Dialect dialect);
 /// The text of a value, on one line or indented. Letters that a terminal would obey are escaped.
 std::string JsonText(const Json& json, int indent = -1);
 /// The bounds, or null before the first vertex.

@@ -110,8 +110,7 @@ void Picture::AddChain(const tEntity& entity) {
 
 void Picture::AddCurve(const tEntity& entity) {
   const Vertex centre{entity.x(0), entity.Y(0), 0};
-  const double radius = static_cast<double>(entity.Rad), start = static_cast<double>(entity.AngStart);
-  const double end = static_cast<double>(entity.AngEnd);
+  const auto [radius, start, end] = entity.Curve();
   curve_.clear();
   if (entity.bType == kCircle) {
     AppendCircle(curve_, centre, radius);

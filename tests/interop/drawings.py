@@ -85,7 +85,7 @@ def closed_chain(chain):
 def compare_chains(ours, theirs, radius, curved):
     """Two chains for one curve; theirs is much finer, or exact for straight segments."""
     size = max(extent(theirs), 1e-12)
-    rounding = 1e-6 * max(size, numpy.abs(theirs).max() * 1e-1) + 1e-9  # z is single precision
+    rounding = 1e-6 * max(size, numpy.abs(theirs).max() * 1e-1) + 1e-9
     allowed = rounding + (CHORD_ERROR * (radius or size) if curved else 0)
     off = max(distances(ours, theirs).max(), distances(theirs, ours).max())
     check(off <= allowed, f"chain is {off:.3g} off, allowed {allowed:.3g} of {size:.3g}")
@@ -229,7 +229,7 @@ class Reader:
         steps = numpy.diff(element["chain"], axis=0)
         lengths = numpy.linalg.norm(steps, axis=1)
         steps, lengths = (some[lengths > 1e-11 * max(extent(element["chain"]), 1e-12)] for some in (steps, lengths))
-        if is_flat(e) and len(steps) > 1:  # z is single precision, too coarse to tell the turn of a slim end
+        if is_flat(e) and len(steps) > 1:
             cosines = (steps[:-1] * steps[1:]).sum(axis=1) / lengths[:-1] / lengths[1:]
             turn = numpy.arccos(numpy.clip(cosines, -1, 1)).max()
             check(turn <= GREATEST_TURN * 1.001, f"turns by {math.degrees(turn):.2f} degrees")

@@ -92,11 +92,11 @@ def compare_one(e, found):
     else:
         check(len(e.xyz) == len(found.xyz), f"has {len(found.xyz)} vertices, not {len(e.xyz)}")
         for a, b in zip(e.xyz, found.xyz):
-            check(near(a[0], b[0], 1e-14) and near(a[1], b[1], 1e-14) and near(a[2], b[2], 1e-6), f"has a vertex {b}, not {a}")
+            check(near(a[0], b[0], 1e-14) and near(a[1], b[1], 1e-14) and near(a[2], b[2], 1e-14), f"has a vertex {b}, not {a}")
         for key in ("radius", "start", "end"):
             a, b = getattr(e, key), getattr(found, key)
             turn = key != "radius" and None not in (a, b) and abs(math.remainder(a - b, 360)) < 1e-4
-            check(None in (a, b) or turn or near(a, b, 1e-6), f"{key} is {b}, not {a}")
+            check(None in (a, b) or turn or near(a, b, 1e-14), f"{key} is {b}, not {a}")
         check(None in (e.closed, found.closed) or e.closed == found.closed, f"closed is {found.closed}, not {e.closed}")
     for key in ("layer", "text", "just", "colour", "rgb", "code"):
         a, b = getattr(e, key), getattr(found, key)

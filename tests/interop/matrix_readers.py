@@ -200,7 +200,7 @@ def by_pyshp(path, carried):
 
 def vertices_of(shape):
     z = list(getattr(shape, "z", [])) + [0.0] * len(shape.points)
-    return tuple((float(p[0]), float(p[1]), struct.unpack("<f", struct.pack("<f", h))[0]) for p, h in zip(shape.points, z))
+    return tuple((float(p[0]), float(p[1]), float(h)) for p, h in zip(shape.points, z))
 
 
 def deleted_rows(path):

@@ -24,7 +24,7 @@ struct Extents {
   void Add(const tEntity& entity) {
     Extents widened = *this;  // in registers rather than in memory
     const tEntity::Index last = entity.PointCount();
-    for (tEntity::Index i = 0; i <= last; ++i) widened.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
+    for (tEntity::Index i = 0; i <= last; ++i) widened.Add(entity.x(i), entity.Y(i), entity.Height(i));
     *this = widened;
   }
 

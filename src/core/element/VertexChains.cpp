@@ -52,10 +52,9 @@ void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double s
 void AppendCircle(VertexChain& chain, const Vertex& centre, double radius) { AppendArc(chain, centre, radius, 0, 360); }
 
 void AppendCurve(VertexChain& chain, const tEntity& entity) {
-  const Vertex centre{entity.x(0), entity.Y(0), static_cast<double>(entity.Z(0))};
-  const double radius = static_cast<double>(entity.Rad);
+  const Vertex centre{entity.x(0), entity.Y(0), entity.Height(0)};
+  const auto [radius, start, end] = entity.Curve();
   if (entity.bType == kCircle) return AppendCircle(chain, centre, radius);
-  const double start = static_cast<double>(entity.AngStart), end = static_cast<double>(entity.AngEnd);
   AppendArc(chain, centre, radius, start, end > start ? end - start : end - start + 360);
 }
 

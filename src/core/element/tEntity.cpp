@@ -68,11 +68,25 @@ void tEntity::ClearVertices() {
   stored_ = false;
 }
 
+CurveNumbers tEntity::Curve() const {
+  const auto inFull = [](double stored, float single) {
+    return static_cast<float>(stored) == single ? stored : static_cast<double>(single);
+  };
+  return {inFull(curve_.radius, Rad), inFull(curve_.start, AngStart), inFull(curve_.end, AngEnd)};
+}
+
+void tEntity::Curve(const CurveNumbers& numbers) {
+  curve_ = numbers;
+  Rad = static_cast<float>(numbers.radius);
+  AngStart = static_cast<float>(numbers.start);
+  AngEnd = static_cast<float>(numbers.end);
+}
+
 void tEntity::Clear() {
   ClearVertices();
   bType = 0;
   Colour = 0;
-  Rad = AngStart = AngEnd = 0;
+  Curve({});
   TextAng = TextSize = 0;
   TextJust = 0;
   Closed = false;
@@ -110,7 +124,7 @@ void tEntity::ComputeExtents() {
   ResetExtents();
   const Index last = PointCount();
   for (Index i = 0; i <= last; ++i) {
-    const double pz = static_cast<double>(Z(i));
+    const double pz = Height(i);
     maxX_ = std::max(maxX_, x(i));
     maxY_ = std::max(maxY_, Y(i));
     maxZ_ = std::max(maxZ_, pz);

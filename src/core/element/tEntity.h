@@ -28,6 +28,11 @@ constexpr bool IsChain(std::int16_t kind) { return kind == kLine || kind == kPol
 /// Whether they are given by a centre, a radius and angles.
 constexpr bool IsCurve(std::int16_t kind) { return kind == kCircle || kind == kArc; }
 
+/// What a circle or an arc is given by, besides its centre; degrees.
+struct CurveNumbers {
+  double radius = 0, start = 0, end = 0;
+};
+
 /// One drawing element: attributes, and three arrays of coordinates that callers keep in step. A cleared entity holds
 /// one element of value 0 in each array. One entity is reused for a whole run: readers `Clear` and refill it.
 class tEntity {
@@ -83,6 +88,14 @@ class tEntity {
     }
     Write(z_, at, static_cast<double>(value));
   }
+
+  /// The z in double precision, as the standard dialect's readers store it; `Z` is the nearest single.
+  double Height(Index index) const { return Read(z_, index); }
+  void Height(Index index, double value) { Write(z_, index, value); }
+  /// Radius and angles likewise: as they were stored in double precision, or what `Rad`, `AngStart` and `AngEnd` say if
+  /// those have been set since.
+  CurveNumbers Curve() const;
+  void Curve(const CurveNumbers& numbers);
 
   /// Index of the last vertex, the smaller of the bounds of x and y; -1 when there is none, which is also what a single
   /// vertex at (0, 0) counts as unless `CountOrigin` says otherwise.
@@ -145,6 +158,7 @@ class tEntity {
   void ResetExtents();
 
   Coordinates x_, y_, z_;
+  CurveNumbers curve_;
   double maxX_ = -99999999, maxY_ = -99999999, maxZ_ = -99999999;
   double minX_ = 99999999, minY_ = 99999999, minZ_ = 99999999;
   bool clockwise_ = false;

@@ -29,7 +29,8 @@ bool MakeCircle(EntityContext& context, tEntity& element) {
     element.Closed = true;
     return StoreChain(context, element, kPolyline);
   }
-  return StoreRadius(context, element, radius) && StorePoint(context, element, kCircle, plane.ToWorld(groups.Point(0)));
+  return StoreCurve(context, element, {radius, 0, 0}) &&
+         StorePoint(context, element, kCircle, plane.ToWorld(groups.Point(0)));
 }
 
 bool MakeArc(EntityContext& context, tEntity& element) {
@@ -54,9 +55,8 @@ bool MakeArc(EntityContext& context, tEntity& element) {
     start += turn;
     end += turn;
   }
-  element.AngStart = static_cast<float>(start);
-  element.AngEnd = static_cast<float>(end);
-  return StoreRadius(context, element, radius) && StorePoint(context, element, kArc, plane.ToWorld(groups.Point(0)));
+  return StoreCurve(context, element, {radius, start, end}) &&
+         StorePoint(context, element, kArc, plane.ToWorld(groups.Point(0)));
 }
 
 bool MakeEllipse(EntityContext& context, tEntity& element) {

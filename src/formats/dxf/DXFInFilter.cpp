@@ -27,12 +27,14 @@ void DXFInFilter::Open(const std::string& path) {
   }
   if (inEntities_ && !tablesSeen_ && options().lookAhead) ReadTablesBehindEntities();
   layers_ = drawing_->LayerNames();
+  const bool isStandard = options().dialect == Dialect::Standard;
   entities_ = std::make_unique<EntityReader>(EntitySource{.scanner = *scanner_,
                                                           .drawing = *drawing_,
                                                           .report = report(),
                                                           .programFolder = options().programFolder,
                                                           .paperSpace = options().own.Has("paper-space"),
-                                                          .baselines = options().dialect == Dialect::Standard});
+                                                          .inFull = isStandard,
+                                                          .baselines = isStandard});
   if (!inEntities_) LeaveEntities();
 }
 

@@ -18,12 +18,12 @@ constexpr std::size_t kShownName = 60;
 constexpr std::int32_t kGreatestColour = 255, kByLayer = 256, kWhite = 7;
 
 bool SameVertex(const tEntity& entity, tEntity::Index a, tEntity::Index b) {
-  return entity.x(a) == entity.x(b) && entity.Y(a) == entity.Y(b) && entity.Z(a) == entity.Z(b);
+  return entity.x(a) == entity.x(b) && entity.Y(a) == entity.Y(b) && entity.Height(a) == entity.Height(b);
 }
 
 bool IsFlat(const tEntity& entity, tEntity::Index last) {
   for (tEntity::Index i = 1; i <= last; ++i) {
-    if (entity.Z(i) != entity.Z(0)) return false;
+    if (entity.Height(i) != entity.Height(0)) return false;
   }
   return true;
 }
@@ -41,6 +41,7 @@ constexpr DXFOutFilter::Conventions DXFOutFilter::kClassic{
     .placementAsByte = true,
     .arcsSkipped = true,
     .degenerateKept = true,
+    .heightsInFull = false,
     .layerColourIsPosition = true,
     .fullTables = false,
     .coloursAsGiven = true,
@@ -54,6 +55,7 @@ constexpr DXFOutFilter::Conventions DXFOutFilter::kStandard{
     .placementAsByte = false,
     .arcsSkipped = false,
     .degenerateKept = false,
+    .heightsInFull = true,
     .layerColourIsPosition = false,
     .fullTables = true,
     .coloursAsGiven = false,
@@ -174,7 +176,7 @@ void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
       Lost(WarningKind::OriginVertices);
       NoteMissed("vertices at the origin");
     } else {
-      extents_.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
+      extents_.Add(entity.x(i), entity.Y(i), entity.Height(i));
     }
   }
 }
@@ -219,7 +221,12 @@ void DXFOutFilter::Colour(const tEntity& entity) {
 void DXFOutFilter::Vertex(const tEntity& entity, tEntity::Index index, bool second) {
   entities_.Write(second ? " 11\r\n" : " 10\r\n").Number(entity.x(index));
   entities_.Write(second ? "\r\n 21\r\n" : "\r\n 20\r\n").Number(entity.Y(index));
-  entities_.Write(second ? "\r\n 31\r\n" : "\r\n 30\r\n").Single(entity.Z(index)).EndLine();
+  entities_.Write(second ? "\r\n 31\r\n" : "\r\n 30\r\n");
+  Height(entities_, entity.Height(index)).EndLine();
+}
+
+FileWriter& DXFOutFilter::Height(FileWriter& file, double value) const {
+  return conventions_.heightsInFull ? file.Number(value) : file.Single(static_cast<float>(value));
 }
 
 void DXFOutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
@@ -261,7 +268,8 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
 // That vertices follow, the height of a flat chain behind two numbers without a meaning, and the flags.
 void DXFOutFilter::WritePolylineForm(const tEntity& entity, bool inSpace) {
   constexpr int kClosed = 1, kInSpace = 8;
-  entities_.Write(" 66\r\n1\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n").Single(inSpace ? 0 : entity.Z(0)).EndLine();
+  entities_.Write(" 66\r\n1\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n");
+  Height(entities_, inSpace ? 0 : entity.Height(0)).EndLine();
   entities_.Line(" 70").Integer((entity.Closed ? kClosed : 0) + (inSpace ? kInSpace : 0)).EndLine();
 }
 
@@ -288,16 +296,16 @@ void DXFOutFilter::WriteCircle(const tEntity& entity) {
   Colour(entity);
   Text("  8", Printable(*layer_));
   Vertex(entity, 0);
-  entities_.Line(" 40").Number(static_cast<double>(entity.Rad)).EndLine();
+  entities_.Line(" 40").Number(entity.Curve().radius).EndLine();
   Text("  6", Printable(*lineType_));
 }
 
 // The end of an arc through 0 degrees counts from there again.
 void DXFOutFilter::WriteArc(const tEntity& entity) {
-  const auto start = static_cast<double>(entity.AngStart), end = static_cast<double>(entity.AngEnd);
+  const auto [radius, start, end] = entity.Curve();
   Open("ARC", entity);
   Vertex(entity, 0);
-  entities_.Line(" 40").Number(static_cast<double>(entity.Rad)).EndLine();
+  entities_.Line(" 40").Number(radius).EndLine();
   entities_.Line(" 50").Number(start).EndLine();
   entities_.Line(" 51").Number(end > 360 && end - start < 360 ? end - 360 : end).EndLine();
 }
@@ -323,7 +331,7 @@ void DXFOutFilter::WriteHead() {
   const auto corner = [this](std::string_view name, double x, double y, double z) {
     header_.Line("  9").Line(name);
     header_.Line(" 10").Number(x).EndLine().Line(" 20").Number(y).EndLine();
-    header_.Line(" 30").Single(static_cast<float>(z)).EndLine();
+    Height(header_.Line(" 30"), z).EndLine();
   };
   header_.Write(kRelease);
   if (!conventions_.textsAsGiven) header_.Write(kCodePage);

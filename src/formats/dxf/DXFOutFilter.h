@@ -37,6 +37,7 @@ class DXFOutFilter final : public OutputFilter {
     bool placementAsByte;        // group 73 of a text is 0, 16, 32 or 48; else 0 to 3
     bool arcsSkipped;            // else written as ARC
     bool degenerateKept;         // a chain of one vertex, a circle without radius; else a POINT
+    bool heightsInFull;          // z with 15 digits; else with 7
     bool layerColourIsPosition;  // in the table; else the first colour that an element of the layer has
     bool fullTables;             // every line type, layer 0 and a text style; else a single line type and no style
     bool coloursAsGiven;  // else a number that is no colour is "by layer", and an RGB colour gets the nearest number
@@ -66,6 +67,7 @@ class DXFOutFilter final : public OutputFilter {
   void WriteArc(const tEntity& entity);
   void Open(std::string_view type, const tEntity& entity);
   void Vertex(const tEntity& entity, tEntity::Index index, bool second = false);
+  FileWriter& Height(FileWriter& file, double value) const;
   void Text(std::string_view code, std::string_view value);
   void Colour(const tEntity& entity);
   void WriteLineTypeTable();

@@ -25,6 +25,7 @@ struct EntitySource {
   Report& report;
   std::string programFolder;  ///< where the colour table lies
   bool paperSpace = false;    ///< deliver paper space too
+  bool inFull = false;        ///< z, radii and angles in double precision; else rounded to singles
   bool baselines = false;     ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
 };
 

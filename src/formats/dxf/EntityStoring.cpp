@@ -18,6 +18,11 @@ constexpr std::int32_t kByLayer = 256;
 // 0xRRGGBB as a colour with red in the low byte.
 std::int32_t RedLow(std::int32_t colour) { return (colour >> 16 & 0xFF) | (colour & 0xFF00) | (colour & 0xFF) << 16; }
 
+// A number as the reading keeps it.
+double Stored(const EntityContext& context, double value) {
+  return context.source.inFull ? value : static_cast<double>(static_cast<float>(value));
+}
+
 }  // namespace
 
 bool IsFinite(const Vertex& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
@@ -47,7 +52,7 @@ bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind, std
     const bool fits = std::fabs(v.z) <= kGreatest;
     element.x(i, v.x);
     element.Y(i, v.y);
-    element.Z(i, fits ? static_cast<float>(v.z) : 0.0F);
+    element.Height(i, fits ? Stored(context, v.z) : 0);
     wild = wild || !fits;
   }
   if (wild) Warn(context, WarningKind::WildZ, "z values that are no number or too large were read as 0");
@@ -69,11 +74,11 @@ bool StorePoint(EntityContext& context, tEntity& element, std::int16_t kind, con
   return StoreChain(context, element, kind);
 }
 
-bool StoreRadius(EntityContext& context, tEntity& element, double radius) {
-  if (!(radius <= static_cast<double>(std::numeric_limits<float>::max()))) {
+bool StoreCurve(EntityContext& context, tEntity& element, const CurveNumbers& numbers) {
+  if (!(numbers.radius <= static_cast<double>(std::numeric_limits<float>::max()))) {
     return Damaged(context, "has a radius that is no number");
   }
-  element.Rad = static_cast<float>(radius);
+  element.Curve({Stored(context, numbers.radius), Stored(context, numbers.start), Stored(context, numbers.end)});
   return true;
 }
 

@@ -20,7 +20,8 @@ inline bool StoreChain(EntityContext& context, tEntity& element, std::int16_t ki
 bool StoreWire(EntityContext& context, tEntity& element);
 /// A single vertex.
 bool StorePoint(EntityContext& context, tEntity& element, std::int16_t kind, const Vertex& at);
-bool StoreRadius(EntityContext& context, tEntity& element, double radius);
+/// What a circle or an arc has besides its centre.
+bool StoreCurve(EntityContext& context, tEntity& element, const CurveNumbers& numbers);
 /// Layer, line type and colour, which every entity has.
 void StoreAttributes(EntityContext& context, tEntity& element);
 

@@ -164,7 +164,7 @@ void ESRIOutFilt::ChooseKindOfNothing() {
 WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
   const tEntity::Index last = entity.bType == kText ? 0 : entity.PointCount();
   for (tEntity::Index i = 0; i <= last; ++i) {
-    files_.AddPoint(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i)));
+    files_.AddPoint(entity.x(i), entity.Y(i), entity.Height(i));
     AddRow(entity);
   }
   return WriteResult::Written;
@@ -182,7 +182,7 @@ WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
     const tEntity::Index last = entity.PointCount();
     if (writing_.needsTwoPoints && last < 1) return WriteResult::Skipped;
     ShapeFiles::Chain chain = files_.BeginChain(static_cast<std::size_t>(last) + 2);
-    const auto add = [&](tEntity::Index i) { chain.Add(entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i))); };
+    const auto add = [&](tEntity::Index i) { chain.Add(entity.x(i), entity.Y(i), entity.Height(i)); };
     for (tEntity::Index i = 0; i <= last; ++i) add(i);
     if (entity.LacksClosingVertex()) add(0);
     files_.EndChain(chain);

@@ -343,14 +343,14 @@ void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
   const tEntity::Index last = entity.XCount();
   strip_.clear();
   for (tEntity::Index i = 0; i <= last; ++i) {
-    strip_.push_back({entity.x(i), entity.Y(i), static_cast<double>(entity.Z(i))});
+    strip_.push_back({entity.x(i), entity.Y(i), entity.Height(i)});
   }
   tEntity::Index to = 0;
   const auto put = [&](tEntity::Index from) {
     const Vertex& vertex = strip_[static_cast<std::size_t>(from)];
     entity.x(to, vertex.x);
     entity.Y(to, vertex.y);
-    entity.Z(to++, static_cast<float>(vertex.z));
+    entity.Height(to++, vertex.z);
   };
   for (tEntity::Index i = 0; i <= last; i += 2) put(i);
   for (tEntity::Index i = last % 2 == 0 ? last - 1 : last; i > 0; i -= 2) put(i);
@@ -387,7 +387,7 @@ void ShapeRecords::StoreZ(tEntity& entity, Range range) {
     for (std::int32_t i = end - 1; i >= begin; --i) {
       const auto z = LittleEndian<double>(&values[static_cast<std::size_t>(i - begin) * 8]);
       const bool fits = std::fabs(z) <= static_cast<double>(std::numeric_limits<float>::max());
-      entity.Z(i, fits ? static_cast<float>(z) : 0.0F);
+      entity.Height(i, fits ? z : 0);
       wild = wild || !fits;
     }
     end = begin;
@@ -402,7 +402,7 @@ bool ShapeRecords::DropWildVertices(tEntity& entity) {
     if (!std::isfinite(entity.x(i)) || !std::isfinite(entity.Y(i))) continue;
     entity.x(kept, entity.x(i));
     entity.Y(kept, entity.Y(i));
-    if (current_.zAt != 0) entity.Z(kept, entity.Z(i));
+    if (current_.zAt != 0) entity.Height(kept, entity.Height(i));
     ++kept;
   }
   Warn(WarningKind::NotFinite, "vertices without a finite x and y were left out: " + std::to_string(count - kept));

@@ -57,10 +57,10 @@ void Convert(const std::string& path, FileWriter& writer, Interaction& interacti
   writer.Close();
 }
 
-// The converted copy takes the place of a target whole, or not at all. A read-only target is replaced too, and is
-// read-only again.
+// The converted copy takes the place of a target whole, or not at all. A read-only file is repaired too, and stays
+// read-only.
 void PutInPlace(const std::string& original, const std::string& target, Interaction& interaction) {
-  OutputPlace place(target, {.overwrite = true, .readOnly = true});
+  OutputPlace place(target, {.overwrite = true, .readOnly = target == original});
   const sys::Status before = StatusOf(original);
   try {
     FileWriter copy(place.Path());
@@ -71,7 +71,6 @@ void PutInPlace(const std::string& original, const std::string& target, Interact
   if (!StatusOf(original).SameContent(before)) {
     throw Error(original + ": was changed by another program while it was repaired; it was left as it is");
   }
-  if (!sys::SetMode(place.Path(), before.mode)) throw Error(SystemReason(target, "could not be given its rights"));
   place.Deliver();
   for (const std::string& note : place.Notes()) interaction.ShowMessage({Topic::Notice, note, "Line ends"});
 }

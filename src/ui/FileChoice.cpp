@@ -35,6 +35,15 @@ QString LocalFile(const QUrl& url) {
   return Shown(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
 }
 
+template <typename Row>
+QStringList ListedEntries(const std::vector<Row>& rows) {
+  QStringList entries;
+  for (const Row& row : rows) {
+    if (row.inDropDown) entries.append(Shown(row.entry));
+  }
+  return entries;
+}
+
 }  // namespace
 
 QString PatternOf(const QString& entry) {
@@ -90,6 +99,9 @@ QString EntryByExtension(const std::vector<InputFormat>& formats, const QString&
 QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString& path) {
   return EntryOf(formats, path);
 }
+
+QStringList DropDownEntries(const std::vector<InputFormat>& formats) { return ListedEntries(formats); }
+QStringList DropDownEntries(const std::vector<OutputFormat>& formats) { return ListedEntries(formats); }
 
 QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringList& paths) {
   QStringList inputs;

@@ -31,6 +31,9 @@ std::vector<std::string> ChosenFiles(const QStringList& paths);
 /// The entry of the first format whose extension the path has; empty when there is none.
 QString EntryByExtension(const std::vector<InputFormat>& formats, const QString& path);
 QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString& path);
+/// The entries of a drop-down, in their order.
+QStringList DropDownEntries(const std::vector<InputFormat>& formats);
+QStringList DropDownEntries(const std::vector<OutputFormat>& formats);
 
 /// What a drop of files means: of several, those that are inputs by themselves, so that a shapefile may come with its
 /// index and its table.

@@ -122,13 +122,8 @@ MainWindow::MainWindow(const FormatTable& formats, Settings& settings, const Fil
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(splitter_);
-  const auto list = [](QComboBox& box, const auto& rows) {
-    for (const Format& format : rows) {
-      if (format.inDropDown) box.addItem(Shown(format.entry));
-    }
-  };
-  list(*inFormat_, formats_.Inputs());
-  list(*outFormat_, formats_.Outputs());
+  inFormat_->addItems(DropDownEntries(formats_.Inputs()));
+  outFormat_->addItems(DropDownEntries(formats_.Outputs()));
   Connect();
   InFormatClick();
   RestoreLook();

@@ -139,11 +139,13 @@ bool DXFOutFilter::IsDegenerate(const tEntity& entity, tEntity::Index last) cons
   return (IsChain(entity.bType) && last == 0) || (IsCurve(entity.bType) && !(entity.Rad > 0));
 }
 
-// The number of a colour that the element has, but no number for.
+// A colour that the element's number does not have gets the number that comes nearest; black is also what an element
+// without a colour has.
 void DXFOutFilter::NumberColour(tEntity& entity) {
-  if (conventions_.coloursAsGiven || entity.Colour != 0 || entity.RGB == 0) return;
+  const bool isNumbered = entity.Colour > 0 && entity.Colour <= kGreatestColour;
+  if (conventions_.coloursAsGiven || entity.RGB == 0 || (entity.Colour != 0 && !isNumbered)) return;
   try {
-    entity.Colour = colours_.Nearest(entity.RGB);
+    if (!isNumbered || !colours_.IsColourOf(entity.Colour, entity.RGB)) entity.Colour = colours_.Nearest(entity.RGB);
   } catch (const Error& error) {
     report().Warn(WarningKind::ColourTable, error.what());
   }

@@ -63,6 +63,10 @@ const std::vector<std::int32_t>& cColourTab::Palette() {
   return palette_;
 }
 
+bool cColourTab::IsColourOf(std::int32_t number, std::int32_t colour) {
+  return Palette()[static_cast<std::size_t>(number - 1)] == colour;
+}
+
 std::int32_t cColourTab::Nearest(std::int32_t colour) {
   constexpr std::size_t kMostKept = 4096;
   if (const auto known = nearest_.find(colour); known != nearest_.end()) return known->second;

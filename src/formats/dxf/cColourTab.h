@@ -25,6 +25,8 @@ class cColourTab {
   /// The colour of a number, the table being opened when it is not. Throws Error when it cannot be opened, when the
   /// record's position does not fit 16 bits (numbers above 10921), and when the table holds no such record.
   std::int32_t Colour(std::int32_t number);
+  /// Whether a number from 1 to 255 has just that colour. Throws as Colour does.
+  bool IsColourOf(std::int32_t number, std::int32_t colour);
   /// The number from 1 to 255 whose colour is nearest to a colour; of equally near ones the first. Throws as Colour
   /// does.
   std::int32_t Nearest(std::int32_t colour);

@@ -218,21 +218,17 @@ bool OutputPlace::MakeFolder() {
 }
 
 // The name that a file of the private folder gets: that of the one beside the target that differs in the letter case
-// of its extension, if there is one, chosen as PartnerFile does.
+// of its extension, if there is one.
 std::string OutputPlace::TargetOf(const std::string& name) const {
   const std::size_t dot = name.rfind('.');
   if (name == name_ || dot == std::string::npos) return name;
-  const std::string stem = name.substr(0, dot + 1), extension = name.substr(dot + 1);
-  for (const std::string& likely : {stem + UpperCase(extension), stem + LowerCase(extension)}) {
+  const auto isThere = [&](const std::string& likely) {
     sys::Status status;
     if (!sys::StatusOf(into_ + likely, status, sys::Links::Keep)) ThrowNotCreated(into_ + name);
-    if (status.Exists()) return likely;
-  }
-  std::vector<std::string> names;
-  if (!sys::List(OrCurrent(into_), stem, names) && errno != EACCES) ThrowNotCreated(into_ + name);
-  const auto found = std::find_if(names.begin(), names.end(),
-                                  [&](const std::string& there) { return EqualsIgnoringCase(there, name); });
-  return found == names.end() ? name : *found;
+    return status.Exists();
+  };
+  const std::string found = FindSpelling(name.substr(0, dot + 1), name.substr(dot + 1), isThere);
+  return found.empty() ? name : found;
 }
 
 std::string OutputPlace::CompanionPath(const std::string& extension) const {

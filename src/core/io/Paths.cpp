@@ -86,22 +86,27 @@ bool SameFile(const std::string& a, const std::string& b) {
 }
 
 // Every spelling is tried: a folder of ten thousand files takes longer to look through.
-std::string PartnerFile(const std::string& path, const std::string& extension) {
-  std::string candidate = FolderOf(path) + StripExtension(FileNameOf(path)) + "." + extension;
-  const std::size_t first = candidate.size() - extension.size();
-  const std::string small = LowerCase(extension);
+std::string FindSpelling(const std::string& stem, const std::string& extension,
+                         const std::function<bool(const std::string&)>& isThere) {
+  const std::string small = LowerCase(extension), capital = UpperCase(extension);
   const unsigned allSmall = (1U << extension.size()) - 1;
-  const auto exists = [&](unsigned smallLetters) {
+  std::string candidate;
+  const auto found = [&](unsigned smallLetters) {
+    candidate = stem;
     for (std::size_t i = 0; i < extension.size(); ++i) {
-      candidate[first + i] = (smallLetters >> i & 1U) != 0 ? small[i] : extension[i];
+      candidate += (smallLetters >> i & 1U) != 0 ? small[i] : capital[i];
     }
-    return IsThere(candidate);
+    return isThere(candidate);
   };
-  if (exists(0) || exists(allSmall)) return candidate;
+  if (found(0) || found(allSmall)) return candidate;
   for (unsigned mixed = 1; mixed < allSmall; ++mixed) {
-    if (exists(mixed)) return candidate;
+    if (found(mixed)) return candidate;
   }
   return {};
+}
+
+std::string PartnerFile(const std::string& path, const std::string& extension) {
+  return FindSpelling(FolderOf(path) + StripExtension(FileNameOf(path)) + ".", extension, IsThere);
 }
 
 }  // namespace tesselink

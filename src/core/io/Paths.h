@@ -1,6 +1,7 @@
 // Paths as people write them: folders are split at "/" and at "\", and joined with the platform's separator.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,10 @@ std::string ExtensionOf(std::string_view path);
 std::string JoinPath(const std::string& folder, const std::string& name);
 /// Whether both paths name one existing file, however they are spelt. Throws Error where that cannot be found out.
 bool SameFile(const std::string& a, const std::string& b);
+/// Of the letter cases that an extension of a few letters can have, the first with which a file is there: capitals,
+/// small letters, then any mixture. The stem ends with the period. Empty when there is none.
+std::string FindSpelling(const std::string& stem, const std::string& extension,
+                         const std::function<bool(const std::string&)>& isThere);
 /// The file beside another that differs from it by its extension, given without the period and in capitals as "SHX";
 /// letter case is that of the file found, which need not be readable. Empty when there is none.
 std::string PartnerFile(const std::string& path, const std::string& extension);

@@ -27,24 +27,29 @@ Json Heights(std::span<const double> values, Dialect dialect) {
 
 Json ElementJson(const tEntity& entity, Dialect dialect) {
   const auto [radius, start, end] = entity.Curve();
-  return {{"bType", entity.bType},
-          {"Layer", AsUtf8(entity.Layer)},
-          {"Colour", entity.Colour},
-          {"RGB", entity.RGB},
-          {"CDFCode", AsUtf8(entity.CDFCode)},
-          {"Closed", entity.Closed},
-          {"LineStyle", AsUtf8(entity.LineStyle)},
-          {"Rad", Shown(radius, dialect)},
-          {"AngStart", Shown(start, dialect)},
-          {"AngEnd", Shown(end, dialect)},
-          {"Text", AsUtf8(entity.Text)},
-          {"TextAng", entity.TextAng},
-          {"TextSize", entity.TextSize},
-          {"TextJust", entity.TextJust},
-          {"TextUnits", AsUtf8(entity.TextUnits)},
-          {"x", entity.AllX()},
-          {"Y", entity.AllY()},
-          {"Z", Heights(entity.AllZ(), dialect)}};
+  Json json{{"bType", entity.bType},
+            {"Layer", AsUtf8(entity.Layer)},
+            {"Colour", entity.Colour},
+            {"RGB", entity.RGB},
+            {"CDFCode", AsUtf8(entity.CDFCode)},
+            {"Closed", entity.Closed},
+            {"LineStyle", AsUtf8(entity.LineStyle)},
+            {"Rad", Shown(radius, dialect)},
+            {"AngStart", Shown(start, dialect)},
+            {"AngEnd", Shown(end, dialect)},
+            {"Text", AsUtf8(entity.Text)},
+            {"TextAng", entity.TextAng},
+            {"TextSize", entity.TextSize},
+            {"TextJust", entity.TextJust},
+            {"TextUnits", AsUtf8(entity.TextUnits)},
+            {"x", entity.AllX()},
+            {"Y", entity.AllY()},
+            {"Z", Heights(entity.AllZ(), dialect)}};
+  if (!entity.Parts.empty()) json["Parts"] = entity.Parts;
+  if (entity.IsArea) json["IsArea"] = true;
+  if (!entity.Bulges.empty()) json["Bulges"] = entity.Bulges;
+  if (!entity.Measures.empty()) json["Measures"] = entity.Measures;
+  return json;
 }
 
 // The library escapes those below the blank. Others stand within texts alone.

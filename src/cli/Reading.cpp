@@ -41,6 +41,7 @@ class ForwardingWriter final : public OutputFilter {
  private:
   void Create(const std::string&) override {}
   Carrying CarriesSource() const override { return Carrying::Yes; }  // nobody expects that here
+  Holding Holds() const override { return {.parts = true, .areas = true, .bulges = true, .measures = true}; }
   WriteResult Write(tEntity& entity) override {
     handler_(entity);
     return WriteResult::Written;

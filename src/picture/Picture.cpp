@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "core/run/Losses.h"
+#include "core/run/Reduction.h"
 #include "picture/PictureColours.h"
 
 namespace tesselink {
@@ -45,6 +47,14 @@ void Picture::Add(const tEntity& entity) {
   if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
   ++elements_;
   layer_ = LayerOf(entity);
+  if (entity.IsPlain()) return AddPlain(entity);
+  Losses unheeded;
+  tEntity reduced = entity;
+  Reduction({}, unheeded).Reduce(reduced, [this](const tEntity& plain) { AddPlain(plain); });
+}
+
+void Picture::AddPlain(const tEntity& entity) {
+  const std::int16_t kind = entity.bType;
   if (IsChain(kind)) AddChain(entity);
   if (IsCurve(kind)) AddCurve(entity);
   if (kind == kPoint) AddPoints(entity);

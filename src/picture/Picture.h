@@ -99,6 +99,7 @@ class Picture {
     auto operator<=>(const CellPlace&) const = default;
   };
 
+  void AddPlain(const tEntity& entity);
   std::uint8_t LayerOf(const tEntity& entity);
   std::uint8_t LayerNumber(const std::string& name);
   void AddPoints(const tEntity& entity);

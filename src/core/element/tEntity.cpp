@@ -66,6 +66,10 @@ void tEntity::ClearVertices() {
     values->front() = 0;
   }
   stored_ = false;
+  Parts.clear();
+  Bulges.clear();
+  Measures.clear();
+  IsArea = false;
 }
 
 CurveNumbers tEntity::Curve() const {
@@ -91,6 +95,7 @@ void tEntity::Clear() {
   TextJust = 0;
   Closed = false;
   RGB = 0;
+  ColourFrom = ColourSource::Own;
   Record = 0;
 }
 

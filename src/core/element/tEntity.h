@@ -33,15 +33,11 @@ struct CurveNumbers {
   double radius = 0, start = 0, end = 0;
 };
 
-/// One drawing element: attributes, and three arrays of coordinates that callers keep in step. A cleared entity holds
-/// one element of value 0 in each array. One entity is reused for a whole run: readers `Clear` and refill it.
-class tEntity {
- public:
-  /// Position in a coordinate array, from 0.
-  using Index = std::ptrdiff_t;
-  /// What the last reads left behind; the counts set it back to `None`.
-  enum class ErrorState { None, SubscriptOutOfRange };
+/// Where the colour of an element comes from. `Colour` and `RGB` say in any case what it is.
+enum class ColourSource : std::uint8_t { Own, Layer, Block };
 
+/// What an element has besides its vertices.
+struct EntityAttributes {
   std::int16_t bType = 0;     ///< kind of element, see Kind
   std::int32_t Colour = 0;    ///< DXF colour number
   float Rad = 0;              ///< radius of a circle or arc
@@ -57,7 +53,26 @@ class tEntity {
   std::string CDFCode;        ///< feature code of up to 7 characters
   bool Closed = false;        ///< goes with CDFCode; a polygon
   std::int32_t RGB = 0;       ///< 24-bit colour, red in the low byte
-  std::int64_t Record = 0;    ///< number, from 1, of the input's record that it came from; 0 where there are none
+
+  // What drawings hold beyond these; readers of the classic dialect leave it as it is here. See core/run/Reduction.h.
+  bool IsArea = false;  ///< the parts are closed rings; outer ones run clockwise, holes the other way
+  ColourSource ColourFrom = ColourSource::Own;
+
+  std::int64_t Record = 0;  ///< number, from 1, of the input's record that it came from; 0 where there are none
+};
+
+/// One drawing element: attributes, and three arrays of coordinates that callers keep in step. A cleared entity holds
+/// one element of value 0 in each array. One entity is reused for a whole run: readers `Clear` and refill it.
+class tEntity : public EntityAttributes {
+ public:
+  /// Position in a coordinate array, from 0.
+  using Index = std::ptrdiff_t;
+  /// What the last reads left behind; the counts set it back to `None`.
+  enum class ErrorState { None, SubscriptOutOfRange };
+
+  std::vector<Index> Parts;      ///< the first vertex of each further part of a chain or group; empty: one part
+  std::vector<double> Bulges;    ///< tangents of a quarter of the arcs behind the first vertices; the rest have none
+  std::vector<double> Measures;  ///< m of each vertex, not a number where it has none; empty: none has
 
   tEntity() : x_(1), y_(1), z_(1) {}
 
@@ -112,6 +127,12 @@ class tEntity {
     const Index last = PointCount();
     return Closed && (x(0) != x(last) || Y(0) != Y(last));
   }
+  /// Whether the element is one chain or group of straight segments, and nothing more.
+  bool IsPlain() const { return Parts.empty() && Bulges.empty() && Measures.empty() && !IsArea; }
+  /// The number of parts, and where one ends, as the index behind its last vertex.
+  std::size_t PartCount() const { return Parts.size() + 1; }
+  Index PartBegin(std::size_t part) const { return part == 0 ? 0 : Parts[part - 1]; }
+  Index PartEnd(std::size_t part) const { return part < Parts.size() ? Parts[part] : PointCount() + 1; }
   /// Whether any z is other than 0, which formats without heights lose.
   bool HasHeight() const;
 
@@ -131,6 +152,11 @@ class tEntity {
   void ClearVertices();
   /// Drops the last element of each array that has more than one.
   void RemoveLastVertex();
+  /// Takes on all but the vertices and what belongs to them.
+  void CopyAttributes(const tEntity& from) {
+    EntityAttributes::operator=(from);
+    curve_ = from.curve_;
+  }
   /// Replaces the vertices by the centre of their box.
   void ResetToCentroid();
 

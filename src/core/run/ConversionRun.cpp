@@ -72,6 +72,7 @@ struct ConversionRun::State {
   FieldSelection fields{FieldSelection::Names::Prepared};
   std::unique_ptr<InputFilter> reader;
   std::unique_ptr<OutputFilter> writer;
+  std::optional<Reduction> reduction;  // to what the writer holds
   Pump pump;
   FilesRead filesRead;
   std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
@@ -163,6 +164,7 @@ void ConversionRun::CreateFilters(State& state) {
   const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
   state.reader = state.inFormat->create(context);
   state.writer = outFormat.create(context);
+  state.reduction.emplace(state.writer->Holds(), state.writer->losses());
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
   std::string path = state.request.OutFile;
@@ -265,7 +267,14 @@ void ConversionRun::ConvertElement(State& state) {
   }
   state.layerNotes.Note(entity.Layer);
   state.writing = true;
-  const WriteResult result = state.writer->WriteEntity(entity);
+  WriteResult result = WriteResult::Converted;
+  if (state.reduction->Fits(entity)) {
+    result = state.writer->WriteEntity(entity);
+  } else {
+    state.reduction->Reduce(entity, [&](tEntity& reduced) {
+      if (state.writer->WriteEntity(reduced) == WriteResult::Skipped) result = WriteResult::Skipped;
+    });
+  }
   state.writing = false;
   (result == WriteResult::Written     ? summary.written
    : result == WriteResult::Converted ? summary.converted

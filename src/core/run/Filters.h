@@ -13,6 +13,7 @@
 #include "core/run/LayerCodes.h"
 #include "core/run/Losses.h"
 #include "core/run/Options.h"
+#include "core/run/Reduction.h"
 
 namespace tesselink {
 
@@ -152,6 +153,10 @@ class OutputFilter {
   virtual std::vector<std::string> Outputs() const { return {filename_}; }
   /// Bytes that have been written so far, to all its files together; 0 for a writer that makes none.
   virtual std::int64_t Size() const { return 0; }
+  /// What its elements may hold; the run hands it no others.
+  virtual Holding Holds() const { return {}; }
+  /// Where the run counts what it gives up on the way to this writer.
+  Losses& losses() { return losses_; }
   /// Whether the attributes of an input and the name of its coordinate system go along. What does not is told.
   virtual Carrying CarriesSource() const { return Carrying::No; }
   /// What it takes of an input's attributes all the same, as in "township, range and section".
@@ -167,7 +172,6 @@ class OutputFilter {
   void NoteMissed(std::string_view what);
   /// Counts what is given up; told by kind when the file is complete.
   void Lost(WarningKind kind, std::int64_t count = 1) { losses_.Add(kind, count); }
-  Losses& losses() { return losses_; }
   /// The source of the error that is raised when no file is open.
   virtual const char* NoFileSource() const { return "WriteEntity"; }
   /// What every writer's destructor does: release, and ignore what goes wrong.

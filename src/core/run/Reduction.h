@@ -1,0 +1,44 @@
+// The one place where elements become what a writer can hold.
+#pragma once
+
+#include <functional>
+
+#include "core/element/VertexChains.h"
+#include "core/element/tEntity.h"
+
+namespace tesselink {
+
+class Losses;
+
+/// What a writer's elements may hold beyond one chain of straight segments.
+struct Holding {
+  bool parts = false;     ///< several chains in one element
+  bool areas = false;     ///< rings that bound an area
+  bool bulges = false;    ///< segments that are arcs
+  bool measures = false;  ///< m values
+};
+
+/// Makes of an element those that a writer holds, and counts what they do not say any more: bulges become straight
+/// segments, each part an element of its own, an area its closed rings. What an element needs none of costs nothing.
+class Reduction {
+ public:
+  using Sink = std::function<void(tEntity&)>;
+
+  /// The losses outlive this.
+  Reduction(const Holding& holding, Losses& losses) : holding_(holding), losses_(losses) {}
+
+  /// Whether the element is one that the writer holds as it is.
+  bool Fits(const tEntity& entity) const;
+  /// Hands the elements that stand for one that does not fit to a function, which may change them.
+  void Reduce(tEntity& entity, const Sink& sink);
+
+ private:
+  void DrawBulges(tEntity& entity);
+
+  Holding holding_;
+  Losses& losses_;
+  VertexChain chain_;
+  tEntity part_;
+};
+
+}  // namespace tesselink

@@ -39,6 +39,17 @@ Vertex OnCircle(const Vertex& centre, double radius, double angle) {
 
 }  // namespace
 
+// Stores from the last vertex down, so that each array grows once.
+void StoreVertices(tEntity& entity, const VertexChain& chain) {
+  entity.ClearVertices();
+  for (auto i = std::ssize(chain); i-- > 0;) {
+    const Vertex& v = chain[static_cast<std::size_t>(i)];
+    entity.x(i, v.x);
+    entity.Y(i, v.y);
+    entity.Height(i, v.z);
+  }
+}
+
 void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double start, double sweep) {
   const bool whole = std::fabs(sweep) >= 360;
   const double from = start * kRadians;

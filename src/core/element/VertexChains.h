@@ -23,6 +23,9 @@ struct Vertex {
 
 using VertexChain = std::vector<Vertex>;
 
+/// Puts a chain in the place of an element's vertices.
+void StoreVertices(tEntity& entity, const VertexChain& chain);
+
 /// An arc about a centre in the plane of the centre's z; angles in degrees, a positive sweep counter-clockwise. A sweep
 /// of a whole turn or more is the circle, which ends on its first vertex.
 void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double start, double sweep);

@@ -95,7 +95,7 @@ void tEntity::Clear() {
   TextJust = 0;
   Closed = false;
   RGB = 0;
-  ColourFrom = ColourSource::Own;
+  ColourFrom = LineStyleFrom = StyleSource::Own;
   Record = 0;
 }
 

@@ -33,8 +33,9 @@ struct CurveNumbers {
   double radius = 0, start = 0, end = 0;
 };
 
-/// Where the colour of an element comes from. `Colour` and `RGB` say in any case what it is.
-enum class ColourSource : std::uint8_t { Own, Layer, Block };
+/// Where the colour or the line type of an element comes from. `Colour`, `RGB` and `LineStyle` say in any case which
+/// one it is; only within a block that of the block is not known.
+enum class StyleSource : std::uint8_t { Own, Layer, Block };
 
 /// What an element has besides its vertices.
 struct EntityAttributes {
@@ -56,7 +57,7 @@ struct EntityAttributes {
 
   // What drawings hold beyond these; readers of the classic dialect leave it as it is here. See core/run/Reduction.h.
   bool IsArea = false;  ///< the parts are closed rings; outer ones run clockwise, holes the other way
-  ColourSource ColourFrom = ColourSource::Own;
+  StyleSource ColourFrom = StyleSource::Own, LineStyleFrom = StyleSource::Own;
 
   std::int64_t Record = 0;  ///< number, from 1, of the input's record that it came from; 0 where there are none
 };
@@ -156,6 +157,12 @@ class tEntity : public EntityAttributes {
   void CopyAttributes(const tEntity& from) {
     EntityAttributes::operator=(from);
     curve_ = from.curve_;
+  }
+  /// Becomes another element, but for what counts as a vertex.
+  void CopyFrom(const tEntity& from) {
+    const bool counts = countsOrigin_;
+    *this = from;
+    countsOrigin_ = counts;
   }
   /// Replaces the vertices by the centre of their box.
   void ResetToCentroid();

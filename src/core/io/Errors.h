@@ -28,6 +28,12 @@ class FileFull : public Error {
   using Error::Error;
 };
 
+/// What a person allows a run has been used up; what was delivered before is whole.
+class LimitReached : public Error {
+ public:
+  using Error::Error;
+};
+
 /// The system does not give the bytes of a file: no right, a broken disk, a file that others cut short. What the file
 /// says has nothing to do with it.
 class ReadFailed : public Error {

@@ -158,6 +158,16 @@ LineReader::LineReader(BinaryFile file) : file_(std::move(file)), buffer_(kFirst
   if (block.find('\n') == std::string_view::npos && block.find('\r') != std::string_view::npos) lineEnd_ = '\r';
 }
 
+void LineReader::GoTo(std::int64_t position, std::int64_t lineNumber) {
+  lineNumber_ = lineNumber;
+  if (position >= bufferStart_ && position <= bufferStart_ + static_cast<std::int64_t>(end_)) {
+    begin_ = static_cast<std::size_t>(position - bufferStart_);
+    return;
+  }
+  begin_ = end_ = 0;
+  bufferStart_ = position;
+}
+
 // Goes on where the first bytes of the line, `searched` of them, hold no line end.
 bool LineReader::ReadLongLine(std::string_view& line, std::size_t searched) {
   for (;;) {

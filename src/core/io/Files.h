@@ -124,6 +124,8 @@ class LineReader {
   bool AtEnd() const { return Position() >= file_.Size() && !(file_.IsPipe() && FillMore()); }
   /// Bytes consumed so far.
   std::int64_t Position() const { return bufferStart_ + static_cast<std::int64_t>(begin_); }
+  /// Goes on behind a line that was read before, by what Position and LineNumber were then; not of a pipe.
+  void GoTo(std::int64_t position, std::int64_t lineNumber);
   /// The number of the line last read, from 1.
   std::int64_t LineNumber() const { return lineNumber_; }
 

@@ -94,6 +94,8 @@ RunSummary ConversionRun::Run(const ConversionRequest& request) {
     }
   } catch (const OperationCanceled&) {
     state.summary.outcome = RunOutcome::Cancelled;
+  } catch (const LimitReached& error) {
+    EndAtLimit(state, error.what());
   } catch (const ToldFailure&) {
     state.summary.outcome = RunOutcome::Failed;
   } catch (const FileFull& error) {
@@ -236,7 +238,11 @@ void ConversionRun::PumpElements(State& state) {
     interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.pump.Elements()});
     interaction_.Yield();
     if (delivered) ConvertElement(state);
-    if (state.writer->Size() > state.maxOutput) return EndAtLimit(state);
+    if (state.writer->Size() > state.maxOutput) {
+      return EndAtLimit(state, state.request.OutFile + ": has grown beyond the " + std::to_string(state.maxOutput) +
+                                   " bytes that this run may write; " + interaction_.Naming("max-output", "SIZE") +
+                                   " allows more");
+    }
     if (interaction_.CancelRequested()) {
       state.summary.outcome = RunOutcome::Cancelled;
       return;
@@ -245,11 +251,10 @@ void ConversionRun::PumpElements(State& state) {
 }
 
 // A small drawing may say so much by repetition that the output fills a disk.
-void ConversionRun::EndAtLimit(State& state) {
+void ConversionRun::EndAtLimit(State& state, const std::string& reason) {
   RunSummary& summary = state.summary;
   summary.outcome = RunOutcome::Limited;
-  summary.error = state.request.OutFile + ": has grown beyond the " + std::to_string(state.maxOutput) +
-                  " bytes that this run may write; " + interaction_.Naming("max-output", "SIZE") + " allows more";
+  summary.error = reason;
   interaction_.ShowMessage({Topic::RunFailed, summary.error, "Error", MessageIcon::Warning});
 }
 

@@ -77,7 +77,7 @@ class ConversionRun {
   void MatchLayers(State& state);
   void TellWhatIsNotCarried(State& state);
   void PumpElements(State& state);
-  void EndAtLimit(State& state);
+  void EndAtLimit(State& state, const std::string& reason);
   void ConvertElement(State& state);
   void RefuseToReplaceByNothing(const State& state) const;
   void Finish(State& state);

@@ -7,17 +7,6 @@ namespace {
 
 Vertex VertexAt(const tEntity& entity, tEntity::Index i) { return {entity.x(i), entity.Y(i), entity.Height(i)}; }
 
-// Stores from the last vertex down, so that each array grows once.
-void StoreVertices(tEntity& entity, const VertexChain& chain) {
-  entity.ClearVertices();
-  for (auto i = std::ssize(chain); i-- > 0;) {
-    const Vertex& v = chain[static_cast<std::size_t>(i)];
-    entity.x(i, v.x);
-    entity.Y(i, v.y);
-    entity.Height(i, v.z);
-  }
-}
-
 }  // namespace
 
 bool Reduction::Fits(const tEntity& entity) const {

@@ -45,14 +45,26 @@ void Report::Reword(const std::function<std::string(const std::string&)>& reword
   for (Warning& warning : warnings_) warning.text = reworded(warning.text);
 }
 
-void Report::Undelivered(std::string_view type) {
+void Report::Add(const Report& other) {
+  for (const Warning& warning : other.warnings_) {
+    const auto known = std::find_if(warnings_.begin(), warnings_.end(),
+                                    [&](const Warning& mine) { return mine.kind == warning.kind; });
+    if (known == warnings_.end()) {
+      warnings_.push_back(warning);
+    } else {
+      known->count += warning.count;
+    }
+  }
+}
+
+void Report::Undelivered(std::string_view type, std::int64_t count) {
   const auto known = undelivered_.find(type);
   if (known != undelivered_.end()) {
-    ++known->second;
+    known->second += count;
   } else if (undelivered_.size() < kMostTypes) {
-    undelivered_.emplace(type, 1);
+    undelivered_.emplace(type, count);
   } else {
-    ++undelivered_["other types"];
+    undelivered_["other types"] += count;
   }
 }
 

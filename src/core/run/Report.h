@@ -52,7 +52,9 @@ class Report {
   void Reword(const std::function<std::string(const std::string& text)>& reworded);
   /// Counts something that a file holds and that is not delivered, by the file's own name for it, as in "PointZ"; after
   /// 200 names the rest are counted as "other types".
-  void Undelivered(std::string_view type);
+  void Undelivered(std::string_view type, std::int64_t count = 1);
+  /// Counts the warnings of another report as well.
+  void Add(const Report& other);
 
   const std::vector<Warning>& Warnings() const { return warnings_; }
   /// The warning of a kind without a subject; null where there was none.

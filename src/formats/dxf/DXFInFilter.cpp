@@ -1,20 +1,43 @@
 #include "formats/dxf/DXFInFilter.h"
 
+#include <cmath>
+
 #include "core/io/Errors.h"
+#include "core/io/Numbers.h"
+#include "core/io/Text.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 
 namespace tesselink {
 
 std::vector<FormatOption> DXFInFilter::Options() {
-  return {{.name = "paper-space", .help = "Read a DXF drawing's paper space too", .kind = FormatOption::Kind::Flag}};
+  return {
+      {.name = "paper-space", .help = "Read a DXF drawing's paper space too", .kind = FormatOption::Kind::Flag},
+      {.name = "blocks",
+       .help =
+           "How blocks that a DXF drawing inserts come: as points\n(in the classic dialect without it), as what they "
+           "draw (in\nthe standard one), or both",
+       .value = "CHOICE",
+       .kind = FormatOption::Kind::Choice,
+       .choices = {"points", "expand", "both"}},
+      {.name = "limit",
+       .help =
+           "How many entities blocks may draw, 100000000 without it;\nreaching it ends the run with what was written",
+       .value = "NUMBER",
+       .check = [](const std::string& value) {
+         const double number = NumberOrNone(value);
+         const bool counts = number >= 1 && number < 1e15 && number == std::floor(number);
+         return std::string(counts ? "" : "expected a whole number above 0");
+       }}};
 }
 
 void DXFInFilter::Open(const std::string& path) {
+  expansion_.reset();
   entities_.reset();
   scanner_.reset();
   layers_.clear();
-  inEntities_ = tablesSeen_ = sectionSeen_ = endSeen_ = false;
+  inEntities_ = tablesSeen_ = blocksSeen_ = sectionSeen_ = endSeen_ = false;
+  drawn_ = {};
   filename_ = path;
   drawing_ = std::make_unique<Drawing>(report());
   scanner_ = std::make_unique<GroupScanner>(path, report());
@@ -25,17 +48,29 @@ void DXFInFilter::Open(const std::string& path) {
     scanner_.reset();
     throw Error(path + ": is no DXF drawing; it has no section");
   }
-  if (inEntities_ && !tablesSeen_ && options().lookAhead) ReadTablesBehindEntities();
+  if (inEntities_ && !tablesSeen_ && options().lookAhead) ReadBehindEntities();
+  if (!blocksSeen_) drawing_->BlocksMayFollow([this] { ReadBehindEntities(); });
   layers_ = drawing_->LayerNames();
-  const bool isStandard = options().dialect == Dialect::Standard;
-  entities_ = std::make_unique<EntityReader>(EntitySource{.scanner = *scanner_,
-                                                          .drawing = *drawing_,
-                                                          .report = report(),
-                                                          .programFolder = options().programFolder,
-                                                          .paperSpace = options().own.Has("paper-space"),
-                                                          .inFull = isStandard,
-                                                          .baselines = isStandard});
+  entities_ = std::make_unique<EntityReader>(Source());
   if (!inEntities_) LeaveEntities();
+}
+
+EntitySource DXFInFilter::Source() {
+  const bool isStandard = options().dialect == Dialect::Standard;
+  const std::string blocks = options().own.Text("blocks", isStandard ? "expand" : "points");
+  const BlockMode mode = blocks == "points" ? BlockMode::Points
+                         : blocks == "both" ? BlockMode::Both
+                                            : BlockMode::Expand;
+  return {.scanner = *scanner_,
+          .drawing = *drawing_,
+          .report = report(),
+          .programFolder = options().programFolder,
+          .paperSpace = options().own.Has("paper-space"),
+          .inFull = isStandard,
+          .byLayer = isStandard,
+          .blocks = mode,
+          .ownBlocks = isStandard || mode != BlockMode::Points,
+          .baselines = isStandard};
 }
 
 // Reads on to the first group of code 0 within a section of entities, taking in the header and the tables on the way.
@@ -63,6 +98,7 @@ bool DXFInFilter::GoToEntities(GroupScanner& scanner, bool passEntities) {
                 : name == "ENTITIES" ? Section::Entities
                                      : Section::Other;
       tablesSeen_ = tablesSeen_ || section == Section::Tables;
+      blocksSeen_ = blocksSeen_ || section == Section::Blocks;
       named = sectionSeen_ = true;
     } else {
       TakeGroup(scanner, section);
@@ -77,8 +113,9 @@ void DXFInFilter::TakeGroup(const GroupScanner& scanner, Section section) {
   if (section == Section::Blocks) drawing_->TakeBlockGroup(scanner);
 }
 
-// The layers are wanted before the first entity, wherever they stand. What is wrong on the way is told when it is read.
-void DXFInFilter::ReadTablesBehindEntities() {
+// Layers and blocks are wanted before what uses them, wherever they stand. What is wrong on the way is told when it is
+// read.
+void DXFInFilter::ReadBehindEntities() {
   Report unheeded;
   GroupScanner scanner(filename_, unheeded);
   scan_.Begin(ScanProgress::kBytes);
@@ -97,27 +134,71 @@ bool DXFInFilter::Next(tEntity& entity) {
   if (!entities_) return false;
   entity.Reset();
   bool delivered = entities_->NextWire(entity);
-  while (!delivered && inEntities_) {
+  // A block may hold much that is no element: the run goes on meanwhile.
+  if (!delivered && expansion_ && expansion_->IsActive()) return DeliverFromBlock(entity);
+  while (!delivered && inEntities_ && !HasMore()) {
     const std::string_view keyword = scanner_->Keyword();
     if (keyword == "ENDSEC" || keyword == "EOF" || keyword == "SECTION") {
       endSeen_ = keyword == "EOF";
       LeaveEntities();
-      continue;
+    } else {
+      delivered = ReadEntity(entity);
     }
-    delivered = entities_->Read(entity);
-    if (entities_->AtEnd()) LeaveEntities();
   }
+  if (!delivered && HasMore()) return DeliverFromBlock(entity);
   if (delivered) entity.CDFCode = codes_.CodeOf(entity.Layer);
   return delivered;
+}
+
+bool DXFInFilter::ReadEntity(tEntity& entity) {
+  const bool delivered = entities_->Read(entity);
+  if (const BlockInsert* insert = entities_->ToDraw()) Expand(*insert, entity);
+  if (entities_->AtEnd()) LeaveEntities();
+  return delivered;
+}
+
+void DXFInFilter::Expand(const BlockInsert& insert, const tEntity& attributes) {
+  constexpr double kMost = 100'000'000;
+  if (!expansion_) {
+    const auto most = static_cast<std::int64_t>(options().own.Number("limit", kMost));
+    expansion_ = std::make_unique<BlockExpansion>(filename_, Source(), most);
+  }
+  if (drawn_.inserts++ == 0) drawn_.place = entities_->Place();
+  expansion_->Begin(insert, attributes, entities_->Place());
+}
+
+bool DXFInFilter::DeliverFromBlock(tEntity& entity) {
+  entity.Reset();
+  if (!expansion_->Next(entity)) return false;
+  entity.CDFCode = codes_.CodeOf(entity.Layer);
+  return true;
 }
 
 // Goes on to a further section of entities, as joined drawings have, or to the end.
 void DXFInFilter::LeaveEntities() {
   inEntities_ = !endSeen_ && GoToEntities(*scanner_, false);
   scan_.End();
+  if (!inEntities_) TellOfBlocks();
   if (inEntities_ || endSeen_) return;
   report().Warn(WarningKind::NoEnd,
                 scanner_->PlaceText(scanner_->Place()) + ": the drawing ends without EOF; something may be missing");
+}
+
+void DXFInFilter::TellOfBlocks() {
+  const auto inserts = [this](const BlockTally& tally) {
+    return scanner_->PlaceText(tally.place) + ": " + Counted(tally.inserts, "insert") + " of blocks came as ";
+  };
+  const auto naming = [this](const char* mode) { return " (" + interaction().Naming("blocks", mode) + " "; };
+  if (const BlockTally& undrawn = entities_->Undrawn(); undrawn.inserts > 0) {
+    report().Warn(WarningKind::BlocksNotDrawn,
+                  inserts(undrawn) + "points; the blocks draw " + std::to_string(undrawn.entities) +
+                      " entities that are not converted" + naming("expand") + "converts them)");
+  }
+  if (drawn_.inserts > 0 && options().own.Text("blocks") != "both") {
+    report().Warn(WarningKind::BlockNames, inserts(drawn_) +
+                                               "what they draw; names and insertion points do not go along" +
+                                               naming("both") + "keeps them as points)");
+  }
 }
 
 }  // namespace tesselink

@@ -8,6 +8,7 @@
 
 #include "core/run/Filters.h"
 #include "core/run/ScanProgress.h"
+#include "formats/dxf/BlockExpansion.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReader.h"
 #include "formats/dxf/GroupScanner.h"
@@ -15,8 +16,8 @@
 namespace tesselink {
 
 /// Delivers the entities of the ENTITIES section; the layers are those of the LAYER table. How each entity type arrives
-/// is told in docs/formats/dxf.md. Definitions in BLOCKS are no elements, and paper space is left out unless the
-/// context asks for it.
+/// is told in docs/formats/dxf.md. Definitions in BLOCKS are no elements, but what their inserts draw may be; paper
+/// space is left out unless the context asks for it.
 class DXFInFilter final : public InputFilter {
  public:
   explicit DXFInFilter(const FilterContext& context) : InputFilter(context) {}
@@ -26,7 +27,7 @@ class DXFInFilter final : public InputFilter {
   /// The position in bytes.
   std::int64_t Loc() const override { return scanner_ ? scanner_->Position() : 0; }
   double Progress() const override;
-  bool Eof() const override { return !inEntities_ && !HasWires(); }
+  bool Eof() const override { return !inEntities_ && !HasMore(); }
   std::string Where() const override;
   TextEncoding Encoding() const override {
     return {true, drawing_ ? drawing_->Text().NamedPage() : std::u16string_view()};
@@ -38,17 +39,25 @@ class DXFInFilter final : public InputFilter {
   void Open(const std::string& path) override;
   bool Next(tEntity& entity) override;
 
-  bool HasWires() const { return entities_ && entities_->HasWires(); }
+  // Whether what was read last draws anything further.
+  bool HasMore() const { return (entities_ && entities_->HasWires()) || (expansion_ && expansion_->IsActive()); }
+  EntitySource Source();
+  bool ReadEntity(tEntity& entity);
+  void Expand(const BlockInsert& insert, const tEntity& attributes);
+  bool DeliverFromBlock(tEntity& entity);
   bool GoToEntities(GroupScanner& scanner, bool passEntities);
   void TakeGroup(const GroupScanner& scanner, Section section);
-  void ReadTablesBehindEntities();
+  void ReadBehindEntities();
   void LeaveEntities();
+  void TellOfBlocks();
 
   std::unique_ptr<Drawing> drawing_;
   std::unique_ptr<GroupScanner> scanner_;
   std::unique_ptr<EntityReader> entities_;
+  std::unique_ptr<BlockExpansion> expansion_;  // once there is an insert to be drawn
+  BlockTally drawn_;
   bool inEntities_ = false;
-  bool tablesSeen_ = false;
+  bool tablesSeen_ = false, blocksSeen_ = false;
   bool sectionSeen_ = false;
   bool endSeen_ = false;
   ScanProgress scan_{interaction()};

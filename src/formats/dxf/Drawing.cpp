@@ -39,6 +39,9 @@ void Drawing::TakeTableGroup(const GroupScanner& scanner) {
     case 2:
       layerBytes_ = scanner.Text();
       break;
+    case 6:
+      text_.DecodeName(scanner.Keyword(), read_.lineType);
+      break;
     case 62:
       // Negative: the layer is off. Its elements are drawn all the same.
       if (const auto colour = scanner.Integer(); colour && *colour >= -255 && *colour <= 255 && *colour != 0) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "formats/dxf/DrawingBlocks.h"
@@ -22,6 +23,7 @@ struct DrawingLayer {
   std::string name;
   std::int32_t colour = 7;                 ///< 1 to 255
   std::optional<std::int32_t> trueColour;  ///< red in the high byte
+  std::string lineType;                    ///< empty where the table names none
 };
 
 /// Header variables, layers and blocks. Layer names match without regard to the case of ASCII letters.
@@ -43,6 +45,11 @@ class Drawing {
 
   const DrawingText& Text() const { return text_; }
   DrawingBlocks& Blocks() { return blocks_; }
+  /// How to read blocks that stand behind the entities. It is done once, for the first block that was not found.
+  void BlocksMayFollow(std::function<void()> read) { readBlocks_ = std::move(read); }
+  void LookForBlocks() {
+    if (const auto read = std::exchange(readBlocks_, nullptr)) read();
+  }
   /// An angle of a text as degrees counter-clockwise from the x axis, by $ANGBASE and $ANGDIR.
   double TextAngle(double degrees) const { return clockwise_ ? angleBase_ - degrees : angleBase_ + degrees; }
 
@@ -59,6 +66,7 @@ class Drawing {
   Report& report_;
   DrawingText text_;
   DrawingBlocks blocks_;
+  std::function<void()> readBlocks_;
   std::string variable_;
   double angleBase_ = 0;
   bool clockwise_ = false;

@@ -1,4 +1,4 @@
-// How much the blocks of a drawing draw.
+// Where the blocks of a drawing lie, and how much they draw.
 #pragma once
 
 #include <cstddef>
@@ -8,54 +8,66 @@
 #include <unordered_map>
 #include <vector>
 
+#include "core/element/VertexChains.h"
+#include "formats/dxf/GroupScanner.h"
+
 namespace tesselink {
 
-class GroupScanner;
+/// A block definition: where it lies and what is said of it as a whole. What it draws stays in the file.
+struct DrawingBlock {
+  std::string name;
+  bool defined = false;    ///< else only inserted
+  bool elsewhere = false;  ///< its definition lies in another file
+  Vertex base;             ///< the point that comes to lie on the place of an insert
+  GroupMark contents;      ///< the group with which its first entity begins, or its end
+  std::int64_t drawn = 0;  ///< entities that it draws, what it inserts counted in full
+};
 
-/// Counts what the definitions of the BLOCKS section draw; of a block its name and that number are kept. Names match
-/// without regard to the case of ASCII letters and the blanks around them; of several blocks of one name the first
-/// holds. The spaces of the drawing stand among the blocks and are none.
+/// Takes note of the definitions of the BLOCKS section. Names match without regard to the case of ASCII letters and the
+/// blanks around them; of several blocks of one name the first holds. The spaces of the drawing stand among the blocks
+/// and are none.
 class DrawingBlocks {
  public:
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
   /// Takes a group of the BLOCKS section.
   void TakeGroup(const GroupScanner& scanner);
 
-  /// How many entities a block draws: an attribute definition only where it is constant, an insert only where its own
-  /// block draws anything. 0 for a block that lies in another file, and for one that the drawing does not hold.
-  std::int64_t DrawnBy(std::string_view name);
+  /// The number of a block by its name; kNone for one that the drawing neither defines nor inserts in another.
+  std::size_t Find(std::string_view name);
+  /// A block by its number. An attribute definition counts as drawn only where it is constant; a block that inserts
+  /// itself counts once.
+  const DrawingBlock& Block(std::size_t number);
 
  private:
-  struct Block {
-    std::int64_t drawn = 0;
-    bool defined = false;
-  };
-  // Inserts of a block that drew nothing as far as the drawing had been read.
+  // Inserts of one block within another.
   struct Nested {
-    std::size_t inner, outer;
+    std::size_t outer, inner;
     std::int64_t count;
   };
   enum class Part { Other, Head, AttributeDefinition, Insert };
 
   const std::string& Folded(std::string_view name);
   std::size_t NumberOf(std::string_view name);
-  void BeginEntity(std::string_view type);
-  void TakeName(std::string_view name);
-  void TakeInsert(std::string_view name);
-  void Draw() { ++blocks_[block_].drawn; }
-  void SettleNested();
+  void BeginEntity(const GroupScanner& scanner);
+  void EndHead(const GroupScanner& scanner);
+  void EndInsert();
+  void CountNested();
+  std::int64_t CountedBlock(std::size_t number);
 
   std::unordered_map<std::string, std::size_t> numbers_;  // of the blocks, by folded name
-  std::vector<Block> blocks_;
+  std::vector<DrawingBlock> blocks_;
   std::vector<Nested> nested_;
-  bool settled_ = true;
+  bool counted_ = true;
   std::string folded_;
   std::string asked_;  // the name asked for last, and what was answered
-  std::int64_t answered_ = 0;
+  std::size_t answered_ = kNone;
 
-  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   std::size_t block_ = kNone;  // the one that what is read belongs to
-  bool elsewhere_ = false;     // its definition lies in another file
   Part part_ = Part::Other;
+  DrawingBlock head_;             // as far as it has been read
+  std::size_t inserted_ = kNone;  // by the insert being read
+  std::int64_t columns_ = 1, rows_ = 1;
 };
 
 }  // namespace tesselink

@@ -11,12 +11,29 @@
 #include "core/element/VertexChains.h"
 #include "formats/dxf/DrawingColours.h"
 #include "formats/dxf/EntityGroups.h"
+#include "formats/dxf/Placement.h"
 
 namespace tesselink {
 
 class Drawing;
+struct DrawingLayer;
 class GroupScanner;
 class Report;
+
+/// How inserts of blocks arrive: as points, as what the blocks draw, or as both.
+enum class BlockMode { Points, Expand, Both };
+
+/// An insert that is to be drawn.
+struct BlockInsert {
+  std::size_t block = 0;
+  BlockPlace at;
+  const DrawingLayer* layer = nullptr;  ///< of the insert
+};
+
+/// Inserts, where the first one is, and the entities that their blocks draw.
+struct BlockTally {
+  std::int64_t inserts = 0, place = 0, entities = 0;
+};
 
 /// What entities are read from. The scanner, the drawing and the report outlive their reader.
 struct EntitySource {
@@ -26,7 +43,11 @@ struct EntitySource {
   std::string programFolder;  ///< where the colour table lies
   bool paperSpace = false;    ///< deliver paper space too
   bool inFull = false;        ///< z, radii and angles in double precision; else rounded to singles
-  bool baselines = false;     ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
+  bool byLayer = false;       ///< what colour and line type come from is told; else an element has them itself
+  BlockMode blocks = BlockMode::Points;
+  bool ownBlocks = false;  ///< dimensions and tables come as what their block draws; else they are not read
+  bool inBlock = false;    ///< what is read is the definition of a block
+  bool baselines = false;  ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
 };
 
 /// The chains of an entity that draws several: they lie one behind the other in the context's chain and are delivered
@@ -65,10 +86,12 @@ struct EntityContext {
   EntitySource source;
   DrawingColours colours;
 
-  std::string type;         ///< as it may be shown
-  EntityGroups groups;      ///< the common ones
-  bool atEnd = false;       ///< the file has ended
-  bool blocksTold = false;  ///< a warning of blocks that are not drawn was made
+  std::string type;     ///< as it may be shown
+  EntityGroups groups;  ///< the common ones
+  bool atEnd = false;   ///< the file has ended
+  bool toDraw = false;  ///< the entity is an insert that is to be drawn, which `insert` tells
+  BlockInsert insert;
+  BlockTally undrawn;  ///< inserts that were delivered as points only
 
   VertexChain chain, scratch;
   Wires wires;

@@ -11,6 +11,7 @@ namespace tesselink {
 bool EntityReader::Read(tEntity& element) {
   context_.groups.Begin(context_.source.scanner.Place());
   context_.wires.Clear();
+  context_.atEnd = context_.toDraw = false;
   const std::string_view name = context_.source.scanner.Keyword();
   const EntityType* type = EntityTypeOf(name);
   if (type == nullptr) {
@@ -23,10 +24,13 @@ bool EntityReader::Read(tEntity& element) {
   if (context_.groups.WrongPlace() != 0) {
     WarnAt(context_, context_.groups.WrongPlace(), WarningKind::Numbers, "expected a number");
   }
-  if (!IsWanted(type) || type->make == nullptr || !type->make(context_, element)) return false;
-  StoreAttributes(context_, element);
-  return true;
+  if (!IsWanted(type) || type->make == nullptr) return false;
+  const bool made = type->make(context_, element);
+  if (made || context_.toDraw) StoreAttributes(context_, element);
+  return made;
 }
+
+std::int32_t EntityReader::RgbOf(const DrawingLayer& layer) { return tesselink::RgbOf(context_, layer); }
 
 bool EntityReader::NextWire(tEntity& element) {
   if (!StoreWire(context_, element)) return false;

@@ -22,6 +22,12 @@ class EntityReader {
   /// Delivers the next wire of the entity that was read last; false when there is none left.
   bool NextWire(tEntity& element);
   bool HasWires() const { return context_.wires.HasNext(); }
+  /// What the entity read last draws by a block, if anything; the element that it was read into has its attributes.
+  const BlockInsert* ToDraw() const { return context_.toDraw ? &context_.insert : nullptr; }
+  /// What inserts that came as points would have drawn.
+  const BlockTally& Undrawn() const { return context_.undrawn; }
+  /// The colour that is by layer on a layer, red in the low byte.
+  std::int32_t RgbOf(const DrawingLayer& layer);
   /// Whether the file ended within or behind the entity read last.
   bool AtEnd() const { return context_.atEnd; }
   /// The place where the entity read last begins.

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include "core/io/Utf8.h"
 #include "core/run/Report.h"
-#include "formats/dxf/Drawing.h"
 #include "formats/dxf/GroupScanner.h"
 
 namespace tesselink {
@@ -29,22 +27,6 @@ void Warn(EntityContext& context, WarningKind kind, const std::string& what, std
 bool Damaged(EntityContext& context, const std::string& what) {
   Warn(context, WarningKind::Damaged, what + "; it was skipped", context.type);
   return false;
-}
-
-void TellBlockNotDrawn(EntityContext& context, std::string_view name) {
-  const std::int64_t drawn = context.source.drawing.Blocks().DrawnBy(context.groups.Name());
-  if (drawn == 0) return;
-  // Only the first text is kept, and there may be as many inserts as entities.
-  std::string text;
-  if (!context.blocksTold) {
-    constexpr std::size_t kLongest = 100;
-    text = context.source.scanner.PlaceText(context.groups.Place()) + ": block " +
-           std::string(CutUtf8(name, kLongest)) + " draws " +
-           (drawn == 1 ? "1 entity that is" : std::to_string(drawn) + " entities that are") +
-           " not converted; inserts come as points";
-    context.blocksTold = true;
-  }
-  context.source.report.Warn(WarningKind::BlocksNotDrawn, text);
 }
 
 }  // namespace tesselink

@@ -11,6 +11,9 @@ namespace tesselink {
 
 enum class WarningKind;
 
+/// Of a name in a message.
+inline constexpr std::size_t kLongestShownName = 100;
+
 /// A type's name as it may be shown, whatever stands in the file.
 std::string ShownType(std::string_view name);
 
@@ -21,7 +24,5 @@ void WarnAt(EntityContext& context, std::int64_t place, WarningKind kind, const 
 void Warn(EntityContext& context, WarningKind kind, const std::string& what, std::string_view subject = {});
 /// Warns that the entity is skipped, and why. Always false, which is what a function says that makes no element.
 bool Damaged(EntityContext& context, const std::string& what);
-/// Counts an insert, which is delivered as a point, of a block that draws anything; by its name as it may be shown.
-void TellBlockNotDrawn(EntityContext& context, std::string_view name);
 
 }  // namespace tesselink

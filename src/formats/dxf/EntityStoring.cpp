@@ -23,6 +23,17 @@ double Stored(const EntityContext& context, double value) {
   return context.source.inFull ? value : static_cast<double>(static_cast<float>(value));
 }
 
+void StoreLineType(EntityContext& context, tEntity& element, const DrawingLayer& layer) {
+  const std::string& lineType = context.groups.LineType();
+  const bool byLayer = lineType.empty() || EqualsIgnoringCase(lineType, "BYLAYER");
+  if (!byLayer) context.source.drawing.Text().DecodeName(lineType, element.LineStyle);
+  if (!context.source.byLayer) return;
+  if (byLayer) element.LineStyle = layer.lineType;
+  element.LineStyleFrom = byLayer                                   ? StyleSource::Layer
+                          : EqualsIgnoringCase(lineType, "BYBLOCK") ? StyleSource::Block
+                                                                    : StyleSource::Own;
+}
+
 }  // namespace
 
 bool IsFinite(const Vertex& v) { return std::isfinite(v.x) && std::isfinite(v.y); }
@@ -82,24 +93,24 @@ bool StoreCurve(EntityContext& context, tEntity& element, const CurveNumbers& nu
   return true;
 }
 
+std::int32_t RgbOf(EntityContext& context, const DrawingLayer& layer) {
+  return layer.trueColour ? RedLow(*layer.trueColour) : context.colours.Of(layer.colour);
+}
+
 void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
+  context.insert.layer = &layer;
   element.Layer = layer.name;
-  const std::string& lineType = groups.LineType();
-  if (!lineType.empty() && !EqualsIgnoringCase(lineType, "BYLAYER")) {
-    context.source.drawing.Text().DecodeName(lineType, element.LineStyle);
-  }
+  StoreLineType(context, element, layer);
   const std::int64_t number = std::abs(std::int64_t{groups.Integer(62, kByLayer)});
   const bool byLayer = number >= kByLayer;
   element.Colour = byLayer ? layer.colour : static_cast<std::int32_t>(number);
-  if (groups.TrueColour()) {
-    element.RGB = RedLow(*groups.TrueColour());
-  } else if (byLayer && layer.trueColour) {
-    element.RGB = RedLow(*layer.trueColour);
-  } else {
-    element.RGB = context.colours.Of(element.Colour);
-  }
+  element.RGB = groups.TrueColour() ? RedLow(*groups.TrueColour())
+                : byLayer           ? RgbOf(context, layer)
+                                    : context.colours.Of(element.Colour);
+  if (!context.source.byLayer || groups.TrueColour()) return;
+  element.ColourFrom = byLayer ? StyleSource::Layer : number == 0 ? StyleSource::Block : StyleSource::Own;
 }
 
 }  // namespace tesselink

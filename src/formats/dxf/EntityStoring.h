@@ -24,6 +24,8 @@ bool StorePoint(EntityContext& context, tEntity& element, std::int16_t kind, con
 bool StoreCurve(EntityContext& context, tEntity& element, const CurveNumbers& numbers);
 /// Layer, line type and colour, which every entity has.
 void StoreAttributes(EntityContext& context, tEntity& element);
+/// The colour that the elements of a layer have by layer, red in the low byte.
+std::int32_t RgbOf(EntityContext& context, const DrawingLayer& layer);
 
 /// Whether x and y are numbers.
 bool IsFinite(const Vertex& v);

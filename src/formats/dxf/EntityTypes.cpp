@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "formats/dxf/BlockEntities.h"
 #include "formats/dxf/CurveEntities.h"
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/LineEntities.h"
@@ -31,6 +32,10 @@ constexpr std::array kTypes{
     EntityType{"3DFACE", GatherCommon, MakeFace},
     EntityType{"SOLID", GatherCommon, MakeSolid},
     EntityType{"TRACE", GatherCommon, MakeSolid},
+    EntityType{"DIMENSION", GatherCommon, MakeDimension},
+    EntityType{"ARC_DIMENSION", GatherCommon, MakeDimension},
+    EntityType{"ACAD_TABLE", GatherTable, MakeTable},
+    EntityType{"ATTDEF", GatherCommon, MakeAttributeDefinition},
 };
 
 }  // namespace

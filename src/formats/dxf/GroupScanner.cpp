@@ -144,6 +144,18 @@ void GroupScanner::CheckBeginning() {
 
 bool GroupScanner::Next() { return binary_ ? NextBinaryGroup() : NextTextGroup(); }
 
+void GroupScanner::GoTo(const GroupMark& mark) {
+  if (binary_) {
+    binary_->position = mark.position;
+    binary_->ended = false;
+  } else {
+    lines_.GoTo(mark.position, mark.place);
+  }
+  code_ = mark.code;
+  marked_ = mark.text;
+  text_ = marked_;
+}
+
 bool GroupScanner::NextTextGroup() {
   std::string_view line;
   do {

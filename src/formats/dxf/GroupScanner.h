@@ -17,6 +17,13 @@ namespace tesselink {
 class Report;
 enum class WarningKind;
 
+/// Where a group stands, to come back to it.
+struct GroupMark {
+  std::int64_t position = 0, place = 0;
+  int code = 0;
+  std::string text;
+};
+
 /// Reads one group at a time. Comments are passed over silently, lines that cannot be a group code with a warning.
 class GroupScanner {
  public:
@@ -29,6 +36,9 @@ class GroupScanner {
   /// Goes on to the next group; false at the end of the file.
   bool Next();
   int Code() const { return code_; }
+  /// The group read last, and the way back to it. A group that holds a number in a binary drawing has no mark.
+  GroupMark Mark() const { return {Position(), Place(), code_, std::string(text_)}; }
+  void GoTo(const GroupMark& mark);
   /// The value with its leading blanks, valid until Next; empty for a number of a binary drawing.
   std::string_view Text() const { return text_; }
   /// The value without the blanks around it.
@@ -66,6 +76,7 @@ class GroupScanner {
   std::unique_ptr<Binary> binary_;
   int code_ = 0;
   std::string_view text_;
+  std::string marked_;  // the text of a mark that was gone to
   double number_ = 0;
 };
 

@@ -7,6 +7,5 @@ class tEntity;
 struct EntityContext;
 
 bool MakePoint(EntityContext& context, tEntity& element);
-bool MakeInsert(EntityContext& context, tEntity& element);
 
 }  // namespace tesselink

@@ -1,0 +1,241 @@
+#include "formats/dxf/BlockExpansion.h"
+
+#include <algorithm>
+
+#include "core/io/Errors.h"
+#include "core/io/Utf8.h"
+#include "formats/dxf/Drawing.h"
+#include "formats/dxf/EntityReporting.h"
+
+namespace tesselink {
+namespace {
+
+// A piece of a block ends at either.
+constexpr std::size_t kMostParts = 512, kPieceBytes = std::size_t{512} << 10;
+// Small blocks that are held, together.
+constexpr std::size_t kMostKept = std::size_t{4} << 20;
+// Entities that are looked at in one call without finding an element.
+constexpr int kLooks = 1000;
+
+EntitySource SourceWithin(const EntitySource& source, GroupScanner& scanner, Report& report) {
+  return {.scanner = scanner,
+          .drawing = source.drawing,
+          .report = report,
+          .programFolder = source.programFolder,
+          .paperSpace = true,
+          .inFull = true,
+          .byLayer = true,
+          .blocks = BlockMode::Expand,
+          .ownBlocks = true,
+          .inBlock = true,
+          .baselines = source.baselines};
+}
+
+void RoundToSingles(tEntity& element) {
+  const auto single = [](double value) { return static_cast<double>(static_cast<float>(value)); };
+  for (tEntity::Index i = 0; i <= element.ZCount(); ++i) element.Height(i, single(element.Height(i)));
+  const auto [radius, start, end] = element.Curve();
+  element.Curve({single(radius), single(start), single(end)});
+}
+
+// What an element that has its colour or line type from the block has it from on the layer that it is on now.
+StyleSource Inherited(StyleSource insert, bool sameLayer) {
+  return insert == StyleSource::Layer && !sameLayer ? StyleSource::Own : insert;
+}
+
+}  // namespace
+
+BlockExpansion::BlockExpansion(const std::string& path, const EntitySource& source, std::int64_t most)
+    : source_(source), scanner_(path, read_), reader_(SourceWithin(source, scanner_, read_)), most_(most) {}
+
+void BlockExpansion::Begin(const BlockInsert& insert, const tEntity& attributes, std::int64_t place) {
+  place_ = place;
+  depth_ = 0;
+  Push(insert, attributes);
+}
+
+bool BlockExpansion::Next(tEntity& element) {
+  for (int looks = 0; looks < kLooks && depth_ > 0; ++looks) {
+    Frame& frame = frames_[depth_ - 1];
+    if (frame.part == frame.piece->parts.size()) {
+      GoOn(frame);
+      continue;
+    }
+    const Part& part = frame.piece->parts[frame.part++];
+    Count();
+    if (part.isInsert) {
+      Push(part.insert, part.element);
+    } else if (Deliver(frame, part.element, element)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void BlockExpansion::Count() {
+  if (++count_ <= most_) return;
+  while (depth_ > 0) known_[frames_[--depth_].insert.block].isOpen = false;
+  throw LimitReached(source_.scanner.PlaceText(place_) + ": the blocks of the drawing draw more than the " +
+                     std::to_string(most_) + " entities that this run may expand");
+}
+
+// Frames are used again, so that their texts keep their memory.
+void BlockExpansion::Push(const BlockInsert& insert, const EntityAttributes& attributes) {
+  if (known_.size() <= insert.block) known_.resize(insert.block + 1);
+  Known& known = known_[insert.block];
+  const DrawingBlock& block = source_.drawing.Blocks().Block(insert.block);
+  if (known.isOpen) {
+    return Warn(WarningKind::CircularBlocks, "block " + std::string(CutUtf8(block.name, kLongestShownName)) +
+                                                 " inserts itself; what it would draw there was left out");
+  }
+  if (block.drawn == 0) return;
+  if (frames_.size() == depth_) frames_.emplace_back();
+  Frame& frame = frames_[depth_];
+  const Frame* outer = depth_ > 0 ? &frames_[depth_ - 1] : nullptr;
+  frame.insert = insert;
+  frame.style = attributes;
+  if (outer != nullptr && attributes.Layer == "0") {
+    frame.layerColour = outer->layerColour;
+    frame.layerRGB = outer->layerRGB;
+    frame.layerLineType = outer->layerLineType;
+  } else {
+    frame.layerColour = insert.layer->colour;
+    frame.layerRGB = reader_.RgbOf(*insert.layer);
+    frame.layerLineType = insert.layer->lineType;
+  }
+  if (outer != nullptr) Style(*outer, frame.style);
+  frame.outer = outer != nullptr ? outer->placement : Placement();
+  frame.count = 0;
+  known.isOpen = true;
+  ++depth_;
+  BeginPlace(frame);
+}
+
+void BlockExpansion::BeginPlace(Frame& frame) {
+  Count();
+  const DrawingBlock& block = source_.drawing.Blocks().Block(frame.insert.block);
+  frame.placement = frame.outer.After(frame.insert.at.PlacementOf(frame.count, block.base));
+  Use(frame, block.contents);
+}
+
+// A piece is at its end: the next one, the next place of an array, or what holds the insert.
+void BlockExpansion::GoOn(Frame& frame) {
+  if (!frame.piece->isLast) {
+    const GroupMark next = frame.piece->next;
+    Use(frame, next);
+  } else if (++frame.count < frame.insert.at.Count()) {
+    BeginPlace(frame);
+  } else {
+    frame.piece.reset();
+    known_[frame.insert.block].isOpen = false;
+    --depth_;
+  }
+}
+
+void BlockExpansion::Use(Frame& frame, const GroupMark& mark) {
+  frame.piece = PieceAt(frame.insert.block, mark);
+  frame.part = 0;
+  for (const auto& [type, count] : frame.piece->undelivered) source_.report.Undelivered(type, count);
+}
+
+std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t block, const GroupMark& mark) {
+  Known& known = known_[block];
+  const bool isFirst = mark.position == source_.drawing.Blocks().Block(block).contents.position;
+  if (isFirst && known.whole) return known.whole;
+  const std::shared_ptr<Piece> piece = ReadPiece(mark);
+  // What is wrong is told when it is read for the first time.
+  if (mark.position > known.told) source_.report.Add(read_);
+  known.told = std::max(known.told, mark.position);
+  if (isFirst && piece->isLast) {
+    if (kept_ + piece->bytes > kMostKept) {
+      for (Known& other : known_) other.whole.reset();
+      kept_ = 0;
+    }
+    kept_ += piece->bytes;
+    known.whole = piece;
+  }
+  return piece;
+}
+
+std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(const GroupMark& mark) {
+  read_ = Report();
+  const auto piece = std::make_shared<Piece>();
+  scanner_.GoTo(mark);
+  for (bool atEnd = false; piece->parts.size() < kMostParts && piece->bytes < kPieceBytes;) {
+    const std::string_view keyword = scanner_.Keyword();
+    atEnd = atEnd || keyword == "ENDBLK" || keyword == "BLOCK" || keyword == "ENDSEC" || keyword == "EOF";
+    if (atEnd) {
+      piece->undelivered = read_.UndeliveredTypes();
+      return piece;
+    }
+    AddParts(*piece);
+    atEnd = reader_.AtEnd();
+  }
+  piece->undelivered = read_.UndeliveredTypes();
+  piece->isLast = false;
+  piece->next = scanner_.Mark();
+  return piece;
+}
+
+void BlockExpansion::AddParts(Piece& piece) {
+  const auto add = [&](const BlockInsert* insert) {
+    Part& part = piece.parts.emplace_back();
+    part.element = scratch_;
+    if (insert != nullptr) part.insert = *insert;
+    part.isInsert = insert != nullptr;
+    piece.bytes += sizeof part + scratch_.AllX().size() * sizeof(Vertex) + scratch_.Text.size();
+  };
+  scratch_.Reset();
+  if (reader_.Read(scratch_)) {
+    add(nullptr);
+  } else if (reader_.ToDraw() != nullptr) {
+    add(reader_.ToDraw());
+  }
+  while (reader_.HasWires()) {
+    scratch_.Reset();
+    if (reader_.NextWire(scratch_)) add(nullptr);
+  }
+}
+
+bool BlockExpansion::Deliver(const Frame& frame, const tEntity& part, tEntity& element) {
+  element.CopyFrom(part);
+  if (!placing_.Place(element, frame.placement)) {
+    Warn(WarningKind::WildVertices, "an element of a block that lies beyond all numbers was left out");
+    return false;
+  }
+  Style(frame, element);
+  if (!source_.byLayer) {
+    if (element.LineStyleFrom == StyleSource::Layer) element.LineStyle.clear();
+    element.ColourFrom = element.LineStyleFrom = StyleSource::Own;
+  }
+  if (!source_.inFull) RoundToSingles(element);
+  return true;
+}
+
+// Of what the block leaves open: its layer 0, and what is by block.
+void BlockExpansion::Style(const Frame& frame, EntityAttributes& style) {
+  const EntityAttributes& insert = frame.style;
+  const bool onInsertsLayer = style.Layer == "0";
+  if (onInsertsLayer) style.Layer = insert.Layer;
+  const bool sameLayer = style.Layer == insert.Layer;
+  if (style.ColourFrom == StyleSource::Block) {
+    style.Colour = insert.Colour;
+    style.RGB = insert.RGB;
+    style.ColourFrom = Inherited(insert.ColourFrom, sameLayer);
+  } else if (style.ColourFrom == StyleSource::Layer && onInsertsLayer) {
+    style.Colour = frame.layerColour;
+    style.RGB = frame.layerRGB;
+  }
+  if (style.LineStyleFrom == StyleSource::Block) {
+    style.LineStyle = insert.LineStyle;
+    style.LineStyleFrom = Inherited(insert.LineStyleFrom, sameLayer);
+  } else if (style.LineStyleFrom == StyleSource::Layer && onInsertsLayer) {
+    style.LineStyle = frame.layerLineType;
+  }
+}
+
+void BlockExpansion::Warn(WarningKind kind, const std::string& what) {
+  source_.report.Warn(kind, source_.scanner.PlaceText(place_) + ": " + what);
+}
+
+}  // namespace tesselink

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "core/element/ColourNames.h"
 #include "formats/dxf/DXFInFilter.h"
 #include "formats/dxf/DrawingEncoding.h"
 #include "formats/dxf/DrawingText.h"
@@ -133,6 +134,32 @@ TEST_F(StandardDXFOutFilterTest, TheTablesHoldWhatTheElementsName) {
     EXPECT_TRUE(Holds(entities, expected)) << expected;
   }
   EXPECT_EQ(rig.WarningOf("colour numbers")->count, 1);
+}
+
+TEST_F(StandardDXFOutFilterTest, WhatIsByLayerStaysSo) {
+  const std::string input = rig.folder.Put(
+      "in.dxf",
+      "0\nSECTION\n2\nTABLES\n0\nLTYPE\n2\nFence\n3\n- -\n49\n2\n49\n-0.5\n0\nLAYER\n2\nA\n62\n3\n6\nFENCE\n0\nENDSEC\n"
+      "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\nA\n62\n5\n10\n1\n0\nPOINT\n8\nA\n10\n2\n0\nENDSEC\n0\nEOF\n");
+  DXFInFilter reader(rig.context);
+  reader.filename(input);
+  writer.SourceOpened(reader);
+  tEntity element;
+  for (int i = 0; i < 2 && reader.GetNextEntity(element); ++i) Write(element);
+  element.Colour = 4;  // as by layer in another input
+  element.RGB = 0xFFFF00;
+  Write(element);
+  element.Layer = "BLACK";
+  element.Colour = element.RGB = 0;
+  element.IsBlack = true;
+  Write(element);
+  const std::string entities = Entities(), text = Piped();
+  for (const char* expected : {"|  6|BYLAYER| 62|5|", "|  6|BYLAYER| 62|256|", "|  6|BYLAYER| 62|4|"}) {
+    EXPECT_TRUE(Holds(entities, expected)) << expected;
+  }
+  EXPECT_TRUE(Holds(text, "LAYER|  2|A| 70|64| 62|3|  6|FENCE|"));
+  EXPECT_TRUE(Holds(text, "LTYPE|  2|FENCE| 70|64|  3|- -| 72|65| 73|2| 40|2.5| 49|2| 49|-0.5|"));
+  EXPECT_EQ(ColourName(ReadBack().back().RGB), "BLACK");
 }
 
 TEST_F(StandardDXFOutFilterTest, LayersStayDistinctAndComeBack) {

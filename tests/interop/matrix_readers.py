@@ -137,12 +137,16 @@ def by_ezdxf(path):
     document, auditor = recover.readfile(path, errors="surrogateescape")
     found = {e.message for e in auditor.errors + auditor.fixes}
     check(not found, f"ezdxf repairs: {sorted(found)[:3]}")
-    return [from_ezdxf(e) for e in document.modelspace()]
+    return [from_ezdxf(e, document.layers) for e in document.modelspace()]
 
 
-def from_ezdxf(e):
+def from_ezdxf(e, layers):
     kind = e.dxftype()
     at = {"layer": e.dxf.layer, "colour": e.dxf.color, "style": e.dxf.linetype}
+    if e.dxf.layer in layers:
+        layer = layers.get(e.dxf.layer)
+        at["colour"] = layer.color if e.dxf.color == 256 else e.dxf.color
+        at["style"] = layer.dxf.linetype if e.dxf.linetype.upper() == "BYLAYER" else e.dxf.linetype
     if kind == "POINT":
         return Element(POINT, (tuple(e.dxf.location),), **at)
     if kind == "LINE":

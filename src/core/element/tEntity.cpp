@@ -95,6 +95,7 @@ void tEntity::Clear() {
   TextJust = 0;
   Closed = false;
   RGB = 0;
+  IsBlack = false;
   ColourFrom = LineStyleFrom = StyleSource::Own;
   Record = 0;
 }

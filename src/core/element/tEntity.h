@@ -56,7 +56,8 @@ struct EntityAttributes {
   std::int32_t RGB = 0;       ///< 24-bit colour, red in the low byte
 
   // What drawings hold beyond these; readers of the classic dialect leave it as it is here. See core/run/Reduction.h.
-  bool IsArea = false;  ///< the parts are closed rings; outer ones run clockwise, holes the other way
+  bool IsArea = false;   ///< the parts are closed rings; outer ones run clockwise, holes the other way
+  bool IsBlack = false;  ///< an RGB of 0 is black; else it is no colour
   StyleSource ColourFrom = StyleSource::Own, LineStyleFrom = StyleSource::Own;
 
   std::int64_t Record = 0;  ///< number, from 1, of the input's record that it came from; 0 where there are none

@@ -13,6 +13,11 @@ const std::vector<std::string>& InputFilter::Layers() const {
   return Layered ? layers_ : kNone;
 }
 
+const std::vector<LineType>& InputFilter::LineTypes() const {
+  static const std::vector<LineType> kNone;
+  return kNone;
+}
+
 void OutputFilter::filename(const std::string& path) {
   Release();
   missed_.clear();

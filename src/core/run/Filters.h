@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/element/Extents.h"
+#include "core/element/LineType.h"
 #include "core/element/tEntity.h"
 #include "core/run/Dialect.h"
 #include "core/run/LayerCodes.h"
@@ -85,6 +86,8 @@ class InputFilter {
   virtual TextEncoding Encoding() const { return {}; }
   /// The layer names found in the file, in order of first appearance; none while Layered is false.
   const std::vector<std::string>& Layers() const;
+  /// The line types that the file defines; none for formats without.
+  virtual const std::vector<LineType>& LineTypes() const;
   /// The codes that go with the layers, as far as they were matched.
   const std::vector<std::string>& Codes() const { return codes_.cLayerCodes(); }
   /// Takes the outcome of layer-name matching, for this file and those that follow.

@@ -28,6 +28,7 @@ EntitySource SourceWithin(const EntitySource& source, GroupScanner& scanner, Rep
           .blocks = BlockMode::Expand,
           .ownBlocks = true,
           .inBlock = true,
+          .symbolsOfPoints = source.symbolsOfPoints,
           .baselines = source.baselines};
 }
 

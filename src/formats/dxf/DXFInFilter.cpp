@@ -70,6 +70,7 @@ EntitySource DXFInFilter::Source() {
           .byLayer = isStandard,
           .blocks = mode,
           .ownBlocks = isStandard || mode != BlockMode::Points,
+          .symbolsOfPoints = !isStandard,
           .baselines = isStandard};
 }
 

@@ -29,6 +29,9 @@ class DXFInFilter final : public InputFilter {
   double Progress() const override;
   bool Eof() const override { return !inEntities_ && !HasMore(); }
   std::string Where() const override;
+  const std::vector<LineType>& LineTypes() const override {
+    return drawing_ ? drawing_->LineTypes() : InputFilter::LineTypes();
+  }
   TextEncoding Encoding() const override {
     return {true, drawing_ ? drawing_->Text().NamedPage() : std::u16string_view()};
   }

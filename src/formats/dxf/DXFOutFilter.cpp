@@ -1,5 +1,6 @@
 #include "formats/dxf/DXFOutFilter.h"
 
+#include <cmath>
 #include <filesystem>
 
 #include "core/element/Justification.h"
@@ -86,8 +87,15 @@ void DXFOutFilter::Create(const std::string& path) {
   layers_ = DrawingNames(conventions_.layerNames);
   lineTypes_ = DrawingNames(conventions_.lineTypeNames);
   lineTypes_.Of("CONTINUOUS");
+  patterns_.clear();
   if (conventions_.fullTables) layers_.Of("0");
   extents_ = {};
+}
+
+// Of line types that several inputs define the first one's pattern holds.
+void DXFOutFilter::SourceOpened(InputFilter& source) {
+  if (!conventions_.fullTables) return;
+  for (const LineType& lineType : source.LineTypes()) patterns_.emplace(UpperCase(lineType.name), lineType);
 }
 
 WriteResult DXFOutFilter::Write(tEntity& entity) {
@@ -139,11 +147,11 @@ bool DXFOutFilter::IsDegenerate(const tEntity& entity, tEntity::Index last) cons
   return (IsChain(entity.bType) && last == 0) || (IsCurve(entity.bType) && !(entity.Rad > 0));
 }
 
-// A colour that the element's number does not have gets the number that comes nearest; black is also what an element
-// without a colour has.
+// A colour that the element's number does not have gets the number that comes nearest.
 void DXFOutFilter::NumberColour(tEntity& entity) {
   const bool isNumbered = entity.Colour > 0 && entity.Colour <= kGreatestColour;
-  if (conventions_.coloursAsGiven || entity.RGB == 0 || (entity.Colour != 0 && !isNumbered)) return;
+  if (conventions_.coloursAsGiven || (entity.RGB == 0 && !entity.IsBlack) || (entity.Colour != 0 && !isNumbered))
+    return;
   try {
     if (!isNumbered || !colours_.IsColourOf(entity.Colour, entity.RGB)) entity.Colour = colours_.Nearest(entity.RGB);
   } catch (const Error& error) {
@@ -151,13 +159,26 @@ void DXFOutFilter::NumberColour(tEntity& entity) {
   }
 }
 
+// A layer has the colour that its elements have by layer; without such, the first one's. Where inputs differ, the first
+// one's layers hold, and elements of others keep what they have as their own.
 void DXFOutFilter::NoteNames(const tEntity& entity) {
   DrawingNames::Entry& layer = NameIn(layers_, entity.Layer, "layer");
-  const bool isColour = entity.Colour > 0 && entity.Colour <= kGreatestColour;
-  if (layer.colour == 0 && isColour) layer.colour = entity.Colour;
   layer_ = &layer.name;
+  const bool isColour = entity.Colour > 0 && entity.Colour <= kGreatestColour;
+  byLayer_ =
+      entity.ColourFrom == StyleSource::Layer && isColour && !(layer.isInherited && layer.colour != entity.Colour);
+  if (byLayer_ || (layer.colour == 0 && isColour)) layer.colour = entity.Colour;
+  layer.isInherited = layer.isInherited || byLayer_;
+  NoteLineType(entity, layer);
+}
+
+void DXFOutFilter::NoteLineType(const tEntity& entity, DrawingNames::Entry& layer) {
+  static const std::string kByLayerType("BYLAYER");
   const bool asGiven = !conventions_.fullTables || IsInherited(entity.LineStyle);
   lineType_ = asGiven ? &entity.LineStyle : &NameIn(lineTypes_, entity.LineStyle, "line type").name;
+  if (asGiven || entity.LineStyleFrom != StyleSource::Layer) return;
+  if (layer.lineType.empty()) layer.lineType = *lineType_;
+  if (layer.lineType == *lineType_) lineType_ = &kByLayerType;
 }
 
 DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string& name, const char* what) {
@@ -210,7 +231,7 @@ void DXFOutFilter::Open(std::string_view type, const tEntity& entity) {
 }
 
 void DXFOutFilter::Colour(const tEntity& entity) {
-  std::int32_t colour = entity.Colour;
+  std::int32_t colour = byLayer_ ? kByLayer : entity.Colour;
   if (!conventions_.coloursAsGiven && (colour < 0 || colour > kByLayer)) {
     report().Warn(WarningKind::ColourNumbers,
                   path_ + ": the number " + std::to_string(colour) +
@@ -346,12 +367,19 @@ void DXFOutFilter::WriteHead() {
   header_.Write(conventions_.fullTables ? kStyles : kNoStyles).Write(kBehindTables);
 }
 
-// The patterns of line types are not known: each is a solid line.
+// A line type whose pattern is not known is a solid line.
 void DXFOutFilter::WriteLineTypeTable() {
+  static const LineType kSolid{{}, "Solid Line", {}};
   header_.Write("  0\r\nTABLE\r\n  2\r\nLTYPE\r\n 70\r\n").Integer(std::ssize(lineTypes_.All())).EndLine();
-  for (const DrawingNames::Entry& lineType : lineTypes_.All()) {
-    header_.Write("  0\r\nLTYPE\r\n  2\r\n").Write(Printable(lineType.name));
-    header_.Write("\r\n 70\r\n64\r\n  3\r\nSolid Line\r\n 72\r\n65\r\n 73\r\n0\r\n 40\r\n0\r\n");
+  for (const DrawingNames::Entry& entry : lineTypes_.All()) {
+    const auto known = patterns_.find(UpperCase(entry.given));
+    const LineType& lineType = known == patterns_.end() ? kSolid : known->second;
+    double length = 0;
+    for (const double dash : lineType.dashes) length += std::fabs(dash);
+    header_.Write("  0\r\nLTYPE\r\n  2\r\n").Write(Printable(entry.name)).Write("\r\n 70\r\n64\r\n  3\r\n");
+    header_.Line(Encoded(lineType.description)).Write(" 72\r\n65\r\n 73\r\n");
+    header_.Integer(std::ssize(lineType.dashes)).Write("\r\n 40\r\n").Number(length).EndLine();
+    for (const double dash : lineType.dashes) header_.Write(" 49\r\n").Number(dash).EndLine();
   }
   header_.Write("  0\r\nENDTAB\r\n");
 }
@@ -363,7 +391,7 @@ void DXFOutFilter::WriteLayerTable() {
     header_.Write("  0\r\nLAYER\r\n  2\r\n").Write(Printable(layer.name)).Write("\r\n 70\r\n64\r\n 62\r\n");
     ++position;
     header_.Integer(conventions_.layerColourIsPosition ? position : layer.colour == 0 ? kWhite : layer.colour);
-    header_.Write("\r\n  6\r\nCONTINUOUS\r\n");
+    header_.Write("\r\n  6\r\n").Line(layer.lineType.empty() ? "CONTINUOUS" : layer.lineType);
   }
   header_.Write("  0\r\nENDTAB\r\n");
 }

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "core/element/Extents.h"
 #include "core/io/Files.h"
@@ -23,6 +24,7 @@ class DXFOutFilter final : public OutputFilter {
   explicit DXFOutFilter(const FilterContext& context);
   ~DXFOutFilter() override { ReleaseQuietly(); }
 
+  void SourceOpened(InputFilter& source) override;
   /// Writes the sections before the entities into the header file. This and Merge throw Error when no file is open.
   void WriteHead();
   /// Builds the output from the bytes of the header file and of the entity file, and appends the closing lines.
@@ -56,6 +58,7 @@ class DXFOutFilter final : public OutputFilter {
   bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
   void NumberColour(tEntity& entity);
   void NoteNames(const tEntity& entity);
+  void NoteLineType(const tEntity& entity, DrawingNames::Entry& layer);
   DrawingNames::Entry& NameIn(DrawingNames& names, const std::string& name, const char* what);
   void NoteExtents(const tEntity& entity, tEntity::Index last);
   void WritePoints(const tEntity& entity, tEntity::Index last);
@@ -81,8 +84,10 @@ class DXFOutFilter final : public OutputFilter {
   const Conventions& conventions_;
   cColourTab colours_;
   DrawingNames layers_, lineTypes_;
-  const std::string* layer_ = nullptr;     // of the element at hand, as the drawing holds it
-  const std::string* lineType_ = nullptr;  // likewise
+  std::unordered_map<std::string, LineType> patterns_;  // of line types, by their names in capitals
+  const std::string* layer_ = nullptr;                  // of the element at hand, as the drawing holds it
+  const std::string* lineType_ = nullptr;               // likewise
+  bool byLayer_ = false;                                // the element has the layer's colour by layer
   Extents extents_;
   std::string printable_, encoded_;
   std::string vertexHead_;

@@ -30,11 +30,14 @@ void Drawing::TakeHeaderGroup(const GroupScanner& scanner) {
 
 void Drawing::TakeTableGroup(const GroupScanner& scanner) {
   if (scanner.Code() == 0) {
-    EndLayer();
-    inLayer_ = scanner.Keyword() == "LAYER";
+    EndEntry();
+    table_ = scanner.Keyword() == "LAYER"   ? Table::Layers
+             : scanner.Keyword() == "LTYPE" ? Table::LineTypes
+                                            : Table::Other;
     return;
   }
-  if (!inLayer_) return;
+  if (table_ == Table::LineTypes) TakeLineTypeGroup(scanner);
+  if (table_ != Table::Layers) return;
   switch (scanner.Code()) {
     case 2:
       layerBytes_ = scanner.Text();
@@ -56,12 +59,22 @@ void Drawing::TakeTableGroup(const GroupScanner& scanner) {
   }
 }
 
-void Drawing::EndLayer() {
-  if (inLayer_ && !layerBytes_.empty() && byBytes_.find(layerBytes_) == byBytes_.end()) {
+void Drawing::TakeLineTypeGroup(const GroupScanner& scanner) {
+  if (scanner.Code() == 2) text_.DecodeName(scanner.Keyword(), lineType_.name);
+  if (scanner.Code() == 3) text_.DecodeName(scanner.Text(), lineType_.description);
+  if (const double length = scanner.Number(); scanner.Code() == 49 && std::isfinite(length)) {
+    lineType_.dashes.push_back(length);
+  }
+}
+
+void Drawing::EndEntry() {
+  if (table_ == Table::LineTypes && !lineType_.dashes.empty()) lineTypes_.push_back(std::move(lineType_));
+  lineType_ = {};
+  if (table_ == Table::Layers && !layerBytes_.empty() && byBytes_.find(layerBytes_) == byBytes_.end()) {
     text_.DecodeName(layerBytes_, read_.name);
     Add(layerBytes_, read_);
   }
-  inLayer_ = false;
+  table_ = Table::Other;
   layerBytes_.clear();
   read_ = {};
 }

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/element/LineType.h"
 #include "formats/dxf/DrawingBlocks.h"
 #include "formats/dxf/DrawingText.h"
 
@@ -43,6 +44,9 @@ class Drawing {
   /// The names of the layer table, in its order.
   std::vector<std::string> LayerNames() const;
 
+  /// The line types of the table that have a pattern.
+  const std::vector<LineType>& LineTypes() const { return lineTypes_; }
+
   const DrawingText& Text() const { return text_; }
   DrawingBlocks& Blocks() { return blocks_; }
   /// How to read blocks that stand behind the entities. It is done once, for the first block that was not found.
@@ -60,7 +64,8 @@ class Drawing {
   };
   using LayerIndex = std::unordered_map<std::string, const DrawingLayer*, Hash, std::equal_to<>>;
 
-  void EndLayer();
+  void EndEntry();
+  void TakeLineTypeGroup(const GroupScanner& scanner);
   const DrawingLayer& Add(std::string_view bytes, DrawingLayer layer);
 
   Report& report_;
@@ -71,9 +76,12 @@ class Drawing {
   double angleBase_ = 0;
   bool clockwise_ = false;
 
-  bool inLayer_ = false;
+  enum class Table { Other, Layers, LineTypes };
+  Table table_ = Table::Other;  // that the entry being read is of
   std::string layerBytes_;
   DrawingLayer read_;
+  LineType lineType_;
+  std::vector<LineType> lineTypes_;
 
   std::deque<DrawingLayer> layers_;
   LayerIndex byBytes_, byFoldedName_;

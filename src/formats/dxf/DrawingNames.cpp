@@ -25,6 +25,7 @@ DrawingNames::Entry& DrawingNames::Find(const std::string& name) {
 
 void DrawingNames::Add(const std::string& name) {
   Entry entry;
+  entry.given = name;
   if (rule_ == Rule::AsGiven) {
     entry.name = name;
   } else {

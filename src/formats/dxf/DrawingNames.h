@@ -17,9 +17,12 @@ class DrawingNames {
     MergeCase,     ///< likewise, but names that are given in different letter case are one
   };
   struct Entry {
-    std::string name;  ///< as the drawing holds it
-    std::int32_t colour = 0;
-    bool changed = false;  ///< it is not the name that was given
+    std::string name;          ///< as the drawing holds it
+    std::string given;         ///< as it was given first
+    bool changed = false;      ///< it is not the name that was given
+    std::int32_t colour = 0;   ///< of a layer; 0: none yet
+    std::string lineType;      ///< of a layer; empty: none yet
+    bool isInherited = false;  ///< an element has the layer's colour by layer, so that it must stay
   };
 
   explicit DrawingNames(Rule rule) : rule_(rule) {}

@@ -45,9 +45,10 @@ struct EntitySource {
   bool inFull = false;        ///< z, radii and angles in double precision; else rounded to singles
   bool byLayer = false;       ///< what colour and line type come from is told; else an element has them itself
   BlockMode blocks = BlockMode::Points;
-  bool ownBlocks = false;  ///< dimensions and tables come as what their block draws; else they are not read
-  bool inBlock = false;    ///< what is read is the definition of a block
-  bool baselines = false;  ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
+  bool ownBlocks = false;       ///< dimensions and tables come as what their block draws; else they are not read
+  bool inBlock = false;         ///< what is read is the definition of a block
+  bool symbolsOfPoints = true;  ///< a POINT has the symbol "NOSTATUS"; else none
+  bool baselines = false;       ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
 };
 
 /// The chains of an entity that draws several: they lie one behind the other in the context's chain and are delivered

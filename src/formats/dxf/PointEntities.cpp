@@ -7,7 +7,7 @@ namespace tesselink {
 
 bool MakePoint(EntityContext& context, tEntity& element) {
   if (!context.groups.Has(10)) return Damaged(context, "has no location");
-  element.Text = "NOSTATUS";
+  if (context.source.symbolsOfPoints) element.Text = "NOSTATUS";
   return StorePoint(context, element, kPoint, context.groups.Point(0));
 }
 

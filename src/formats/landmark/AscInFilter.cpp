@@ -344,7 +344,11 @@ void AscInFilter::EndRecord(tEntity& entity, std::string_view line, bool unread)
     hasPending_ = true;
   }
   entity.CDFCode = codes_.CodeOf(entity.Layer);
-  if (conventions_.layerColours) entity.RGB = ColourOfName(Trimmed(entity.Layer));
+  if (conventions_.layerColours) {
+    const NamedColour* named = LayerNamedForColour(Trimmed(entity.Layer));
+    entity.RGB = ColourOfName(Trimmed(entity.Layer));
+    entity.IsBlack = named != nullptr && ColourOf(*named) == 0;
+  }
 }
 
 }  // namespace tesselink

@@ -5,8 +5,6 @@
 namespace tesselink {
 namespace {
 
-Vertex VertexAt(const tEntity& entity, tEntity::Index i) { return {entity.x(i), entity.Y(i), entity.Height(i)}; }
-
 // Stores from the last vertex down, so that each array grows once.
 void StoreVertices(tEntity& entity, const VertexChain& chain) {
   entity.ClearVertices();
@@ -21,14 +19,28 @@ void StoreVertices(tEntity& entity, const VertexChain& chain) {
 }  // namespace
 
 bool Reduction::Fits(const tEntity& entity) const {
+  if (IsCurve(entity.bType) && !holding_.curves) return false;
   return entity.IsPlain() ||
          ((entity.Parts.empty() || holding_.parts) && (!entity.IsArea || holding_.areas) &&
-          (entity.Bulges.empty() || holding_.bulges) && (entity.Measures.empty() || holding_.measures));
+          (entity.Bulges.empty() || HoldsBulgesOf(entity)) && (entity.Measures.empty() || holding_.measures));
+}
+
+bool Reduction::HoldsBulgesOf(const tEntity& entity) const { return holding_.bulges && entity.IsLevel(); }
+
+// That a circle is written as a chain, the account of a classic conversion tells already.
+void Reduction::DrawCurve(tEntity& entity) {
+  if (!tolerance_.IsClassic()) lost_.push_back(WarningKind::Curves);
+  chain_.clear();
+  if (!AppendCurve(chain_, entity, tolerance_)) lost_.push_back(WarningKind::CoarseCurves);
+  entity.Closed = entity.bType == kCircle;
+  entity.bType = kPolyline;
+  StoreVertices(entity, chain_);
 }
 
 // A chain of several parts is drawn part by part, since its parts begin elsewhere afterwards.
 void Reduction::DrawBulges(tEntity& entity) {
-  losses_.Add(WarningKind::Curves);
+  lost_.push_back(WarningKind::Curves);
+  bool enough = true;
   entity.Bulges.resize(static_cast<std::size_t>(entity.PointCount() + 1));
   chain_.clear();
   for (std::size_t part = 0; part < entity.PartCount(); ++part) {
@@ -36,9 +48,11 @@ void Reduction::DrawBulges(tEntity& entity) {
     if (part > 0) entity.Parts[part - 1] = std::ssize(chain_);
     if (begin < end) chain_.push_back(VertexAt(entity, begin));
     for (tEntity::Index i = begin; i + 1 < end; ++i) {
-      AppendBulge(chain_, VertexAt(entity, i), VertexAt(entity, i + 1), entity.Bulges[static_cast<std::size_t>(i)]);
+      const double bulge = entity.Bulges[static_cast<std::size_t>(i)];
+      enough = AppendBulge(chain_, VertexAt(entity, i), VertexAt(entity, i + 1), bulge, tolerance_) && enough;
     }
   }
+  if (!enough) lost_.push_back(WarningKind::CoarseCurves);
   std::vector<tEntity::Index> parts;
   parts.swap(entity.Parts);
   StoreVertices(entity, chain_);
@@ -46,19 +60,27 @@ void Reduction::DrawBulges(tEntity& entity) {
 }
 
 void Reduction::Reduce(tEntity& entity, const Sink& sink) {
-  if (!entity.Bulges.empty() && !holding_.bulges) DrawBulges(entity);
+  lost_.clear();
+  if (IsCurve(entity.bType) && !holding_.curves) DrawCurve(entity);
+  if (!entity.Bulges.empty() && !HoldsBulgesOf(entity)) DrawBulges(entity);
   if (!entity.Measures.empty() && !holding_.measures) {
-    losses_.Add(WarningKind::Measures);
+    lost_.push_back(WarningKind::Measures);
     entity.Measures.clear();
   }
   if (entity.IsArea && !holding_.areas) {
-    losses_.Add(WarningKind::Areas);
+    lost_.push_back(WarningKind::Areas);
     entity.IsArea = false;
     entity.Closed = true;
   }
+  if (!HandOut(entity, sink)) return;
+  for (const WarningKind kind : lost_) losses_.Add(kind);
+}
+
+// The text attributes are copied once, the vertices part by part.
+bool Reduction::HandOut(tEntity& entity, const Sink& sink) {
   if (entity.Parts.empty() || holding_.parts) return sink(entity);
-  losses_.Add(WarningKind::PartsSplit);
-  // The text attributes are copied once, the vertices part by part.
+  lost_.push_back(WarningKind::PartsSplit);
+  bool taken = false;
   for (std::size_t part = 0; part < entity.PartCount(); ++part) {
     part_.CopyAttributes(entity);
     chain_.clear();
@@ -66,8 +88,9 @@ void Reduction::Reduce(tEntity& entity, const Sink& sink) {
       chain_.push_back(VertexAt(entity, i));
     if (chain_.empty()) continue;
     StoreVertices(part_, chain_);
-    sink(part_);
+    taken = sink(part_) || taken;
   }
+  return taken;
 }
 
 }  // namespace tesselink

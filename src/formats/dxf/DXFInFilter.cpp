@@ -34,7 +34,9 @@ void DXFInFilter::Open(const std::string& path) {
                                                           .programFolder = options().programFolder,
                                                           .paperSpace = options().own.Has("paper-space"),
                                                           .inFull = isStandard,
-                                                          .baselines = isStandard});
+                                                          .baselines = isStandard,
+                                                          .bulges = isStandard,
+                                                          .tolerance = options().Curves()});
   if (!inEntities_) LeaveEntities();
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/element/SplineChains.h"
 #include "core/element/VertexChains.h"
 #include "formats/dxf/DrawingColours.h"
 #include "formats/dxf/EntityGroups.h"
@@ -27,6 +28,8 @@ struct EntitySource {
   bool paperSpace = false;    ///< deliver paper space too
   bool inFull = false;        ///< z, radii and angles in double precision; else rounded to singles
   bool baselines = false;     ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
+  bool bulges = false;        ///< polylines keep their bulges, where their plane lies in the map; else they are drawn
+  CurveTolerance tolerance = CurveTolerance::Classic();  ///< of curves that are drawn
 };
 
 /// The chains of an entity that draws several: they lie one behind the other in the context's chain and are delivered

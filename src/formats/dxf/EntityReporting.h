@@ -19,6 +19,8 @@ void WarnAt(EntityContext& context, std::int64_t place, WarningKind kind, const 
             std::string_view subject = {});
 /// Warns of the entity, with its place and type.
 void Warn(EntityContext& context, WarningKind kind, const std::string& what, std::string_view subject = {});
+/// Warns of a curve that was drawn with fewer vertices than its tolerance takes.
+void WarnUnless(EntityContext& context, bool enough);
 /// Warns that the entity is skipped, and why. Always false, which is what a function says that makes no element.
 bool Damaged(EntityContext& context, const std::string& what);
 /// Counts an insert, which is delivered as a point, of a block that draws anything; by its name as it may be shown.

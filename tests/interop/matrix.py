@@ -111,9 +111,9 @@ def on_bulges(e, found):
 
 def compare_one(e, found):
     check(found.kind == (CHAIN if e.drawn else e.kind), f"is a {found.kind}, not a {e.kind}")
-    if e.drawn:
+    if e.drawn and e.drawn[1] < math.inf:
         (on_bulges if e.kind == CHAIN else on_curve)(e, found.xyz)
-    else:
+    elif not e.drawn:
         check(len(e.xyz) == len(found.xyz), f"has {len(found.xyz)} vertices, not {len(e.xyz)}")
         for a, b in zip(e.xyz, found.xyz):
             check(near(a[0], b[0], 1e-14) and near(a[1], b[1], 1e-14) and near(a[2], b[2], 1e-14), f"has a vertex {b}, not {a}")

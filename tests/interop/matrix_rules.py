@@ -237,7 +237,7 @@ SEEN = {
     ("dxf", "GDAL"): [
         (None, when(has_curves, drawn=(math.inf, 1e-3))), AS_POLYLINES,
         ("arcs of polylines beyond half a circle (it draws some of them wrong)",
-         when(lambda e: any(abs(bulge) > 1 for bulge in e.bulges), drawn=(math.inf, 2))), (None, when(is_text, kind=POINT)),
+         when(lambda e: any(abs(bulge) > 1 for bulge in e.bulges), drawn=(math.inf, math.inf))), (None, when(is_text, kind=POINT)),
         ("the closing side of a chain where it is upright", when(is_upright_at_its_end, closed=False, xyz=stored)), CLOSE, PLACES_ALONE],
     ("dxf", "Tesselink"): [(None, coloured_by_layer), CLOSE],
     ("shp", "pyshp"): [("blanks at the ends of texts", when(always, text=lambda e: e.text.strip(" ")))],

@@ -14,7 +14,7 @@ constexpr double kStep = 5 * kRadians;
 
 // The step of an arc whose chord is so far from it; a whole turn where any is near enough.
 double StepWithin(double distance, double radius) {
-  const double sine = std::sqrt(distance / (2 * radius));
+  const double sine = radius > 0 ? std::sqrt(distance / (2 * radius)) : 1;
   return sine < 1 ? 4 * std::asin(sine) : kTurn;
 }
 
@@ -31,7 +31,8 @@ Steps StepsOf(double angle, double radius, const CurveTolerance& tolerance, std:
   const double classic = std::max(magnitude / kStep, std::sqrt(magnitude / 0.0056));
   double steps = classic, most = classic;
   if (!tolerance.IsClassic() && radius > 0) {
-    steps = magnitude / std::min(tolerance.GreatestTurn(), StepWithin(tolerance.Distance(), radius));
+    const double step = std::min(tolerance.GreatestTurn(), StepWithin(tolerance.Distance(), radius));
+    steps = magnitude / std::max(step, 1e-300);
     most = length < kMostVerticesOfChain ? static_cast<double>(kMostVerticesOfCurve) : std::max(classic, 1.0);
   }
   if (std::isnan(steps)) return {};

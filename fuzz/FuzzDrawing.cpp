@@ -9,5 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   options.programFolder = FuzzFolder();
   // A curve has many vertices for a few bytes, an array of inserts up to 65536; no element has more for its bytes.
   ReadToTheEnd<DXFInFilter>(path, size, options, 70000 + 300 * size);
+  options.dialect = Dialect::Standard;
+  ReadToTheEnd<DXFInFilter>(path, size, options, kMostVerticesOfChain + kMostVerticesOfCurve + 300 * size);
   return 0;
 }

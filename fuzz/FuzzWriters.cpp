@@ -1,6 +1,7 @@
-// Elements of whatever the bytes say go to every writer, in both dialects, and what was written is read again. In the
-// standard dialect every element comes back and begins where it began, to 15 digits; but not from CDF, which keeps
-// points elsewhere and no blank texts, and has less room for numbers.
+// Elements of whatever the bytes say go to every writer, in both dialects and as a run hands them over, and what was
+// written is read again. In the standard dialect every element comes back and begins where it began, to 15 digits, with
+// the bulge that it began with; but not from CDF, which keeps points elsewhere and no blank texts, and has less room
+// for numbers.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cmath>
@@ -30,6 +31,16 @@ std::string Text(FuzzedDataProvider& bytes) {
   return text;
 }
 
+// On places near enough to each other that the arcs take few vertices; level, as they must be.
+void AddBulges(FuzzedDataProvider& bytes, tEntity& entity) {
+  for (tEntity::Index i = 0; i <= entity.PointCount(); ++i) {
+    entity.x(i, bytes.ConsumeIntegral<std::int8_t>());
+    entity.Y(i, bytes.ConsumeIntegral<std::int8_t>());
+    entity.Height(i, entity.Height(0));
+    entity.Bulges.push_back(bytes.ConsumeIntegral<std::int8_t>() / 16.0);
+  }
+}
+
 tEntity Element(FuzzedDataProvider& bytes, Dialect dialect) {
   tEntity entity;
   entity.CountOrigin(dialect == Dialect::Standard);
@@ -42,6 +53,7 @@ tEntity Element(FuzzedDataProvider& bytes, Dialect dialect) {
     entity.Y(i, Coordinate(bytes));
     entity.Z(i, static_cast<float>(bytes.ConsumeIntegral<std::int16_t>()));
   }
+  if (entity.bType == kPolyline && vertices > 1 && bytes.ConsumeBool()) AddBulges(bytes, entity);
   entity.Layer = Text(bytes);
   entity.CDFCode = bytes.ConsumeBool() ? Text(bytes) : std::string();
   entity.Text = Text(bytes);
@@ -64,10 +76,13 @@ std::vector<tEntity> Elements(const std::uint8_t* data, std::size_t size, Dialec
   return elements;
 }
 
-// Where elements begin; a curve, for which a chain may stand, begins anywhere.
+// Where elements begin, and with what bulge; a curve, for which a chain may stand, begins anywhere.
 using Beginnings = std::vector<std::string>;
 std::string BeginningOf(const tEntity& element) {
-  return IsCurve(element.bType) ? "" : NumberText(element.x(0)) + " " + NumberText(element.Y(0));
+  if (IsCurve(element.bType)) return "";
+  std::string beginning = NumberText(element.x(0)) + " " + NumberText(element.Y(0));
+  if (!element.Bulges.empty() && element.Bulges[0] != 0) beginning += " " + NumberText(element.Bulges[0]);
+  return beginning;
 }
 
 Beginnings Written(const OutputFormat& format, const FilterContext& context, std::vector<tEntity> elements,
@@ -75,10 +90,16 @@ Beginnings Written(const OutputFormat& format, const FilterContext& context, std
   const auto writer = format.create(context);
   writer->filename(path);
   Beginnings written;
+  Reduction reduction(writer->Holds(), writer->losses(), context.options.Curves());
+  const auto write = [&](tEntity& element) {
+    std::string beginning = BeginningOf(element);
+    const bool taken = writer->WriteEntity(element) != WriteResult::Skipped;
+    if (taken) written.push_back(std::move(beginning));
+    return taken;
+  };
   for (tEntity& element : elements) {
     if (element.PointCount() == -1) continue;
-    std::string beginning = BeginningOf(element);
-    if (writer->WriteEntity(element) != WriteResult::Skipped) written.push_back(std::move(beginning));
+    reduction.Fits(element) ? void(write(element)) : reduction.Reduce(element, write);
   }
   writer->Release();
   return written;
@@ -111,7 +132,8 @@ void ThereAndBack(const OutputFormat& format, Dialect dialect, const std::vector
   SilentPerson person;
   NoSettings settings;
   Report report;
-  const FilterContext context{person, settings, report, {.dialect = dialect}};
+  constexpr double kCoarse = 100;  // circles have few vertices
+  const FilterContext context{person, settings, report, {.dialect = dialect, .tolerance = kCoarse}};
   const std::string path = FuzzFolder() + "/w" + format.Extension();
   Beginnings written;
   try {

@@ -7,6 +7,8 @@
 
 #include "cli/Console.h"
 #include "cli/Exit.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
 #include "formats/Formats.h"
 
 namespace tesselink {
@@ -107,6 +109,18 @@ CLI::Validator SizeInBytes() {
       "");
 }
 
+CLI::Validator Distance() {
+  return CLI::Validator(
+      [](std::string& text) {
+        try {
+          if (StrictNumber(text) > 0) return std::string();
+        } catch (const Error&) {
+        }
+        return "\"" + text + "\" is no distance; give a number greater than 0";
+      },
+      "");
+}
+
 // The options that the rows of one side bring along, each once.
 template <typename Rows>
 void AddFormatOptions(CLI::App& command, const Rows& rows, OptionValues& values) {
@@ -174,6 +188,13 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
           "standard, as other programs read them")
       ->type_name("NAME")
       ->check(CLI::IsMember({"classic", "standard"}));
+  command
+      .add_option("--tolerance", options.tolerance,
+                  "Greatest distance of a curve from its chain, in drawing\n"
+                  "units (standard: the lesser of 0.01 and a ten-thousandth\n"
+                  "of the radius; classic: its own chains)")
+      ->type_name("DISTANCE")
+      ->check(Distance());
 }
 
 CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -24,6 +25,7 @@ struct ReadingOptions {
   bool smartAssign = false;  ///< guess the codes that nobody gave
   OptionValues own;          ///< of the options that formats bring along
   Dialect dialect = Dialect::Classic;
+  std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
 };
 
 enum class ProgressChoice { WhenTerminal, Always, Never };

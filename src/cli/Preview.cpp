@@ -32,7 +32,8 @@ int Run(const PreviewCommand& command) {
   reading.layersWanted = false;
   RefuseCopyAmong(command.reading, {command.picture});
   RefuseExistingPicture(command);
-  Picture picture(kSvgBudget);
+  const auto& given = command.reading.tolerance;
+  Picture picture(kSvgBudget, given ? CurveTolerance::Within(*given) : CurveTolerance::Classic());
   const int exitCode = ReadThrough(reading, [&picture](const tEntity& entity) { picture.Add(entity); });
   if (exitCode == kExitDone || exitCode == kExitEndedEarly) {
     if (picture.LeavesOutOfView()) {

@@ -41,7 +41,9 @@ class ForwardingWriter final : public OutputFilter {
  private:
   void Create(const std::string&) override {}
   Carrying CarriesSource() const override { return Carrying::Yes; }  // nobody expects that here
-  Holding Holds() const override { return {.parts = true, .areas = true, .bulges = true, .measures = true}; }
+  Holding Holds() const override {
+    return {.parts = true, .areas = true, .bulges = true, .measures = true, .curves = true};
+  }
   WriteResult Write(tEntity& entity) override {
     handler_(entity);
     return WriteResult::Written;
@@ -80,6 +82,7 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   result.dialect = options.dialect;
   result.programFolder = ProgramDataFolder();
   result.own = options.own;
+  result.tolerance = options.tolerance;
   return result;
 }
 

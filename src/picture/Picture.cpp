@@ -37,7 +37,7 @@ double Side(const Extents& box) { return std::max(box.maxX - box.minX, box.maxY 
 
 }  // namespace
 
-Picture::Picture(PictureBudget budget) : budget_(budget) {
+Picture::Picture(PictureBudget budget, const CurveTolerance& tolerance) : budget_(budget), tolerance_(tolerance) {
   budget_.vertices = std::max(budget_.vertices, kLeastBudget);
 }
 
@@ -47,16 +47,18 @@ void Picture::Add(const tEntity& entity) {
   if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
   ++elements_;
   layer_ = LayerOf(entity);
-  if (entity.IsPlain()) return AddPlain(entity);
+  if (entity.IsPlain() && !IsCurve(kind)) return AddPlain(entity);
   Losses unheeded;
   tEntity reduced = entity;
-  Reduction({}, unheeded).Reduce(reduced, [this](const tEntity& plain) { AddPlain(plain); });
+  Reduction({}, unheeded, tolerance_).Reduce(reduced, [this](const tEntity& plain) {
+    AddPlain(plain);
+    return true;
+  });
 }
 
 void Picture::AddPlain(const tEntity& entity) {
   const std::int16_t kind = entity.bType;
   if (IsChain(kind)) AddChain(entity);
-  if (IsCurve(kind)) AddCurve(entity);
   if (kind == kPoint) AddPoints(entity);
   if (kind == kText) AddText(entity);
 }
@@ -115,22 +117,6 @@ void Picture::AddChain(const tEntity& entity) {
   }
   const PicturePoint first{xs.front(), ys.front()};
   if (entity.LacksClosingVertex() && Takes(first)) PutVertex(first);
-  EndChain();
-}
-
-void Picture::AddCurve(const tEntity& entity) {
-  const Vertex centre{entity.x(0), entity.Y(0), 0};
-  const auto [radius, start, end] = entity.Curve();
-  curve_.clear();
-  if (entity.bType == kCircle) {
-    AppendCircle(curve_, centre, radius);
-  } else {
-    AppendArc(curve_, centre, radius, start, end > start ? end - start : end - start + 360);
-  }
-  BeginChain();
-  for (const Vertex& vertex : curve_) {
-    if (Takes({vertex.x, vertex.y})) PutVertex({vertex.x, vertex.y});
-  }
   EndChain();
 }
 

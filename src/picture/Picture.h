@@ -62,7 +62,7 @@ class Picture {
   /// Cells along the longer side of the drawing when it is thinned for the first time.
   static constexpr double kFirstCells = 4096;
 
-  explicit Picture(PictureBudget budget = {});
+  explicit Picture(PictureBudget budget = {}, const CurveTolerance& tolerance = CurveTolerance::Classic());
 
   /// Adds an element as a writer would be handed it. What has no vertex, or is of no kind that is drawn, adds nothing;
   /// vertices that are no finite numbers are left out.
@@ -104,7 +104,6 @@ class Picture {
   std::uint8_t LayerNumber(const std::string& name);
   void AddPoints(const tEntity& entity);
   void AddChain(const tEntity& entity);
-  void AddCurve(const tEntity& entity);
   void AddText(const tEntity& entity);
   bool Takes(PicturePoint at);
 
@@ -124,13 +123,13 @@ class Picture {
   bool IsNew(CellPlace from, CellPlace to, bool point);
 
   PictureBudget budget_;
+  CurveTolerance tolerance_;
   std::vector<PicturePoint> vertices_;
   std::vector<PictureMark> marks_;
   std::vector<PictureText> texts_;
   std::vector<PictureLayer> layers_;
   std::unordered_map<std::string, std::uint8_t> layerNumbers_;
   std::uint8_t layer_ = 0;  // of the element at work
-  VertexChain curve_;
 
   // The chain at work. What it has drawn since the pen was last lifted stands behind the vertices of the last mark.
   PicturePoint pen_;

@@ -54,6 +54,7 @@ class FakeWriter final : public OutputFilter {
  public:
   FakeWriter(const FilterContext& context, Script& script) : OutputFilter(context), script_(script) {}
   ~FakeWriter() override { ReleaseQuietly(); }
+  Holding Holds() const override { return {.curves = true}; }
 
  private:
   void Create(const std::string& path) override {

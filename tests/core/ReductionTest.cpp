@@ -30,7 +30,10 @@ TEST(Reduction, AnAreaBecomesAClosedChainForEachRing) {
   Losses losses;
   tEntity area = TwoRings();
   std::vector<tEntity> made;
-  Reduction({}, losses).Reduce(area, [&](const tEntity& chain) { made.push_back(chain); });
+  Reduction({}, losses, CurveTolerance::Classic()).Reduce(area, [&](const tEntity& chain) {
+    made.push_back(chain);
+    return true;
+  });
   ASSERT_EQ(made.size(), 2u);
   for (const tEntity& chain : made) {
     EXPECT_TRUE(chain.Closed && chain.IsPlain());
@@ -54,10 +57,10 @@ TEST(Reduction, BulgesAreDrawnPartByPart) {
   chain.Measures.clear();
   chain.Bulges = {0, 0, 0, 1, 0, 1};
   const Holding parts{.parts = true};
-  EXPECT_FALSE(Reduction(parts, losses).Fits(chain));
-  Reduction(parts, losses).Reduce(chain, [&](const tEntity& drawn) {
+  EXPECT_FALSE(Reduction(parts, losses, CurveTolerance::Classic()).Fits(chain));
+  Reduction(parts, losses, CurveTolerance::Classic()).Reduce(chain, [&](const tEntity& drawn) {
     EXPECT_TRUE(drawn.Bulges.empty());
-    ASSERT_EQ(drawn.Parts.size(), 1u);
+    EXPECT_EQ(drawn.Parts.size(), 1u);
     // The bulge behind the first ring's last vertex leads nowhere.
     EXPECT_EQ(drawn.Parts[0], 4);
     EXPECT_EQ(drawn.x(4), 2);
@@ -65,7 +68,38 @@ TEST(Reduction, BulgesAreDrawnPartByPart) {
     double greatest = 0;
     for (tEntity::Index i = 4; i <= drawn.PointCount(); ++i) greatest = std::max(greatest, drawn.Y(i));
     EXPECT_GT(greatest, 4);
+    return true;
   });
+}
+
+TEST(Reduction, CurvesBecomeChainsAsFarAsTheyAreNotHeld) {
+  Losses losses;
+  tEntity circle;
+  circle.bType = kCircle;
+  circle.x(0, 5);
+  circle.Height(0, 4401.123456789);
+  circle.Curve({100, 0, 0});
+  EXPECT_TRUE(Reduction({.curves = true}, losses, CurveTolerance::Standard()).Fits(circle));
+  Reduction reduction({.bulges = true}, losses, CurveTolerance::Within(1e-6));
+  EXPECT_FALSE(reduction.Fits(circle));
+  reduction.Reduce(circle, [](const tEntity& chain) {
+    EXPECT_TRUE(chain.bType == kPolyline && chain.Closed && chain.x(chain.PointCount()) == 105);
+    return false;
+  });
+  tEntity chain = TwoRings();
+  chain.Parts.clear();
+  chain.IsArea = false;
+  chain.Measures.clear();
+  chain.Bulges = {1e-300, 1};
+  EXPECT_TRUE(reduction.Fits(chain));
+  chain.Height(7, 1);
+  EXPECT_FALSE(reduction.Fits(chain)) << "a bulge is an arc of a level chain";
+  chain.x(2, 1e30);
+  reduction.Reduce(chain, [](const tEntity& drawn) { return drawn.IsPlain(); });
+  Report report;
+  losses.Tell(report, "out.asc");
+  EXPECT_TRUE(report.Of(WarningKind::Curves)->text.ends_with(": 1")) << "of what was written alone";
+  EXPECT_TRUE(report.Of(WarningKind::CoarseCurves)->text.ends_with(": 1"));
 }
 
 }  // namespace

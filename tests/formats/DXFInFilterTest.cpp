@@ -124,6 +124,26 @@ TEST_F(DXFInFilterTest, LightweightPolylinesAndObjectCoordinates) {
   EXPECT_TRUE(e.Closed);
 }
 
+TEST_F(DXFInFilterTest, BulgesOfTheStandardDialect) {
+  rig.context.options.dialect = Dialect::Standard;
+  const Groups lens = "0 LWPOLYLINE|70 1|10 1|20 1|42 1|10 4|20 1|42 -0.5"_g;
+  const auto seen = [](const tEntity& e) { return Row(XY(e), testing::PrintToString(e.Bulges)); };
+  EXPECT_EQ(seen(ReadOne(lens)), "1,1 4,1 1,1 { 1, -0.5 }");
+  EXPECT_EQ(seen(ReadOne(lens + "210 0|220 0|230 -1"_g)), "-1,1 -4,1 -1,1 { -1, 0.5 }");
+  EXPECT_EQ(seen(ReadOne("0 POLYLINE|70 2|0 VERTEX|10 1|20 2|42 0.5|0 VERTEX|10 3|20 2|70 1|0 VERTEX|10 4|20 2|42 9"
+                         "|0 SEQEND"_g)),
+            "1,2 3,2 4,2 { 0.5, 0 }")
+      << "nothing follows the last vertex";
+  EXPECT_EQ(seen(ReadOne("0 LWPOLYLINE|10 1|20 1|42 1|10 1E999|20 1|42 2|10 5|20 1|42 0.5|10 6|20 1"_g)),
+            "1,1 5,1 6,1 { 0, 0.5 }");
+  const tEntity tilted = ReadOne(lens + "210 0|220 -1|230 0"_g);
+  EXPECT_TRUE(tilted.Bulges.empty());
+  EXPECT_GT(tilted.PointCount(), 100);
+  rig.context.options.tolerance = 1e-12;
+  EXPECT_LT(ReadOne("0 ELLIPSE|10 0|20 0|11 1000000|21 0|40 0.5"_g).PointCount(), 100010);
+  EXPECT_NE(rig.WarningOf("coarse curves"), nullptr);
+}
+
 TEST_F(DXFInFilterTest, SplinesThatSayThatTheyAreClosed) {
   const Groups straight = "71 1|40 0|40 0|40 1|40 2|40 2|10 0|20 0|10 4|20 0|10 4|20 4"_g;
   const auto e = Read("0 SPLINE|70 1"_g + straight + "0 SPLINE|70 8"_g + straight);

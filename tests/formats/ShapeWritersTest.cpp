@@ -241,28 +241,21 @@ class StandardOutputTest : public testing::Test {
 
 TEST_F(StandardOutputTest, TheFirstHeightLiftsTheWholeFile) {
   const auto flat = Element(kLine, {{1, 1, 0}, {2, 2, 0}}), high = Element(kLine, {{0, 0, 0}, {3, 4, -5}});
-  tEntity ring = Element(kPolyline, {{0, 0, 1}, {4, 0, 2}, {4, 3, 3}}), circle = Element(kCircle, {{0, 0, 7}});
+  tEntity ring = Element(kPolyline, {{0, 0, 1}, {4, 0, 2}, {4, 3, 3}});
   ring.Closed = true;
-  circle.Rad = 1;
   for (tEntity entity : {flat, flat, high, flat, ring}) EXPECT_EQ(writer->WriteEntity(entity), WriteResult::Written);
   tEntity single = Element(kPolyline, {{1, 1, 1}});
   EXPECT_EQ(writer->WriteEntity(single), WriteResult::Skipped) << "no chain";
-  EXPECT_EQ(writer->WriteEntity(circle), WriteResult::Converted);
   writer->Release();
-  const std::string text = ReadBack();
-  EXPECT_TRUE(
-      text.starts_with("1,1 2,2 z 0 0; 1,1 2,2 z 0 0; 0,0 3,4 z 0 -5; 1,1 2,2 z 0 0; "
-                       "0,0 4,0 4,3 0,0 z 1 2 3 1; 1,0 "))
-      << text;
-  EXPECT_TRUE(text.ends_with(" 7 7; "));
+  EXPECT_EQ(ReadBack(), "1,1 2,2 z 0 0; 1,1 2,2 z 0 0; 0,0 3,4 z 0 -5; 1,1 2,2 z 0 0; 0,0 4,0 4,3 0,0 z 1 2 3 1; ");
   const std::string shp = Folder::Get(path), shx = Folder::Get(rig.folder.Path("out.shx"));
   EXPECT_EQ(shp[32], 13);
-  EXPECT_EQ(shp.substr(68, 16), Little(-5.0) + Little(7.0));
+  EXPECT_EQ(shp.substr(68, 16), Little(-5.0) + Little(3.0));
   EXPECT_EQ(shp.substr(352, 32), Little(0.0) + Little(0.0) + Little(3.0) + Little(4.0))
       << "the box of the first high one";
   EXPECT_EQ(shp.substr(428, 16), Little(-5.0) + Little(0.0)) << "and its least and greatest z";
   EXPECT_EQ(shp.substr(24, 4), Big(static_cast<std::int32_t>(shp.size() / 2)));
-  EXPECT_EQ(shx.size(), 100U + 6 * 8);
+  EXPECT_EQ(shx.size(), 100U + 5 * 8);
   EXPECT_EQ(shx[32], 13);
   EXPECT_EQ(rig.WarningOf("heights"), nullptr);
 }

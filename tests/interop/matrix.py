@@ -70,13 +70,14 @@ def same_value(wanted, value):
 
 
 def on_curve(e, found):
-    """A chain on the circle, between the arc's ends, within a thousandth of the radius. GDAL's run clockwise."""
+    """A chain on the circle, between the arc's ends, as near as it should be. GDAL's run clockwise."""
     (cx, cy, _), radius = e.xyz[0], e.radius
+    nearest = min(e.drawn[0], e.drawn[1] * radius)
     slack = 1e-6 * radius + 1e-9 * max(abs(cx), abs(cy), 1)
     for (x, y, _), (x2, y2, _) in zip(found, found[1:] or found):
         check(abs(math.hypot(x - cx, y - cy) - radius) <= slack, f"({x}, {y}) is not on the circle about ({cx}, {cy})")
         sagitta = radius - math.hypot((x + x2) / 2 - cx, (y + y2) / 2 - cy)
-        check(sagitta <= 1.001e-3 * radius + slack, f"a chord of a circle is {sagitta} off its radius of {radius}")
+        check(sagitta <= 1.001 * nearest + 1e-9 * (radius + max(abs(cx), abs(cy))), f"a chord of a circle is {sagitta} off its radius of {radius}")
     start, end = (0, 360) if e.kind == CIRCLE else (e.start, e.end)
     ends = [(cx + radius * math.cos(a), cy + radius * math.sin(a)) for a in map(math.radians, (start, end))]
 
@@ -85,14 +86,39 @@ def on_curve(e, found):
     check(min(off(found[0], found[-1]), off(found[-1], found[0])) <= 10 * slack, "a curve does not end where it should")
 
 
+def on_bulges(e, found):
+    """A chain through the vertices, straight or along the arc between two of them."""
+    slack = 1e-9 * max(max(map(abs, v[:2])) for v in e.xyz) + 1e-9
+    found = [v for v, before in zip(found, [None, *found]) if before is None or math.dist(v[:2], before[:2]) > slack]
+    check(math.dist(e.xyz[0][:2], found[0][:2]) <= slack, "a chain begins elsewhere")
+    at = 0
+    for (x, y, _), (x2, y2, _), bulge in zip(e.xyz, e.xyz[1:], e.bulges + (0.0,) * len(e.xyz)):
+        if math.dist((x, y), (x2, y2)) <= slack:
+            continue
+        end = next((i for i in range(at + 1, len(found)) if math.dist((x2, y2), found[i][:2]) <= slack), None)
+        check(end is not None, f"a chain does not pass ({x2}, {y2})")
+        if bulge == 0:
+            check(end == at + 1, f"a straight segment has {end - at - 1} vertices between its ends")
+        else:
+            side = (1 / bulge - bulge) / 4
+            cx, cy = (x + x2) / 2 - (y2 - y) * side, (y + y2) / 2 + (x2 - x) * side
+            start, stop = (math.degrees(math.atan2(b - cy, a - cx)) for a, b in ((x, y), (x2, y2)))
+            on_curve(read.Element(read.ARC, ((cx, cy, 0.0),), radius=math.hypot(x - cx, y - cy), start=start, end=stop, drawn=e.drawn),
+                     found[at:end + 1])
+        at = end
+    check(at == len(found) - 1, "a chain goes on behind its end")
+
+
 def compare_one(e, found):
     check(found.kind == (CHAIN if e.drawn else e.kind), f"is a {found.kind}, not a {e.kind}")
-    if e.drawn:
-        on_curve(e, found.xyz)
-    else:
+    if e.drawn and e.drawn[1] < math.inf:
+        (on_bulges if e.kind == CHAIN else on_curve)(e, found.xyz)
+    elif not e.drawn:
         check(len(e.xyz) == len(found.xyz), f"has {len(found.xyz)} vertices, not {len(e.xyz)}")
         for a, b in zip(e.xyz, found.xyz):
             check(near(a[0], b[0], 1e-14) and near(a[1], b[1], 1e-14) and near(a[2], b[2], 1e-14), f"has a vertex {b}, not {a}")
+        same = len(e.bulges) == len(found.bulges) and all(near(a, b, 1e-14) for a, b in zip(e.bulges, found.bulges))
+        check(same, f"bulges are {found.bulges}, not {e.bulges}")
         for key in ("radius", "start", "end"):
             a, b = getattr(e, key), getattr(found, key)
             turn = key != "radius" and None not in (a, b) and abs(math.remainder(a - b, 360)) < 1e-4

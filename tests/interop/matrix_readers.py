@@ -45,7 +45,8 @@ class Element:
     start: float = None
     end: float = None
     values: tuple = None  # the attributes of the record
-    drawn: bool = False  # a chain stands for the curve
+    bulges: tuple = ()  # of the segments of a chain
+    drawn: tuple = None  # a chain stands for the curve, so near it: by a distance, and by a share of the radius
 
     def but(self, **changes):
         return dataclasses.replace(self, **changes)
@@ -55,6 +56,10 @@ def normal(e):
     """One form for what is the same: a closed chain ends on its first vertex, a plain point has no symbol."""
     if e.closed and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1]:
         e = e.but(xyz=e.xyz + e.xyz[:1])
+    bulges = list(e.bulges[:len(e.xyz) - 1])
+    while bulges and bulges[-1] == 0:
+        bulges.pop()
+    e = e.but(bulges=tuple(bulges))
     if e.kind == POINT and e.text == "NOSTATUS":
         e = e.but(text="")
     e = e.but(style="CONTINUOUS") if e.style == "" else e
@@ -127,7 +132,7 @@ def from_cat(e):
         number(e["TextAng"]) if angled else 0.0, e["TextJust"] if kind == TEXT else 0, e["Closed"], e["Colour"],
         tuple(e["RGB"] >> shift & 255 for shift in (0, 8, 16)), e["LineStyle"], e["CDFCode"],
         number(e["Rad"]) if curve else None, number(e["AngStart"]) if kind == ARC else None,
-        number(e["AngEnd"]) if kind == ARC else None)
+        number(e["AngEnd"]) if kind == ARC else None, bulges=tuple(e.get("Bulges", ())))
 
 
 # ---- drawings
@@ -155,7 +160,7 @@ def from_ezdxf(e, layers):
         xyz = tuple(tuple(v.dxf.location) for v in e.vertices)
         if not e.is_3d_polyline and e.dxf.hasattr("elevation"):
             check(all(v[2] == e.dxf.elevation.z for v in xyz), "a polyline's height is not that of its vertices")
-        return Element(CHAIN, xyz, closed=e.is_closed, **at)
+        return Element(CHAIN, xyz, closed=e.is_closed, bulges=tuple(v.dxf.bulge for v in e.vertices), **at)
     if kind == "TEXT":
         just = e.dxf.halign + 16 * e.dxf.valign
         place = e.dxf.align_point if just and e.dxf.hasattr("align_point") else e.dxf.insert

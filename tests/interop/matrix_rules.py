@@ -56,6 +56,10 @@ def is_degenerate(e):
     return (e.kind in CHAINS and len(e.xyz) == 1) or (e.kind in CURVES and not e.drawn and not e.radius > 0)
 
 
+def has_curves(e):
+    return e.kind in CURVES or any(e.bulges)
+
+
 def is_open_at_its_end(e):
     return e.closed and e.xyz[0][:2] != e.xyz[-1][:2]
 
@@ -146,7 +150,7 @@ LINE_TYPES = ("line types", when(lambda e: e.style.upper() not in ("", "CONTINUO
 CODES = ("entity codes", when(lambda e: e.code and not e.code.startswith(NO_CODE), code=NO_CODE))
 ATTRIBUTES = ("attributes", when(always, values=None))
 HEIGHTS = ("z", when(lambda e: any(v[2] for v in e.xyz), xyz=lambda e: tuple((x, y, 0.0) for x, y, _ in e.xyz)))
-CURVES_DRAWN = ("curves", when(lambda e: e.kind in CURVES, drawn=True))
+CURVES_DRAWN = ("curves", when(has_curves, drawn=(0.01, 1e-4)))
 AS_POLYLINES = (None, when(lambda e: e.kind == LINE, kind=CHAIN))
 WITH_CLOSING = (None, when(is_open_at_its_end, xyz=lambda e: e.xyz + e.xyz[:1]))
 CLOSED = ("closed marks", when(lambda e: e.closed, closed=False))
@@ -232,7 +236,9 @@ SEEN = {
         ("letters beyond U+FFFF (it shows halves)", when(always, text=halves)),
         ("a ^ at the end of a text", when(always, text=lambda e: e.text.removesuffix("^")))],
     ("dxf", "GDAL"): [
-        (None, CURVES_DRAWN[1]), AS_POLYLINES, (None, when(is_text, kind=POINT)),
+        (None, when(has_curves, drawn=(math.inf, 1e-3))), AS_POLYLINES,
+        ("arcs of polylines beyond half a circle (it draws some of them wrong)",
+         when(lambda e: any(abs(bulge) > 1 for bulge in e.bulges), drawn=(math.inf, math.inf))), (None, when(is_text, kind=POINT)),
         ("the closing side of a chain where it is upright", when(is_upright_at_its_end, closed=False, xyz=stored)), CLOSE, PLACES_ALONE],
     ("dxf", "Tesselink"): [(None, coloured_by_layer), CLOSE],
     ("shp", "pyshp"): [("blanks at the ends of texts", when(always, text=lambda e: e.text.strip(" ")))],

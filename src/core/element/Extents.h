@@ -1,4 +1,4 @@
-// Six running bounds over the vertices of a drawing.
+// Six running bounds over the vertices of a drawing, and over its arcs.
 #pragma once
 
 #include "core/element/tEntity.h"
@@ -20,13 +20,16 @@ struct Extents {
     maxZ = z > maxZ ? z : maxZ;
   }
 
-  /// Widens the bounds by every vertex of an element.
+  /// Widens the bounds by every vertex of an element, and by the arcs between them.
   void Add(const tEntity& entity) {
     Extents widened = *this;  // in registers rather than in memory
     const tEntity::Index last = entity.PointCount();
     for (tEntity::Index i = 0; i <= last; ++i) widened.Add(entity.x(i), entity.Y(i), entity.Height(i));
     *this = widened;
+    if (!entity.Bulges.empty()) AddArcs(entity);
   }
+  /// Widens the bounds by the arcs of an element with bulges.
+  void AddArcs(const tEntity& entity);
 
   bool Empty() const { return minX > maxX; }
 };

@@ -1,20 +1,17 @@
-// Curves as chains of vertices: circles and arcs, bulges, ellipses and splines.
+// Curves as chains of vertices: circles and arcs, bulges and ellipses. Splines are in SplineChains.h.
 //
-// A chain departs from its curve by at most 1/1000 of the curve's own radius or extent and turns by at most 10 degrees
-// a step, except where the curve itself has a corner. The first and the last vertex lie on the curve's ends; a closed
-// curve ends on its first vertex. Each function appends to a chain that the caller keeps and reuses, so that a curve
-// costs no memory once the chain has grown. Values that are no number give vertices that are no number, never a chain
-// without end.
+// The first and the last vertex of a chain lie on the curve's ends; a closed curve ends on its first vertex. Each
+// function appends to a chain that the caller keeps and reuses, so that a curve costs no memory once the chain has
+// grown. Values that are no number give vertices that are no number, never a chain without end.
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <numbers>
 #include <vector>
 
 #include "core/element/tEntity.h"
 
 namespace tesselink {
-
-class tEntity;
 
 struct Vertex {
   double x = 0, y = 0, z = 0;
@@ -23,46 +20,83 @@ struct Vertex {
 
 using VertexChain = std::vector<Vertex>;
 
+inline Vertex VertexAt(const tEntity& entity, tEntity::Index i) { return {entity.x(i), entity.Y(i), entity.Height(i)}; }
+
 /// Puts a chain in the place of an element's vertices.
 void StoreVertices(tEntity& entity, const VertexChain& chain);
 
+/// How far a chain may depart from its curve.
+class CurveTolerance {
+ public:
+  /// The classic dialect's chains: within 1/1000 of the curve's radius or extent, in steps that turn by 10 degrees at
+  /// most except where the curve has a corner.
+  static constexpr CurveTolerance Classic() { return {0, 0}; }
+  /// The lesser of 0.01 drawing units and what steps give that turn by 1.62 degrees: a ten-thousandth of the radius.
+  static constexpr CurveTolerance Standard() { return {0.01, 0.028284}; }
+  /// A distance in drawing units, greater than 0. A circle has 8 vertices at least.
+  static constexpr CurveTolerance Within(double distance) { return {distance, std::numbers::pi / 4}; }
+
+  /// That of a curve which is drawn so many times larger afterwards.
+  CurveTolerance Scaled(double factor) const;
+
+  constexpr bool IsClassic() const { return distance_ == 0; }
+  /// Drawing units.
+  double Distance() const { return distance_; }
+  /// By which a chain may turn in one step; radians.
+  double GreatestTurn() const { return turn_; }
+
+ private:
+  constexpr CurveTolerance(double distance, double turn) : distance_(distance), turn_(turn) {}
+  double distance_, turn_;
+};
+
+/// What a curve may add to a chain, so that neither a huge curve nor many in one chain exhaust memory: beyond it a
+/// curve is drawn as coarsely as need be, and the function that draws it says so by false.
+constexpr std::size_t kMostVerticesOfCurve = 100'000;
+/// The length of a chain from which on its curves get no more vertices than in the classic dialect.
+constexpr std::size_t kMostVerticesOfChain = 2'000'000;
+
 /// An arc about a centre in the plane of the centre's z; angles in degrees, a positive sweep counter-clockwise. A sweep
 /// of a whole turn or more is the circle, which ends on its first vertex.
-void AppendArc(VertexChain& chain, const Vertex& centre, double radius, double start, double sweep);
+bool AppendArc(VertexChain& chain, const Vertex& centre, double radius, double start, double sweep,
+               const CurveTolerance& tolerance);
 /// The whole circle, from its easternmost point counter-clockwise.
-void AppendCircle(VertexChain& chain, const Vertex& centre, double radius);
+bool AppendCircle(VertexChain& chain, const Vertex& centre, double radius, const CurveTolerance& tolerance);
 /// What an element that is a circle or an arc draws, in the plane of its z; arcs run counter-clockwise.
-void AppendCurve(VertexChain& chain, const tEntity& circleOrArc);
+bool AppendCurve(VertexChain& chain, const tEntity& circleOrArc, const CurveTolerance& tolerance);
 
-/// The segment from one vertex to another that is an arc in the plane of x and y, without its first vertex: the bulge
-/// is the tangent of a quarter of the arc's angle, positive counter-clockwise; 0 is a straight segment. z runs evenly.
-void AppendBulge(VertexChain& chain, const Vertex& from, const Vertex& to, double bulge);
+/// A segment that is an arc in the plane of x and y: the bulge is the tangent of a quarter of the arc's angle, positive
+/// counter-clockwise. Points of it follow from the angle passed along a secant, which stays exact for the flattest
+/// arcs, whose centre is too far away to compute with.
+class BulgeArc {
+ public:
+  BulgeArc(const Vertex& from, const Vertex& to, double bulge);
+  /// Whether the segment is straight: no bulge, no length, something is no number or the radius too large for one.
+  bool IsStraight() const { return angle_ == 0; }
+  /// Of the whole arc in radians, and its radius.
+  double Angle() const { return angle_; }
+  double Radius() const;
+  /// The tangent's direction where the arc begins; radians.
+  double Direction() const { return direction_; }
+  /// The point in x and y at which so much of the angle is passed.
+  Vertex At(double passed) const;
+
+ private:
+  Vertex from_;
+  double angle_ = 0, direction_ = 0;
+  double perSine_ = 0;  // length of a secant, for the sine of half the angle passed
+};
+
+/// The segment from one vertex to another with a bulge, without its first vertex. z runs evenly.
+bool AppendBulge(VertexChain& chain, const Vertex& from, const Vertex& to, double bulge,
+                 const CurveTolerance& tolerance);
+
+/// Draws the segments of an element that have a bulge, by way of a chain whose memory is used again.
+bool DrawBulges(tEntity& entity, VertexChain& drawn, const CurveTolerance& tolerance);
 
 /// centre + cos t * major + sin t * minor, for t from `start` over `sweep` (radians, positive); the axes are at right
 /// angles. A sweep of a whole turn or more is the closed ellipse.
-void AppendEllipse(VertexChain& chain, const Vertex& centre, const Vertex& major, const Vertex& minor, double start,
-                   double sweep);
-
-/// A spline as drawings give it: a rational B-spline by control points, or points that it passes through.
-struct SplineCurve {
-  static constexpr int kGreatestDegree = 25;
-
-  int degree = 3;
-  bool closed = false;
-  std::vector<double> knots;    ///< control points + degree + 1, not decreasing
-  std::vector<double> weights;  ///< one a control point, or none when all are 1
-  VertexChain control;
-  VertexChain fit;      ///< passed through when there are no control points
-  Vertex startTangent;  ///< of an interpolated curve; (0, 0, 0) leaves the end free
-  Vertex endTangent;
-
-  /// Forgets the curve and keeps its memory.
-  void Clear();
-};
-
-/// Appends a spline: by control points evaluated after de Boor, by fit points as the cubic spline over the lengths of
-/// its chords. What cannot be evaluated is appended as straight segments through its points, and the reason is
-/// returned; it is empty for a curve.
-std::string AppendSpline(VertexChain& chain, const SplineCurve& curve);
+bool AppendEllipse(VertexChain& chain, const Vertex& centre, const Vertex& major, const Vertex& minor, double start,
+                   double sweep, const CurveTolerance& tolerance);
 
 }  // namespace tesselink

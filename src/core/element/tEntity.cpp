@@ -44,6 +44,10 @@ tEntity::Index tEntity::PointCount() const {
   return static_cast<Index>(size) - 1;
 }
 
+bool tEntity::IsLevel() const {
+  return std::all_of(z_.begin(), z_.end(), [this](double value) { return value == z_.front(); });
+}
+
 bool tEntity::HasHeight() const {
   return std::any_of(z_.begin(), z_.end(), [](double value) { return value != 0; });
 }

@@ -135,6 +135,8 @@ class tEntity : public EntityAttributes {
   std::size_t PartCount() const { return Parts.size() + 1; }
   Index PartBegin(std::size_t part) const { return part == 0 ? 0 : Parts[part - 1]; }
   Index PartEnd(std::size_t part) const { return part < Parts.size() ? Parts[part] : PointCount() + 1; }
+  /// Whether all vertices have the same z.
+  bool IsLevel() const;
   /// Whether any z is other than 0, which formats without heights lose.
   bool HasHeight() const;
 

@@ -166,7 +166,7 @@ void ConversionRun::CreateFilters(State& state) {
   const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
   state.reader = state.inFormat->create(context);
   state.writer = outFormat.create(context);
-  state.reduction.emplace(state.writer->Holds(), state.writer->losses());
+  state.reduction.emplace(state.writer->Holds(), state.writer->losses(), context.options.Curves());
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
   std::string path = state.request.OutFile;
@@ -277,7 +277,9 @@ void ConversionRun::ConvertElement(State& state) {
     result = state.writer->WriteEntity(entity);
   } else {
     state.reduction->Reduce(entity, [&](tEntity& reduced) {
-      if (state.writer->WriteEntity(reduced) == WriteResult::Skipped) result = WriteResult::Skipped;
+      const bool skipped = state.writer->WriteEntity(reduced) == WriteResult::Skipped;
+      if (skipped) result = WriteResult::Skipped;
+      return !skipped;
     });
   }
   state.writing = false;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +32,14 @@ struct FilterOptions {
   bool lookAhead = true;     ///< false: begin at once, without what a file tells only behind its elements
   std::string programFolder = {};  ///< where the data files lie that come with the program
   Dialect dialect = Dialect::Classic;
-  OptionValues own = {};  ///< of the options that formats bring along
+  OptionValues own = {};                 ///< of the options that formats bring along
+  std::optional<double> tolerance = {};  ///< greatest distance of a curve from its chain, in drawing units
+
+  /// What holds of curves: the given tolerance, else that of the dialect.
+  CurveTolerance Curves() const {
+    if (tolerance) return CurveTolerance::Within(*tolerance);
+    return dialect == Dialect::Standard ? CurveTolerance::Standard() : CurveTolerance::Classic();
+  }
 };
 
 /// What a filter is handed when it is created; nothing reaches for a global.

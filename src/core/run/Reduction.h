@@ -2,9 +2,11 @@
 #pragma once
 
 #include <functional>
+#include <vector>
 
 #include "core/element/VertexChains.h"
 #include "core/element/tEntity.h"
+#include "core/run/Warnings.h"
 
 namespace tesselink {
 
@@ -14,18 +16,22 @@ class Losses;
 struct Holding {
   bool parts = false;     ///< several chains in one element
   bool areas = false;     ///< rings that bound an area
-  bool bulges = false;    ///< segments that are arcs
+  bool bulges = false;    ///< segments of level chains that are arcs
   bool measures = false;  ///< m values
+  bool curves = false;    ///< circles and arcs as such
 };
 
-/// Makes of an element those that a writer holds, and counts what they do not say any more: bulges become straight
-/// segments, each part an element of its own, an area its closed rings. What an element needs none of costs nothing.
+/// Makes of an element those that a writer holds, and counts what they do not say any more: circles, arcs and bulges
+/// become straight segments, each part an element of its own, an area its closed rings. What an element needs none of
+/// costs nothing.
 class Reduction {
  public:
-  using Sink = std::function<void(tEntity&)>;
+  /// Says whether it took the element: what is lost of one that nobody takes counts for nothing.
+  using Sink = std::function<bool(tEntity&)>;
 
   /// The losses outlive this.
-  Reduction(const Holding& holding, Losses& losses) : holding_(holding), losses_(losses) {}
+  Reduction(const Holding& holding, Losses& losses, const CurveTolerance& tolerance)
+      : holding_(holding), losses_(losses), tolerance_(tolerance) {}
 
   /// Whether the element is one that the writer holds as it is.
   bool Fits(const tEntity& entity) const;
@@ -33,10 +39,14 @@ class Reduction {
   void Reduce(tEntity& entity, const Sink& sink);
 
  private:
-  void DrawBulges(tEntity& entity);
+  bool HoldsBulgesOf(const tEntity& entity) const;
+  bool HandOut(tEntity& entity, const Sink& sink);
+  void DrawCurve(tEntity& entity);
 
   Holding holding_;
   Losses& losses_;
+  CurveTolerance tolerance_;
+  std::vector<WarningKind> lost_;  // of the element at hand
   VertexChain chain_;
   tEntity part_;
 };

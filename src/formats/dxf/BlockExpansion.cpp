@@ -1,6 +1,7 @@
 #include "formats/dxf/BlockExpansion.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/io/Errors.h"
 #include "core/io/Utf8.h"
@@ -29,7 +30,14 @@ EntitySource SourceWithin(const EntitySource& source, GroupScanner& scanner, Rep
           .ownBlocks = true,
           .inBlock = true,
           .symbolsOfPoints = source.symbolsOfPoints,
-          .baselines = source.baselines};
+          .baselines = source.baselines,
+          .bulges = source.bulges};
+}
+
+// How often something is doubled until it has grown by a factor.
+int Doublings(double factor) {
+  constexpr double kRounding = 1e-9;
+  return std::isfinite(factor) && factor > 0 ? static_cast<int>(std::ceil(std::log2(factor) - kRounding)) : 0;
 }
 
 void RoundToSingles(tEntity& element) {
@@ -47,7 +55,11 @@ StyleSource Inherited(StyleSource insert, bool sameLayer) {
 }  // namespace
 
 BlockExpansion::BlockExpansion(const std::string& path, const EntitySource& source, std::int64_t most)
-    : source_(source), scanner_(path, read_), reader_(SourceWithin(source, scanner_, read_)), most_(most) {}
+    : source_(source),
+      scanner_(path, read_),
+      reader_(SourceWithin(source, scanner_, read_)),
+      placing_(source.tolerance),
+      most_(most) {}
 
 void BlockExpansion::Begin(const BlockInsert& insert, const tEntity& attributes, std::int64_t place) {
   place_ = place;
@@ -134,16 +146,18 @@ void BlockExpansion::GoOn(Frame& frame) {
 }
 
 void BlockExpansion::Use(Frame& frame, const GroupMark& mark) {
-  frame.piece = PieceAt(frame.insert.block, mark);
+  const double scale = frame.placement.GreatestScale();
+  frame.piece = PieceAt(frame.insert.block, mark, Doublings(scale));
   frame.part = 0;
   for (const auto& [type, count] : frame.piece->undelivered) source_.report.Undelivered(type, count);
 }
 
-std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t block, const GroupMark& mark) {
+std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t block, const GroupMark& mark,
+                                                                     int scale) {
   Known& known = known_[block];
   const bool isFirst = mark.position == source_.drawing.Blocks().Block(block).contents.position;
-  if (isFirst && known.whole) return known.whole;
-  const std::shared_ptr<Piece> piece = ReadPiece(mark);
+  if (isFirst && known.whole && (known.whole->scale == scale || !known.whole->hasCurves)) return known.whole;
+  const std::shared_ptr<Piece> piece = ReadPiece(mark, scale);
   // What is wrong is told when it is read for the first time.
   if (mark.position > known.told) source_.report.Add(read_);
   known.told = std::max(known.told, mark.position);
@@ -152,15 +166,17 @@ std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t
       for (Known& other : known_) other.whole.reset();
       kept_ = 0;
     }
-    kept_ += piece->bytes;
+    kept_ += piece->bytes - (known.whole ? known.whole->bytes : 0);
     known.whole = piece;
   }
   return piece;
 }
 
-std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(const GroupMark& mark) {
+std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(const GroupMark& mark, int scale) {
   read_ = Report();
+  reader_.Tolerance(source_.tolerance.Scaled(std::ldexp(1, scale)));
   const auto piece = std::make_shared<Piece>();
+  piece->scale = scale;
   scanner_.GoTo(mark);
   for (bool atEnd = false; piece->parts.size() < kMostParts && piece->bytes < kPieceBytes;) {
     const std::string_view keyword = scanner_.Keyword();
@@ -170,6 +186,7 @@ std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(const GroupMark
       return piece;
     }
     AddParts(*piece);
+    piece->hasCurves = reader_.DependsOnTolerance();
     atEnd = reader_.AtEnd();
   }
   piece->undelivered = read_.UndeliveredTypes();
@@ -203,6 +220,9 @@ bool BlockExpansion::Deliver(const Frame& frame, const tEntity& part, tEntity& e
   if (!placing_.Place(element, frame.placement)) {
     Warn(WarningKind::WildVertices, "an element of a block that lies beyond all numbers was left out");
     return false;
+  }
+  if (placing_.WasCoarse()) {
+    Warn(WarningKind::CoarseCurves, "a curve of a block departs from its chain by more than the tolerance");
   }
   Style(frame, element);
   if (!source_.byLayer) {

@@ -44,6 +44,8 @@ class BlockExpansion {
     std::vector<Part> parts;
     std::map<std::string, std::int64_t, std::less<>> undelivered;
     bool isLast = true;
+    int scale = 0;  // for which it was drawn, as a power of 2; matters only where it has curves
+    bool hasCurves = false;
     GroupMark next;         // where the block goes on
     std::size_t bytes = 0;  // that it takes, roughly
   };
@@ -71,8 +73,8 @@ class BlockExpansion {
   void GoOn(Frame& frame);
   void Use(Frame& frame, const GroupMark& mark);
   void Count();
-  std::shared_ptr<const Piece> PieceAt(std::size_t block, const GroupMark& mark);
-  std::shared_ptr<Piece> ReadPiece(const GroupMark& mark);
+  std::shared_ptr<const Piece> PieceAt(std::size_t block, const GroupMark& mark, int scale);
+  std::shared_ptr<Piece> ReadPiece(const GroupMark& mark, int scale);
   void AddParts(Piece& piece);
   bool Deliver(const Frame& frame, const tEntity& part, tEntity& element);
   static void Style(const Frame& frame, EntityAttributes& style);

@@ -24,7 +24,7 @@ bool MakeCircle(EntityContext& context, tEntity& element) {
   const ObjectCoordinates plane(groups.Extrusion());
   const double radius = std::fabs(groups.Number(40, 0));
   if (plane.IsTilted()) {
-    AppendCircle(context.chain, groups.Point(0), radius);
+    NoteCurve(context, AppendCircle(context.chain, groups.Point(0), radius, context.source.tolerance));
     ToWorld(context, plane);
     element.Closed = true;
     return StoreChain(context, element, kPolyline);
@@ -45,7 +45,7 @@ bool MakeArc(EntityContext& context, tEntity& element) {
   }
   if (!std::isfinite(start) || !std::isfinite(end)) return Damaged(context, "has an angle that is no number");
   if (plane.IsTilted()) {
-    AppendArc(context.chain, groups.Point(0), radius, start, end - start);
+    NoteCurve(context, AppendArc(context.chain, groups.Point(0), radius, start, end - start, context.source.tolerance));
     ToWorld(context, plane);
     return StoreChain(context, element, kPolyline);
   }
@@ -77,7 +77,8 @@ bool MakeEllipse(EntityContext& context, tEntity& element) {
     if (sweep <= 0) sweep += 2 * kPi;
   }
   element.Closed = sweep >= 2 * kPi - kRounding;
-  AppendEllipse(context.chain, groups.Point(0), major, minor, start, element.Closed ? 2 * kPi : sweep);
+  NoteCurve(context, AppendEllipse(context.chain, groups.Point(0), major, minor, start,
+                                   element.Closed ? 2 * kPi : sweep, context.source.tolerance));
   return StoreChain(context, element, kPolyline);
 }
 
@@ -123,9 +124,10 @@ bool MakeSpline(EntityContext& context, tEntity& element) {
   spline.closed = (groups.Integer(70, 0) & 1) != 0;
   if (groups.Has(12)) spline.startTangent = groups.Point(2);
   if (groups.Has(13)) spline.endTangent = groups.Point(3);
-  if (const std::string reason = AppendSpline(context.chain, spline); !reason.empty()) {
+  if (const std::string reason = WhyNoSpline(spline); !reason.empty()) {
     Warn(context, WarningKind::Splines, reason + "; straight segments through its points were delivered");
   }
+  NoteCurve(context, AppendSpline(context.chain, spline, context.source.tolerance));
   element.Closed = spline.closed;
   return StoreChain(context, element, kPolyline);
 }

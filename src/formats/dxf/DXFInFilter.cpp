@@ -71,7 +71,9 @@ EntitySource DXFInFilter::Source() {
           .blocks = mode,
           .ownBlocks = isStandard || mode != BlockMode::Points,
           .symbolsOfPoints = !isStandard,
-          .baselines = isStandard};
+          .baselines = isStandard,
+          .bulges = isStandard,
+          .tolerance = options().Curves()};
 }
 
 // Reads on to the first group of code 0 within a section of entities, taking in the header and the tables on the way.

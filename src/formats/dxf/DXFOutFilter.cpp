@@ -22,13 +22,6 @@ bool SameVertex(const tEntity& entity, tEntity::Index a, tEntity::Index b) {
   return entity.x(a) == entity.x(b) && entity.Y(a) == entity.Y(b) && entity.Height(a) == entity.Height(b);
 }
 
-bool IsFlat(const tEntity& entity, tEntity::Index last) {
-  for (tEntity::Index i = 1; i <= last; ++i) {
-    if (entity.Height(i) != entity.Height(0)) return false;
-  }
-  return true;
-}
-
 // Line types that no table holds.
 bool IsInherited(const std::string& lineType) {
   return EqualsIgnoringCase(lineType, "BYLAYER") || EqualsIgnoringCase(lineType, "BYBLOCK");
@@ -41,6 +34,7 @@ constexpr DXFOutFilter::Conventions DXFOutFilter::kClassic{
     .chainsAsStored = true,
     .placementAsByte = true,
     .arcsSkipped = true,
+    .bulges = false,
     .degenerateKept = true,
     .heightsInFull = false,
     .layerColourIsPosition = true,
@@ -55,6 +49,7 @@ constexpr DXFOutFilter::Conventions DXFOutFilter::kStandard{
     .chainsAsStored = false,
     .placementAsByte = false,
     .arcsSkipped = false,
+    .bulges = true,
     .degenerateKept = false,
     .heightsInFull = true,
     .layerColourIsPosition = false,
@@ -202,6 +197,7 @@ void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
       extents_.Add(entity.x(i), entity.Y(i), entity.Height(i));
     }
   }
+  if (!entity.Bulges.empty()) extents_.AddArcs(entity);
 }
 
 // Values are lines of their own: a line end within one would shift everything behind it.
@@ -272,7 +268,7 @@ void DXFOutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
 void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
   Open("POLYLINE", entity);
   if (conventions_.chainsAsStored && entity.Closed) NoteMissed("that chains are closed");
-  const bool inSpace = !conventions_.chainsAsStored && !IsFlat(entity, last);
+  const bool inSpace = !conventions_.chainsAsStored && !entity.IsLevel();
   if (!conventions_.chainsAsStored) {
     WritePolylineForm(entity, inSpace);
     // The vertex that closes the chain goes without saying.
@@ -283,6 +279,10 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
     if (IsMissing(entity, i)) continue;
     entities_.Write(vertexHead_);
     Vertex(entity, i);
+    const auto segment = static_cast<std::size_t>(i);
+    if (segment < entity.Bulges.size() && entity.Bulges[segment] != 0) {
+      entities_.Write(" 42\r\n").Number(entity.Bulges[segment]).EndLine();
+    }
     if (inSpace) entities_.Write(" 70\r\n32\r\n");
   }
   Text("  0", "SEQEND");

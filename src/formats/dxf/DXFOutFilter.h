@@ -30,6 +30,7 @@ class DXFOutFilter final : public OutputFilter {
   /// Builds the output from the bytes of the header file and of the entity file, and appends the closing lines.
   void Merge(const std::string& headerPath, const std::string& entityPath);
   std::int64_t Size() const override { return header_.Size() + entities_.Size(); }
+  Holding Holds() const override { return {.bulges = conventions_.bulges, .curves = true}; }
 
  private:
   // All that the dialects decide differently.
@@ -38,6 +39,7 @@ class DXFOutFilter final : public OutputFilter {
     bool chainsAsStored;         // polylines without flags; else with what they are: closed, flat, in space
     bool placementAsByte;        // group 73 of a text is 0, 16, 32 or 48; else 0 to 3
     bool arcsSkipped;            // else written as ARC
+    bool bulges;                 // polylines have them
     bool degenerateKept;         // a chain of one vertex, a circle without radius; else a POINT
     bool heightsInFull;          // z with 15 digits; else with 7
     bool layerColourIsPosition;  // in the table; else the first colour that an element of the layer has

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/element/SplineChains.h"
 #include "core/element/VertexChains.h"
 #include "formats/dxf/DrawingColours.h"
 #include "formats/dxf/EntityGroups.h"
@@ -49,6 +50,8 @@ struct EntitySource {
   bool inBlock = false;         ///< what is read is the definition of a block
   bool symbolsOfPoints = true;  ///< a POINT has the symbol "NOSTATUS"; else none
   bool baselines = false;       ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
+  bool bulges = false;          ///< polylines keep their bulges, where their plane lies in the map; else they are drawn
+  CurveTolerance tolerance = CurveTolerance::Classic();  ///< of curves that are drawn
 };
 
 /// The chains of an entity that draws several: they lie one behind the other in the context's chain and are delivered
@@ -90,6 +93,7 @@ struct EntityContext {
   std::string type;     ///< as it may be shown
   EntityGroups groups;  ///< the common ones
   bool atEnd = false;   ///< the file has ended
+  bool curved = false;  ///< a curve was drawn, so that the element depends on the tolerance
   bool toDraw = false;  ///< the entity is an insert that is to be drawn, which `insert` tells
   BlockInsert insert;
   BlockTally undrawn;  ///< inserts that were delivered as points only

@@ -24,6 +24,12 @@ class EntityReader {
   bool HasWires() const { return context_.wires.HasNext(); }
   /// What the entity read last draws by a block, if anything; the element that it was read into has its attributes.
   const BlockInsert* ToDraw() const { return context_.toDraw ? &context_.insert : nullptr; }
+  /// Sets how far the chains of curves may depart from them, and whether any that depended on it was read since.
+  void Tolerance(const CurveTolerance& tolerance) {
+    context_.source.tolerance = tolerance;
+    context_.curved = false;
+  }
+  bool DependsOnTolerance() const { return context_.curved; }
   /// What inserts that came as points would have drawn.
   const BlockTally& Undrawn() const { return context_.undrawn; }
   /// The colour that is by layer on a layer, red in the low byte.

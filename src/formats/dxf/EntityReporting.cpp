@@ -24,6 +24,13 @@ void Warn(EntityContext& context, WarningKind kind, const std::string& what, std
   WarnAt(context, context.groups.Place(), kind, what, subject);
 }
 
+void NoteCurve(EntityContext& context, bool enough) {
+  context.curved = true;
+  if (enough) return;
+  Warn(context, WarningKind::CoarseCurves,
+       "departs from its chain by more than the tolerance, which takes more vertices than a curve may have");
+}
+
 bool Damaged(EntityContext& context, const std::string& what) {
   Warn(context, WarningKind::Damaged, what + "; it was skipped", context.type);
   return false;

@@ -22,6 +22,8 @@ void WarnAt(EntityContext& context, std::int64_t place, WarningKind kind, const 
             std::string_view subject = {});
 /// Warns of the entity, with its place and type.
 void Warn(EntityContext& context, WarningKind kind, const std::string& what, std::string_view subject = {});
+/// Notes that a curve was drawn, and warns where it was with fewer vertices than its tolerance takes.
+void NoteCurve(EntityContext& context, bool enough);
 /// Warns that the entity is skipped, and why. Always false, which is what a function says that makes no element.
 bool Damaged(EntityContext& context, const std::string& what);
 

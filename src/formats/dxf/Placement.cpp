@@ -58,7 +58,9 @@ Placement BlockPlace::PlacementOf(std::int64_t n, const Vertex& base) const {
 }
 
 bool Placing::Place(tEntity& element, const Placement& placement) {
+  coarse_ = false;
   if (element.bType == kText) PlaceText(element, placement);
+  if (!element.Bulges.empty()) PlaceBulges(element, placement);
   if (IsCurve(element.bType)) {
     PlaceCurve(element, placement);
   } else {
@@ -76,6 +78,15 @@ void Placing::PlaceVertices(tEntity& element, const Placement& placement) {
     element.x(i, at.x);
     element.Y(i, at.y);
     element.Height(i, at.z);
+  }
+}
+
+// What is drawn here is enlarged afterwards.
+void Placing::PlaceBulges(tEntity& element, const Placement& placement) {
+  if (!placement.KeepsCircles()) {
+    coarse_ = !DrawBulges(element, chain_, tolerance_.Scaled(placement.GreatestScale()));
+  } else if (placement.IsMirrored()) {
+    for (double& bulge : element.Bulges) bulge = -bulge;
   }
 }
 
@@ -102,7 +113,7 @@ void Placing::StoreEllipse(tEntity& element, const Placement& placement) {
   const Vertex minor{c * v.x - s * u.x, c * v.y - s * u.y, c * v.z - s * u.z};
   const double sweep = whole ? 2 * kPi : (to > from ? to - from : to - from + 360) * kRadians;
   chain_.clear();
-  AppendEllipse(chain_, centre, major, minor, whole ? 0 : from * kRadians - t, sweep);
+  coarse_ = !AppendEllipse(chain_, centre, major, minor, whole ? 0 : from * kRadians - t, sweep, tolerance_);
   element.bType = kPolyline;
   element.Closed = sweep >= 2 * kPi;
   element.Curve({});

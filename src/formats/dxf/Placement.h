@@ -51,16 +51,22 @@ struct BlockPlace {
 /// become chains within the tolerance; a text has the height that is left across its baseline.
 class Placing {
  public:
+  explicit Placing(const CurveTolerance& tolerance) : tolerance_(tolerance) {}
   /// False when it lies beyond all numbers then.
   bool Place(tEntity& element, const Placement& placement);
+  /// Whether a curve was drawn there with fewer vertices than the tolerance takes.
+  bool WasCoarse() const { return coarse_; }
 
  private:
   void PlaceVertices(tEntity& element, const Placement& placement);
+  void PlaceBulges(tEntity& element, const Placement& placement);
   void PlaceCurve(tEntity& element, const Placement& placement);
   void StoreEllipse(tEntity& element, const Placement& placement);
   void PlaceText(tEntity& element, const Placement& placement);
 
+  CurveTolerance tolerance_;
   VertexChain chain_;
+  bool coarse_ = false;
 };
 
 }  // namespace tesselink

@@ -99,23 +99,55 @@ void DropFrame(EntityContext& context) {
   context.bulges.resize(kept);
 }
 
-// Replaces segments with a bulge by their arcs and appends the vertex that closes the chain.
-void DrawBulges(EntityContext& context, bool closed) {
+// Appends the vertex that closes the chain. The bulges of a chain of segments are as many as these, or none.
+void CloseChain(EntityContext& context, bool closed) {
   VertexChain& chain = context.chain;
-  const std::vector<double>& bulges = context.bulges;
-  if (chain.size() < 2) return;
-  const std::size_t count = chain.size();
-  const auto bulge = [&bulges](std::size_t i) { return i < bulges.size() ? bulges[i] : 0; };
-  const bool closing = closed && !(chain.front() == chain.back());
-  if (std::all_of(bulges.begin(), bulges.end(), [](double b) { return b == 0; })) {
-    if (closing) chain.push_back(Vertex(chain.front()));
-    return;
-  }
+  std::vector<double>& bulges = context.bulges;
+  if (closed && chain.size() > 1 && !(chain.front() == chain.back())) chain.push_back(Vertex(chain.front()));
+  if (bulges.size() >= chain.size()) bulges.resize(chain.empty() ? 0 : chain.size() - 1);
+  if (std::all_of(bulges.begin(), bulges.end(), [](double b) { return b == 0; })) bulges.clear();
+}
+
+// Replaces segments with a bulge by their arcs.
+void DrawBulges(EntityContext& context) {
+  VertexChain& chain = context.chain;
+  std::vector<double>& bulges = context.bulges;
+  if (bulges.empty()) return;
+  bulges.resize(chain.size());
   VertexChain& drawn = context.scratch;
   drawn.assign(1, chain.front());
-  for (std::size_t i = 0; i + 1 < count; ++i) AppendBulge(drawn, chain[i], chain[i + 1], bulge(i));
-  if (closing) AppendBulge(drawn, chain.back(), chain.front(), bulge(count - 1));
+  bool enough = true;
+  for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
+    enough = AppendBulge(drawn, chain[i], chain[i + 1], bulges[i], context.source.tolerance) && enough;
+  }
+  NoteCurve(context, enough);
   chain.swap(drawn);
+  bulges.clear();
+}
+
+// Seen from below, an arc runs the other way. A vertex that is no number takes the arcs at it along.
+void StoreBulges(EntityContext& context, tEntity& element, const ObjectCoordinates& plane) {
+  const VertexChain& chain = context.chain;
+  std::vector<double>& bulges = context.bulges;
+  for (std::size_t i = 0; i < bulges.size(); ++i) {
+    const bool isArc = std::isfinite(bulges[i]) && IsFinite(chain[i]) && IsFinite(chain[i + 1]);
+    const double bulge = !isArc ? 0 : plane.IsMirrored() ? -bulges[i] : bulges[i];
+    if (IsFinite(chain[i])) element.Bulges.push_back(bulge);
+  }
+  if (std::all_of(element.Bulges.begin(), element.Bulges.end(), [](double b) { return b == 0; })) {
+    element.Bulges.clear();
+  }
+}
+
+// The chain of a flat polyline, in whose plane it still lies.
+bool StoreFlat(EntityContext& context, tEntity& element, bool closed) {
+  const ObjectCoordinates plane(context.groups.Extrusion());
+  CloseChain(context, closed);
+  if (!context.source.bulges || plane.IsTilted()) DrawBulges(context);
+  ToWorld(context, plane);
+  element.Closed = closed;
+  StoreBulges(context, element, plane);
+  return StoreChain(context, element, kPolyline);
 }
 
 // The rows of a mesh and its columns. The declared sizes count only as far as there are vertices.
@@ -212,10 +244,7 @@ void GatherLwPolyline(EntityContext& context) {
 bool MakeLwPolyline(EntityContext& context, tEntity& element) {
   const bool closed = (context.groups.Integer(70, 0) & kClosed) != 0;
   for (Vertex& v : context.chain) v.z = context.groups.Elevation();
-  DrawBulges(context, closed);
-  ToWorld(context, ObjectCoordinates(context.groups.Extrusion()));
-  element.Closed = closed;
-  return StoreChain(context, element, kPolyline);
+  return StoreFlat(context, element, closed);
 }
 
 // The vertices follow as entities of their own, up to a SEQEND or any other entity. Whether a polyline says that they
@@ -246,17 +275,15 @@ bool MakePolyline(EntityContext& context, tEntity& element) {
   if ((flags & kSplineFit) != 0) DropFrame(context);
   if ((flags & kMesh) != 0) return MakeMesh(context, element, flags);
   const bool closed = (flags & kClosed) != 0;
-  element.Closed = closed;
   if ((flags & k3d) != 0) {
     context.bulges.clear();
-    DrawBulges(context, closed);
+    CloseChain(context, closed);
+    element.Closed = closed;
     return StoreChain(context, element, kPolyline);
   }
   const double elevation = context.groups.Point(0).z;
   for (Vertex& v : context.chain) v.z = v.z == 0 ? elevation : v.z;
-  DrawBulges(context, closed);
-  ToWorld(context, ObjectCoordinates(context.groups.Extrusion()));
-  return StoreChain(context, element, kPolyline);
+  return StoreFlat(context, element, closed);
 }
 
 }  // namespace tesselink

@@ -118,15 +118,13 @@ std::string TRDigOut::FieldNames() const {
 }
 
 WriteResult TRDigOut::Write(tEntity& entity) {
-  const bool isCurve = IsCurve(entity.bType);
-  if (!isCurve && !IsChain(entity.bType)) return WriteResult::Skipped;
+  if (!IsChain(entity.bType)) return WriteResult::Skipped;
   if (!tableReady_) PrepareTable();
   if (!created_) CreateFile();
-  const std::int64_t row = RowOf(entity);
-  isCurve ? WriteCurve(entity, row) : WriteChain(entity, row);
+  WriteChain(entity, RowOf(entity));
   ++chains_;
   if (entity.HasHeight()) Lost(WarningKind::Heights);
-  return isCurve ? WriteResult::Converted : WriteResult::Written;
+  return WriteResult::Written;
 }
 
 // Counted from 0.
@@ -162,13 +160,6 @@ void TRDigOut::WriteChain(const tEntity& entity, std::int64_t row) {
   WriteHead(row, static_cast<std::size_t>(last) + (closes ? 2 : 1));
   for (tEntity::Index i = 0; i <= last; ++i) file_.Number(entity.x(i)).Write(",").Number(entity.Y(i)).EndLine();
   if (closes) file_.Number(entity.x(0)).Write(",").Number(entity.Y(0)).EndLine();
-}
-
-void TRDigOut::WriteCurve(const tEntity& entity, std::int64_t row) {
-  chain_.clear();
-  AppendCurve(chain_, entity);
-  WriteHead(row, chain_.size());
-  for (const Vertex& vertex : chain_) file_.Number(vertex.x).Write(",").Number(vertex.y).EndLine();
 }
 
 // Where a table was asked for and none came of it, there is nothing to complete, and the name may be the table's.

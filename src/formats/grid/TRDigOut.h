@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/element/VertexChains.h"
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
 #include "core/run/Interaction.h"
@@ -15,8 +14,8 @@
 
 namespace tesselink {
 
-/// For each chain a line "SEC,township,range,section,vertices" and a line "x,y" for each vertex. Circles and arcs
-/// become chains, a closed chain ends on its first vertex, and points and texts are skipped. The table and its fields
+/// For each chain a line "SEC,township,range,section,vertices" and a line "x,y" for each vertex. A closed chain
+/// ends on its first vertex, and points and texts are skipped. The table and its fields
 /// are asked for at the first chain; which row a chain has, docs/formats/trdigitizer.md tells.
 class TRDigOut final : public OutputFilter {
  public:
@@ -46,7 +45,6 @@ class TRDigOut final : public OutputFilter {
   void WriteHead(std::int64_t row, std::size_t vertices);
   std::string_view Value(int field, std::int64_t row);
   void WriteChain(const tEntity& entity, std::int64_t row);
-  void WriteCurve(const tEntity& entity, std::int64_t row);
 
   std::string path_;
   FileWriter file_;
@@ -62,7 +60,6 @@ class TRDigOut final : public OutputFilter {
   std::int64_t records_ = 0;        // of the input that is open
   std::int64_t recordsBefore_ = 0;  // of the inputs before it
   std::int64_t chains_ = 0;
-  VertexChain chain_;
   std::string cleaned_;
 };
 

@@ -47,16 +47,14 @@ constexpr AscOutFilter::Conventions AscOutFilter::kClassic{
     .closedAsLine = true,
     .horizontalFirst = true,
     .endsByFirstZero = true,
-    .curvesInSteps = true,
-    .curvesToMetres = true,
+    .ownCurves = true,
 };
 constexpr AscOutFilter::Conventions AscOutFilter::kStandard{
     .separator = ",",
     .closedAsLine = false,
     .horizontalFirst = false,
     .endsByFirstZero = false,
-    .curvesInSteps = false,
-    .curvesToMetres = false,
+    .ownCurves = false,
 };
 
 std::vector<FormatOption> AscOutFilter::Options() {
@@ -151,8 +149,8 @@ void AscOutFilter::ToMetres(tEntity& entity) {
 }
 
 void AscOutFilter::ToChain(tEntity& entity) {
-  if (conventions_.curvesToMetres && LooksGeographic(entity)) ToMetres(entity);
-  conventions_.curvesInSteps ? ToSteps(entity) : ToCurve(entity);
+  if (LooksGeographic(entity)) ToMetres(entity);
+  ToSteps(entity);
   entity.bType = kPolyline;
 }
 
@@ -173,17 +171,6 @@ void AscOutFilter::ToSteps(tEntity& entity) {
   if (i == kMostVertices)
     report().Warn(WarningKind::LongArc, path_ + ": an arc of more than 2,000 turns was cut short");
   append(end);
-}
-
-void AscOutFilter::ToCurve(tEntity& entity) {
-  chain_.clear();
-  AppendCurve(chain_, entity);
-  entity.Closed = entity.bType == kCircle;
-  entity.ClearVertices();
-  for (tEntity::Index i = std::ssize(chain_); i-- > 0;) {
-    entity.x(i, chain_[static_cast<std::size_t>(i)].x);
-    entity.Y(i, chain_[static_cast<std::size_t>(i)].y);
-  }
 }
 
 void AscOutFilter::Complete() { file_.Close(); }

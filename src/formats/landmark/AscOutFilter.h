@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "core/element/VertexChains.h"
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
 #include "core/run/SingleByteText.h"
@@ -23,6 +22,7 @@ class AscOutFilter final : public OutputFilter {
 
   void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }
   std::int64_t Size() const override { return file_.Size(); }
+  Holding Holds() const override { return {.curves = conventions_.ownCurves}; }
 
  private:
   // All that the dialects decide differently.
@@ -31,8 +31,7 @@ class AscOutFilter final : public OutputFilter {
     bool closedAsLine;           // else closed chains are POLYGON records
     bool horizontalFirst;        // of the justification's letters; else the order in which they are read
     bool endsByFirstZero;        // a single vertex whose x is 0 is left out
-    bool curvesInSteps;          // of 10 degrees and a closing angle in radians; else the curve's own chain
-    bool curvesToMetres;         // where they look geographic; else they stay where they are
+    bool ownCurves;  // in steps of 10 degrees with a closing angle in radians, and in metres where they look geographic
   };
   static const Conventions kClassic, kStandard;
 
@@ -48,14 +47,12 @@ class AscOutFilter final : public OutputFilter {
   void WriteText(const tEntity& entity);
   void ToChain(tEntity& entity);
   void ToSteps(tEntity& entity);
-  void ToCurve(tEntity& entity);
   void ToMetres(tEntity& entity);
 
   const Conventions& conventions_;
   std::string path_;
   FileWriter file_;
   SingleByteText texts_;
-  VertexChain chain_;
 };
 
 }  // namespace tesselink

@@ -132,8 +132,7 @@ void ESRIOutFilt::DeclareFields() {
 WriteResult ESRIOutFilt::Write(tEntity& entity) {
   const bool isPoint = IsPointOrText(entity.bType);
   if (!kind_) ChooseKind(isPoint ? ShapeKind::PointsOrText : ShapeKind::Polyline);
-  const bool isChain = IsChain(entity.bType) || IsCurve(entity.bType);
-  if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !isChain) return WriteResult::Skipped;
+  if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !IsChain(entity.bType)) return WriteResult::Skipped;
   if (!writing_.heights && entity.HasHeight()) Lost(WarningKind::Heights);
   if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
@@ -171,24 +170,15 @@ WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
 }
 
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
-  const bool isCurve = IsCurve(entity.bType);
-  if (isCurve) {
-    chain_.clear();
-    AppendCurve(chain_, entity);
-    ShapeFiles::Chain chain = files_.BeginChain(chain_.size());
-    for (const Vertex& vertex : chain_) chain.Add(vertex.x, vertex.y, vertex.z);
-    files_.EndChain(chain);
-  } else {
-    const tEntity::Index last = entity.PointCount();
-    if (writing_.needsTwoPoints && last < 1) return WriteResult::Skipped;
-    ShapeFiles::Chain chain = files_.BeginChain(static_cast<std::size_t>(last) + 2);
-    const auto add = [&](tEntity::Index i) { chain.Add(entity.x(i), entity.Y(i), entity.Height(i)); };
-    for (tEntity::Index i = 0; i <= last; ++i) add(i);
-    if (entity.LacksClosingVertex()) add(0);
-    files_.EndChain(chain);
-  }
+  const tEntity::Index last = entity.PointCount();
+  if (writing_.needsTwoPoints && last < 1) return WriteResult::Skipped;
+  ShapeFiles::Chain chain = files_.BeginChain(static_cast<std::size_t>(last) + 2);
+  const auto add = [&](tEntity::Index i) { chain.Add(entity.x(i), entity.Y(i), entity.Height(i)); };
+  for (tEntity::Index i = 0; i <= last; ++i) add(i);
+  if (entity.LacksClosingVertex()) add(0);
+  files_.EndChain(chain);
   AddRow(entity);
-  return isCurve ? WriteResult::Converted : WriteResult::Written;
+  return WriteResult::Written;
 }
 
 void ESRIOutFilt::AddRow(const tEntity& entity) {

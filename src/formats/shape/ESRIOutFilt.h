@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/element/VertexChains.h"
 #include "core/io/Numbers.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
@@ -35,8 +34,8 @@ struct ESRIWriting {
 enum class ShapeKind { PointsOrText, Polyline };
 
 /// What the file shall hold is asked at the first element, or when there was none. "Points or Text": a Point for each
-/// vertex of a point, and one for a text. "Polyline": a PolyLine of one part for a line or polyline, and for a circle
-/// or arc as a chain; a closed chain ends on its first vertex. Anything else is skipped.
+/// vertex of a point, and one for a text. "Polyline": a PolyLine of one part for a line or polyline; a closed chain
+/// ends on its first vertex. Anything else is skipped.
 class ESRIOutFilt final : public OutputFilter {
  public:
   explicit ESRIOutFilt(const FilterContext& context);
@@ -83,7 +82,6 @@ class ESRIOutFilt final : public OutputFilter {
   std::string projection_;          // what the .prj files of all sources say
   std::string projectionConflict_;  // the first input whose .prj says something else
   std::optional<ShapeKind> kind_;
-  VertexChain chain_;
   std::vector<std::string_view> values_;
   std::array<char, 400> angle_, height_;
   std::array<char, kNumberTextSize> number_;

@@ -48,7 +48,7 @@ void Reduction::DrawBulges(tEntity& entity) {
 void Reduction::Reduce(tEntity& entity, const Sink& sink) {
   if (!entity.Bulges.empty() && !holding_.bulges) DrawBulges(entity);
   if (!entity.Measures.empty() && !holding_.measures) {
-    losses_.Add(WarningKind::Measures);
+    if (entity.HasMeasure()) losses_.Add(WarningKind::Measures);
     entity.Measures.clear();
   }
   if (entity.IsArea && !holding_.areas) {
@@ -58,14 +58,17 @@ void Reduction::Reduce(tEntity& entity, const Sink& sink) {
   }
   if (entity.Parts.empty() || holding_.parts) return sink(entity);
   losses_.Add(WarningKind::PartsSplit);
-  // The text attributes are copied once, the vertices part by part.
+  part_.CountOrigin(true);
   for (std::size_t part = 0; part < entity.PartCount(); ++part) {
+    const tEntity::Index begin = entity.PartBegin(part), end = entity.PartEnd(part);
+    if (begin >= end) continue;
     part_.CopyAttributes(entity);
-    chain_.clear();
-    for (tEntity::Index i = entity.PartBegin(part); i < entity.PartEnd(part); ++i)
-      chain_.push_back(VertexAt(entity, i));
-    if (chain_.empty()) continue;
-    StoreVertices(part_, chain_);
+    part_.ClearVertices();
+    for (tEntity::Index i = end; i-- > begin;) {
+      part_.x(i - begin, entity.x(i));
+      part_.Y(i - begin, entity.Y(i));
+      part_.Height(i - begin, entity.Height(i));
+    }
     sink(part_);
   }
 }

@@ -16,6 +16,7 @@ struct Holding {
   bool areas = false;     ///< rings that bound an area
   bool bulges = false;    ///< segments that are arcs
   bool measures = false;  ///< m values
+  bool nulls = false;     ///< elements that stand for records without vertices
 };
 
 /// Makes of an element those that a writer holds, and counts what they do not say any more: bulges become straight

@@ -161,10 +161,6 @@ void ShapeFiles::MakeRoom(const Shape& shape) {
   }
   RequireRoom(size);
   if (another) Rewrite(form);
-  extents_.Add(shape.box.minX, shape.box.minY, shape.box.minZ);
-  extents_.Add(shape.box.maxX, shape.box.maxY, shape.box.maxZ);
-  ++shapes_;
-  vertices_ += shape.vertices;
 }
 
 // Room for a record's content, and for what the records before it gain.
@@ -199,18 +195,26 @@ void ShapeFiles::AddNull() {
 
 void ShapeFiles::AddPoint(const tEntity& entity, tEntity::Index vertex) {
   const auto i = static_cast<std::size_t>(vertex);
-  const double x = entity.AllX()[i], y = entity.AllY()[i], z = Heights(entity)[i], m = Measures(entity)[i];
-  Shape shape{.hasMeasures = !std::isnan(m)};
-  shape.box.Add(x, y, z);
-  MakeRoom(shape);
-  BeginRecord(ContentSize(shape, form_), TypeCode());
+  const double x = entity.AllX()[i], y = entity.AllY()[i], z = Heights(entity)[i];
+  const bool hasM = !entity.Measures.empty() && !std::isnan(Measures(entity)[i]);
+  if (everyType_ && !form_.z && (z != 0 || hasM)) {
+    Shape shape{.hasMeasures = hasM};
+    shape.box.Add(x, y, z);
+    MakeRoom(shape);
+  }
+  const std::int64_t size = ContentSize({}, form_);
+  RequireRoom(size);
+  BeginRecord(size, TypeCode());
   double content[] = {x, y, z, kNoMeasure};
   std::size_t count = 2 + (form_.z ? 1 : 0);
   if (form_.z || form_.m) {
-    if (shape.hasMeasures) AddMeasure(m);
-    content[count++] = shape.hasMeasures ? m : kNoMeasure;
+    if (hasM) AddMeasure(entity.Measures[i]);
+    content[count++] = hasM ? entity.Measures[i] : kNoMeasure;
   }
   shp_.Write({reinterpret_cast<const char*>(content), count * sizeof(double)});
+  extents_.Add(x, y, z);
+  ++shapes_;
+  ++vertices_;
 }
 
 void ShapeFiles::AddShape(const tEntity& entity, std::span<const ShapePart> parts) {
@@ -258,6 +262,10 @@ void ShapeFiles::AddShape(const tEntity& entity, std::span<const ShapePart> part
     });
   }
   content.Flush();
+  extents_.Add(shape.box.minX, shape.box.minY, shape.box.minZ);
+  extents_.Add(shape.box.maxX, shape.box.maxY, shape.box.maxZ);
+  ++shapes_;
+  vertices_ += shape.vertices;
 }
 
 // Writes the files anew in a type with z or m, since a file has one type for all of its shapes: those so far get a z of

@@ -1,6 +1,6 @@
 // Elements of whatever the bytes say go to every writer, in both dialects, and what was written is read again. In the
-// standard dialect every element comes back and begins where it began, to 15 digits; but not from CDF, which keeps
-// points elsewhere and no blank texts, and has less room for numbers.
+// standard dialect every element, or each of those that stand for it there, comes back and begins where it began, to 15
+// digits; but not from CDF, which keeps points elsewhere and no blank texts, and has less room for numbers.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cmath>
@@ -30,6 +30,17 @@ std::string Text(FuzzedDataProvider& bytes) {
   return text;
 }
 
+// Several parts, rings and m values, as shapefiles have them.
+void AddParts(tEntity& entity, FuzzedDataProvider& bytes) {
+  const tEntity::Index count = entity.PointCount() + 1;
+  for (tEntity::Index i = 1; i < count; ++i) {
+    if (bytes.ConsumeBool()) entity.Parts.push_back(i);
+  }
+  entity.IsArea = count > 0 && bytes.ConsumeBool();
+  if (!bytes.ConsumeBool()) return;
+  for (tEntity::Index i = 0; i < count; ++i) entity.Measures.push_back(bytes.ConsumeIntegral<std::int16_t>());
+}
+
 tEntity Element(FuzzedDataProvider& bytes, Dialect dialect) {
   tEntity entity;
   entity.CountOrigin(dialect == Dialect::Standard);
@@ -42,6 +53,7 @@ tEntity Element(FuzzedDataProvider& bytes, Dialect dialect) {
     entity.Y(i, Coordinate(bytes));
     entity.Z(i, static_cast<float>(bytes.ConsumeIntegral<std::int16_t>()));
   }
+  if (dialect == Dialect::Standard && entity.bType == kPolyline) AddParts(entity, bytes);
   entity.Layer = Text(bytes);
   entity.CDFCode = bytes.ConsumeBool() ? Text(bytes) : std::string();
   entity.Text = Text(bytes);
@@ -75,10 +87,18 @@ Beginnings Written(const OutputFormat& format, const FilterContext& context, std
   const auto writer = format.create(context);
   writer->filename(path);
   Beginnings written;
-  for (tEntity& element : elements) {
-    if (element.PointCount() == -1) continue;
+  const auto write = [&](tEntity& element) {
     std::string beginning = BeginningOf(element);
     if (writer->WriteEntity(element) != WriteResult::Skipped) written.push_back(std::move(beginning));
+  };
+  Reduction reduction(writer->Holds(), writer->losses());
+  for (tEntity& element : elements) {
+    if (element.PointCount() == -1) continue;
+    if (reduction.Fits(element)) {
+      write(element);
+    } else {
+      reduction.Reduce(element, write);
+    }
   }
   writer->Release();
   return written;

@@ -1,7 +1,7 @@
 // Elements of whatever the bytes say go to every writer, in both dialects and as a run hands them over, and what was
-// written is read again. In the standard dialect every element comes back and begins where it began, to 15 digits, with
-// the bulge that it began with; but not from CDF, which keeps points elsewhere and no blank texts, and has less room
-// for numbers.
+// written is read again. In the standard dialect every element, or each of those that stand for it there, comes back
+// and begins where it began, to 15 digits, with the bulge that it began with; but not from CDF, which keeps points
+// elsewhere and no blank texts, and has less room for numbers.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <cmath>
@@ -41,6 +41,17 @@ void AddBulges(FuzzedDataProvider& bytes, tEntity& entity) {
   }
 }
 
+// Several parts, rings and m values, as shapefiles have them.
+void AddParts(tEntity& entity, FuzzedDataProvider& bytes) {
+  const tEntity::Index count = entity.PointCount() + 1;
+  for (tEntity::Index i = 1; i < count; ++i) {
+    if (bytes.ConsumeBool()) entity.Parts.push_back(i);
+  }
+  entity.IsArea = count > 0 && bytes.ConsumeBool();
+  if (!bytes.ConsumeBool()) return;
+  for (tEntity::Index i = 0; i < count; ++i) entity.Measures.push_back(bytes.ConsumeIntegral<std::int16_t>());
+}
+
 tEntity Element(FuzzedDataProvider& bytes, Dialect dialect) {
   tEntity entity;
   entity.CountOrigin(dialect == Dialect::Standard);
@@ -53,7 +64,11 @@ tEntity Element(FuzzedDataProvider& bytes, Dialect dialect) {
     entity.Y(i, Coordinate(bytes));
     entity.Z(i, static_cast<float>(bytes.ConsumeIntegral<std::int16_t>()));
   }
-  if (entity.bType == kPolyline && vertices > 1 && bytes.ConsumeBool()) AddBulges(bytes, entity);
+  if (entity.bType == kPolyline && vertices > 1 && bytes.ConsumeBool()) {
+    AddBulges(bytes, entity);
+  } else if (dialect == Dialect::Standard && entity.bType == kPolyline) {
+    AddParts(entity, bytes);
+  }
   entity.Layer = Text(bytes);
   entity.CDFCode = bytes.ConsumeBool() ? Text(bytes) : std::string();
   entity.Text = Text(bytes);

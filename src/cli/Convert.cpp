@@ -61,6 +61,12 @@ void RefuseOptionsOfOtherOutputs(const ConvertCommand& command) {
   if (format.ignoresLayers && UsesAttributes(command.reading)) {
     throw UsageError("--layer-field and --text-field do not go with an output without layers and texts" + isWritten);
   }
+  if (command.reading.dialect == Dialect::Standard) return;
+  for (const FormatOption& option : format.options) {
+    const std::string value = command.reading.own.Text(option.name);
+    if (std::count(option.standardChoices.begin(), option.standardChoices.end(), value) == 0) continue;
+    throw UsageError("--" + option.name + " " + value + " belongs to the standard dialect; give --dialect standard");
+  }
 }
 
 // What goes through standard output is one file, of a format that is written from its beginning to its end.

@@ -39,6 +39,11 @@ std::string InfoText(const std::string& input, const std::string& format, const 
     if (count > 0) kinds += (kinds.empty() ? "" : ", ") + Counted(count.get<std::int64_t>(), kind);
   }
   text += (kinds.empty() ? "none" : kinds) + "\n  vertices " + std::to_string(info["vertices"].get<std::int64_t>());
+  if (info.contains("areas")) text += "\n  areas    " + std::to_string(info["areas"].get<std::int64_t>());
+  if (info.contains("parts")) {
+    text += "\n  parts    " + std::to_string(info["parts"].get<std::int64_t>()) + " of " +
+            Counted(info["severalParts"].get<std::int64_t>(), "element");
+  }
   text += "\n  layers   ";
   if (info["layers"].empty()) text += "none";
   for (std::size_t i = 0; i < info["layers"].size(); ++i) {
@@ -70,10 +75,14 @@ int Run(const CatCommand& command) {
 int Run(const InfoCommand& command) {
   Reading reading(command.input, command.reading);
   KindCounts elements;
-  std::int64_t vertices = 0;
+  std::int64_t vertices = 0, areas = 0, parts = 0, severalParts = 0;
   const int exitCode = ReadThrough(reading, [&](const tEntity& entity) {
     elements.Add(entity);
     vertices += entity.PointCount() + 1;
+    areas += entity.IsArea ? 1 : 0;
+    if (entity.Parts.empty()) return;
+    parts += static_cast<std::int64_t>(entity.PartCount());
+    ++severalParts;
   });
   if (exitCode != kExitDone && exitCode != kExitEndedEarly) return exitCode;
 
@@ -82,13 +91,15 @@ int Run(const InfoCommand& command) {
   for (const std::string& layer : reading.summary.layers) {
     if (!reported.contains(layer)) layers.push_back(layer);
   }
-  const Json info{
+  Json info{
       {"format", reading.format.key},
       {"elements", CountsJson(elements)},
       {"vertices", vertices},
       {"layers", TextsJson(layers)},
       {"extents", ExtentsJson(reading.summary.extents)},
       {"fields", reading.format.hasAttributes ? FieldsJson(command.input, command.reading.dialect) : Json::array()}};
+  if (areas > 0) info["areas"] = areas;
+  if (parts > 0) info.update({{"parts", parts}, {"severalParts", severalParts}});
   Print(command.json ? JsonText(info, 2) + "\n" : InfoText(command.input, reading.format.Name(), info));
   return exitCode;
 }

@@ -47,7 +47,7 @@ void Picture::Add(const tEntity& entity) {
   if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
   ++elements_;
   layer_ = LayerOf(entity);
-  if (entity.IsPlain() && !IsCurve(kind)) return AddPlain(entity);
+  if (entity.Bulges.empty() && !IsCurve(kind)) return AddPlain(entity);
   Losses unheeded;
   tEntity reduced = entity;
   Reduction({}, unheeded, tolerance_).Reduce(reduced, [this](const tEntity& plain) {
@@ -108,15 +108,24 @@ void Picture::AddPoints(const tEntity& entity) {
 }
 
 void Picture::AddChain(const tEntity& entity) {
-  const auto count = static_cast<std::size_t>(entity.PointCount()) + 1;
-  const auto xs = entity.AllX().first(count), ys = entity.AllY().first(count);
+  for (std::size_t part = 0; part < entity.PartCount(); ++part) {
+    const auto begin = static_cast<std::size_t>(entity.PartBegin(part)),
+               end = static_cast<std::size_t>(entity.PartEnd(part));
+    AddPart(entity.AllX().subspan(begin, end - begin), entity.AllY().subspan(begin, end - begin), entity.Closed);
+  }
+}
+
+void Picture::AddPart(std::span<const double> xs, std::span<const double> ys, bool closed) {
+  const std::size_t count = xs.size();
+  if (count == 0) return;
   BeginChain();
   for (std::size_t i = 0; i < count; ++i) {
     const PicturePoint at{xs[i], ys[i]};
     if (Takes(at)) PutVertex(at);
   }
   const PicturePoint first{xs.front(), ys.front()};
-  if (entity.LacksClosingVertex() && Takes(first)) PutVertex(first);
+  const bool meets = xs.back() == first.x && ys.back() == first.y;
+  if (closed && !meets && Takes(first)) PutVertex(first);
   EndChain();
 }
 

@@ -104,6 +104,7 @@ class Picture {
   std::uint8_t LayerNumber(const std::string& name);
   void AddPoints(const tEntity& entity);
   void AddChain(const tEntity& entity);
+  void AddPart(std::span<const double> xs, std::span<const double> ys, bool closed);
   void AddText(const tEntity& entity);
   bool Takes(PicturePoint at);
 

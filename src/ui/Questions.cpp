@@ -21,11 +21,11 @@ void Answered(QDialog& dialog) {
   if (dialog.exec() != QDialog::Accepted) throw OperationCanceled();
 }
 
-std::size_t AskShapeKind(std::size_t preset, QWidget* parent) {
-  frmESRIType dialog(parent);
-  dialog.Preset(preset == 0 ? ShapeKind::PointsOrText : ShapeKind::Polyline);
+std::size_t AskShapeKind(const ChoiceQuestion& question, QWidget* parent) {
+  frmESRIType dialog(parent, question.answers.size());
+  dialog.Preset(static_cast<ShapeKind>(question.preset));
   Answered(dialog);
-  return dialog.Kind() == ShapeKind::PointsOrText ? 0 : 1;
+  return static_cast<std::size_t>(dialog.Kind());
 }
 
 std::size_t AskPoints(QWidget* parent) {
@@ -50,7 +50,7 @@ std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidge
 }
 
 std::size_t AskChoice(const ChoiceQuestion& question, QWidget* parent) {
-  if (question.option == "shape-type") return AskShapeKind(question.preset, parent);
+  if (question.option == "shape-type") return AskShapeKind(question, parent);
   if (question.option == "points") return AskPoints(parent);
   QStringList answers;
   for (const std::string_view answer : question.answers) answers.append(Shown(std::string(answer)));

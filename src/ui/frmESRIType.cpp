@@ -4,15 +4,18 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <iterator>
 
 #include "ui/Named.h"
 
 namespace tesselink {
 
-frmESRIType::frmESRIType(QWidget* parent)
-    : QDialog(parent),
-      point_(Named(new QRadioButton("Points or Text"), "optPoint")),
-      polyline_(Named(new QRadioButton("Polyline"), "optPolyline")) {
+frmESRIType::frmESRIType(QWidget* parent, std::size_t kinds) : QDialog(parent) {
+  constexpr const char* kOptions[][2] = {{"Points or Text", "optPoint"},
+                                         {"Polyline", "optPolyline"},
+                                         {"Polygon", "optPolygon"},
+                                         {"Multipoint", "optMultiPoint"}};
   setObjectName("frmESRIType");
   setWindowTitle("ESRI Shape File Type");
   auto* question = Named(new QLabel("ESRI Shape files have the limitation that they can only support one type of "
@@ -25,8 +28,10 @@ frmESRIType::frmESRIType(QWidget* parent)
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(question);
-  layout->addWidget(point_);
-  layout->addWidget(polyline_);
+  for (std::size_t i = 0; i < std::min(kinds, std::size(kOptions)); ++i) {
+    options_.push_back(Named(new QRadioButton(kOptions[i][0]), kOptions[i][1]));
+    layout->addWidget(options_.back());
+  }
   layout->addStretch();
   layout->addWidget(proceed, 0, Qt::AlignRight);
   Preset(ShapeKind::PointsOrText);
@@ -34,11 +39,15 @@ frmESRIType::frmESRIType(QWidget* parent)
 }
 
 void frmESRIType::Preset(ShapeKind kind) {
-  QRadioButton* option = kind == ShapeKind::PointsOrText ? point_ : polyline_;
+  QRadioButton* option = options_.at(static_cast<std::size_t>(kind));
   option->setChecked(true);
   option->setFocus();
 }
 
-ShapeKind frmESRIType::Kind() const { return point_->isChecked() ? ShapeKind::PointsOrText : ShapeKind::Polyline; }
+ShapeKind frmESRIType::Kind() const {
+  const auto checked =
+      std::find_if(options_.begin(), options_.end(), [](const QRadioButton* o) { return o->isChecked(); });
+  return static_cast<ShapeKind>(checked - options_.begin());
+}
 
 }  // namespace tesselink

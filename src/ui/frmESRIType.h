@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QDialog>
+#include <cstddef>
+#include <vector>
 
 #include "formats/shape/ESRIOutFilt.h"
 
@@ -13,14 +15,15 @@ namespace tesselink {
 class frmESRIType final : public QDialog {
   Q_OBJECT
  public:
-  explicit frmESRIType(QWidget* parent = nullptr);
+  /// Offers so many kinds, in their order.
+  explicit frmESRIType(QWidget* parent = nullptr, std::size_t kinds = 2);
 
   /// Sets the option to begin with.
   void Preset(ShapeKind kind);
   ShapeKind Kind() const;
 
  private:
-  QRadioButton *point_, *polyline_;
+  std::vector<QRadioButton*> options_;
 };
 
 }  // namespace tesselink

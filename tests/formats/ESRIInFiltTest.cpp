@@ -229,20 +229,24 @@ TEST_F(StandardShapesTest, EveryType) {
   struct {
     std::string content, vertices, z;
     bool closed;
-    std::int64_t measures;
+    std::vector<double> measures;
   } const cases[] = {
-      {Little(std::int32_t{11}) + Values({1, 2, 3, 4}), "1,2", "3 ", false, 1},
-      {Little(std::int32_t{11}) + Values({1, 2, 3, -1e39}), "1,2", "3 ", false, 0},
-      {Little(std::int32_t{11}) + Values({1, 2, 3}), "1,2", "3 ", false, 0},
-      {Little(std::int32_t{21}) + Values({1, 2, 4}), "1,2", "0 ", false, 1},
-      {multiPoint(18) + range + Values({5, 6}) + range + Values({0, 7}), "1,2 3,4", "5 6 ", false, 1},
-      {multiPoint(28) + range + Values({0, 0}), "1,2 3,4", "0 0 ", false, 0},
-      {ChainContent(23, {0}, {{0, 0}, {2, 2}}) + range + Values({1, 2}), "0,0 2,2", "0 0 ", false, 1},
-      {ChainContent(13, {0}, {{0, 0}, {2, 2}}, {8, 9}), "0,0 2,2", "8 9 ", false, 0},
-      {ChainContent(5, {0}, {{0, 0}, {2, 2}, {3, 0}, {0, 0}}), "0,0 2,2 3,0 0,0", "0 0 0 0 ", true, 0},
-      {ChainContent(25, {0}, {{1, 0}, {2, 2}, {3, 0}}) + range + Values({1, 2, 3}), "1,0 2,2 3,0", "0 0 0 ", true, 1},
-      {ChainContent(3, {0}, {{0, 0}, {2, 2}}), "0,0 2,2", "0 0 ", false, 0},
-      {patch, "0,0 2,0 2,1 0,1", "1 3 4 2 ", true, 0},
+      {Little(std::int32_t{11}) + Values({1, 2, 3, 4}), "1,2", "3 ", false, {4}},
+      {Little(std::int32_t{11}) + Values({1, 2, 3, -1e39}), "1,2", "3 ", false, {}},
+      {Little(std::int32_t{11}) + Values({1, 2, 3}), "1,2", "3 ", false, {}},
+      {Little(std::int32_t{21}) + Values({1, 2, 4}), "1,2", "0 ", false, {4}},
+      {multiPoint(18) + range + Values({5, 6}) + range + Values({0, 7}), "1,2 3,4", "5 6 ", false, {0, 7}},
+      {multiPoint(28) + range + Values({0, 0}), "1,2 3,4", "0 0 ", false, {0, 0}},
+      {ChainContent(23, {0}, {{0, 0}, {2, 2}}) + range + Values({1, 2}), "0,0 2,2", "0 0 ", false, {1, 2}},
+      {ChainContent(13, {0}, {{0, 0}, {2, 2}}, {8, 9}), "0,0 2,2", "8 9 ", false, {}},
+      {ChainContent(5, {0}, {{0, 0}, {2, 2}, {3, 0}, {0, 0}}), "0,0 2,2 3,0 0,0", "0 0 0 0 ", true, {}},
+      {ChainContent(25, {0}, {{1, 0}, {2, 2}, {3, 0}}) + range + Values({1, 2, 3}),
+       "1,0 2,2 3,0",
+       "0 0 0 ",
+       true,
+       {1, 2, 3}},
+      {ChainContent(3, {0}, {{0, 0}, {2, 2}}), "0,0 2,2", "0 0 ", false, {}},
+      {patch, "0,0 2,0 2,1 0,1 5,5 6,5 6,6", "1 3 4 2 5 6 7 ", true, {}},
   };
   for (const auto& expected : cases) {
     rig.report = {};
@@ -253,19 +257,54 @@ TEST_F(StandardShapesTest, EveryType) {
     EXPECT_EQ(XY(elements[0]), expected.vertices);
     EXPECT_EQ(z, expected.z) << expected.vertices;
     EXPECT_EQ(elements[0].Closed, expected.closed) << expected.vertices;
-    const Warning* measures = rig.WarningOf("measures");
-    EXPECT_EQ(measures == nullptr ? 0 : measures->count, expected.measures) << expected.vertices;
+    EXPECT_EQ(elements[0].Measures, expected.measures) << expected.vertices;
   }
   EXPECT_NE(rig.WarningOf("triangles"), nullptr);
   EXPECT_TRUE(rig.person.messages.empty());
-  const auto parts =
-      Read(ShapeFile({ChainContent(13, {0, 2}, {{std::nan(""), 0}, {1, 1}, {5, 5}, {6, 6}}, {1, 2, 3, 4})}));
-  EXPECT_EQ(parts.at(0).Z(0), 2) << "the z of a vertex left out goes with it";
-  EXPECT_EQ(parts.at(1).Z(0), 3);
   const auto origin = Read(ShapeFile({PointContent(0, 0), Little(std::int32_t{99})}));
   ASSERT_EQ(origin.size(), 1U);
   EXPECT_EQ(origin[0].PointCount(), 0);
   EXPECT_EQ(rig.report.UndeliveredTypes().at("99"), 1);
+}
+
+// One element a record, whatever is wrong with its parts.
+TEST_F(StandardShapesTest, WholeShapes) {
+  const std::string range(16, '\0');
+  const Points square{{0, 0}, {0, 9}, {9, 9}, {0, 0}, {2, 2}, {4, 2}, {2, 4}, {2, 2}};
+  Points wild = square;
+  wild[1].first = std::nan("");
+  const auto withMeasures = [&](std::string content) {
+    return content + range + Values({10, 20, 30, 40, 50, -1e300, 70, std::nan("")});
+  };
+  const auto elements = Read(ShapeFile({
+      ChainContent(5, {0, 4}, square),
+      std::string(4, '\0'),
+      withMeasures(ChainContent(15, {0, 4}, wild, {1, 2, 3, 4, 5, 6, 7, 8})),
+      ChainContent(3, {1, 4}, square),
+      ChainContent(3, {0, 4, 2}, square),
+      ChainContent(5, {0, 0, 4, 4}, square),
+      ChainContent(5, {}, {}),
+      MultiPointContent({}),
+      ChainContent(5, {0}, {{std::nan(""), 1}}),
+      withMeasures(ChainContent(23, {0, 4}, square)),
+  }));
+  std::vector<std::string> rows;
+  for (const tEntity& e : elements) {
+    std::string row = Row(e.Record, e.bType, e.IsArea, e.IsNull() ? "null" : XY(e));
+    for (const tEntity::Index part : e.Parts) row += " |" + std::to_string(part);
+    rows.push_back(row);
+  }
+  const std::string ring = "0,0 0,9 9,9 0,0", hole = " 2,2 4,2 2,4 2,2";
+  EXPECT_EQ(rows, (std::vector<std::string>{"1 2 1 " + ring + hole + " |4", "2 2 0 null",
+                                            "3 2 1 0,0 9,9 0,0" + hole + " |3", "4 2 0 0,9 9,9 0,0" + hole + " |3",
+                                            "5 2 0 " + ring, "6 2 1 " + ring + hole + " |4", "7 2 0 null", "8 0 0 null",
+                                            "9 2 0 null", "10 2 0 " + ring + hole + " |4"}));
+  ASSERT_EQ(elements[2].Measures.size(), 7U);
+  EXPECT_EQ(elements[2].Measures[1], 30) << "m and z of a vertex left out go with it";
+  EXPECT_EQ(elements[2].Height(3), 5);
+  EXPECT_TRUE(std::isnan(elements[2].Measures[4]) && std::isnan(elements[2].Measures[6]));
+  EXPECT_EQ(elements[9].Measures[6], 70);
+  EXPECT_EQ(rig.WarningOf("part indices")->count, 1);
 }
 
 TEST_F(StandardShapesTest, AttributesOfTheOwnRow) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <optional>
 
@@ -87,11 +88,6 @@ TEST_F(ESRIOutFiltTest, Polylines) {
   EXPECT_EQ(Write(closed), WriteResult::Written);
   EXPECT_EQ(rig.person.choiceQuestions["shape-type"], 1);
   EXPECT_EQ(ReadBack(), "1,2 3,4.5 ROAD; 0,0 4,0 4,3 0,0 ; ");
-  const std::string shp = Folder::Get(path), shx = Folder::Get(rig.folder.Path("out.shx"));
-  EXPECT_EQ(shp.substr(24, 4), Big(static_cast<std::int32_t>(shp.size() / 2)));
-  EXPECT_EQ(shx.substr(24, 4), Big(static_cast<std::int32_t>(shx.size() / 2)));
-  EXPECT_EQ(shp.substr(36, 32), Little(0.0) + Little(0.0) + Little(4.0) + Little(4.5));
-  EXPECT_EQ(shp.substr(108 + 4, 32), Little(1.0) + Little(2.0) + Little(3.0) + Little(4.5));
 }
 
 TEST_F(ESRIOutFiltTest, PointsAndTextsWithTheirValues) {
@@ -125,9 +121,10 @@ TEST(ShapeFiles, TheSizeLimitIsRefusedBeforeItIsCrossed) {
     ShapeFiles files(heights, 100 + 3 * (heights ? 44 : 28));
     std::vector<std::string> created;
     files.Create(folder.Path("a.shp"), folder.Path("a.shx"), created);
-    files.HoldPoints();
-    for (int i = 0; i < 3; ++i) files.AddPoint(i, 1, 0);
-    EXPECT_THROW(files.AddPoint(9, 9, 9), FileFull) << "with heights, three flat points leave no room for them";
+    files.Hold(ShapeKind::PointsOrText);
+    const tEntity points = Element(kPoint, {{1, 1, 0}, {9, 9, 9}});
+    for (int i = 0; i < 3; ++i) files.AddPoint(points, 0);
+    EXPECT_THROW(files.AddPoint(points, 1), FileFull) << "with heights, three flat points leave no room for them";
     files.WriteHeaders();
     files.Close();
     EXPECT_EQ(Folder::Get(created[0]).size(), 100U + 3 * 28);
@@ -139,17 +136,15 @@ TEST(ShapeFiles, TheSizeLimitIsRefusedBeforeItIsCrossed) {
 TEST(ShapeFiles, ACopyThatIsNotWhatWasWrittenIsAnError) {
   const Folder folder;
   const std::string path = folder.Path("a.shp");
-  const ShapeFile shorter({std::string(4, '\0'), std::string(4, '\0')});
+  const ShapeFile shorter({std::string(8, '\0'), std::string(8, '\0')});
   for (const std::string& bytes : {std::string(), std::string(104, '\0'), std::string(5000, '\0'), shorter.shp,
                                    ShapeFile({ChainContent(3, {0}, {{1, 1}, {2, 2}})}).shp.substr(0, 150)}) {
     ShapeFiles files(true);
     std::vector<std::string> created;
     files.Create(path, folder.Path("a.shx"), created);
     const auto add = [&files](double z) {
-      ShapeFiles::Chain chain = files.BeginChain(2);
-      chain.Add(1, 1, 0);
-      chain.Add(2, 2, z);
-      files.EndChain(chain);
+      const ShapePart part{0, 2};
+      files.AddShape(Element(kLine, {{1, 1, 0}, {2, 2, z}}), {&part, 1});
     };
     add(0);
     add(0);
@@ -225,12 +220,15 @@ class StandardOutputTest : public testing::Test {
     }
     return text;
   }
-  std::string ReadBack() {
+  std::vector<tEntity> Elements() {
     ESRIInFilt reader(rig.context);
     reader.Layered = false;
     reader.filename(path);
+    return rig.ReadAll(reader);
+  }
+  std::string ReadBack() {
     std::string text;
-    for (const tEntity& element : rig.ReadAll(reader)) {
+    for (const tEntity& element : Elements()) {
       text += XY(element) + " z";
       for (tEntity::Index i = 0; i <= element.PointCount(); ++i) text += " " + SingleText(element.Z(i));
       text += "; ";
@@ -267,6 +265,59 @@ TEST_F(StandardOutputTest, PointsGainHeights) {
   EXPECT_EQ(ReadBack(), "0,0 z 0; 1,1 z 9; 0,0 z 0; ");
   EXPECT_EQ(Folder::Get(path)[32], 11);
   EXPECT_EQ(Folder::Get(path).substr(136, 8), Little(-1e39)) << "no measure";
+}
+
+// A ring that lacks its closing vertex, and a hole in it.
+tEntity Lease(double x) {
+  tEntity lease = tesselink::Element(
+      kPolyline,
+      {{x, 0, 0}, {x, 9, 0}, {x + 9, 9, 0}, {x + 9, 0, 0}, {x + 2, 2, 0}, {x + 4, 2, 0}, {x + 2, 4, 0}, {x + 2, 2, 0}});
+  lease.Parts = {4};
+  lease.IsArea = lease.Closed = true;
+  return lease;
+}
+
+TEST_F(StandardOutputTest, RingsRunTheRightWay) {
+  rig.person.choices["shape-type"] = 2;
+  tEntity turned = Element(kPolyline, {{0, 0, 0}, {9, 0, 0}, {9, 9, 0}, {2, 2, 0}, {2, 4, 0}, {4, 2, 0}, {2, 2, 0}});
+  turned.Parts = {3};
+  turned.IsArea = true;
+  tEntity fence = Element(kPolyline, {{5, 5, 0}, {8, 5, 0}, {8, 7, 0}});
+  EXPECT_EQ(writer->WriteEntity(fence), WriteResult::Skipped) << "surrounds nothing";
+  fence.Closed = true;
+  tEntity sliver = Element(kPolyline, {{1, 1, 0}, {2, 2, 0}, {1, 1, 0}}), lease = Lease(0);
+  for (tEntity* entity : {&lease, &turned, &fence}) EXPECT_EQ(writer->WriteEntity(*entity), WriteResult::Written);
+  EXPECT_EQ(writer->WriteEntity(sliver), WriteResult::Skipped);
+  writer->Release();
+  const auto elements = Elements();
+  ASSERT_EQ(elements.size(), 3U);
+  EXPECT_EQ(Row(XY(elements[0]), elements[0].Parts.at(0)), "0,0 0,9 9,9 9,0 0,0 2,2 4,2 2,4 2,2 5");
+  EXPECT_EQ(Row(XY(elements[1]), elements[1].Parts.at(0)), "0,0 9,9 9,0 0,0 2,2 4,2 2,4 2,2 4")
+      << "from where it began";
+  EXPECT_EQ(XY(elements[2]), "5,5 8,7 8,5 5,5");
+  EXPECT_TRUE(rig.WarningOf("rings turned")->text.ends_with(": 1"));
+}
+
+TEST_F(StandardOutputTest, MeasuresAndNullShapesGoThroughEveryType) {
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  tEntity null = Element(kPolyline, {}), measured = Lease(1), high = Lease(2);
+  null.Record = 7;
+  measured.Measures = {1, 2, none, 4, 5, 6, 7, 8};
+  high.Height(3, 30);
+  for (tEntity entity : {Lease(0), null, measured, Lease(0), high}) writer->WriteEntity(entity);
+  writer->Release();
+  const std::string shp = Folder::Get(path);
+  EXPECT_EQ(shp[32], 15) << "PolygonM, then PolygonZ with the m values of before";
+  EXPECT_EQ(shp.substr(68, 32), Little(0.0) + Little(30.0) + Little(1.0) + Little(8.0));
+  std::string found;
+  for (const tEntity& element : Elements()) {
+    found += Row(element.IsNull(), element.Parts.size(), element.HasHeight(), element.Measures.size()) + "; ";
+    if (element.Measures.empty()) continue;
+    EXPECT_TRUE(std::isnan(element.Measures[2]));
+    EXPECT_EQ(element.Measures[4], 1) << "the closing vertex has the first one's";
+    EXPECT_EQ(element.Measures[8], 8);
+  }
+  EXPECT_EQ(found, "0 1 0 0; 1 0 0 0; 0 1 0 9; 0 1 0 0; 0 1 1 0; ");
 }
 
 TEST_F(StandardOutputTest, OwnFieldsInFull) {

@@ -35,7 +35,7 @@ except ImportError as error:
 from matrix_readers import CHAIN, CIRCLE, POINT, TEXT, Deviation, check, normal, partner, tesselink
 
 INPUTS = ("shp", "dxf", "asc", "cdf", "mol")
-OUTPUTS = ("shp points", "shp polylines", "dxf", "asc", "cdf", "grd")
+OUTPUTS = ("shp", "shp points", "shp polylines", "dxf", "asc", "cdf", "grd")
 FORMATS = ("shp", "dxf", "asc", "cdf", "grd")
 SLOW, MANY = 20_000_000, 100  # bytes; drawings, from which on every loss must be found
 SURVEY = """METAFILE,AXIS,M,1,0,0
@@ -124,7 +124,8 @@ def compare_one(e, found):
             turn = key != "radius" and None not in (a, b) and abs(math.remainder(a - b, 360)) < 1e-4
             check(None in (a, b) or turn or near(a, b, 1e-14), f"{key} is {b}, not {a}")
         check(None in (e.closed, found.closed) or e.closed == found.closed, f"closed is {found.closed}, not {e.closed}")
-    for key in ("layer", "text", "just", "colour", "rgb", "code"):
+    check(e.parts == found.parts, f"has parts at {found.parts}, not {e.parts}")
+    for key in ("layer", "text", "just", "colour", "rgb", "code", "area", "measures"):
         a, b = getattr(e, key), getattr(found, key)
         check(None in (a, b) or a == b, f"{key} is {b!r}, not {a!r}")
     same = None in (e.style, found.style) or e.style.upper() == found.style.upper()
@@ -156,7 +157,7 @@ def pyshp(job):
     with shapefile.Reader(shp=str(job.output), shx=str(job.output.with_suffix(".shx"))) as reader:
         if vertices:
             check(list(reader.bbox) == [f(v[i] for v in vertices) for f in (min, max) for i in (0, 1)], f"the box is {reader.bbox}")
-        if reader.shapeType in (11, 13):
+        if reader.shapeType in (11, 13, 15, 18):
             check(list(reader.zbox) == [f(v[2] for v in vertices) for f in (min, max)], f"the range of z is {reader.zbox}")
     check(job.output.with_suffix(".cpg").read_text() == "UTF-8", "the .cpg file does not say UTF-8")
     given = partner(job.source.path, ".prj") if job.source.format == "shp" else None
@@ -213,7 +214,7 @@ class Job:
         self.output = source.folder / f"out.{self.format}"
         self.fields, self.options = [], []
         if self.format == "shp":
-            self.options = ["--shape-type", output.split()[1]]
+            self.options = ["--shape-type", *output.split()[1:]] if " " in output else []
         elif self.format == "grd":
             names = [n for n in source.names if n.strip() and n.isascii()]
             self.townships = (names * 3)[:3] if names else ["TWP", "RGE", "SEC"]
@@ -319,6 +320,8 @@ def all_of(task):
             result.count["not readable by pyshp"] += 1
             return result
         for output in OUTPUTS:
+            if output.startswith("shp") and (source.format == "shp") != (output == "shp"):
+                continue  # a shapefile becomes one of its own type
             attempt(result, f"{path.name} -> {output}", convert, source, output)
     return result
 

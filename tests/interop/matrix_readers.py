@@ -47,6 +47,9 @@ class Element:
     values: tuple = None  # the attributes of the record
     bulges: tuple = ()  # of the segments of a chain
     drawn: tuple = None  # a chain stands for the curve, so near it: by a distance, and by a share of the radius
+    parts: tuple = ()  # where each further part begins
+    area: bool = None  # the parts are rings of one
+    measures: tuple = None  # m of each vertex, None where it has none
 
     def but(self, **changes):
         return dataclasses.replace(self, **changes)
@@ -54,7 +57,7 @@ class Element:
 
 def normal(e):
     """One form for what is the same: a closed chain ends on its first vertex, a plain point has no symbol."""
-    if e.closed and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1]:
+    if e.closed and not e.parts and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1]:
         e = e.but(xyz=e.xyz + e.xyz[:1])
     bulges = list(e.bulges[:len(e.xyz) - 1])
     while bulges and bulges[-1] == 0:
@@ -132,7 +135,8 @@ def from_cat(e):
         number(e["TextAng"]) if angled else 0.0, e["TextJust"] if kind == TEXT else 0, e["Closed"], e["Colour"],
         tuple(e["RGB"] >> shift & 255 for shift in (0, 8, 16)), e["LineStyle"], e["CDFCode"],
         number(e["Rad"]) if curve else None, number(e["AngStart"]) if kind == ARC else None,
-        number(e["AngEnd"]) if kind == ARC else None, bulges=tuple(e.get("Bulges", ())))
+        number(e["AngEnd"]) if kind == ARC else None, bulges=tuple(e.get("Bulges", ())), parts=tuple(e.get("Parts", ())),
+        area=e.get("IsArea", False), measures=tuple(e.get("Measures", ())))
 
 
 # ---- drawings
@@ -173,11 +177,17 @@ def from_ezdxf(e, layers):
 
 def by_gdal(path):
     """Places alone: its kinds, and chains for curves."""
+    def leaves(shape):
+        return [leaf for part in shape for leaf in leaves(part)] if shape.GetGeometryCount() else [shape]
     source = ogr.Open(str(path))
     for feature in source.GetLayer(0):
         shape = feature.GetGeometryRef()
-        check(shape is not None and shape.GetGeometryCount() == 0, "GDAL reads an element of no place, or of several parts")
-        yield Element(POINT if shape.GetGeometryName() == "POINT" else CHAIN, tuple((p + (0.0,))[:3] for p in shape.GetPoints() or []))
+        if shape is None:
+            continue
+        chains = [tuple((p + (0.0,))[:3] for p in leaf.GetPoints() or []) for leaf in leaves(shape)]
+        if shape.GetGeometryName() == "MULTIPOINT":
+            chains = [sum(chains, ())]
+        yield from (Element(POINT if shape.GetGeometryName().endswith("POINT") else CHAIN, c) for c in sorted(chains))
 
 
 # ---- shapefiles
@@ -197,19 +207,35 @@ def pyshp(path, *parts, encoding="utf-8"):
 
 
 def by_pyshp(path, carried):
-    """What the program wrote: a record for each element."""
+    """What the program wrote: a record for each element, and Null shapes."""
     with pyshp(path, "shp", "shx", "dbf") as reader:
         names = [f[0] for f in reader.fields[1:]]
         for i in range(len(reader)):
             shape = reader.shape(i)
-            xyz = vertices_of(shape)
-            e = Element(POINT if shape.shapeTypeName.startswith("POINT") else CHAIN, xyz)
-            yield with_own_fields(e, names, list(reader.record(i)), carried)
+            if shape.shapeType != 0:
+                yield with_own_fields(whole(shape), names, list(reader.record(i)), carried)
+
+
+POINT_TYPES = (1, 8, 11, 18, 21, 28)
 
 
 def vertices_of(shape):
     z = list(getattr(shape, "z", [])) + [0.0] * len(shape.points)
     return tuple((float(p[0]), float(p[1]), float(h)) for p, h in zip(shape.points, z))
+
+
+def whole(shape):
+    """A shape by those of its vertices that are somewhere and in a part."""
+    starts = [0] if shape.shapeType in POINT_TYPES else shape.parts
+    kept = [i for i, p in enumerate(shape.points) if starts and i >= starts[0] and math.isfinite(p[0]) and math.isfinite(p[1])]
+    xyz = vertices_of(shape)
+    m = [v if v is not None and v > -1e38 else None for v in getattr(shape, "m", ())]
+    m = tuple(m[i] for i in kept) if m else ()
+    behind = [sum(i < start for i in kept) for start in starts] + [len(kept)]
+    area = shape.shapeType in (5, 15, 25)
+    return Element(
+        POINT if shape.shapeType in POINT_TYPES else CHAIN, tuple(xyz[i] for i in kept), closed=area, area=area,
+        parts=tuple(a for a, b in zip(behind, behind[1:]) if a < b)[1:], measures=m if any(v is not None for v in m) else ())
 
 
 def deleted_rows(path):
@@ -225,19 +251,16 @@ def source_by_pyshp(path):
     with pyshp(path, "shp", "shx") as reader:
         for i in range(len(reader)):
             shape = reader.shape(i)
-            vertices = [v for v in vertices_of(shape) if math.isfinite(v[0]) and math.isfinite(v[1])]
-            if not vertices or i in deleted:
+            e = whole(shape)
+            if i in deleted or not e.xyz:
                 continue
-            if shape.shapeType in (1, 8, 11, 18, 21, 28):
-                elements.append((Element(POINT, tuple(vertices)), i))
-                continue
-            kinds = getattr(shape, "partTypes", [5] * len(shape.parts))
-            for kind, start, end in zip(kinds, shape.parts, [*shape.parts[1:], len(vertices)]):
-                part = vertices[start:end]
-                if kind == 0:  # a strip of triangles: down one side and back up the other
-                    part = part[::2] + part[1::2][::-1]
-                if part:
-                    elements.append((Element(CHAIN, tuple(part), closed=shape.shapeType % 10 in (1, 5)), i))
+            if shape.shapeType == 31:
+                xyz = ()
+                for kind, start, end in zip(shape.partTypes, (0, *e.parts), (*e.parts, len(e.xyz))):
+                    part = e.xyz[start:end]  # a strip of triangles: down one side and back up the other
+                    xyz += part[::2] + part[1::2][::-1] if kind == 0 else part
+                e = e.but(xyz=xyz, closed=True, measures=())
+            elements.append((e, i))
     return elements
 
 

@@ -61,7 +61,7 @@ def has_curves(e):
 
 
 def is_open_at_its_end(e):
-    return e.closed and e.xyz[0][:2] != e.xyz[-1][:2]
+    return e.closed and not e.parts and e.xyz[0][:2] != e.xyz[-1][:2]
 
 
 def clean(key):
@@ -162,6 +162,32 @@ LONG_TEXTS = ("long texts", when(always, layer=cut("layer", 50), text=cut("text"
 NO_POINTS = ("points", without(POINT))
 
 
+def split(e, values):
+    return [values[a:b] for a, b in zip((0, *e.parts), (*e.parts, len(e.xyz)))]
+
+
+def part_by_part(e):
+    return [e.but(xyz=part, parts=()) for part in split(e, e.xyz)] if e.parts else e
+
+
+def runs_wrongly(e):
+    """Whether all rings together run counter-clockwise, each seen from its first vertex."""
+    def doubled(ring):
+        x, y, _ = ring[0]
+        return sum((a[0] - x) * (b[1] - y) - (b[0] - x) * (a[1] - y) for a, b in zip(ring, ring[1:]))
+    return e.area and e.xyz and sum(map(doubled, split(e, e.xyz))) > 0
+
+
+def turned(key):
+    return lambda e: tuple(v for part in split(e, getattr(e, key)) for v in part[::-1])
+
+
+SINGLE_CHAINS = [
+    ("measures", when(lambda e: any(e.measures or ()), measures=())), (None, when(lambda e: e.measures, measures=())),
+    ("areas", when(lambda e: e.area, area=False)), ("parts", each(part_by_part))]
+TURNED = (None, when(runs_wrongly, xyz=turned("xyz"), measures=turned("measures")))
+
+
 def single_bytes(codec):
     """Texts that are known as such, in a format of one byte a letter."""
     def fitting(key):
@@ -175,7 +201,7 @@ def single_bytes(codec):
 
 STANDARD = {
     "dxf": [
-        TOGETHER, SYMBOLS,
+        *SINGLE_CHAINS, TOGETHER, SYMBOLS,
         ("single vertices", when(is_degenerate, kind=POINT, radius=None, start=None, end=None, closed=False)), PRINTABLE,
         ("signs in names", distinct_names),
         # Black is a colour where a Landmark drawing says so; else it stands for none.
@@ -183,6 +209,8 @@ STANDARD = {
                     colour=lambda e: nearest(e.rgb, False))),
         ("numbers of colours", when(lambda e: not 0 <= e.colour <= 256, colour=256)),
         ("true colours", when(lambda e: e.rgb and 0 <= e.colour < 256, rgb=lambda e: NUMBERED[e.colour])), CODES, ATTRIBUTES],
+    "shp": [
+        WITH_CLOSING, TURNED, ("patches", when(lambda e: e.closed and not e.area, closed=False)), LONG_TEXTS],
     "shp points": [
         ("other shapes", without(*CHAINS, *CURVES)), TOGETHER, ("justification", when(lambda e: e.just, just=0)),
         (None, when(is_text, kind=POINT)), LINE_TYPES, PRINTABLE, LONG_TEXTS, COLOURS_NAMED],
@@ -191,11 +219,11 @@ STANDARD = {
         ("single vertices", each(lambda e: None if is_degenerate(e) and e.kind in CHAINS else e)), CURVES_DRAWN, AS_POLYLINES,
         WITH_CLOSING, CLOSED, LINE_TYPES, PRINTABLE, LONG_TEXTS, COLOURS_NAMED],
     "asc": [
-        NO_POINTS, HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, CODES, ("layers", when(always, layer=colour_name)),
+        *SINGLE_CHAINS, NO_POINTS, HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, CODES, ("layers", when(always, layer=colour_name)),
         COLOURS_NAMED, WHOLE_SIZES, BASELINES, PRINTABLE, ATTRIBUTES,
         (None, when(is_text, text=lambda e: decoded(raw(e.text))))],
     "cdf": [
-        HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, TOGETHER, PRINTABLE,
+        *SINGLE_CHAINS, HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, TOGETHER, PRINTABLE,
         (None, when(is_text, angle=lambda e: math.fmod(e.angle, 360) % 360)), ("long numbers", in_columns(10, POINT)),
         ("points", in_point_file),
         ("unmatched layers", when(lambda e: e.code in ("", NO_CODE), layer="Unassociated", colour=7, rgb=COLOURS["WHITE"])),
@@ -204,7 +232,7 @@ STANDARD = {
         ("long numbers", in_columns(15, CHAIN, TEXT)), WHOLE_SIZES,
         ("long numbers", when(is_text, size=lambda e: fitted(e.size, 5), angle=lambda e: fitted(e.angle, 3))), BASELINES, ATTRIBUTES],
     "grd": [
-        NO_POINTS, ("texts", without(TEXT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, WITH_CLOSING, CLOSED,
+        *SINGLE_CHAINS, NO_POINTS, ("texts", without(TEXT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, WITH_CLOSING, CLOSED,
         ("layers", when(always, layer="")), ("colours", when(always, colour=0, rgb=lambda e: e.rgb and (0, 0, 0))), LINE_TYPES, CODES],
 }
 
@@ -242,7 +270,9 @@ SEEN = {
         ("the closing side of a chain where it is upright", when(is_upright_at_its_end, closed=False, xyz=stored)), CLOSE, PLACES_ALONE],
     ("dxf", "Tesselink"): [(None, coloured_by_layer), CLOSE],
     ("shp", "pyshp"): [("blanks at the ends of texts", when(always, text=lambda e: e.text.strip(" ")))],
-    ("shp", "GDAL"): [PLACES_ALONE],
+    ("shp", "GDAL"): [
+        PLACES_ALONE, (None, when(always, measures=None)),
+        (None, each(lambda e: sorted(parts, key=lambda p: p.xyz) if isinstance(parts := part_by_part(e.but(area=None)), list) else parts))],
     ("shp", "Tesselink"): [
         ("texts, colours (they stay attributes)",
          when(always, text="", size=0.0, angle=0.0, just=0, colour=0, rgb=None, style="", code=NO_CODE, values=None))],

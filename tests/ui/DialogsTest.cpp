@@ -263,11 +263,13 @@ class DialogsTest : public QObject {
                int(QDialog::Accepted));
       QCOMPARE(dialog.Kind(), kind);
     }
-    for (const std::size_t preset : {std::size_t{0}, std::size_t{1}}) {
+    for (std::size_t preset = 0; preset < 4; ++preset) {
       QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
-      QCOMPARE(AskChoice({"shape-type", {"points", "polylines"}, preset}, nullptr), preset);
+      const ChoiceQuestion question{"shape-type", {"points", "polylines", "polygons", "multipoints"}, preset};
+      QCOMPARE(AskChoice(question, nullptr), preset);
     }
     frmESRIType dialog;
+    QCOMPARE(dialog.findChildren<QRadioButton*>().size(), qsizetype{2});
     dialog.show();
     QTest::mouseClick(&Control<QRadioButton>(dialog, "optPolyline"), Qt::LeftButton, {}, {8, 8});
     QCOMPARE(dialog.Kind(), ShapeKind::Polyline);

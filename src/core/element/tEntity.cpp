@@ -52,6 +52,10 @@ bool tEntity::HasHeight() const {
   return std::any_of(z_.begin(), z_.end(), [](double value) { return value != 0; });
 }
 
+bool tEntity::HasMeasure() const {
+  return std::any_of(Measures.begin(), Measures.end(), [](double m) { return !std::isnan(m) && m != 0; });
+}
+
 void tEntity::AddPoint(double px, double py, double pz) {
   if (PointCount() == 0 && x(0) == 0 && Y(0) == 0 && Z(0) == 0) {
     x_[0] = px;

@@ -129,6 +129,8 @@ class tEntity : public EntityAttributes {
     const Index last = PointCount();
     return Closed && (x(0) != x(last) || Y(0) != Y(last));
   }
+  /// Whether it stands for a record of the input that has no vertices.
+  bool IsNull() const { return Record > 0 && !stored_; }
   /// Whether the element is one chain or group of straight segments, and nothing more.
   bool IsPlain() const { return Parts.empty() && Bulges.empty() && Measures.empty() && !IsArea; }
   /// The number of parts, and where one ends, as the index behind its last vertex.
@@ -139,6 +141,8 @@ class tEntity : public EntityAttributes {
   bool IsLevel() const;
   /// Whether any z is other than 0, which formats without heights lose.
   bool HasHeight() const;
+  /// The same for m.
+  bool HasMeasure() const;
 
   /// The arrays as they stand, the single 0 of an empty one included.
   std::span<const double> AllX() const { return x_; }

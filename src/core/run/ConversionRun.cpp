@@ -266,7 +266,9 @@ void ConversionRun::ConvertElement(State& state) {
   if (fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty()) {
     fillLayer_(entity, ContextOf(state), state.reader->Encoding());
   }
-  if (entity.PointCount() == -1) {
+  const bool isNull = entity.IsNull();
+  if (entity.PointCount() == -1 && !(isNull && state.writer->Holds().nulls)) {
+    if (isNull) state.writer->losses().Add(WarningKind::NullShapes);
     summary.skipped.Add(kind);
     return;
   }

@@ -57,6 +57,12 @@ struct TextEncoding {
   std::u16string_view codePage = {};  ///< of UTF-8: the upper half of the code page that the file names; empty: none
 };
 
+/// What the elements of a file are, where its format has one kind of them and says ahead which.
+struct ElementForm {
+  enum class Shape : std::uint8_t { Unknown, Points, PointGroups, Chains, Areas } shape = Shape::Unknown;
+  bool heights = false, measures = false;  ///< each vertex has a z, an m
+};
+
 /// A reader: delivers the elements of a file one at a time.
 class InputFilter {
  public:
@@ -108,6 +114,8 @@ class InputFilter {
   /// The table in whose rows the elements' `Record` counts, and its path; nothing for formats without one.
   virtual AttributeTable* Attributes() { return nullptr; }
   virtual std::string AttributesPath() const { return {}; }
+  /// What all elements of the open file are.
+  virtual ElementForm Form() const { return {}; }
   /// How many records the open file has, the highest value of `Record`; 0 for formats without.
   virtual std::int64_t Records() const { return 0; }
   /// The file beside the input that names its coordinate system; nothing for formats without one.

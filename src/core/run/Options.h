@@ -22,6 +22,7 @@ struct FormatOption {
   std::string value = {};  ///< what stands for the value in help texts, as in "NUMBER"; empty for a flag
   Kind kind = Kind::Text;
   std::vector<std::string> choices = {};
+  std::vector<std::string> standardChoices = {};  ///< those of them that only the standard dialect has
   /// What is wrong with a value; empty when nothing is.
   std::function<std::string(const std::string& value)> check = {};
   /// Given for another format it is a mistake; else it says nothing there.

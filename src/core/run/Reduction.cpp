@@ -30,7 +30,7 @@ void Reduction::Reduce(tEntity& entity, const Sink& sink) {
     if (!DrawBulges(entity, chain_, tolerance_)) lost_.push_back(WarningKind::CoarseCurves);
   }
   if (!entity.Measures.empty() && !holding_.measures) {
-    lost_.push_back(WarningKind::Measures);
+    if (entity.HasMeasure()) lost_.push_back(WarningKind::Measures);
     entity.Measures.clear();
   }
   if (entity.IsArea && !holding_.areas) {
@@ -47,13 +47,17 @@ bool Reduction::HandOut(tEntity& entity, const Sink& sink) {
   if (entity.Parts.empty() || holding_.parts) return sink(entity);
   lost_.push_back(WarningKind::PartsSplit);
   bool taken = false;
+  part_.CountOrigin(true);
   for (std::size_t part = 0; part < entity.PartCount(); ++part) {
+    const tEntity::Index begin = entity.PartBegin(part), end = entity.PartEnd(part);
+    if (begin >= end) continue;
     part_.CopyAttributes(entity);
-    chain_.clear();
-    for (tEntity::Index i = entity.PartBegin(part); i < entity.PartEnd(part); ++i)
-      chain_.push_back(VertexAt(entity, i));
-    if (chain_.empty()) continue;
-    StoreVertices(part_, chain_);
+    part_.ClearVertices();
+    for (tEntity::Index i = end; i-- > begin;) {
+      part_.x(i - begin, entity.x(i));
+      part_.Y(i - begin, entity.Y(i));
+      part_.Height(i - begin, entity.Height(i));
+    }
     taken = sink(part_) || taken;
   }
   return taken;

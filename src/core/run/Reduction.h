@@ -19,6 +19,7 @@ struct Holding {
   bool bulges = false;    ///< segments of level chains that are arcs
   bool measures = false;  ///< m values
   bool curves = false;    ///< circles and arcs as such
+  bool nulls = false;     ///< elements that stand for records without vertices
 };
 
 /// Makes of an element those that a writer holds, and counts what they do not say any more: circles, arcs and bulges

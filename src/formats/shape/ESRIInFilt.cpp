@@ -16,11 +16,13 @@ namespace {
 
 constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
                                .everyType = false,
+                               .wholeShapes = false,
                                .skipsDeleted = false,
                                .closesPolygons = false,
                                .layerZeroWithoutField = false};
 constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
                                 .everyType = true,
+                                .wholeShapes = true,
                                 .skipsDeleted = true,
                                 .closesPolygons = true,
                                 .layerZeroWithoutField = true};
@@ -47,7 +49,7 @@ void ESRIInFilt::Close() {
   filename_.clear();
   layers_.clear();
   table_.reset();
-  labelPending_ = tableTried_ = tableBroken_ = tableTold_ = false;
+  shapePending_ = labelPending_ = tableTried_ = tableBroken_ = tableTold_ = false;
   records_.Close();
 }
 
@@ -166,13 +168,24 @@ void ESRIInFilt::SetDBFObj(FieldSelection& selection) {
 
 double ESRIInFilt::Progress() const { return Percentage(Loc(), records_.File().Size()); }
 
-bool ESRIInFilt::Eof() const { return records_.AtEnd() && !records_.PartsLeft() && !labelPending_; }
+bool ESRIInFilt::Eof() const { return records_.AtEnd() && !ShapeLeft() && !labelPending_; }
+
+ElementForm ESRIInFilt::Form() const {
+  const ShapeType* type = reading_.wholeShapes ? records_.FileType() : nullptr;
+  if (type == nullptr || type->layout == ShapeLayout::None) return {};
+  ElementForm form{.heights = type->hasZ, .measures = type->mayHaveM && !type->hasZ};
+  form.shape = type->layout == ShapeLayout::Point        ? ElementForm::Shape::Points
+               : type->layout == ShapeLayout::MultiPoint ? ElementForm::Shape::PointGroups
+               : type->isArea                            ? ElementForm::Shape::Areas
+                                                         : ElementForm::Shape::Chains;
+  return form;
+}
 
 bool ESRIInFilt::GetNextEntity(tEntity& entity, std::int64_t record) {
   if (record > 0) {
     if (filename_.empty() || record > NumPoints()) return false;
     records_.MoveTo(record);
-    labelPending_ = false;
+    shapePending_ = labelPending_ = false;
   }
   return GetNextEntity(entity);
 }
@@ -186,8 +199,8 @@ bool ESRIInFilt::Next(tEntity& entity) {
 
 bool ESRIInFilt::Deliver(tEntity& entity) {
   for (;;) {
-    if (records_.PartsLeft()) {
-      if (DeliverPart(entity)) return true;
+    if (ShapeLeft()) {
+      if (DeliverShape(entity)) return true;
     } else if (labelPending_) {
       labelPending_ = false;
       if (DeliverLabel(entity)) return true;
@@ -201,9 +214,11 @@ bool ESRIInFilt::Deliver(tEntity& entity) {
 // person about, so that the run yields after each message.
 bool ESRIInFilt::NextRecord() {
   while (!records_.AtEnd()) {
-    if (records_.Next()) {
+    const bool holdsVertices = records_.Next();
+    if (holdsVertices || (reading_.wholeShapes && records_.IsEmpty())) {
       if (IsDeleted()) continue;
-      labelPending_ = UsesTable() && selection_->TextWanted();
+      shapePending_ = true;
+      labelPending_ = holdsVertices && UsesTable() && selection_->TextWanted();
       return true;
     }
     if (ReportUnread()) return false;
@@ -238,12 +253,22 @@ void ESRIInFilt::Begin(tEntity& entity, Kind kind) const {
   entity.Record = records_.Number();
 }
 
-bool ESRIInFilt::DeliverPart(tEntity& entity) {
-  const ShapeType& type = *records_.Type();
+// The whole record, or its next part.
+bool ESRIInFilt::DeliverShape(tEntity& entity) {
+  // A record without vertices may say no more than that it is none of points.
+  const ShapeType& type = records_.Type()->layout == ShapeLayout::None && records_.FileType() != nullptr
+                              ? *records_.FileType()
+                              : *records_.Type();
   const bool isPoint = type.layout == ShapeLayout::Point || type.layout == ShapeLayout::MultiPoint;
+  shapePending_ = false;
   Begin(entity, isPoint ? kPoint : kPolyline);
+  if (reading_.wholeShapes) {
+    if (records_.PartsLeft()) records_.ReadShape(entity);
+    entity.IsArea = type.isArea && !entity.IsNull();
+  } else if (!records_.ReadPart(entity)) {
+    return false;
+  }
   entity.Closed = reading_.closesPolygons && type.isClosed;
-  if (!records_.ReadPart(entity)) return false;
   SetAttributes(entity);
   return true;
 }

@@ -18,13 +18,14 @@ namespace tesselink {
 struct ESRIReading {
   std::int64_t rowOfFirstShape;  ///< counted from 0; the row of shape n follows
   bool everyType;                ///< PointZ, the M types and MultiPatch are read; else a person is told of each record
-  bool skipsDeleted;             ///< a shape whose row is marked as deleted is left out
-  bool closesPolygons;           ///< the rings of polygons are `Closed`
-  bool layerZeroWithoutField;    ///< layer "0" where no field is chosen for it; else an empty layer
+  bool wholeShapes;   ///< one element a record, with its parts and m values, and one without vertices for a Null shape
+  bool skipsDeleted;  ///< a shape whose row is marked as deleted is left out
+  bool closesPolygons;         ///< polygons are areas, and the parts of a MultiPatch `Closed`
+  bool layerZeroWithoutField;  ///< layer "0" where no field is chosen for it; else an empty layer
 };
 
-/// Delivers one element a part in file order and, where a label field is chosen, one text at the record's centre behind
-/// them.
+/// Delivers one element a part in file order, or one a record in the standard dialect, and, where a label field is
+/// chosen, one text at the record's centre behind them.
 ///
 /// By the system's own convention shape n, counted from 1, takes its attributes from row n counted from 0: the row
 /// after the one at its own position.
@@ -45,6 +46,7 @@ class ESRIInFilt final : public InputFilter {
   void SetDBFObj(FieldSelection& selection) override;
   AttributeTable* Attributes() override;
   std::string AttributesPath() const override { return PartnerFile(filename_, "DBF"); }
+  ElementForm Form() const override;
   std::int64_t Records() const override { return records_.Count(); }
   std::string ProjectionPath() const override { return PartnerFile(filename_, "PRJ"); }
 
@@ -68,16 +70,18 @@ class ESRIInFilt final : public InputFilter {
   bool IsDeleted();
   bool ReportUnread();
   void Begin(tEntity& entity, Kind kind) const;
-  bool DeliverPart(tEntity& entity);
+  bool DeliverShape(tEntity& entity);
   bool DeliverLabel(tEntity& entity);
   void SetAttributes(tEntity& entity);
 
+  bool ShapeLeft() const { return reading_.wholeShapes ? shapePending_ : records_.PartsLeft(); }
   bool UsesTable() const { return Layered && table_ != nullptr; }
   // The row of the current record, from 0.
   std::int64_t Row() const { return records_.Number() - 1 + reading_.rowOfFirstShape; }
 
   const ESRIReading& reading_;
   ShapeRecords records_;
+  bool shapePending_ = false;  // of the current record, where it is delivered whole
   bool labelPending_ = false;
   // For the file that is open:
   bool tableTried_ = false;   // its fields were asked for

@@ -21,14 +21,37 @@ constexpr std::array<int, 3> kTextLengths{50, 10, 100};
 constexpr int kRealLength = 24;
 constexpr std::size_t kLongestProjection = ReadWindow::kCapacity;
 
-constexpr ESRIWriting kClassic{.heights = false,
+constexpr ESRIWriting kClassic{.everyType = false,
                                .carriesSource = false,
                                .isUtf8 = false,
                                .needsTwoPoints = false,
                                .lostBytes = 1,
                                .realDecimals = 0};
-constexpr ESRIWriting kStandard{
-    .heights = true, .carriesSource = true, .isUtf8 = true, .needsTwoPoints = true, .lostBytes = 0, .realDecimals = 15};
+constexpr ESRIWriting kStandard{.everyType = true,
+                                .carriesSource = true,
+                                .isUtf8 = true,
+                                .needsTwoPoints = true,
+                                .lostBytes = 0,
+                                .realDecimals = 15};
+
+// The values of the option, in the order of the kinds; the last ones belong to the standard dialect.
+constexpr std::array<std::string_view, 4> kKindNames{"points", "polylines", "polygons", "multipoints"};
+constexpr std::size_t kClassicKinds = 2;
+
+// Twice what a ring surrounds, above 0 where it runs counter-clockwise. Seen from its first vertex, so that a ring far
+// from the origin loses no digits.
+double SignedArea(const tEntity& entity, const ShapePart& ring) {
+  const auto x = entity.AllX(), y = entity.AllY();
+  const auto begin = static_cast<std::size_t>(ring.begin), end = static_cast<std::size_t>(ring.end);
+  double sum = 0, dx = 0, dy = 0;
+  for (std::size_t i = begin + 1; i < end; ++i) {
+    const double toX = x[i] - x[begin], toY = y[i] - y[begin];
+    sum += dx * toY - toX * dy;
+    dx = toX;
+    dy = toY;
+  }
+  return sum;
+}
 
 // The file beside the main file, its extension in capitals where the main file's is.
 std::string Partner(const std::string& path, const std::string& extension) {
@@ -43,18 +66,21 @@ std::vector<Companion> ESRIOutFilt::Companions() {
 }
 
 std::vector<FormatOption> ESRIOutFilt::Options() {
-  return {
-      {.name = "shape-type",
-       .help = "What a shapefile output holds: points (and texts) or\npolylines; without it, what the first element is",
-       .value = "CHOICE",
-       .kind = FormatOption::Kind::Choice,
-       .choices = {"points", "polylines"}}};
+  return {{.name = "shape-type",
+           .help = "What a shapefile output holds: points (and texts) or\n"
+                   "polylines, in the standard dialect also polygons or\n"
+                   "multipoints; without it, what an input shapefile holds\n"
+                   "(standard), else what the first element is",
+           .value = "CHOICE",
+           .kind = FormatOption::Kind::Choice,
+           .choices = {kKindNames.begin(), kKindNames.end()},
+           .standardChoices = {kKindNames.begin() + kClassicKinds, kKindNames.end()}}};
 }
 
 ESRIOutFilt::ESRIOutFilt(const FilterContext& context)
     : OutputFilter(context),
       writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
-      files_(writing_.heights),
+      files_(writing_.everyType),
       table_(options().dialect),
       carried_(report()) {}
 
@@ -66,6 +92,7 @@ void ESRIOutFilt::Create(const std::string& path) {
   shpPath_ = path;
   dbfPath_ = Partner(path, "dbf");
   kind_.reset();
+  form_ = {};
   carried_.Reset();
   hasOwnFields_ = true;
   fieldsDeclared_ = false;
@@ -95,6 +122,7 @@ void ESRIOutFilt::Create(const std::string& path) {
 void ESRIOutFilt::SourceOpened(InputFilter& source) {
   if (!writing_.carriesSource) return;
   CarryProjection(source.ProjectionPath());
+  if (sources_ == 0) form_ = source.Form();
   AttributeTable* attributes = source.Attributes();
   if (++sources_ > 1 || attributes == nullptr) {
     carried_.Match(attributes, source.AttributesPath());
@@ -131,30 +159,47 @@ void ESRIOutFilt::DeclareFields() {
 
 WriteResult ESRIOutFilt::Write(tEntity& entity) {
   const bool isPoint = IsPointOrText(entity.bType);
-  if (!kind_) ChooseKind(isPoint ? ShapeKind::PointsOrText : ShapeKind::Polyline);
-  if (*kind_ == ShapeKind::PointsOrText ? !isPoint : !IsChain(entity.bType)) return WriteResult::Skipped;
-  if (!writing_.heights && entity.HasHeight()) Lost(WarningKind::Heights);
+  if (!kind_) ChooseKind(LikelyKind(entity));
+  if (entity.IsNull() && writing_.everyType) {
+    files_.AddNull();
+    AddRow(entity);
+    return WriteResult::Written;
+  }
+  const bool isChain = IsChain(entity.bType);
+  const bool holdsPoints = *kind_ == ShapeKind::PointsOrText || *kind_ == ShapeKind::MultiPoint;
+  if (holdsPoints ? !isPoint : !isChain) return WriteResult::Skipped;
+  if (!writing_.everyType && entity.HasHeight()) Lost(WarningKind::Heights);
   if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
 }
 
-void ESRIOutFilt::ChooseKind(ShapeKind likely) {
-  const ChoiceQuestion question{"shape-type", {"points", "polylines"}, likely == ShapeKind::PointsOrText ? 0U : 1U};
-  kind_ = interaction().Choose(question) == 0 ? ShapeKind::PointsOrText : ShapeKind::Polyline;
-  if (!fieldsDeclared_) DeclareFields();
-  if (*kind_ == ShapeKind::Polyline) return;
-  files_.HoldPoints();
-  if (hasOwnFields_) {
-    table_.AddField(carried_.FreeName("Text"), kTextLengths[2], "C");
-    table_.AddField(carried_.FreeName("TextAngle"), kRealLength, "N", writing_.realDecimals);
-    table_.AddField(carried_.FreeName("TextSize"), kRealLength, "N", writing_.realDecimals);
-  }
+// That of the input where it says one that holds the element, else the element's own.
+ShapeKind ESRIOutFilt::LikelyKind(const tEntity& entity) const {
+  using Shape = ElementForm::Shape;
+  if (IsPointOrText(entity.bType))
+    return form_.shape == Shape::PointGroups ? ShapeKind::MultiPoint : ShapeKind::PointsOrText;
+  return entity.IsArea || (entity.IsNull() && form_.shape == Shape::Areas) ? ShapeKind::Polygon : ShapeKind::Polyline;
 }
 
-// There was no element to ask at. Whoever does not answer minds neither.
+void ESRIOutFilt::ChooseKind(ShapeKind likely) {
+  const std::size_t count = writing_.everyType ? kKindNames.size() : kClassicKinds;
+  const ChoiceQuestion question{
+      "shape-type", {kKindNames.begin(), kKindNames.begin() + count}, static_cast<std::size_t>(likely)};
+  kind_ = static_cast<ShapeKind>(interaction().Choose(question));
+  if (!fieldsDeclared_) DeclareFields();
+  files_.Hold(*kind_, form_.heights, form_.measures);
+  if (!hasOwnFields_ || (*kind_ != ShapeKind::PointsOrText && *kind_ != ShapeKind::MultiPoint)) return;
+  table_.AddField(carried_.FreeName("Text"), kTextLengths[2], "C");
+  table_.AddField(carried_.FreeName("TextAngle"), kRealLength, "N", writing_.realDecimals);
+  table_.AddField(carried_.FreeName("TextSize"), kRealLength, "N", writing_.realDecimals);
+}
+
+// There was no element to ask at. Whoever does not answer minds none.
 void ESRIOutFilt::ChooseKindOfNothing() {
+  constexpr std::array<ShapeKind, 5> kKinds{ShapeKind::Polyline, ShapeKind::PointsOrText, ShapeKind::MultiPoint,
+                                            ShapeKind::Polyline, ShapeKind::Polygon};
   try {
-    ChooseKind(ShapeKind::Polyline);
+    ChooseKind(kKinds[static_cast<std::size_t>(form_.shape)]);
   } catch (const OperationCanceled&) {
     if (!fieldsDeclared_) DeclareFields();
   }
@@ -162,28 +207,59 @@ void ESRIOutFilt::ChooseKindOfNothing() {
 
 WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
   const tEntity::Index last = entity.bType == kText ? 0 : entity.PointCount();
+  if (*kind_ == ShapeKind::MultiPoint) {
+    const ShapePart all{0, last + 1};
+    files_.AddShape(entity, {&all, 1});
+    AddRow(entity);
+    return WriteResult::Written;
+  }
+  if (writing_.everyType && last > 0) Lost(WarningKind::PartsSplit);
   for (tEntity::Index i = 0; i <= last; ++i) {
-    files_.AddPoint(entity.x(i), entity.Y(i), entity.Height(i));
+    files_.AddPoint(entity, i);
     AddRow(entity);
   }
   return WriteResult::Written;
 }
 
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
-  const tEntity::Index last = entity.PointCount();
-  if (writing_.needsTwoPoints && last < 1) return WriteResult::Skipped;
-  ShapeFiles::Chain chain = files_.BeginChain(static_cast<std::size_t>(last) + 2);
-  const auto add = [&](tEntity::Index i) { chain.Add(entity.x(i), entity.Y(i), entity.Height(i)); };
-  for (tEntity::Index i = 0; i <= last; ++i) add(i);
-  if (entity.LacksClosingVertex()) add(0);
-  files_.EndChain(chain);
+  if (!FindParts(entity)) return WriteResult::Skipped;
+  if (*kind_ == ShapeKind::Polygon) OrientRings(entity);
+  if (*kind_ == ShapeKind::Polyline && entity.IsArea) Lost(WarningKind::Areas);
+  files_.AddShape(entity, parts_);
   AddRow(entity);
   return WriteResult::Written;
 }
 
+// The parts that a chain has in the file. False for one that the file cannot hold. What says that it is an area is
+// taken for one as it is; a chain surrounds one where it ends on its first vertex, or is marked as closed.
+bool ESRIOutFilt::FindParts(const tEntity& entity) {
+  const bool ofRings = *kind_ == ShapeKind::Polygon;
+  parts_.clear();
+  for (std::size_t i = 0; i < entity.PartCount(); ++i) {
+    ShapePart part{entity.PartBegin(i), entity.PartEnd(i)};
+    const bool meets = entity.x(part.begin) == entity.x(part.end - 1) && entity.Y(part.begin) == entity.Y(part.end - 1);
+    part.closes = (entity.Closed || entity.IsArea) && !meets;
+    constexpr std::int64_t kLeastRing = 4;
+    if (ofRings && !entity.IsArea && (!(meets || part.closes) || part.Count() < kLeastRing)) return false;
+    parts_.push_back(part);
+  }
+  return !writing_.needsTwoPoints || ofRings || entity.PointCount() > 0;
+}
+
+// Outer rings run clockwise and surround more than the holes in them do. Where all rings together run the other way,
+// each of them does: the source had none in mind, or the opposite one.
+void ESRIOutFilt::OrientRings(const tEntity& entity) {
+  double area = 0;
+  for (const ShapePart& ring : parts_) area += SignedArea(entity, ring);
+  if (!(area > 0)) return;
+  for (ShapePart& ring : parts_) ring.reversed = true;
+  if (entity.IsArea) Lost(WarningKind::RingsTurned);
+}
+
 void ESRIOutFilt::AddRow(const tEntity& entity) {
   values_.clear();
-  carried_.Values(entity.Record - 1, values_);
+  // A label stands beside the shape that has the values of its record's row.
+  carried_.Values(entity.bType == kText ? -1 : entity.Record - 1, values_);
   if (hasOwnFields_) AddOwnValues(entity);
   table_.AddRecord(values_);
 }
@@ -198,7 +274,7 @@ void ESRIOutFilt::AddOwnValues(const tEntity& entity) {
   values_.push_back(Fitting(entity.CDFCode, 1));
   values_.emplace_back(number_.data(), static_cast<std::size_t>(numberEnd - number_.data()));
   values_.push_back(colourName_);
-  if (*kind_ != ShapeKind::PointsOrText) return;
+  if (*kind_ != ShapeKind::PointsOrText && *kind_ != ShapeKind::MultiPoint) return;
   values_.push_back(Fitting(entity.Text, 2));
   values_.push_back(Real(entity.TextAng, angle_));
   values_.push_back(Real(entity.TextSize, height_));

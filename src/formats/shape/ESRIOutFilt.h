@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/element/tEntity.h"
 #include "core/io/Numbers.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
@@ -22,7 +23,7 @@ namespace tesselink {
 
 /// What a dialect decides in writing a shapefile. What it decides in writing the table, DBFWriting tells.
 struct ESRIWriting {
-  bool heights;         ///< PointZ and PolyLineZ where a z is not 0; else z is dropped
+  bool everyType;  ///< polygons, MultiPoints, shapes of several parts and Null shapes, with z and m where they have it
   bool carriesSource;   ///< attributes, and the coordinate system, of inputs that have them go along
   bool isUtf8;          ///< texts are UTF-8, and a .cpg file says so; else bytes are passed on, and "|" becomes a blank
   bool needsTwoPoints;  ///< a chain of one vertex is no PolyLine
@@ -30,12 +31,10 @@ struct ESRIWriting {
   int realDecimals;     ///< of TextAngle and TextSize
 };
 
-/// Which kind of element a shapefile holds; it can hold only one.
-enum class ShapeKind { PointsOrText, Polyline };
-
 /// What the file shall hold is asked at the first element, or when there was none. "Points or Text": a Point for each
-/// vertex of a point, and one for a text. "Polyline": a PolyLine of one part for a line or polyline; a closed chain
-/// ends on its first vertex. Anything else is skipped.
+/// vertex of a point, and one for a text. "Polyline": a PolyLine for a line or polyline; a closed chain
+/// ends on its first vertex. Polygons are made of areas and closed chains, a MultiPoint of a point or text with all of
+/// its vertices. Anything else is skipped.
 class ESRIOutFilt final : public OutputFilter {
  public:
   explicit ESRIOutFilt(const FilterContext& context);
@@ -45,6 +44,12 @@ class ESRIOutFilt final : public OutputFilter {
 
   void SourceOpened(InputFilter& source) override;
   std::vector<std::string> Outputs() const override { return created_; }
+  Holding Holds() const override {
+    return {.parts = writing_.everyType,
+            .areas = writing_.everyType,
+            .measures = writing_.everyType,
+            .nulls = writing_.everyType};
+  }
   Carrying CarriesSource() const override { return writing_.carriesSource ? Carrying::Yes : Carrying::InStandard; }
 
   /// Completes the headers of .shp and .shx by what was written. Throws Error when no file is open.
@@ -59,10 +64,13 @@ class ESRIOutFilt final : public OutputFilter {
 
   void CarryProjection(const std::string& path);
   void DeclareFields();
+  ShapeKind LikelyKind(const tEntity& entity) const;
   void ChooseKind(ShapeKind likely);
   void ChooseKindOfNothing();
   WriteResult WritePoints(const tEntity& entity);
   WriteResult WriteChain(const tEntity& entity);
+  bool FindParts(const tEntity& entity);
+  void OrientRings(const tEntity& entity);
   void AddRow(const tEntity& entity);
   void AddOwnValues(const tEntity& entity);
   std::string_view Real(double value, std::span<char> buffer) const;
@@ -81,7 +89,9 @@ class ESRIOutFilt final : public OutputFilter {
   int sources_ = 0;
   std::string projection_;          // what the .prj files of all sources say
   std::string projectionConflict_;  // the first input whose .prj says something else
+  ElementForm form_;                // of the first source
   std::optional<ShapeKind> kind_;
+  std::vector<ShapePart> parts_;
   std::vector<std::string_view> values_;
   std::array<char, 400> angle_, height_;
   std::array<char, kNumberTextSize> number_;

@@ -21,7 +21,8 @@ struct ShapeType {
   std::int32_t code;  ///< in the file
   const char* name;
   ShapeLayout layout;
-  bool isClosed;   ///< its parts are rings or outlines
+  bool isArea;     ///< its parts are the rings of one
+  bool isClosed;   ///< they are rings or outlines
   bool hasZ;       ///< behind x and y
   bool mayHaveM;   ///< behind these
   bool isClassic;  ///< of those that the system's own convention reads

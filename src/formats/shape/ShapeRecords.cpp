@@ -16,22 +16,22 @@ namespace {
 // Bytes of a record up to the end of the counts of its parts and points, the record header included.
 constexpr std::size_t kHeadSize = 52;
 
-// Code, name, layout; isClosed, hasZ, mayHaveM, isClassic.
+// Code, name, layout; isArea, isClosed, hasZ, mayHaveM, isClassic.
 constexpr ShapeType kTypes[] = {
-    {0, "Null", ShapeLayout::None, false, false, false, true},
-    {1, "Point", ShapeLayout::Point, false, false, false, true},
-    {3, "PolyLine", ShapeLayout::Parts, false, false, false, true},
-    {5, "Polygon", ShapeLayout::Parts, true, false, false, true},
-    {8, "MultiPoint", ShapeLayout::MultiPoint, false, false, false, true},
-    {11, "PointZ", ShapeLayout::Point, false, true, true, false},
-    {13, "PolyLineZ", ShapeLayout::Parts, false, true, true, true},
-    {15, "PolygonZ", ShapeLayout::Parts, true, true, true, true},
-    {18, "MultiPointZ", ShapeLayout::MultiPoint, false, true, true, false},
-    {21, "PointM", ShapeLayout::Point, false, false, true, false},
-    {23, "PolylineM", ShapeLayout::Parts, false, false, true, false},
-    {25, "PolygonM", ShapeLayout::Parts, true, false, true, false},
-    {28, "MultiPointM", ShapeLayout::MultiPoint, false, false, true, false},
-    {31, "MultiPatch", ShapeLayout::Patches, true, true, true, false},
+    {0, "Null", ShapeLayout::None, false, false, false, false, true},
+    {1, "Point", ShapeLayout::Point, false, false, false, false, true},
+    {3, "PolyLine", ShapeLayout::Parts, false, false, false, false, true},
+    {5, "Polygon", ShapeLayout::Parts, true, true, false, false, true},
+    {8, "MultiPoint", ShapeLayout::MultiPoint, false, false, false, false, true},
+    {11, "PointZ", ShapeLayout::Point, false, false, true, true, false},
+    {13, "PolyLineZ", ShapeLayout::Parts, false, false, true, true, true},
+    {15, "PolygonZ", ShapeLayout::Parts, true, true, true, true, true},
+    {18, "MultiPointZ", ShapeLayout::MultiPoint, false, false, true, true, false},
+    {21, "PointM", ShapeLayout::Point, false, false, false, true, false},
+    {23, "PolylineM", ShapeLayout::Parts, false, false, false, true, false},
+    {25, "PolygonM", ShapeLayout::Parts, true, true, false, true, false},
+    {28, "MultiPointM", ShapeLayout::MultiPoint, false, false, false, true, false},
+    {31, "MultiPatch", ShapeLayout::Patches, false, true, true, true, false},
 };
 
 // What a part of a MultiPatch is; any other is a ring.
@@ -72,6 +72,7 @@ void ShapeRecords::Open(const std::string& path) {
     throw Error(path + ": is not a shapefile; it begins with the number " + std::to_string(BigEndian32(header.data())) +
                 " where shapefiles have 9994");
   }
+  fileType_ = LittleEndian<std::int32_t>(&header[32]);
 }
 
 void ShapeRecords::OpenIndex(const std::string& path) {
@@ -177,6 +178,7 @@ bool ShapeRecords::Load() {
   if (type == nullptr || !Reads(*type)) return false;
   switch (type->layout) {
     case ShapeLayout::None:
+      current_.isEmpty = true;
       return false;
     case ShapeLayout::Point:
       return LoadPoint(*type, available);
@@ -207,7 +209,7 @@ bool ShapeRecords::LoadPoint(const ShapeType& type, std::int64_t available) {
     }
     end += 8;
   }
-  if (type.mayHaveM && end + 8 <= available) NoteMeasures(at + end, 1);
+  if (type.mayHaveM && end + 8 <= available) FindMeasures(type, at + end, 1);
   return true;
 }
 
@@ -235,6 +237,7 @@ bool ShapeRecords::LoadParts(const ShapeType& type, std::span<const std::byte> h
   FindZAndM(type, at, needed, available);
   if (parts == 0 && points > 0)
     Warn(WarningKind::PointsWithoutPart, Counted(points, "point") + " left out: in no part");
+  current_.isEmpty = parts == 0 || points == 0;
   return parts > 0;
 }
 
@@ -249,6 +252,7 @@ bool ShapeRecords::LoadMultiPoint(const ShapeType& type, std::span<const std::by
   current_.pointsAt += 48;
   current_.parts = points > 0 ? 1 : 0;
   current_.points = points;
+  current_.isEmpty = points == 0;
   FindZAndM(type, at, needed, available);
   return points > 0;
 }
@@ -266,22 +270,27 @@ void ShapeRecords::FindZAndM(const ShapeType& type, std::int64_t at, std::int64_
     }
     end += size;
   }
-  if (type.mayHaveM && end + size <= available) NoteMeasures(at + end + 16, current_.points);
+  if (type.mayHaveM && end + size <= available) FindMeasures(type, at + end + 16, current_.points);
 }
 
 void ShapeRecords::WarnOfNoZ() { Warn(WarningKind::NoZValues, "has no room for the z values of its type; z is 0"); }
 
-// Counts the record where one of its m values says something. The system's own convention knows no m.
-void ShapeRecords::NoteMeasures(std::int64_t at, std::int32_t count) {
+// The system's own convention knows no m. A MultiPatch, whose vertices may come in another order, gives its up: it is
+// counted where one of them says something.
+void ShapeRecords::FindMeasures(const ShapeType& type, std::int64_t at, std::int32_t count) {
   constexpr std::int32_t kAtOnce = 4096;
   if (!everyType_) return;
+  if (type.layout != ShapeLayout::Patches) {
+    current_.mAt = at;
+    return;
+  }
   for (std::int32_t begin = 0; begin < count; begin += kAtOnce) {
     const std::int32_t end = std::min(begin + kAtOnce, count);
     const auto values = Piece(values_, at + std::int64_t{begin} * 8, static_cast<std::size_t>(end - begin) * 8);
     for (std::size_t i = 0; i < values.size(); i += 8) {
       const auto m = LittleEndian<double>(&values[i]);
       if (!(m > kNoMeasure) || m == 0) continue;
-      Warn(WarningKind::Measures, "its m values are left out; no element has a place for them");
+      Warn(WarningKind::Measures, "its m values are left out, as those of every MultiPatch");
       return;
     }
   }
@@ -331,6 +340,57 @@ bool ShapeRecords::ReadPart(tEntity& entity) {
   return true;
 }
 
+// Where each part but the first begins. False where a part is empty, or does not follow on the one before it.
+bool ShapeRecords::FollowOn(std::vector<tEntity::Index>& starts) {
+  constexpr std::int32_t kAtOnce = 8192;
+  std::int32_t before = -1;
+  for (std::int32_t begin = 0; current_.partsAt != 0 && begin < current_.parts; begin += kAtOnce) {
+    const std::int32_t end = std::min(begin + kAtOnce, current_.parts);
+    const auto bytes =
+        Piece(partStarts_, current_.partsAt + std::int64_t{begin} * 4, static_cast<std::size_t>(end - begin) * 4);
+    for (std::int32_t part = begin; part < end; ++part) {
+      const auto start = LittleEndian<std::int32_t>(&bytes[static_cast<std::size_t>(part - begin) * 4]);
+      if (start <= before || start >= current_.points || (part == 0 && start != 0)) return false;
+      if (part > 0) starts.push_back(start);
+      before = start;
+    }
+  }
+  return true;
+}
+
+// What is whole is stored at once; the rest part by part, so that each finds out what is wrong with it.
+bool ShapeRecords::ReadShape(tEntity& entity) {
+  const Range all{0, current_.points};
+  if (current_.partTypesAt == 0 && FollowOn(entity.Parts) && StoreXY(entity, all)) {
+    StoreZ(entity, all);
+    StoreMeasures(entity, all);
+  } else {
+    ReadPiecewise(entity);
+  }
+  Leave();
+  const auto isNone = [](double m) { return std::isnan(m); };
+  if (std::all_of(entity.Measures.begin(), entity.Measures.end(), isNone)) entity.Measures.clear();
+  return !entity.IsNull();
+}
+
+void ShapeRecords::ReadPiecewise(tEntity& entity) {
+  entity.ClearVertices();
+  tEntity::Index count = 0;
+  while (PartsLeft()) {
+    piece_.ClearVertices();
+    if (!ReadPart(piece_)) continue;
+    if (count > 0) entity.Parts.push_back(count);
+    const auto size = std::ssize(piece_.AllX());
+    for (tEntity::Index i = 0; i < size; ++i) {
+      entity.x(count + i, piece_.x(i));
+      entity.Y(count + i, piece_.Y(i));
+      if (current_.zAt != 0) entity.Height(count + i, piece_.Height(i));
+    }
+    entity.Measures.insert(entity.Measures.end(), piece_.Measures.begin(), piece_.Measures.end());
+    count += size;
+  }
+}
+
 // A ring is its own outline, and a fan is one but for the edges inside it. A strip runs from side to side: down one
 // side and back up the other is its outline.
 void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
@@ -356,8 +416,16 @@ void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
   for (tEntity::Index i = last % 2 == 0 ? last - 1 : last; i > 0; i -= 2) put(i);
 }
 
-// Stores from the highest index down, so that each array grows once. False when no vertex is left.
+// False when no vertex is left.
 bool ShapeRecords::StoreVertices(tEntity& entity, Range range) {
+  const bool finite = StoreXY(entity, range);
+  StoreZ(entity, range);
+  StoreMeasures(entity, range);
+  return finite || DropWildVertices(entity);
+}
+
+// Stores from the highest index down, so that each array grows once. False when not all is finite.
+bool ShapeRecords::StoreXY(tEntity& entity, Range range) {
   constexpr std::int32_t kAtOnce = 2048;
   bool finite = true;
   for (std::int32_t end = range.count; end > 0;) {
@@ -373,12 +441,12 @@ bool ShapeRecords::StoreVertices(tEntity& entity, Range range) {
     }
     end = begin;
   }
-  if (current_.zAt != 0) StoreZ(entity, range);
-  return finite || DropWildVertices(entity);
+  return finite;
 }
 
 void ShapeRecords::StoreZ(tEntity& entity, Range range) {
   constexpr std::int32_t kAtOnce = 4096;
+  if (current_.zAt == 0) return;
   bool wild = false;
   for (std::int32_t end = range.count; end > 0;) {
     const std::int32_t begin = std::max(end - kAtOnce, 0);
@@ -395,6 +463,21 @@ void ShapeRecords::StoreZ(tEntity& entity, Range range) {
   if (wild) Warn(WarningKind::WildZ, "holds z values that are no number or too large; they were read as 0");
 }
 
+void ShapeRecords::StoreMeasures(tEntity& entity, Range range) {
+  constexpr std::int32_t kAtOnce = 4096;
+  if (current_.mAt == 0) return;
+  entity.Measures.clear();
+  for (std::int32_t begin = 0; begin < range.count; begin += kAtOnce) {
+    const std::int32_t end = std::min(begin + kAtOnce, range.count);
+    const auto values =
+        Piece(values_, current_.mAt + std::int64_t{range.first + begin} * 8, static_cast<std::size_t>(end - begin) * 8);
+    for (std::size_t i = 0; i < values.size(); i += 8) {
+      const auto m = LittleEndian<double>(&values[i]);
+      entity.Measures.push_back(std::isfinite(m) && m >= kNoMeasure ? m : std::numeric_limits<double>::quiet_NaN());
+    }
+  }
+}
+
 bool ShapeRecords::DropWildVertices(tEntity& entity) {
   const tEntity::Index count = entity.XCount() + 1;
   tEntity::Index kept = 0;
@@ -403,6 +486,8 @@ bool ShapeRecords::DropWildVertices(tEntity& entity) {
     entity.x(kept, entity.x(i));
     entity.Y(kept, entity.Y(i));
     if (current_.zAt != 0) entity.Height(kept, entity.Height(i));
+    if (current_.mAt != 0)
+      entity.Measures[static_cast<std::size_t>(kept)] = entity.Measures[static_cast<std::size_t>(i)];
     ++kept;
   }
   Warn(WarningKind::NotFinite, "vertices without a finite x and y were left out: " + std::to_string(count - kept));
@@ -411,6 +496,7 @@ bool ShapeRecords::DropWildVertices(tEntity& entity) {
     return false;
   }
   for (tEntity::Index i = kept; i < count; ++i) entity.RemoveLastVertex();
+  if (current_.mAt != 0) entity.Measures.resize(static_cast<std::size_t>(kept));
   return true;
 }
 

@@ -17,11 +17,10 @@ class Report;
 enum class WarningKind;
 
 /// Finds each record and reads its parts as vertices of an element. Points and vertices are streamed, so memory follows
-/// the largest part, not the file. A record that cannot be read is a warning, and holds nothing; m values are counted
-/// by record and left where they are.
+/// the largest element, not the file. A record that cannot be read is a warning, and holds nothing.
 class ShapeRecords {
  public:
-  /// `everyType`: types outside of the system's own convention are read too.
+  /// `everyType`: types outside of the system's own convention are read too, and m values.
   ShapeRecords(Report& report, bool everyType) : report_(report), everyType_(everyType) {}
 
   /// Opens the main file, closing the one before; nothing is listed until its index is open too. Throws Error for a
@@ -38,6 +37,8 @@ class ShapeRecords {
   /// The end of the current record in the main file.
   std::int64_t Position() const { return position_; }
   bool AtEnd() const { return number_ >= count_; }
+  /// The type that the file's header gives for all records; nullptr where it gives none.
+  const ShapeType* FileType() const { return ShapeTypeOf(fileType_); }
   /// File and record, as in "wells.shp, record 7".
   std::string Where() const { return shp_.Path() + ", record " + std::to_string(number_); }
 
@@ -50,6 +51,8 @@ class ShapeRecords {
   /// The type of that code; nullptr where the code stands for none.
   const ShapeType* Type() const { return ShapeTypeOf(current_.code); }
   bool Reads(const ShapeType& type) const { return everyType_ || type.isClassic; }
+  /// Whether the current record was read and has no vertices.
+  bool IsEmpty() const { return current_.isEmpty; }
 
   /// Leaves the current record as if it held nothing more.
   void Leave() { part_ = current_.parts; }
@@ -57,7 +60,9 @@ class ShapeRecords {
   /// Puts the vertices of the next part into a cleared element. False when the part holds none. A triangle strip comes
   /// as its outline.
   bool ReadPart(tEntity& entity);
-  /// The same for all points of the record.
+  /// The same for all parts of the record, where they begin and their m values included. False when they hold none.
+  bool ReadShape(tEntity& entity);
+  /// The same for all points of the record, as a single part.
   bool ReadPoints(tEntity& entity) { return StoreVertices(entity, {0, current_.points}); }
 
   /// Warns of what the index does not list, once all has been read.
@@ -74,6 +79,8 @@ class ShapeRecords {
     std::int64_t partTypesAt = 0;  // of a MultiPatch alone
     std::int64_t pointsAt = 0;
     std::int64_t zAt = 0;  // 0: no Z values
+    std::int64_t mAt = 0;  // 0: no m values
+    bool isEmpty = false;
   };
   struct Range {
     std::int32_t first = 0, count = 0;
@@ -88,11 +95,15 @@ class ShapeRecords {
   bool LoadParts(const ShapeType& type, std::span<const std::byte> head, std::int64_t available);
   void FindZAndM(const ShapeType& type, std::int64_t at, std::int64_t behindPoints, std::int64_t available);
   void WarnOfNoZ();
-  void NoteMeasures(std::int64_t at, std::int32_t count);
+  void FindMeasures(const ShapeType& type, std::int64_t at, std::int32_t count);
   std::span<const std::byte> Piece(ReadWindow& window, std::int64_t offset, std::size_t count);
   bool NextRange(Range& range);
+  bool FollowOn(std::vector<tEntity::Index>& starts);
+  void ReadPiecewise(tEntity& entity);
   bool StoreVertices(tEntity& entity, Range range);
+  bool StoreXY(tEntity& entity, Range range);
   void StoreZ(tEntity& entity, Range range);
+  void StoreMeasures(tEntity& entity, Range range);
   bool DropWildVertices(tEntity& entity);
   void OutlineOfPatch(tEntity& entity, std::int32_t part);
   void Warn(WarningKind kind, const std::string& what);
@@ -104,6 +115,7 @@ class ShapeRecords {
   ReadWindow index_{shx_}, recordBytes_{shp_}, partStarts_{shp_}, vertices_{shp_}, values_{shp_};
   std::span<const std::byte> whole_;
   std::int64_t wholeAt_ = 0;
+  std::int32_t fileType_ = 0;
   std::int64_t count_ = 0;
   std::int64_t number_ = 0;
   std::int64_t position_ = 0;
@@ -114,6 +126,7 @@ class ShapeRecords {
   std::int32_t part_ = 0;       // the next part of the current record
   std::int32_t nextPoint_ = 0;  // no part may begin before it
   VertexChain strip_;
+  tEntity piece_;
 };
 
 }  // namespace tesselink

@@ -26,7 +26,7 @@ from collections import Counter, defaultdict
 try:
     import ezdxf
     import shapefile
-    import drawings
+    import generated_drawings
     import matrix_readers as read
     import matrix_rules as rules
 except ImportError as error:
@@ -35,6 +35,20 @@ except ImportError as error:
 from matrix_readers import CHAIN, CIRCLE, POINT, TEXT, Deviation, check, normal, partner, tesselink
 
 INPUTS = ("shp", "dxf", "asc", "cdf", "mol")
+# Of what is lost, what a run says; any of them.
+TOLD = {
+    "areas": ["areas that became"], "attributes": ["its attributes"], "baselines": ["whose baseline"],
+    "blank texts": ["nothing but blanks"], "closed marks": ["without a mark"], "colours": ["whose colour"],
+    "curves": ["whose curves"], "decimals of sizes": ["size was rounded"], "entity codes": ["whose entity code"],
+    "groups of points": ["of several points"], "justification": ["whose justification"], "layers": ["whose layer"],
+    "letters": ["letters"], "line breaks": ["control characters"], "line types": ["whose line type"],
+    "long numbers": ["digits", "became others"], "long texts": ["cut"], "measures": ["m values", "not written"],
+    "numbers of colours": ["is no colour"], "other shapes": ["not written"], "parts": ["elements of several parts"],
+    "patches": ["MultiPatch"], "points": ["not written", "point file"], "signs in names": ["has another name"],
+    "single vertices": [""],  # counted as written as another kind
+    "symbols": ["whose symbol"], "texts": ["not written"], "true colours": ["not quite"], "unmatched layers": ["no entity type"],
+    "z": ["no z"],
+}
 OUTPUTS = ("shp", "shp points", "shp polylines", "dxf", "asc", "cdf", "grd")
 FORMATS = ("shp", "dxf", "asc", "cdf", "grd")
 SLOW, MANY = 20_000_000, 100  # bytes; drawings, from which on every loss must be found
@@ -275,6 +289,16 @@ def steps(source, output):
     return rules.single_bytes(codec or "cp1252") + rules.STANDARD[output]
 
 
+def is_nothing(word, output, elements):
+    """Whether nobody misses what is lost: layer 0, blanks around a text, points that are in a file of their own."""
+    if word in ("layers", "unmatched layers"):
+        skipped = {"grd": (POINT, TEXT), "asc": (POINT,)}.get(output, ())
+        return all(e.layer in ("", "0") or e.kind in skipped for e in elements)
+    if word == "long texts":
+        return output == "cdf" and all(len(read.raw(e.text.strip())) <= 34 for e in elements)
+    return word == "points" and output == "cdf"
+
+
 def convert(source, output, result):
     job = Job(source, output)
     for file in source.folder.glob("out.*"):
@@ -286,6 +310,8 @@ def convert(source, output, result):
     expected, lost = rules.apply(steps(source, output), truth)
     if job.format == "grd" and len(source.names) > 3:
         lost.append("attributes")
+    silent = [word for word in lost if not any(told in errors for told in TOLD[word]) and not is_nothing(word, output, truth)]
+    check(not silent, f"lost, but not told: {', '.join(silent)}; told was {errors.strip()}")
     result.lost[source.format, job.format] |= set(lost)
     result.count["conversions"] += 1
     for name, program in PROGRAMS[job.format].items():
@@ -353,7 +379,7 @@ def cells(lines):
 
 def inputs(options, folder):
     paths = [p for p in options.examples.iterdir() if p.suffix[1:] in INPUTS]
-    for maker in (drawings.add_polylines, drawings.add_texts):
+    for maker in (generated_drawings.add_polylines, generated_drawings.add_texts):
         drawing = ezdxf.new("R2018")
         maker(drawing.modelspace(), random.Random(11))
         for text in ("Größe ½ €", "Жук 100%% ^J", "\U0001F600", "\\U+0041", "50%%%d", "a|b, 'c' \"d\""):

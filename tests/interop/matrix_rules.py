@@ -126,7 +126,8 @@ def fitted(value, width):
         yield "0" if value == 0 else f"{value:.15G}"
         yield from (f"{value:.{n}f}" for n in range(width, -1, -1))
         yield from (f"{value:.{n}G}" for n in range(width, 0, -1))
-    return leading_number(next(text for text in shorter() if len(text) <= width))
+    found = leading_number(next(text for text in shorter() if len(text) <= width))
+    return value if math.isclose(found, value, rel_tol=1e-14) else found
 
 
 def in_columns(width, *kinds):

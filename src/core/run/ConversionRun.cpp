@@ -73,6 +73,7 @@ struct ConversionRun::State {
   std::unique_ptr<InputFilter> reader;
   std::unique_ptr<OutputFilter> writer;
   std::optional<Reduction> reduction;  // to what the writer holds
+  std::optional<TraitLosses> traits;
   Pump pump;
   FilesRead filesRead;
   std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
@@ -167,6 +168,8 @@ void ConversionRun::CreateFilters(State& state) {
   state.reader = state.inFormat->create(context);
   state.writer = outFormat.create(context);
   state.reduction.emplace(state.writer->Holds(), state.writer->losses(), context.options.Curves());
+  state.traits.emplace(state.writer->Holds().lacks, state.writer->losses());
+  state.writer->losses().Locate([&state] { return state.reader->Where(); });
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
   std::string path = state.request.OutFile;
@@ -263,7 +266,8 @@ void ConversionRun::ConvertElement(State& state) {
   tEntity& entity = state.pump.Element();
   const std::int16_t kind = entity.bType;
   summary.read.Add(kind);
-  if (fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty()) {
+  const bool isFilled = fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty();
+  if (isFilled) {
     fillLayer_(entity, ContextOf(state), state.reader->Encoding());
   }
   const bool isNull = entity.IsNull();
@@ -273,6 +277,8 @@ void ConversionRun::ConvertElement(State& state) {
     return;
   }
   state.layerNotes.Note(entity.Layer);
+  TraitSet lost = state.traits->Of(entity);  // before the writer changes it
+  if (isFilled) lost &= ~TraitSet{kHasUnmatchedLayer};  // its layer is but the name of its code
   state.writing = true;
   WriteResult result = WriteResult::Converted;
   if (state.reduction->Fits(entity)) {
@@ -285,6 +291,7 @@ void ConversionRun::ConvertElement(State& state) {
     });
   }
   state.writing = false;
+  if (result != WriteResult::Skipped) state.traits->Count(lost);
   (result == WriteResult::Written     ? summary.written
    : result == WriteResult::Converted ? summary.converted
                                       : summary.skipped)
@@ -307,6 +314,7 @@ void ConversionRun::Finish(State& state) {
   RunSummary& summary = state.summary;
   if (summary.outcome == RunOutcome::Cancelled && state.reader) interaction_.HoldRunProgress();
   if (!state.writer) return;
+  state.writer->losses().Locate(nullptr);
   const bool failed = summary.outcome == RunOutcome::Failed;
   const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
   const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;

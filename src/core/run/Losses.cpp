@@ -12,7 +12,11 @@ void Losses::Tell(Report& report, const std::string& output) const {
     const Description& own = found == described_.end() ? Description{} : found->second;
     std::string text = own.file.empty() ? output : own.file;
     text.append(": ").append(own.words.empty() ? std::string(entry.lost) : own.words);
-    report.Warn(entry.kind, text.append(": ").append(std::to_string(count)));
+    text.append(": ").append(std::to_string(count));
+    if (const auto place = places_.find(entry.kind); place != places_.end()) {
+      text.append(count == 1 ? ", at " : ", the first at ").append(place->second);
+    }
+    report.Warn(entry.kind, text);
   }
 }
 

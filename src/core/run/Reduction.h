@@ -6,6 +6,7 @@
 
 #include "core/element/VertexChains.h"
 #include "core/element/tEntity.h"
+#include "core/run/Traits.h"
 #include "core/run/Warnings.h"
 
 namespace tesselink {
@@ -18,6 +19,7 @@ struct Holding {
   bool areas = false;     ///< rings that bound an area
   bool bulges = false;    ///< segments of level chains that are arcs
   bool measures = false;  ///< m values
+  TraitSet lacks = 0;     ///< what else elements have that they lose
   bool curves = false;    ///< circles and arcs as such
   bool nulls = false;     ///< elements that stand for records without vertices
 };

@@ -32,7 +32,9 @@ class CDFOutFilter final : public OutputFilter {
   std::vector<std::string> Outputs() const override;
   std::int64_t Size() const override { return drawing_.file.Size() + points_.file.Size(); }
   /// Circles and arcs, whose chains it rounds to its columns itself; nobody is told of digits that it cuts off there.
-  Holding Holds() const override { return {.curves = true}; }
+  Holding Holds() const override {
+    return {.lacks = kHasLineType | kHasBaseline | kHasUnmatchedLayer | kHasSeveralPoints, .curves = true};
+  }
 
  private:
   // All that the dialects decide differently.

@@ -145,12 +145,13 @@ bool DXFOutFilter::IsDegenerate(const tEntity& entity, tEntity::Index last) cons
 // A colour that the element's number does not have gets the number that comes nearest.
 void DXFOutFilter::NumberColour(tEntity& entity) {
   const bool isNumbered = entity.Colour > 0 && entity.Colour <= kGreatestColour;
-  if (conventions_.coloursAsGiven || (entity.RGB == 0 && !entity.IsBlack) || (entity.Colour != 0 && !isNumbered))
-    return;
+  if ((entity.RGB == 0 && !entity.IsBlack) || (entity.Colour != 0 && !isNumbered)) return;
   try {
-    if (!isNumbered || !colours_.IsColourOf(entity.Colour, entity.RGB)) entity.Colour = colours_.Nearest(entity.RGB);
+    if (isNumbered && colours_.IsColourOf(entity.Colour, entity.RGB)) return;
+    if (!conventions_.coloursAsGiven) entity.Colour = colours_.Nearest(entity.RGB);
+    if (colours_.Colour(entity.Colour) != entity.RGB) Lost(WarningKind::TrueColours);
   } catch (const Error& error) {
-    report().Warn(WarningKind::ColourTable, error.what());
+    if (!conventions_.coloursAsGiven) report().Warn(WarningKind::ColourTable, error.what());
   }
 }
 

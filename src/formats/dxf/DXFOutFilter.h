@@ -30,7 +30,9 @@ class DXFOutFilter final : public OutputFilter {
   /// Builds the output from the bytes of the header file and of the entity file, and appends the closing lines.
   void Merge(const std::string& headerPath, const std::string& entityPath);
   std::int64_t Size() const override { return header_.Size() + entities_.Size(); }
-  Holding Holds() const override { return {.bulges = conventions_.bulges, .curves = true}; }
+  Holding Holds() const override {
+    return {.bulges = conventions_.bulges, .lacks = kHasSymbol | kHasEntityCode | kHasSeveralPoints, .curves = true};
+  }
 
  private:
   // All that the dialects decide differently.

@@ -109,6 +109,7 @@ void StoreAttributes(EntityContext& context, tEntity& element) {
   element.RGB = groups.TrueColour() ? RedLow(*groups.TrueColour())
                 : byLayer           ? RgbOf(context, layer)
                                     : context.colours.Of(element.Colour);
+  element.IsBlack = element.RGB == 0 && (groups.TrueColour() || (byLayer && layer.trueColour));
   if (!context.source.byLayer || groups.TrueColour()) return;
   element.ColourFrom = byLayer ? StyleSource::Layer : number == 0 ? StyleSource::Block : StyleSource::Own;
 }

@@ -25,6 +25,9 @@ class TRDigOut final : public OutputFilter {
 
   void SourceOpened(InputFilter& source) override;
   std::vector<std::string> Outputs() const override;
+  Holding Holds() const override {
+    return {.lacks = kHasLayer | kHasLineType | kHasColour | kHasEntityCode | kHasClosedMark};
+  }
   std::string_view TakesFromAttributes() const override { return "township, range and section"; }
   std::int64_t Size() const override { return file_.Size(); }
 

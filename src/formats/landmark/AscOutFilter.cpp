@@ -128,7 +128,9 @@ void AscOutFilter::WriteText(const tEntity& entity) {
       .Write(",")
       .Number(entity.Y(0))
       .Write(",");
-  file_.Number(RoundHalfEven(entity.TextSize)).Write(",,").Number(entity.TextAng).Write(",");
+  const double size = RoundHalfEven(entity.TextSize);
+  if (size != entity.TextSize) Lost(WarningKind::Sizes);
+  file_.Number(size).Write(",,").Number(entity.TextAng).Write(",");
   file_.Write(Justification(entity.TextJust)).Write(",,").Line(ColourName(entity.RGB));
 }
 

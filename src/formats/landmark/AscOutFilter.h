@@ -22,7 +22,11 @@ class AscOutFilter final : public OutputFilter {
 
   void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }
   std::int64_t Size() const override { return file_.Size(); }
-  Holding Holds() const override { return {.curves = conventions_.ownCurves}; }
+  Holding Holds() const override {
+    TraitSet lacks = kHasLayerBesideColour | kHasLineType | kHasUnnamedColour | kHasEntityCode | kHasBaseline;
+    if (conventions_.closedAsLine) lacks |= kHasClosedMark;
+    return {.lacks = lacks, .curves = conventions_.ownCurves};
+  }
 
  private:
   // All that the dialects decide differently.

@@ -265,6 +265,9 @@ bool ESRIInFilt::DeliverShape(tEntity& entity) {
   if (reading_.wholeShapes) {
     if (records_.PartsLeft()) records_.ReadShape(entity);
     entity.IsArea = type.isArea && !entity.IsNull();
+    if (type.layout == ShapeLayout::Patches) {
+      report().Warn(WarningKind::Patches, Where() + ": a MultiPatch came as closed chains, without its faces");
+    }
   } else if (!records_.ReadPart(entity)) {
     return false;
   }

@@ -213,7 +213,7 @@ WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
     AddRow(entity);
     return WriteResult::Written;
   }
-  if (writing_.everyType && last > 0) Lost(WarningKind::PartsSplit);
+  if (last > 0) Lost(WarningKind::PointGroups);
   for (tEntity::Index i = 0; i <= last; ++i) {
     files_.AddPoint(entity, i);
     AddRow(entity);
@@ -224,7 +224,9 @@ WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
   if (!FindParts(entity)) return WriteResult::Skipped;
   if (*kind_ == ShapeKind::Polygon) OrientRings(entity);
-  if (*kind_ == ShapeKind::Polyline && entity.IsArea) Lost(WarningKind::Areas);
+  if (*kind_ == ShapeKind::Polyline && (entity.IsArea || entity.Closed)) {
+    Lost(entity.IsArea ? WarningKind::Areas : WarningKind::ClosedMarks);
+  }
   files_.AddShape(entity, parts_);
   AddRow(entity);
   return WriteResult::Written;

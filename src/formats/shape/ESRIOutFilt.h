@@ -48,6 +48,7 @@ class ESRIOutFilt final : public OutputFilter {
     return {.parts = writing_.everyType,
             .areas = writing_.everyType,
             .measures = writing_.everyType,
+            .lacks = kHasLineType | kHasUnnamedColour | kHasJustification,
             .nulls = writing_.everyType};
   }
   Carrying CarriesSource() const override { return writing_.carriesSource ? Carrying::Yes : Carrying::InStandard; }

@@ -1,0 +1,71 @@
+#include "core/run/Traits.h"
+
+#include "core/element/ColourNames.h"
+#include "core/element/Justification.h"
+#include "core/io/Text.h"
+#include "core/run/LayerCodes.h"
+
+namespace tesselink {
+namespace {
+
+struct Row {
+  TraitSet trait;
+  WarningKind kind;
+};
+constexpr std::array kRows{
+    Row{kHasLayer | kHasLayerBesideColour, WarningKind::Layers},
+    Row{kHasLineType, WarningKind::LineTypes},
+    Row{kHasColour | kHasUnnamedColour, WarningKind::Colours},
+    Row{kHasSymbol, WarningKind::Symbols},
+    Row{kHasJustification, WarningKind::Justifications},
+    Row{kHasBaseline, WarningKind::Baselines},
+    Row{kHasEntityCode, WarningKind::EntityCodes},
+    Row{kHasUnmatchedLayer, WarningKind::UnmatchedLayers},
+    Row{kHasSeveralPoints, WarningKind::PointGroups},
+    Row{kHasClosedMark, WarningKind::ClosedMarks},
+};
+
+bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && entity.Layer != "0"; }
+bool HasColour(const tEntity& entity) { return entity.RGB != 0 || entity.IsBlack; }
+bool HasCode(const tEntity& entity) { return !entity.CDFCode.empty() && entity.CDFCode != kUnassociatedCode; }
+
+}  // namespace
+
+bool TraitLosses::IsNamed(std::int32_t rgb) {
+  if (rgb != asked_) {
+    asked_ = rgb;
+    named_ = ColourOfName(ColourName(rgb)) == rgb;
+  }
+  return named_;
+}
+
+TraitSet TraitLosses::Of(const tEntity& entity) {
+  TraitSet found = 0;
+  const auto note = [&](Trait trait, auto&& has) {
+    if ((lacking_ & trait) != 0 && has()) found |= trait;
+  };
+  const bool isPoint = entity.bType == kPoint, isText = entity.bType == kText;
+  note(kHasLayer, [&] { return HasLayer(entity); });
+  note(kHasLayerBesideColour,
+       [&] { return HasLayer(entity) && !EqualsIgnoringCase(entity.Layer, ColourName(entity.RGB)); });
+  note(kHasLineType, [&] { return !entity.LineStyle.empty() && !EqualsIgnoringCase(entity.LineStyle, "CONTINUOUS"); });
+  note(kHasColour, [&] { return HasColour(entity); });
+  note(kHasUnnamedColour, [&] { return HasColour(entity) && !IsNamed(entity.RGB); });
+  note(kHasSymbol,
+       [&] { return isPoint && ((!entity.Text.empty() && entity.Text != "NOSTATUS") || entity.TextAng != 0); });
+  note(kHasJustification, [&] { return isText && entity.TextJust != 0; });
+  note(kHasBaseline, [&] { return isText && PlacementOf(entity.TextJust).up == TextPlacement::kBaseline; });
+  note(kHasEntityCode, [&] { return HasCode(entity); });
+  note(kHasUnmatchedLayer, [&] { return HasLayer(entity) && !HasCode(entity); });
+  note(kHasSeveralPoints, [&] { return isPoint && entity.PointCount() > 0; });
+  note(kHasClosedMark, [&] { return entity.Closed && IsChain(entity.bType); });
+  return found;
+}
+
+void TraitLosses::Count(TraitSet traits) {
+  for (const Row& row : kRows) {
+    if ((traits & row.trait) != 0) losses_.Add(row.kind);
+  }
+}
+
+}  // namespace tesselink

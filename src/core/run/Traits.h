@@ -1,0 +1,49 @@
+// What an element has besides its vertices, and a format may have no place for.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "core/element/tEntity.h"
+#include "core/run/Losses.h"
+
+namespace tesselink {
+
+/// Something that an element can have, as a bit of a set.
+enum Trait : std::uint32_t {
+  kHasLayer = 1,              ///< other than "0"
+  kHasLayerBesideColour = 2,  ///< other than "0" and the name of its colour
+  kHasLineType = 4,           ///< other than "CONTINUOUS"
+  kHasColour = 8,             ///< any
+  kHasUnnamedColour = 16,     ///< none of the eighteen that have a name
+  kHasSymbol = 32,            ///< a point with a name or an angle
+  kHasJustification = 64,     ///< a text that does not stand at its left on its baseline
+  kHasBaseline = 128,         ///< a text on its baseline
+  kHasEntityCode = 256,       ///< that of an entity type
+  kHasUnmatchedLayer = 512,   ///< a layer without one
+  kHasSeveralPoints = 1024,   ///< a group of points
+  kHasClosedMark = 2048,      ///< a chain that is marked as closed
+};
+using TraitSet = std::uint32_t;
+
+/// Counts what the elements of a run had of the traits that its writer lacks.
+class TraitLosses {
+ public:
+  /// The losses outlive this.
+  TraitLosses(TraitSet lacking, Losses& losses) : lacking_(lacking), losses_(losses) {}
+
+  /// Which of the lacking traits the element has.
+  TraitSet Of(const tEntity& entity);
+  /// Counts them, once it has been written.
+  void Count(TraitSet traits);
+
+ private:
+  bool IsNamed(std::int32_t rgb);
+
+  TraitSet lacking_;
+  Losses& losses_;
+  std::int32_t asked_ = 0;  // the colour asked for last, and what was answered
+  bool named_ = true;
+};
+
+}  // namespace tesselink

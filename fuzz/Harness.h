@@ -3,11 +3,14 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -65,10 +68,20 @@ inline std::string PutFile(const std::string& name, std::string_view bytes) {
   return path;
 }
 
-/// Reads a file to its end. What is delivered must be finite in number: an element may not come from nothing, so
-/// more elements than the file has bytes are a finding.
+/// Whether all that an element says of its place and size is a number.
+inline bool IsFinite(const tEntity& element) {
+  const auto finite = [](double value) { return std::isfinite(value); };
+  const auto all = [&](std::span<const double> values) { return std::all_of(values.begin(), values.end(), finite); };
+  const auto [radius, start, end] = element.Curve();
+  return all(element.AllX()) && all(element.AllY()) && all(element.AllZ()) && all(element.Bulges) && finite(radius) &&
+         finite(start) && finite(end) && finite(element.TextSize) && finite(element.TextAng);
+}
+
+/// Reads a file to its end. What is delivered must be finite, and in number too: an element may not come from nothing,
+/// so more elements than the file has bytes, or than its blocks may draw besides, are a finding.
 template <typename Reader>
-void ReadToTheEnd(const std::string& path, std::size_t bytes, const FilterOptions& options, std::size_t mostVertices) {
+void ReadToTheEnd(const std::string& path, std::size_t mostElements, const FilterOptions& options,
+                  std::size_t mostVertices) {
   SilentPerson person;
   NoSettings settings;
   Report report;
@@ -77,7 +90,8 @@ void ReadToTheEnd(const std::string& path, std::size_t bytes, const FilterOption
   try {
     reader.filename(path);
     while (!reader.Stalled() && pump.Next(reader)) {
-      if (pump.Elements() > static_cast<std::int64_t>(bytes)) std::abort();
+      if (pump.Elements() > static_cast<std::int64_t>(mostElements)) std::abort();
+      if (pump.Delivered() && !IsFinite(pump.Element())) std::abort();
       if (static_cast<std::size_t>(pump.Element().PointCount() + 1) > mostVertices) std::abort();
     }
   } catch (const Error&) {  // the right answer to most of what a fuzzer writes

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "core/element/VertexAlgebra.h"
 #include "core/element/tEntity.h"
@@ -58,7 +59,8 @@ void StoreVertices(tEntity& entity, const VertexChain& chain) {
 
 CurveTolerance CurveTolerance::Scaled(double factor) const {
   const double magnitude = std::fabs(factor);
-  return {magnitude > 0 && std::isfinite(magnitude) ? distance_ / magnitude : distance_, turn_};
+  if (IsClassic() || !(magnitude > 0) || !std::isfinite(magnitude)) return *this;
+  return {std::max(distance_ / magnitude, std::numeric_limits<double>::min()), turn_};
 }
 
 bool AppendArc(VertexChain& chain, const Vertex& centre, double radius, double start, double sweep,

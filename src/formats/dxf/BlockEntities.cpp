@@ -42,9 +42,9 @@ bool FindBlock(EntityContext& context) {
     context.source.drawing.LookForBlocks();
     number = blocks.Find(context.groups.Name());
   }
-  std::string name;
-  context.source.drawing.Text().DecodeName(context.groups.Name(), name);
   const auto left = [&](WarningKind kind, const std::string& why) {
+    std::string name;
+    context.source.drawing.Text().DecodeName(context.groups.Name(), name);
     Warn(context, kind, "block " + std::string(CutUtf8(name, kLongestShownName)) + why);
     return false;
   };
@@ -67,7 +67,7 @@ void TallyBlockNotDrawn(EntityContext& context) {
   if (number == DrawingBlocks::kNone || blocks.Block(number).drawn == 0) return;
   BlockTally& tally = context.undrawn;
   if (tally.inserts++ == 0) tally.place = context.groups.Place();
-  tally.entities += blocks.Block(number).drawn * context.insert.at.Count();
+  tally.entities = DrawingBlocks::Sum(tally.entities, blocks.DrawnBy(number, context.insert.at.Count()));
 }
 
 // What a block draws where an entity's own says that it draws it. Always false: nothing but that is delivered.

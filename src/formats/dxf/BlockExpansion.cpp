@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 #include "core/io/Errors.h"
 #include "core/io/Utf8.h"
@@ -15,6 +17,8 @@ namespace {
 constexpr std::size_t kMostParts = 512, kPieceBytes = std::size_t{512} << 10;
 // Small blocks that are held, together.
 constexpr std::size_t kMostKept = std::size_t{4} << 20;
+// Pieces of inserts that are at work, together. Where blocks nest deeper, those of the outer ones are read again.
+constexpr std::size_t kMostAtWork = std::size_t{32} << 20;
 // Entities that are looked at in one call without finding an element.
 constexpr int kLooks = 1000;
 
@@ -37,7 +41,9 @@ EntitySource SourceWithin(const EntitySource& source, GroupScanner& scanner, Rep
 // How often something is doubled until it has grown by a factor.
 int Doublings(double factor) {
   constexpr double kRounding = 1e-9;
-  return std::isfinite(factor) && factor > 0 ? static_cast<int>(std::ceil(std::log2(factor) - kRounding)) : 0;
+  if (!std::isfinite(factor) || factor <= 0) return 0;
+  return std::min(static_cast<int>(std::ceil(std::log2(factor) - kRounding)),
+                  std::numeric_limits<double>::max_exponent - 1);
 }
 
 void RoundToSingles(tEntity& element) {
@@ -70,6 +76,7 @@ void BlockExpansion::Begin(const BlockInsert& insert, const tEntity& attributes,
 bool BlockExpansion::Next(tEntity& element) {
   for (int looks = 0; looks < kLooks && depth_ > 0; ++looks) {
     Frame& frame = frames_[depth_ - 1];
+    if (!frame.piece) Load(frame);
     if (frame.part == frame.piece->parts.size()) {
       GoOn(frame);
       continue;
@@ -85,8 +92,9 @@ bool BlockExpansion::Next(tEntity& element) {
   return false;
 }
 
-void BlockExpansion::Count() {
-  if (++count_ <= most_) return;
+void BlockExpansion::Count(std::int64_t entities) {
+  count_ += entities;
+  if (count_ <= most_) return;
   while (depth_ > 0) known_[frames_[--depth_].insert.block].isOpen = false;
   throw LimitReached(source_.scanner.PlaceText(place_) + ": the blocks of the drawing draw more than the " +
                      std::to_string(most_) + " entities that this run may expand");
@@ -98,7 +106,9 @@ void BlockExpansion::Push(const BlockInsert& insert, const EntityAttributes& att
   Known& known = known_[insert.block];
   const DrawingBlock& block = source_.drawing.Blocks().Block(insert.block);
   if (known.isOpen) {
-    return Warn(WarningKind::CircularBlocks, "block " + std::string(CutUtf8(block.name, kLongestShownName)) +
+    std::string name;
+    source_.drawing.Text().DecodeName(block.name, name);
+    return Warn(WarningKind::CircularBlocks, "block " + std::string(CutUtf8(name, kLongestShownName)) +
                                                  " inserts itself; what it would draw there was left out");
   }
   if (block.drawn == 0) return;
@@ -139,17 +149,36 @@ void BlockExpansion::GoOn(Frame& frame) {
   } else if (++frame.count < frame.insert.at.Count()) {
     BeginPlace(frame);
   } else {
+    atWork_ -= frame.piece->bytes;
     frame.piece.reset();
     known_[frame.insert.block].isOpen = false;
     --depth_;
+    loaded_ = std::min(loaded_, depth_);
   }
 }
 
 void BlockExpansion::Use(Frame& frame, const GroupMark& mark) {
-  const double scale = frame.placement.GreatestScale();
-  frame.piece = PieceAt(frame.insert.block, mark, Doublings(scale));
+  if (frame.piece) atWork_ -= frame.piece->bytes;
+  frame.piece.reset();
+  frame.mark = mark;
   frame.part = 0;
+  Load(frame);
+  Count(frame.piece->passed);
   for (const auto& [type, count] : frame.piece->undelivered) source_.report.Undelivered(type, count);
+}
+
+void BlockExpansion::Load(Frame& frame) {
+  frame.piece = PieceAt(frame.insert.block, frame.mark, Doublings(frame.placement.GreatestScale()));
+  atWork_ += frame.piece->bytes;
+  loaded_ = std::min(loaded_, depth_ - 1);
+  if (atWork_ > kMostAtWork) LetGo();
+}
+
+// Lets go of the pieces of all but the innermost insert.
+void BlockExpansion::LetGo() {
+  for (; loaded_ < depth_ - 1; ++loaded_) {
+    if (const auto piece = std::move(frames_[loaded_].piece)) atWork_ -= piece->bytes;
+  }
 }
 
 std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t block, const GroupMark& mark,
@@ -176,16 +205,18 @@ std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(const GroupMark
   read_ = Report();
   reader_.Tolerance(source_.tolerance.Scaled(std::ldexp(1, scale)));
   const auto piece = std::make_shared<Piece>();
+  piece->bytes = sizeof(Piece);
   piece->scale = scale;
   scanner_.GoTo(mark);
   for (bool atEnd = false; piece->parts.size() < kMostParts && piece->bytes < kPieceBytes;) {
     const std::string_view keyword = scanner_.Keyword();
-    atEnd = atEnd || keyword == "ENDBLK" || keyword == "BLOCK" || keyword == "ENDSEC" || keyword == "EOF";
-    if (atEnd) {
+    if (atEnd || EndsBlock(keyword)) {
       piece->undelivered = read_.UndeliveredTypes();
       return piece;
     }
+    const std::size_t before = piece->parts.size();
     AddParts(*piece);
+    if (piece->parts.size() == before) ++piece->passed;
     piece->hasCurves = reader_.DependsOnTolerance();
     atEnd = reader_.AtEnd();
   }
@@ -201,7 +232,8 @@ void BlockExpansion::AddParts(Piece& piece) {
     part.element = scratch_;
     if (insert != nullptr) part.insert = *insert;
     part.isInsert = insert != nullptr;
-    piece.bytes += sizeof part + scratch_.AllX().size() * sizeof(Vertex) + scratch_.Text.size();
+    piece.bytes += sizeof part + scratch_.AllX().size() * sizeof(Vertex) + scratch_.Bulges.size() * sizeof(double) +
+                   scratch_.Text.size() + scratch_.Layer.size() + scratch_.LineStyle.size();
   };
   scratch_.Reset();
   if (reader_.Read(scratch_)) {
@@ -223,6 +255,9 @@ bool BlockExpansion::Deliver(const Frame& frame, const tEntity& part, tEntity& e
   }
   if (placing_.WasCoarse()) {
     Warn(WarningKind::CoarseCurves, "a curve of a block departs from its chain by more than the tolerance");
+  }
+  if (placing_.WasTooHigh()) {
+    Warn(WarningKind::WildZ, "z values of a block that are no number or too large where it is placed were read as 0");
   }
   Style(frame, element);
   if (!source_.byLayer) {

@@ -43,6 +43,7 @@ class BlockExpansion {
   struct Piece {
     std::vector<Part> parts;
     std::map<std::string, std::int64_t, std::less<>> undelivered;
+    std::int64_t passed = 0;  // entities that draw nothing
     bool isLast = true;
     int scale = 0;  // for which it was drawn, as a power of 2; matters only where it has curves
     bool hasCurves = false;
@@ -52,12 +53,13 @@ class BlockExpansion {
   // An insert at work.
   struct Frame {
     BlockInsert insert;
-    Placement outer;         // of the block that holds the insert
-    Placement placement;     // of the insertion at work
-    std::int64_t count = 0;  // of the insertion at work, in the array
-    std::shared_ptr<const Piece> piece;
-    std::size_t part = 0;    // the next one
-    EntityAttributes style;  // the insert's, and that of its layer
+    Placement outer;                     // of the block that holds the insert
+    Placement placement;                 // of the insertion at work
+    std::int64_t count = 0;              // of the insertion at work, in the array
+    GroupMark mark;                      // of the piece
+    std::shared_ptr<const Piece> piece;  // null when it has to be read again
+    std::size_t part = 0;                // the next one
+    EntityAttributes style;              // the insert's, and that of its layer
     std::string layerLineType;
     std::int32_t layerColour = 0, layerRGB = 0;
   };
@@ -72,7 +74,9 @@ class BlockExpansion {
   void BeginPlace(Frame& frame);
   void GoOn(Frame& frame);
   void Use(Frame& frame, const GroupMark& mark);
-  void Count();
+  void Load(Frame& frame);
+  void LetGo();
+  void Count(std::int64_t entities = 1);
   std::shared_ptr<const Piece> PieceAt(std::size_t block, const GroupMark& mark, int scale);
   std::shared_ptr<Piece> ReadPiece(const GroupMark& mark, int scale);
   void AddParts(Piece& piece);
@@ -90,6 +94,8 @@ class BlockExpansion {
   std::size_t depth_ = 0;
   std::vector<Known> known_;  // by the number of the block
   std::size_t kept_ = 0;      // bytes of small blocks that are held
+  std::size_t atWork_ = 0;    // bytes of the pieces of inserts at work
+  std::size_t loaded_ = 0;    // the outermost insert at work whose piece is held
   std::int64_t most_, count_ = 0;
   std::int64_t place_ = 0;  // of the insert in the drawing
 };

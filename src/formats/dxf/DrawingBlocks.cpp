@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "core/io/Text.h"
+#include "core/io/Utf8.h"
 
 namespace tesselink {
 namespace {
@@ -13,6 +15,8 @@ namespace {
 constexpr std::int32_t kElsewhere = 4 | 8 | 16 | 32;
 // Group 70 of an ATTDEF.
 constexpr std::int32_t kConstant = 2;
+// Of a longer name only the beginning is kept, and a number that stands for the whole.
+constexpr std::size_t kLongestName = 1024;
 // Counts go no further: nobody converts as much.
 constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max() * std::int64_t{1000};
 
@@ -53,7 +57,7 @@ void DrawingBlocks::BeginEntity(const GroupScanner& scanner) {
   if (part_ == Part::Head) EndHead(scanner);
   if (part_ == Part::Insert) EndInsert();
   part_ = Part::Other;
-  if (type == "BLOCK" || type == "ENDBLK" || type == "ENDSEC") {
+  if (EndsBlock(type)) {
     block_ = kNone;
     head_ = {};
     if (type == "BLOCK") part_ = Part::Head;
@@ -71,12 +75,12 @@ void DrawingBlocks::BeginEntity(const GroupScanner& scanner) {
 }
 
 void DrawingBlocks::EndHead(const GroupScanner& scanner) {
-  counted_ = false;
   if (head_.name.empty() || IsSpace(head_.name)) return;
   const std::size_t number = NumberOf(head_.name);
   if (blocks_[number].defined) return;
   head_.defined = true;
   head_.contents = scanner.Mark();
+  head_.name = CutUtf8(head_.name, kLongestName);
   blocks_[number] = head_;
   if (!head_.elsewhere) block_ = number;
 }
@@ -85,7 +89,7 @@ void DrawingBlocks::EndInsert() {
   if (inserted_ == kNone) return;
   const std::int64_t count = Times(columns_, rows_);
   if (!nested_.empty() && nested_.back().inner == inserted_ && nested_.back().outer == block_) {
-    nested_.back().count = std::min(nested_.back().count + count, kMost);
+    nested_.back().count = Sum(nested_.back().count, count);
   } else {
     nested_.push_back({block_, inserted_, count});
   }
@@ -96,44 +100,60 @@ const std::string& DrawingBlocks::Folded(std::string_view name) {
   for (char& c : folded_) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }
+  if (folded_.size() > kLongestName) {
+    const std::size_t whole = std::hash<std::string>()(folded_);
+    folded_.resize(kLongestName);
+    folded_.shrink_to_fit();
+    folded_ += ' ' + std::to_string(whole);
+  }
   return folded_;
 }
 
 std::size_t DrawingBlocks::NumberOf(std::string_view name) {
   const auto [known, isNew] = numbers_.try_emplace(Folded(name), blocks_.size());
-  if (isNew) blocks_.emplace_back().name = name;
+  if (isNew) blocks_.emplace_back().name = CutUtf8(name, kLongestName);
   return known->second;
 }
 
 // Each block is counted once all that it inserts is. One that inserts itself by way of others adds nothing there.
+// Blocks that were counted before stay as they are: the work is that of the inserts that are new.
 void DrawingBlocks::CountNested() {
-  counted_ = true;
   std::sort(nested_.begin(), nested_.end(), [](const Nested& a, const Nested& b) { return a.outer < b.outer; });
-  std::vector<std::size_t> next(blocks_.size() + 1);  // the next insert to be counted, by the block that holds it
-  for (const Nested& nested : nested_) ++next[nested.outer + 1];
-  for (std::size_t i = 1; i < next.size(); ++i) next[i] += next[i - 1];
-  const std::vector<std::size_t> ends(next.begin() + 1, next.end());
   enum class Step : char { Waiting, Begun, Done };
-  std::vector<Step> steps(blocks_.size());
+  struct Holder {
+    std::size_t block, next, end;  // its inserts, the next one to be counted first
+    Step step = Step::Waiting;
+  };
+  std::vector<Holder> holders;
+  for (std::size_t i = 0; i < nested_.size(); ++i) {
+    if (i == 0 || nested_[i].outer != nested_[i - 1].outer) holders.push_back({nested_[i].outer, i, i});
+    holders.back().end = i + 1;
+  }
+  const auto isWaiting = [&](std::size_t block, std::size_t& index) {
+    const auto at = std::lower_bound(holders.begin(), holders.end(), block,
+                                     [](const Holder& holder, std::size_t wanted) { return holder.block < wanted; });
+    index = static_cast<std::size_t>(at - holders.begin());
+    return at != holders.end() && at->block == block && at->step == Step::Waiting;
+  };
   std::vector<std::size_t> stack;
-  for (std::size_t root = 0; root < blocks_.size(); ++root) {
-    if (steps[root] == Step::Waiting) stack.push_back(root);
+  for (std::size_t root = 0; root < holders.size(); ++root) {
+    if (holders[root].step == Step::Waiting) stack.push_back(root);
     while (!stack.empty()) {
-      const std::size_t outer = stack.back();
-      steps[outer] = Step::Begun;
-      if (next[outer] == ends[outer]) {
-        steps[outer] = Step::Done;
+      Holder& outer = holders[stack.back()];
+      outer.step = Step::Begun;
+      if (outer.next == outer.end) {
+        outer.step = Step::Done;
         stack.pop_back();
         continue;
       }
-      const Nested& nested = nested_[next[outer]];
-      if (steps[nested.inner] == Step::Waiting) {
-        stack.push_back(nested.inner);
+      const Nested& nested = nested_[outer.next];
+      if (std::size_t inner = 0; isWaiting(nested.inner, inner)) {
+        stack.push_back(inner);
         continue;
       }
-      ++next[outer];
-      std::int64_t& drawn = blocks_[outer].drawn;
-      drawn = std::min(drawn + Times(nested.count, blocks_[nested.inner].drawn), kMost);
+      ++outer.next;
+      std::int64_t& drawn = blocks_[outer.block].drawn;
+      drawn = Sum(drawn, Times(nested.count, blocks_[nested.inner].drawn));
     }
   }
   nested_.clear();
@@ -148,8 +168,14 @@ std::size_t DrawingBlocks::Find(std::string_view name) {
 }
 
 const DrawingBlock& DrawingBlocks::Block(std::size_t number) {
-  if (!counted_) CountNested();
+  if (!nested_.empty()) CountNested();
   return blocks_[number];
 }
+
+std::int64_t DrawingBlocks::DrawnBy(std::size_t number, std::int64_t inserts) {
+  return Times(inserts, Block(number).drawn);
+}
+
+std::int64_t DrawingBlocks::Sum(std::int64_t a, std::int64_t b) { return std::min(a + b, kMost); }
 
 }  // namespace tesselink

@@ -15,13 +15,18 @@ namespace tesselink {
 
 /// A block definition: where it lies and what is said of it as a whole. What it draws stays in the file.
 struct DrawingBlock {
-  std::string name;
+  std::string name;        ///< its beginning, where it is long
   bool defined = false;    ///< else only inserted
   bool elsewhere = false;  ///< its definition lies in another file
   Vertex base;             ///< the point that comes to lie on the place of an insert
   GroupMark contents;      ///< the group with which its first entity begins, or its end
   std::int64_t drawn = 0;  ///< entities that it draws, what it inserts counted in full
 };
+
+/// Whether an entity name stands for the end of a block that was read to there; a damaged one may lack its ENDBLK.
+inline bool EndsBlock(std::string_view keyword) {
+  return keyword == "ENDBLK" || keyword == "BLOCK" || keyword == "ENDSEC" || keyword == "SECTION" || keyword == "EOF";
+}
 
 /// Takes note of the definitions of the BLOCKS section. Names match without regard to the case of ASCII letters and the
 /// blanks around them; of several blocks of one name the first holds. The spaces of the drawing stand among the blocks
@@ -38,6 +43,10 @@ class DrawingBlocks {
   /// A block by its number. An attribute definition counts as drawn only where it is constant; a block that inserts
   /// itself counts once.
   const DrawingBlock& Block(std::size_t number);
+  /// How many entities so many inserts of a block draw, as far as such counts go.
+  std::int64_t DrawnBy(std::size_t number, std::int64_t inserts);
+  /// A sum of such counts, which goes no further either.
+  static std::int64_t Sum(std::int64_t a, std::int64_t b);
 
  private:
   // Inserts of one block within another.
@@ -53,12 +62,10 @@ class DrawingBlocks {
   void EndHead(const GroupScanner& scanner);
   void EndInsert();
   void CountNested();
-  std::int64_t CountedBlock(std::size_t number);
 
   std::unordered_map<std::string, std::size_t> numbers_;  // of the blocks, by folded name
   std::vector<DrawingBlock> blocks_;
-  std::vector<Nested> nested_;
-  bool counted_ = true;
+  std::vector<Nested> nested_;  // those that have not been counted yet
   std::string folded_;
   std::string asked_;  // the name asked for last, and what was answered
   std::size_t answered_ = kNone;

@@ -17,7 +17,7 @@ namespace tesselink {
 class Report;
 enum class WarningKind;
 
-/// Where a group stands, to come back to it.
+/// Where a group of code 0 stands, to come back to it.
 struct GroupMark {
   std::int64_t position = 0, place = 0;
   int code = 0;
@@ -36,8 +36,8 @@ class GroupScanner {
   /// Goes on to the next group; false at the end of the file.
   bool Next();
   int Code() const { return code_; }
-  /// The group read last, and the way back to it. A group that holds a number in a binary drawing has no mark.
-  GroupMark Mark() const { return {Position(), Place(), code_, std::string(text_)}; }
+  /// The group of code 0 that was read last, and the way back to it.
+  GroupMark Mark() const { return {Position(), Place(), code_, std::string(Keyword().substr(0, kLongestMarked))}; }
   void GoTo(const GroupMark& mark);
   /// The value with its leading blanks, valid until Next; empty for a number of a binary drawing.
   std::string_view Text() const { return text_; }
@@ -60,6 +60,7 @@ class GroupScanner {
 
  private:
   struct Binary;
+  static constexpr std::size_t kLongestMarked = 64;  // beyond the longest keyword
 
   bool NextTextGroup();
   void PassOver(std::string_view line);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <utility>
 
@@ -11,6 +12,7 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 constexpr double kRadians = kPi / 180;
 constexpr double kRounding = 1e-12;
+constexpr double kGreatestSingle = static_cast<double>(std::numeric_limits<float>::max());
 
 double Length(const Vertex& v) { return std::hypot(v.x, v.y, v.z); }
 double Dot(const Vertex& a, const Vertex& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
@@ -58,7 +60,7 @@ Placement BlockPlace::PlacementOf(std::int64_t n, const Vertex& base) const {
 }
 
 bool Placing::Place(tEntity& element, const Placement& placement) {
-  coarse_ = false;
+  coarse_ = tooHigh_ = false;
   if (element.bType == kText) PlaceText(element, placement);
   if (!element.Bulges.empty()) PlaceBulges(element, placement);
   if (IsCurve(element.bType)) {
@@ -66,9 +68,16 @@ bool Placing::Place(tEntity& element, const Placement& placement) {
   } else {
     PlaceVertices(element, placement);
   }
+  for (tEntity::Index i = 0; i < std::ssize(element.AllZ()); ++i) {
+    if (std::fabs(element.Height(i)) <= kGreatestSingle) continue;
+    element.Height(i, 0);
+    tooHigh_ = true;
+  }
   const auto isFinite = [](double value) { return std::isfinite(value); };
+  const auto [radius, start, end] = element.Curve();
   return std::all_of(element.AllX().begin(), element.AllX().end(), isFinite) &&
-         std::all_of(element.AllY().begin(), element.AllY().end(), isFinite);
+         std::all_of(element.AllY().begin(), element.AllY().end(), isFinite) && std::fabs(radius) <= kGreatestSingle &&
+         isFinite(start) && isFinite(end) && isFinite(element.TextSize) && isFinite(element.TextAng);
 }
 
 void Placing::PlaceVertices(tEntity& element, const Placement& placement) {
@@ -131,7 +140,8 @@ void Placing::PlaceText(tEntity& element, const Placement& placement) {
   const Vertex along = DirectionOf(element.TextAng);
   const Vertex baseline = placement.Direction(along), up = placement.Direction({-along.y, along.x, 0});
   element.TextAng = AngleOf(baseline);
-  element.TextSize *= Length(Cross(baseline, up)) / Length(baseline);
+  const double stretched = Length(baseline);
+  element.TextSize *= stretched > 0 ? Length(Cross(baseline, up)) / stretched : 0;
 }
 
 }  // namespace tesselink

@@ -52,10 +52,12 @@ struct BlockPlace {
 class Placing {
  public:
   explicit Placing(const CurveTolerance& tolerance) : tolerance_(tolerance) {}
-  /// False when it lies beyond all numbers then.
+  /// False when it lies beyond all numbers then, or is as large.
   bool Place(tEntity& element, const Placement& placement);
   /// Whether a curve was drawn there with fewer vertices than the tolerance takes.
   bool WasCoarse() const { return coarse_; }
+  /// Whether z values lay beyond those of single precision there, and became 0.
+  bool WasTooHigh() const { return tooHigh_; }
 
  private:
   void PlaceVertices(tEntity& element, const Placement& placement);
@@ -66,7 +68,7 @@ class Placing {
 
   CurveTolerance tolerance_;
   VertexChain chain_;
-  bool coarse_ = false;
+  bool coarse_ = false, tooHigh_ = false;
 };
 
 }  // namespace tesselink

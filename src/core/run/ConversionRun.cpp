@@ -277,7 +277,7 @@ void ConversionRun::ConvertElement(State& state) {
     return;
   }
   state.layerNotes.Note(entity.Layer);
-  TraitSet lost = state.traits->Of(entity);  // before the writer changes it
+  TraitSet lost = state.traits->Of(entity);             // before the writer changes it
   if (isFilled) lost &= ~TraitSet{kHasUnmatchedLayer};  // its layer is but the name of its code
   state.writing = true;
   WriteResult result = WriteResult::Converted;

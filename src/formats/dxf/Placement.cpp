@@ -45,7 +45,8 @@ double Placement::GreatestScale() const { return std::max({Length(x), Length(y),
 
 Vertex BlockPlace::Location(std::int64_t n) const {
   const Vertex along = DirectionOf(rotation);
-  const double dx = static_cast<double>(n % columns) * stepX, dy = static_cast<double>(n / columns) * stepY;
+  const std::int64_t column = n % columns, row = n / columns;
+  const double dx = static_cast<double>(column) * stepX, dy = static_cast<double>(row) * stepY;
   if (n == 0) return plane.ToWorld(place);
   return plane.ToWorld({place.x + dx * along.x - dy * along.y, place.y + dx * along.y + dy * along.x, place.z});
 }

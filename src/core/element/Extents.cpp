@@ -15,8 +15,9 @@ void Extents::AddArcs(const tEntity& entity) {
       const BulgeArc arc(VertexAt(entity, i), VertexAt(entity, i + 1), entity.Bulges[static_cast<std::size_t>(i)]);
       const double begin = std::min(arc.Direction(), arc.Direction() + arc.Angle());
       const double along = kTurn / 4;
-      for (double at = std::ceil(begin / along) * along; at < begin + std::fabs(arc.Angle()); at += along) {
-        const Vertex furthest = arc.At(at - arc.Direction());
+      const double last = begin + std::fabs(arc.Angle());
+      for (int quarter = static_cast<int>(std::ceil(begin / along)); quarter * along < last; ++quarter) {
+        const Vertex furthest = arc.At(quarter * along - arc.Direction());
         Add(furthest.x, furthest.y, furthest.z);
       }
     }

@@ -19,6 +19,8 @@ constexpr std::size_t kMostParts = 512, kPieceBytes = std::size_t{512} << 10;
 constexpr std::size_t kMostKept = std::size_t{4} << 20;
 // Pieces of inserts that are at work, together. Where blocks nest deeper, those of the outer ones are read again.
 constexpr std::size_t kMostAtWork = std::size_t{32} << 20;
+// No drawing nests its blocks as deeply.
+constexpr std::size_t kDeepest = 10'000;
 // Entities that are looked at in one call without finding an element.
 constexpr int kLooks = 1000;
 
@@ -95,9 +97,12 @@ bool BlockExpansion::Next(tEntity& element) {
 void BlockExpansion::Count(std::int64_t entities) {
   count_ += entities;
   if (count_ <= most_) return;
+  Refuse("draw more than the " + std::to_string(most_) + " entities that this run may expand");
+}
+
+void BlockExpansion::Refuse(const std::string& why) {
   while (depth_ > 0) known_[frames_[--depth_].insert.block].isOpen = false;
-  throw LimitReached(source_.scanner.PlaceText(place_) + ": the blocks of the drawing draw more than the " +
-                     std::to_string(most_) + " entities that this run may expand");
+  throw LimitReached(source_.scanner.PlaceText(place_) + ": the blocks of the drawing " + why);
 }
 
 // Frames are used again, so that their texts keep their memory.
@@ -112,6 +117,7 @@ void BlockExpansion::Push(const BlockInsert& insert, const EntityAttributes& att
                                                  " inserts itself; what it would draw there was left out");
   }
   if (block.drawn == 0) return;
+  if (depth_ == kDeepest) Refuse("nest more than " + std::to_string(kDeepest) + " deep");
   if (frames_.size() == depth_) frames_.emplace_back();
   Frame& frame = frames_[depth_];
   const Frame* outer = depth_ > 0 ? &frames_[depth_ - 1] : nullptr;
@@ -143,7 +149,9 @@ void BlockExpansion::BeginPlace(Frame& frame) {
 
 // A piece is at its end: the next one, the next place of an array, or what holds the insert.
 void BlockExpansion::GoOn(Frame& frame) {
-  if (!frame.piece->isLast) {
+  if (frame.piece->wiresFollow) {
+    GoOnWithWires(frame);
+  } else if (!frame.piece->isLast) {
     const GroupMark next = frame.piece->next;
     Use(frame, next);
   } else if (++frame.count < frame.insert.at.Count()) {
@@ -186,11 +194,11 @@ std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t
   Known& known = known_[block];
   const bool isFirst = mark.position == source_.drawing.Blocks().Block(block).contents.position;
   if (isFirst && known.whole && (known.whole->scale == scale || !known.whole->hasCurves)) return known.whole;
-  const std::shared_ptr<Piece> piece = ReadPiece(mark, scale);
+  const std::shared_ptr<Piece> piece = ReadPiece(known, mark, scale);
   // What is wrong is told when it is read for the first time.
   if (mark.position > known.told) source_.report.Add(read_);
   known.told = std::max(known.told, mark.position);
-  if (isFirst && piece->isLast) {
+  if (isFirst && piece->isLast && !piece->wiresFollow) {
     if (kept_ + piece->bytes > kMostKept) {
       for (Known& other : known_) other.whole.reset();
       kept_ = 0;
@@ -201,50 +209,77 @@ std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t
   return piece;
 }
 
-std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(const GroupMark& mark, int scale) {
+std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(Known& known, const GroupMark& mark, int scale) {
   read_ = Report();
   reader_.Tolerance(source_.tolerance.Scaled(std::ldexp(1, scale)));
   const auto piece = std::make_shared<Piece>();
   piece->bytes = sizeof(Piece);
   piece->scale = scale;
   scanner_.GoTo(mark);
-  for (bool atEnd = false; piece->parts.size() < kMostParts && piece->bytes < kPieceBytes;) {
-    const std::string_view keyword = scanner_.Keyword();
-    if (atEnd || EndsBlock(keyword)) {
-      piece->undelivered = read_.UndeliveredTypes();
-      return piece;
+  piece->next = mark;
+  piece->isLast = false;
+  while (piece->parts.size() < kMostParts && piece->bytes < kPieceBytes && !piece->isLast && !piece->wiresFollow) {
+    if (EndsBlock(scanner_.Keyword())) {
+      piece->isLast = true;
+      break;
     }
     const std::size_t before = piece->parts.size();
     AddParts(*piece);
+    if (reader_.HasWires() && before > 0) {
+      // Read again as the first of a piece, so that no insert takes the reader from its wires.
+      piece->parts.resize(before);
+      known.split = piece->next.position;
+      break;
+    }
+    const bool isFirst = piece->next.position == mark.position;
+    if (isFirst && mark.position == known.split) read_ = Report();
     if (piece->parts.size() == before) ++piece->passed;
     piece->hasCurves = reader_.DependsOnTolerance();
-    atEnd = reader_.AtEnd();
+    piece->wiresFollow = reader_.HasWires();
+    piece->isLast = reader_.AtEnd();
+    piece->next = scanner_.Mark();
   }
   piece->undelivered = read_.UndeliveredTypes();
-  piece->isLast = false;
-  piece->next = scanner_.Mark();
   return piece;
 }
 
 void BlockExpansion::AddParts(Piece& piece) {
-  const auto add = [&](const BlockInsert* insert) {
-    Part& part = piece.parts.emplace_back();
-    part.element = scratch_;
-    if (insert != nullptr) part.insert = *insert;
-    part.isInsert = insert != nullptr;
-    piece.bytes += sizeof part + scratch_.AllX().size() * sizeof(Vertex) + scratch_.Bulges.size() * sizeof(double) +
-                   scratch_.Text.size() + scratch_.Layer.size() + scratch_.LineStyle.size();
-  };
   scratch_.Reset();
   if (reader_.Read(scratch_)) {
-    add(nullptr);
+    AddPart(piece, nullptr);
   } else if (reader_.ToDraw() != nullptr) {
-    add(reader_.ToDraw());
+    AddPart(piece, reader_.ToDraw());
   }
-  while (reader_.HasWires()) {
+  AddWires(piece);
+}
+
+void BlockExpansion::AddPart(Piece& piece, const BlockInsert* insert) {
+  Part& part = piece.parts.emplace_back();
+  part.element = scratch_;
+  if (insert != nullptr) part.insert = *insert;
+  part.isInsert = insert != nullptr;
+  piece.bytes += sizeof part + scratch_.AllX().size() * sizeof(Vertex) + scratch_.Bulges.size() * sizeof(double) +
+                 scratch_.Text.size() + scratch_.Layer.size() + scratch_.LineStyle.size();
+}
+
+// Adds what the entity read last still draws, as far as the piece has room.
+void BlockExpansion::AddWires(Piece& piece) {
+  while (reader_.HasWires() && piece.parts.size() < kMostParts && piece.bytes < kPieceBytes) {
     scratch_.Reset();
-    if (reader_.NextWire(scratch_)) add(nullptr);
+    if (reader_.NextWire(scratch_)) AddPart(piece, nullptr);
   }
+}
+
+void BlockExpansion::GoOnWithWires(Frame& frame) {
+  const auto piece = std::make_shared<Piece>();
+  piece->bytes = sizeof(Piece);
+  piece->isLast = frame.piece->isLast;
+  piece->next = frame.piece->next;
+  AddWires(*piece);
+  piece->wiresFollow = reader_.HasWires();
+  atWork_ += piece->bytes - frame.piece->bytes;
+  frame.piece = piece;
+  frame.part = 0;
 }
 
 bool BlockExpansion::Deliver(const Frame& frame, const tEntity& part, tEntity& element) {

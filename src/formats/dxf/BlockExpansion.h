@@ -45,7 +45,8 @@ class BlockExpansion {
     std::map<std::string, std::int64_t, std::less<>> undelivered;
     std::int64_t passed = 0;  // entities that draw nothing
     bool isLast = true;
-    int scale = 0;  // for which it was drawn, as a power of 2; matters only where it has curves
+    bool wiresFollow = false;  // the entity read last draws more, which the reader holds
+    int scale = 0;             // for which it was drawn, as a power of 2; matters only where it has curves
     bool hasCurves = false;
     GroupMark next;         // where the block goes on
     std::size_t bytes = 0;  // that it takes, roughly
@@ -67,6 +68,7 @@ class BlockExpansion {
   struct Known {
     std::shared_ptr<const Piece> whole;  // of a small block that has been read
     std::int64_t told = -1;              // up to where what is wrong in it has been told
+    std::int64_t split = -1;             // an entity whose wires fill pieces, which was told of when it was first met
     bool isOpen = false;                 // an insert of it is at work
   };
 
@@ -78,8 +80,12 @@ class BlockExpansion {
   void LetGo();
   void Count(std::int64_t entities = 1);
   std::shared_ptr<const Piece> PieceAt(std::size_t block, const GroupMark& mark, int scale);
-  std::shared_ptr<Piece> ReadPiece(const GroupMark& mark, int scale);
+  std::shared_ptr<Piece> ReadPiece(Known& known, const GroupMark& mark, int scale);
   void AddParts(Piece& piece);
+  void AddPart(Piece& piece, const BlockInsert* insert);
+  void AddWires(Piece& piece);
+  void GoOnWithWires(Frame& frame);
+  [[noreturn]] void Refuse(const std::string& why);
   bool Deliver(const Frame& frame, const tEntity& part, tEntity& element);
   static void Style(const Frame& frame, EntityAttributes& style);
   void Warn(WarningKind kind, const std::string& what);

@@ -6,22 +6,22 @@
 namespace tesselink {
 namespace {
 
-// Code, name, layout; isArea, isClosed, hasZ, mayHaveM, isClassic.
+// Code, layout, name; isArea, isClosed, hasZ, mayHaveM, isClassic.
 constexpr ShapeType kTypes[] = {
-    {0, "Null", ShapeLayout::None, false, false, false, false, true},
-    {1, "Point", ShapeLayout::Point, false, false, false, false, true},
-    {3, "PolyLine", ShapeLayout::Parts, false, false, false, false, true},
-    {5, "Polygon", ShapeLayout::Parts, true, true, false, false, true},
-    {8, "MultiPoint", ShapeLayout::MultiPoint, false, false, false, false, true},
-    {11, "PointZ", ShapeLayout::Point, false, false, true, true, false},
-    {13, "PolyLineZ", ShapeLayout::Parts, false, false, true, true, true},
-    {15, "PolygonZ", ShapeLayout::Parts, true, true, true, true, true},
-    {18, "MultiPointZ", ShapeLayout::MultiPoint, false, false, true, true, false},
-    {21, "PointM", ShapeLayout::Point, false, false, false, true, false},
-    {23, "PolylineM", ShapeLayout::Parts, false, false, false, true, false},
-    {25, "PolygonM", ShapeLayout::Parts, true, true, false, true, false},
-    {28, "MultiPointM", ShapeLayout::MultiPoint, false, false, false, true, false},
-    {31, "MultiPatch", ShapeLayout::Patches, false, true, true, true, false},
+    {0, ShapeLayout::None, "Null", false, false, false, false, true},
+    {1, ShapeLayout::Point, "Point", false, false, false, false, true},
+    {3, ShapeLayout::Parts, "PolyLine", false, false, false, false, true},
+    {5, ShapeLayout::Parts, "Polygon", true, true, false, false, true},
+    {8, ShapeLayout::MultiPoint, "MultiPoint", false, false, false, false, true},
+    {11, ShapeLayout::Point, "PointZ", false, false, true, true, false},
+    {13, ShapeLayout::Parts, "PolyLineZ", false, false, true, true, true},
+    {15, ShapeLayout::Parts, "PolygonZ", true, true, true, true, true},
+    {18, ShapeLayout::MultiPoint, "MultiPointZ", false, false, true, true, false},
+    {21, ShapeLayout::Point, "PointM", false, false, false, true, false},
+    {23, ShapeLayout::Parts, "PolylineM", false, false, false, true, false},
+    {25, ShapeLayout::Parts, "PolygonM", true, true, false, true, false},
+    {28, ShapeLayout::MultiPoint, "MultiPointM", false, false, false, true, false},
+    {31, ShapeLayout::Patches, "MultiPatch", false, true, true, true, false},
 };
 
 }  // namespace

@@ -19,8 +19,8 @@ enum class ShapeLayout { None, Point, MultiPoint, Parts, Patches };
 /// A type of shape.
 struct ShapeType {
   std::int32_t code;  ///< in the file
-  const char* name;
   ShapeLayout layout;
+  const char* name;
   bool isArea;     ///< its parts are the rings of one
   bool isClosed;   ///< they are rings or outlines
   bool hasZ;       ///< behind x and y

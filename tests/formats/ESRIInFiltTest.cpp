@@ -273,7 +273,7 @@ TEST_F(StandardShapesTest, WholeShapes) {
   const Points square{{0, 0}, {0, 9}, {9, 9}, {0, 0}, {2, 2}, {4, 2}, {2, 4}, {2, 2}};
   Points wild = square;
   wild[1].first = std::nan("");
-  const auto withMeasures = [&](std::string content) {
+  const auto withMeasures = [&](const std::string& content) {
     return content + range + Values({10, 20, 30, 40, 50, -1e300, 70, std::nan("")});
   };
   const auto elements = Read(ShapeFile({

@@ -205,8 +205,8 @@ STANDARD = {
         *SINGLE_CHAINS, TOGETHER, SYMBOLS,
         ("single vertices", when(is_degenerate, kind=POINT, radius=None, start=None, end=None, closed=False)), PRINTABLE,
         ("signs in names", distinct_names),
-        # Black is a colour where a Landmark drawing says so; else it stands for none.
-        (None, when(lambda e: e.rgb and (any(e.rgb) or e.layer == "BLACK") and 0 <= e.colour < 256 and (e.colour == 0 or NUMBERED[e.colour] != e.rgb),
+        # Black is a colour where a Landmark drawing or a true colour says so; else it stands for none.
+        (None, when(lambda e: e.rgb and (any(e.rgb) or e.layer == "BLACK" or e.colour) and 0 <= e.colour < 256 and (e.colour == 0 or NUMBERED[e.colour] != e.rgb),
                     colour=lambda e: nearest(e.rgb, False))),
         ("numbers of colours", when(lambda e: not 0 <= e.colour <= 256, colour=256)),
         ("true colours", when(lambda e: e.rgb and 0 <= e.colour < 256, rgb=lambda e: NUMBERED[e.colour])), CODES, ATTRIBUTES],

@@ -46,8 +46,7 @@ TraitSet TraitLosses::Of(const tEntity& entity) {
   };
   const bool isPoint = entity.bType == kPoint, isText = entity.bType == kText;
   note(kHasLayer, [&] { return HasLayer(entity); });
-  note(kHasLayerBesideColour,
-       [&] { return HasLayer(entity) && !EqualsIgnoringCase(entity.Layer, ColourName(entity.RGB)); });
+  note(kHasLayerBesideColour, [&] { return HasLayer(entity) && entity.Layer != ColourName(entity.RGB); });
   note(kHasLineType, [&] { return !entity.LineStyle.empty() && !EqualsIgnoringCase(entity.LineStyle, "CONTINUOUS"); });
   note(kHasColour, [&] { return HasColour(entity); });
   note(kHasUnnamedColour, [&] { return HasColour(entity) && !IsNamed(entity.RGB); });

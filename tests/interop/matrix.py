@@ -293,7 +293,7 @@ def is_nothing(word, output, elements):
     """Whether nobody misses what is lost: layer 0, blanks around a text, points that are in a file of their own."""
     if word in ("layers", "unmatched layers"):
         skipped = {"grd": (POINT, TEXT), "asc": (POINT,)}.get(output, ())
-        return all(e.layer in ("", "0") or e.kind in skipped for e in elements)
+        return all(e.layer in ("", "0", output == "asc" and rules.colour_name(e)) or e.kind in skipped for e in elements)
     if word == "long texts":
         return output == "cdf" and all(len(read.raw(e.text.strip())) <= 34 for e in elements)
     return word == "points" and output == "cdf"

@@ -69,6 +69,19 @@ std::vector<Scenario> Scenarios() {
        capital,
        three,
        {{"out.shp", "new shp"}, {"out.SHX", "new shx"}, {"out.dbf", "new dbf"}, {"out.shx.bak", "mine"}}},
+      {"SetsOfParts",
+       {{"out-lines.shp", "old"}, {"out-lines.dbf", "old dbf"}, {"out-texts.shp", "older"}, {"out.shp", "mine"}},
+       {{"out-points.shp", "new"}, {"out-points.dbf", "new dbf"}, {"out-lines.shp", "lines"}, {"out-lines.dbf", "dbf"}},
+       {{"out-points.shp", "new"},
+        {"out-points.dbf", "new dbf"},
+        {"out-lines.shp", "lines"},
+        {"out-lines.dbf", "dbf"},
+        {"out-texts.shp", "older"},
+        {"out.shp", "mine"}},
+       "",
+       false,
+       false,
+       {true, false, {"dbf"}, false, {"-points", "-lines", "-texts"}}},
       {"Discarded", old, three, old, "", true},
       {"KeptBeside",
        {{"out.dxf", "old"}, {"out.incomplete.dxf", "older"}},
@@ -132,7 +145,8 @@ class OutputPlaceFaults : public testing::TestWithParam<Scenario> {
   InMemory inMemory_;
   Folder scratch_;
   const std::string folder_ = scratch_.Path("drawings"), temporary_ = scratch_.Path("temporary");
-  const std::string target_ = folder_ + (GetParam().made.contains("out.shp") ? "/out.shp" : "/out.dxf");
+  const std::string target_ =
+      folder_ + ((GetParam().made.contains("out.shp") || !GetParam().options.parts.empty()) ? "/out.shp" : "/out.dxf");
 };
 
 TEST_P(OutputPlaceFaults, TransfersThatAreCutShort) {

@@ -44,13 +44,6 @@ std::string FolderMark(const std::string& path) {
   return std::to_string(mark);
 }
 
-std::string WithSuffix(const std::string& name, const std::string& suffix) {
-  if (suffix.empty()) return name;
-  const std::size_t dot = name.rfind('.');
-  const std::size_t at = dot == std::string::npos || dot == 0 ? name.size() : dot;
-  return name.substr(0, at) + "." + suffix + name.substr(at);
-}
-
 sys::Descriptor OpenLockFile(const std::string& path) {
   sys::Descriptor file = sys::Open(path, Access::LockFile);
   if (!file && errno == EACCES) {  // one that another user's run has left cannot be written, but locked
@@ -177,15 +170,23 @@ void OutputPlace::Recover() {
 }
 
 void OutputPlace::CheckTarget() {
-  const sys::Status status = CheckReplaceable(into_ + name_, target_);
-  replaces_ = status.Exists();
-  if (!inPlace_ && status.names > 1) {
-    notes_.push_back(target_ + ": has other names (hard links); those keep the old content");
+  for (const std::string& name : MainNames()) {
+    const std::string shown = name == name_ ? target_ : into_ + name;
+    const sys::Status status = CheckReplaceable(into_ + name, shown);
+    replaces_ |= status.Exists();
+    if (!inPlace_ && status.names > 1) {
+      notes_.push_back(shown + ": has other names (hard links); those keep the old content");
+    }
+    for (const std::string& path : CompanionPaths(name)) CheckReplaceable(path, path);
   }
-  for (const std::string& extension : options_.companions) {
-    const std::string path = CompanionPath(extension);
-    CheckReplaceable(path, path);
-  }
+}
+
+// Of the files that have companions: the target, or its parts.
+std::vector<std::string> OutputPlace::MainNames() const {
+  if (options_.parts.empty()) return {name_};
+  std::vector<std::string> names;
+  for (const std::string& part : options_.parts) names.push_back(TargetOf(BehindStem(name_, part)));
+  return names;
 }
 
 sys::Status OutputPlace::CheckReplaceable(const std::string& path, const std::string& shown) const {
@@ -231,19 +232,34 @@ std::string OutputPlace::TargetOf(const std::string& name) const {
   return found.empty() ? name : found;
 }
 
-std::string OutputPlace::CompanionPath(const std::string& extension) const {
-  return into_ + TargetOf(StripExtension(name_) + "." + extension);
+std::vector<std::string> OutputPlace::CompanionPaths(const std::string& mainName) const {
+  std::vector<std::string> paths;
+  for (const std::string& extension : options_.companions) {
+    paths.push_back(into_ + TargetOf(StripExtension(mainName) + "." + extension));
+  }
+  return paths;
 }
 
 Delivery OutputPlace::Deliver() {
   if (isDirect_) return {{target_}, {}};
-  std::vector<std::string> companions;
-  for (const std::string& extension : options_.companions) companions.push_back(CompanionPath(extension));
+  // Companions are found by the letter case of their extension before those of the new files lie there.
+  std::vector<std::vector<std::string>> sets;
+  for (const std::string& name : MainNames()) {
+    sets.push_back(CompanionPaths(name));
+    sets.back().insert(sets.back().begin(), name == name_ ? target_ : into_ + name);
+  }
   Delivery delivery{Move(""), {}};
-  for (const std::string& path : companions) {
-    sys::Status status;
-    const bool isNew = std::find(delivery.files.begin(), delivery.files.end(), path) != delivery.files.end();
-    if (!isNew && sys::StatusOf(path, status, sys::Links::Keep) && status.Exists()) delivery.untouched.push_back(path);
+  const auto isNew = [&files = delivery.files](const std::string& path) {
+    return std::find(files.begin(), files.end(), path) != files.end();
+  };
+  for (const std::vector<std::string>& set : sets) {
+    for (const std::string& path : set) {
+      sys::Status status;
+      if (!isNew(path) && sys::StatusOf(path, status, sys::Links::Keep) && status.Exists()) {
+        delivery.untouched.push_back(path);
+      }
+      if (!isNew(set.front())) break;
+    }
   }
   return delivery;
 }
@@ -271,7 +287,7 @@ std::vector<std::string> OutputPlace::MoveFiles(const std::string& suffix) {
             [this](const auto& a, const auto& b) { return std::pair(a != name_, a) < std::pair(b != name_, b); });
   OutputMove move(folder_, into_);
   for (const std::string& name : names) {
-    const std::string target = suffix.empty() ? TargetOf(name) : WithSuffix(name, suffix);
+    const std::string target = suffix.empty() ? TargetOf(name) : BehindStem(name, "." + suffix);
     move.Add(name, target, options_.overwrite || !suffix.empty());
     files.push_back(target == name_ ? target_ : into_ + target);
   }

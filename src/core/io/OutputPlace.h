@@ -14,12 +14,16 @@ struct OutputOptions {
   /// Extensions of the files that may lie beside the target and belong to it, without the period, as "shx".
   std::vector<std::string> companions = {};
   bool readOnly = false;  ///< a file that may not be written is replaced too, where its folder takes another
+  /// What stands behind the target's stem in the names of the files that are made instead of it, as "-points" in
+  /// "plat-points.shp"; each may have its companions. None: the target itself is made.
+  std::vector<std::string> parts = {};
 };
 
 /// What has become of an output.
 struct Delivery {
-  std::vector<std::string> files;      ///< that are there now, the target first
-  std::vector<std::string> untouched;  ///< companions of the old output that the new one does not have
+  std::vector<std::string> files;  ///< that are there now, the target first
+  std::vector<std::string>
+      untouched;  ///< parts of the old output that are not made anew, and companions beside new files
 };
 
 /// A private folder beside the target, in which a writer makes the target and its companions; Deliver moves them over
@@ -43,7 +47,7 @@ class OutputPlace {
   /// What the writer is to create; it has the target's own file name.
   const std::string& Path() const { return path_; }
   bool IsDirect() const { return isDirect_; }
-  /// Whether the target was there before.
+  /// Whether the target, or a part of it, was there before.
   bool Replaces() const { return replaces_; }
   /// What a person should be told, each beginning with the file's name; Deliver may add to them.
   const std::vector<std::string>& Notes() const { return notes_; }
@@ -70,7 +74,8 @@ class OutputPlace {
   std::string Base() const;
   std::string FolderStem() const;
   std::string TargetOf(const std::string& name) const;
-  std::string CompanionPath(const std::string& extension) const;
+  std::vector<std::string> MainNames() const;
+  std::vector<std::string> CompanionPaths(const std::string& mainName) const;
   [[noreturn]] void ThrowNotLocked() const;
 
   std::string target_, path_;

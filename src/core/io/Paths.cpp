@@ -66,6 +66,13 @@ std::string FileNameOf(std::string_view path) {
 
 std::string StripExtension(std::string_view path) { return std::string(path.substr(0, path.rfind('.'))); }
 
+std::string BehindStem(const std::string& path, const std::string& text) {
+  const std::string folder = FolderOf(path), name = path.substr(folder.size());
+  const std::size_t dot = name.rfind('.');
+  const std::size_t at = dot == std::string::npos || dot == 0 ? name.size() : dot;
+  return folder + name.substr(0, at) + text + name.substr(at);
+}
+
 std::string ExtensionOf(std::string_view path) {
   const std::string name = FileNameOf(path);
   const std::size_t dot = name.rfind('.');

@@ -24,6 +24,8 @@ std::string FolderOf(std::string_view path);
 std::string FileNameOf(std::string_view path);
 /// The path up to its last "."; unchanged when it has none.
 std::string StripExtension(std::string_view path);
+/// The path with a text behind the stem of its file name, as "plat-points.shp" of "plat.shp" and "-points".
+std::string BehindStem(const std::string& path, const std::string& text);
 /// The lower-cased extension of the path's file name with its period, as in ".shp"; empty when it has none.
 std::string ExtensionOf(std::string_view path);
 /// A folder and a name as one path. A name that is a path from the root stands for itself.

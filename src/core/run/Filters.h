@@ -175,7 +175,9 @@ class OutputFilter {
   /// What its elements may hold; the run hands it no others.
   virtual Holding Holds() const { return {}; }
   /// Where the run counts what it gives up on the way to this writer.
-  Losses& losses() { return losses_; }
+  Losses& losses() { return *counted_; }
+  /// Counts in those of another writer, which is made of this one and tells them.
+  void CountIn(Losses& losses) { counted_ = &losses; }
   /// Whether the attributes of an input and the name of its coordinate system go along. What does not is told.
   virtual Carrying CarriesSource() const { return Carrying::No; }
   /// What it takes of an input's attributes all the same, as in "township, range and section".
@@ -190,7 +192,9 @@ class OutputFilter {
   /// The words must outlive the writer.
   void NoteMissed(std::string_view what);
   /// Counts what is given up; told by kind when the file is complete.
-  void Lost(WarningKind kind, std::int64_t count = 1) { losses_.Add(kind, count); }
+  void Lost(WarningKind kind, std::int64_t count = 1) { counted_->Add(kind, count); }
+  /// Whether its losses are told by another writer.
+  bool CountsInAnother() const { return counted_ != &losses_; }
   /// The source of the error that is raised when no file is open.
   virtual const char* NoFileSource() const { return "WriteEntity"; }
   /// What every writer's destructor does: release, and ignore what goes wrong.
@@ -206,6 +210,7 @@ class OutputFilter {
   bool open_ = false;
   std::vector<std::string_view> missed_;
   Losses losses_;
+  Losses* counted_ = &losses_;
 };
 
 }  // namespace tesselink

@@ -1,6 +1,9 @@
 #include "app/SummaryText.h"
 
+#include <algorithm>
 #include <cmath>
+
+#include "core/io/Paths.h"
 
 namespace tesselink {
 namespace {
@@ -9,7 +12,7 @@ namespace {
 std::string Ending(const RunSummary& summary, const std::string& output) {
   switch (summary.outcome) {
     case RunOutcome::Done:
-      return output + ": " + Elements(InOutput(summary)) + " written";
+      return OutputNames(summary, output) + ": " + Elements(InOutput(summary)) + " written";
     case RunOutcome::Cancelled:
       return "Cancelled: " + WhatTheOutputHolds(summary, output);
     case RunOutcome::Limited:
@@ -52,10 +55,21 @@ std::string UndeliveredText(const std::string& type, std::int64_t count) {
   return "not read, and so not converted: " + std::to_string(count) + " of type " + type;
 }
 
+std::string OutputNames(const RunSummary& summary, const std::string& output) {
+  const std::vector<std::string>& files = summary.outputs;
+  if (std::find(files.begin(), files.end(), output) != files.end()) return output;
+  std::string names;
+  for (const std::string& file : files) {
+    if (ExtensionOf(file) == ExtensionOf(files[0])) names.append(names.empty() ? "" : ", ").append(file);
+  }
+  return names.empty() ? output : names;
+}
+
 std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& output) {
   if (summary.outputs.empty()) return "no output was written";
   const std::string held = " is incomplete; it holds " + Elements(InOutput(summary));
-  return summary.oldKept ? output + " is as it was before; " + summary.outputs[0] + held : output + held;
+  const std::string names = OutputNames(summary, output);
+  return (summary.oldKept ? output + " is as it was before; " : "") + names + held;
 }
 
 std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output) {

@@ -96,7 +96,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   }
   RefuseStreams(command);
   RefuseOptionsOfOtherOutputs(command);
-  RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command), command.reading.dialect));
+  RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command), FilterOptionsOf(command.reading)));
   ConversionRequest request;
   request.inputs = command.inputs;
   request.OutFile = command.output == "-" ? "/dev/stdout" : command.output;
@@ -120,7 +120,8 @@ void RefuseExistingOutput(const ConvertCommand& command) {
     if (input == command.output || SameFile(input, command.output)) return;  // the run has its own words for that
   }
   if (command.overwrite) return;
-  if (const auto files = ReplacedFiles(command.output, FormatOf(command), command.reading.dialect); !files.empty()) {
+  const auto files = ReplacedFiles(command.output, FormatOf(command), FilterOptionsOf(command.reading));
+  if (!files.empty()) {
     throw Error(files[0] + ": exists already; give -O (--overwrite) to replace it");
   }
 }
@@ -142,7 +143,8 @@ void Account(const ConvertCommand& command, const std::string& text) {
 }
 
 void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
-  const std::string output = IsStandardOutput(command.output) ? "standard output" : command.output;
+  const std::string output =
+      IsStandardOutput(command.output) ? "standard output" : OutputNames(summary, command.output);
   std::string text = Visible(output) + ": " + Elements(InOutput(summary)) + " written";
   if (summary.written.Total() > 0) text += " (" + Listed(summary.written) + ")";
   text += "\n";

@@ -10,6 +10,7 @@
 #include "formats/landmark/MolInFilter.h"
 #include "formats/shape/ESRIInFilt.h"
 #include "formats/shape/ESRIOutFilt.h"
+#include "formats/shape/ShapesByKind.h"
 
 namespace tesselink {
 namespace {
@@ -65,7 +66,8 @@ std::vector<OutputFormat> Outputs() {
         .className = "ESRIOutFilt",
         .companions = ESRIOutFilt::Companions(),
         .options = ESRIOutFilt::Options()},
-       kWriter<ESRIOutFilt>},
+       ShapesByKind::Writer,
+       ShapesByKind::Parts},
       {{.entry = "AutoCAD DXF File (*.dxf)",
         .key = "dxf",
         .className = "DXFOutFilter",

@@ -417,8 +417,7 @@ bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
     return true;
   }
   QStringList files;
-  for (const std::string& file :
-       ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options.dialect)) {
+  for (const std::string& file : ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options)) {
     request.overwrite = true;
     if (Shown(file) != confirmedOutput_) files.append(Shown(file));
   }
@@ -434,8 +433,7 @@ bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
 
 // What a run reads and writes.
 std::vector<std::string> MainWindow::FilesOf(const ConversionRequest& request) const {
-  std::vector<std::string> files =
-      WrittenFiles(request.OutFile, formats_.Output(request.OutFormat), request.options.dialect);
+  std::vector<std::string> files = WrittenFiles(request.OutFile, formats_.Output(request.OutFormat), request.options);
   files.insert(files.end(), request.inputs.begin(), request.inputs.end());
   return files;
 }

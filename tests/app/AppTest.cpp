@@ -55,12 +55,12 @@ TEST(WrittenFiles, AreTheOutputAndWhatLiesBesideIt) {
   const Folder folder;
   const OutputFormat& shapefile = AllFormats().Output("ESRI Shapefile (*.shp)");
   const std::string output = folder.Path("plat.shp");
-  EXPECT_TRUE(ReplacedFiles(output, shapefile, Dialect::Classic).empty());
+  EXPECT_TRUE(ReplacedFiles(output, shapefile, {}).empty());
   const std::string index = folder.Put("plat.Shx", ""), table = folder.Put("plat.dbf", "");
-  EXPECT_EQ(ReplacedFiles(output, shapefile, Dialect::Classic), (std::vector<std::string>{index, table}));
-  EXPECT_TRUE(ReplacedFiles(output, AllFormats().Output("AutoCAD DXF File (*.dxf)"), Dialect::Classic).empty());
-  EXPECT_EQ(ReplacedFiles(folder.Path(""), shapefile, Dialect::Classic), std::vector<std::string>{folder.Path("")});
-  EXPECT_TRUE(ReplacedFiles("/dev/null", AllFormats().Output("AutoCAD DXF File (*.dxf)"), Dialect::Classic).empty());
+  EXPECT_EQ(ReplacedFiles(output, shapefile, {}), (std::vector<std::string>{index, table}));
+  EXPECT_TRUE(ReplacedFiles(output, AllFormats().Output("AutoCAD DXF File (*.dxf)"), {}).empty());
+  EXPECT_EQ(ReplacedFiles(folder.Path(""), shapefile, {}), std::vector<std::string>{folder.Path("")});
+  EXPECT_TRUE(ReplacedFiles("/dev/null", AllFormats().Output("AutoCAD DXF File (*.dxf)"), {}).empty());
 }
 
 }  // namespace

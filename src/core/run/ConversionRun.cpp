@@ -52,6 +52,17 @@ std::vector<std::string> InOrder(std::vector<std::string> files, const OutputFor
   return files;
 }
 
+// Tells of a file of the old output that stays beside the new one, if that can mislead.
+void TellOlder(Report& report, const OutputFormat& format, const std::string& file) {
+  const Companion* companion = CompanionOf(format, file);
+  if (companion == nullptr) {
+    report.Warn(WarningKind::Output, file + ": was there before; this conversion made none, and left it as it is",
+                file);
+  } else if (companion->whenOlder) {
+    report.Warn(*companion->whenOlder, file + ": " + std::string(EntryOf(*companion->whenOlder).lost));
+  }
+}
+
 // Raised where the reason has been shown already.
 struct ToldFailure {};
 
@@ -152,7 +163,7 @@ std::string ConversionRun::OutputThatIsRead(State& state) const {
   };
   for (const InputFormat& row : formats_.Inputs()) addOptions(row);
   addOptions(outFormat);
-  const auto written = WrittenFiles(request.OutFile, outFormat, request.options.dialect);
+  const auto written = WrittenFiles(request.OutFile, outFormat, request.options);
   const auto isRead = [&](const std::string& file) { return state.filesRead.Holds(file); };
   const auto file = std::find_if(written.begin(), written.end(), isRead);
   return file == written.end() ? std::string() : *file;
@@ -178,6 +189,7 @@ void ConversionRun::CreateFilters(State& state) {
     for (const Companion* companion : WrittenCompanions(outFormat, state.request.options.dialect)) {
       options.companions.push_back(LowerCase(companion->extension));
     }
+    if (outFormat.parts) options.parts = outFormat.parts(state.request.options.own);
     path = state.place.emplace(path, std::move(options)).Path();
   }
   state.writer->filename(path);
@@ -344,17 +356,13 @@ void ConversionRun::Deliver(State& state) {
   }
   const ConversionRequest& request = state.request;
   const OutputFormat& format = formats_.Output(request.OutFormat);
-  for (const std::string& file : WrittenFiles(request.OutFile, format, request.options.dialect)) {
+  for (const std::string& file : WrittenFiles(request.OutFile, format, request.options)) {
     if (state.filesRead.Holds(file)) throw Error("Input and Output files can not be the same: " + file);
   }
   summary.oldKept = summary.outcome == RunOutcome::Failed && state.place->Replaces();
   const Delivery delivery = summary.oldKept ? state.place->Keep("incomplete") : state.place->Deliver();
   summary.outputs = InOrder(delivery.files, format);
-  for (const std::string& file : delivery.untouched) {
-    const Companion* companion = CompanionOf(format, file);
-    if (companion == nullptr || !companion->whenOlder) continue;
-    summary.report.Warn(*companion->whenOlder, file + ": " + std::string(EntryOf(*companion->whenOlder).lost));
-  }
+  for (const std::string& file : delivery.untouched) TellOlder(summary.report, format, file);
 }
 
 std::string ExtentLabel(double value) { return NumberText(value).substr(0, 10); }

@@ -52,6 +52,9 @@ struct InputFormat : Format {
 };
 struct OutputFormat : Format {
   std::function<std::unique_ptr<OutputFilter>(const FilterContext&)> create;
+  /// What stands behind the output's stem in the names of the files that are made instead of it, as "-points"; null or
+  /// empty: it is made itself.
+  std::function<std::vector<std::string>(const OptionValues&)> parts = {};
 };
 
 class FormatTable {

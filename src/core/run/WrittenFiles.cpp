@@ -18,17 +18,23 @@ std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, Dial
   return written;
 }
 
-std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
-  std::vector<std::string> files{output};
+std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format,
+                                      const FilterOptions& options) {
+  std::vector<std::string> files;
   const auto add = [&files](const std::string& file) {
     if (!file.empty() && std::find(files.begin(), files.end(), file) == files.end()) files.push_back(file);
   };
-  const std::string stem = FolderOf(output) + StripExtension(FileNameOf(output)) + ".";
-  for (const Companion* companion : WrittenCompanions(format, dialect)) {
-    const std::string& extension = companion->extension;
-    add(stem + extension);
-    add(stem + LowerCase(extension));
-    add(PartnerFile(output, extension));
+  const std::vector<std::string> parts = format.parts ? format.parts(options.own) : std::vector<std::string>{};
+  for (const std::string& part : parts.empty() ? std::vector<std::string>{""} : parts) {
+    const std::string main = BehindStem(output, part);
+    const std::string stem = FolderOf(main) + StripExtension(FileNameOf(main)) + ".";
+    add(main);
+    for (const Companion* companion : WrittenCompanions(format, options.dialect)) {
+      const std::string& extension = companion->extension;
+      add(stem + extension);
+      add(stem + LowerCase(extension));
+      add(PartnerFile(main, extension));
+    }
   }
   return files;
 }
@@ -43,9 +49,10 @@ std::string FileAmong(const std::string& path, const std::vector<std::string>& f
   return found == files.end() ? std::string() : *found;
 }
 
-std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect) {
+std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format,
+                                       const FilterOptions& options) {
   std::vector<std::string> files;
-  for (const std::string& file : WrittenFiles(output, format, dialect)) {
+  for (const std::string& file : WrittenFiles(output, format, options)) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
     if (fs::is_regular_file(status) || fs::is_directory(status)) files.push_back(file);

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "core/run/Dialect.h"
 #include "core/run/FormatTable.h"
 
 namespace tesselink {
@@ -12,11 +11,14 @@ namespace tesselink {
 /// The companions that an output has in a dialect.
 std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, Dialect dialect);
 
-/// The output and the files beside it, in either letter case, whether or not they exist.
-std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
+/// The output, or the parts that are made instead of it, and the files beside them, in either letter case, whether or
+/// not they exist.
+std::vector<std::string> WrittenFiles(const std::string& output, const OutputFormat& format,
+                                      const FilterOptions& options);
 
 /// Those of them that exist as a file or folder and so would be replaced; a device is none.
-std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format, Dialect dialect);
+std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFormat& format,
+                                       const FilterOptions& options);
 
 /// The first of some files that a path names, however it is spelt and whether or not it exists; empty when it names
 /// none.

@@ -66,29 +66,37 @@ std::vector<Companion> ESRIOutFilt::Companions() {
 }
 
 std::vector<FormatOption> ESRIOutFilt::Options() {
-  return {{.name = "shape-type",
+  std::vector<std::string> choices(kKindNames.begin(), kKindNames.end());
+  choices.emplace_back(kEachKind);
+  return {{.name = std::string(kKindOption),
            .help = "What a shapefile output holds: points (and texts) or\n"
                    "polylines, in the standard dialect also polygons or\n"
-                   "multipoints; without it, what an input shapefile holds\n"
-                   "(standard), else what the first element is",
+                   "multipoints; each: a file for each kind, as OUT-points.shp,\n"
+                   "-lines, -areas and -texts; without it, what an input\n"
+                   "shapefile holds (standard), else what the first element is",
            .value = "CHOICE",
            .kind = FormatOption::Kind::Choice,
-           .choices = {kKindNames.begin(), kKindNames.end()},
+           .choices = choices,
            .standardChoices = {kKindNames.begin() + kClassicKinds, kKindNames.end()}}};
 }
 
-ESRIOutFilt::ESRIOutFilt(const FilterContext& context)
+ESRIOutFilt::ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> kind)
     : OutputFilter(context),
       writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
       files_(writing_.everyType),
       table_(options().dialect),
-      carried_(report()) {}
+      carried_(report()),
+      onlyKind_(kind) {}
 
-void ESRIOutFilt::Create(const std::string& path) {
+void ESRIOutFilt::CheckName(const std::string& path) {
   if (const std::string extension = ExtensionOf(path); extension == ".shx" || extension == ".dbf") {
     throw Error(path + ": that is the name of a shapefile's " + (extension == ".shx" ? "index" : "table") +
                 "; name the output .shp");
   }
+}
+
+void ESRIOutFilt::Create(const std::string& path) {
+  CheckName(path);
   shpPath_ = path;
   dbfPath_ = Partner(path, "dbf");
   kind_.reset();
@@ -99,9 +107,9 @@ void ESRIOutFilt::Create(const std::string& path) {
   sources_ = 0;
   projection_.clear();
   projectionConflict_.clear();
-  losses().Describe(WarningKind::Heights, shpPath_, "the shape types written have no z; elements that lost theirs");
+  losses().Describe(WarningKind::Heights, {}, "the shape types written have no z; elements that lost theirs");
   for (const WarningKind kind : {WarningKind::CutValues, WarningKind::Bars, WarningKind::ControlCharacters}) {
-    losses().Describe(kind, dbfPath_);
+    if (!CountsInAnother()) losses().Describe(kind, dbfPath_);
   }
   colourName_ = {};
   try {
@@ -184,8 +192,8 @@ ShapeKind ESRIOutFilt::LikelyKind(const tEntity& entity) const {
 void ESRIOutFilt::ChooseKind(ShapeKind likely) {
   const std::size_t count = writing_.everyType ? kKindNames.size() : kClassicKinds;
   const ChoiceQuestion question{
-      "shape-type", {kKindNames.begin(), kKindNames.begin() + count}, static_cast<std::size_t>(likely)};
-  kind_ = static_cast<ShapeKind>(interaction().Choose(question));
+      kKindOption, {kKindNames.begin(), kKindNames.begin() + count}, static_cast<std::size_t>(likely)};
+  kind_ = onlyKind_ ? *onlyKind_ : static_cast<ShapeKind>(interaction().Choose(question));
   if (!fieldsDeclared_) DeclareFields();
   files_.Hold(*kind_, form_.heights, form_.measures);
   if (!hasOwnFields_ || (*kind_ != ShapeKind::PointsOrText && *kind_ != ShapeKind::MultiPoint)) return;
@@ -260,8 +268,8 @@ void ESRIOutFilt::OrientRings(const tEntity& entity) {
 
 void ESRIOutFilt::AddRow(const tEntity& entity) {
   values_.clear();
-  // A label stands beside the shape that has the values of its record's row.
-  carried_.Values(entity.bType == kText ? -1 : entity.Record - 1, values_);
+  // A label that stands beside its shape in one file leaves the values of its record's row to that.
+  carried_.Values(entity.bType == kText && !onlyKind_ ? -1 : entity.Record - 1, values_);
   if (hasOwnFields_) AddOwnValues(entity);
   table_.AddRecord(values_);
 }

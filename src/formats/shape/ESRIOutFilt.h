@@ -37,9 +37,14 @@ struct ESRIWriting {
 /// its vertices. Anything else is skipped.
 class ESRIOutFilt final : public OutputFilter {
  public:
-  explicit ESRIOutFilt(const FilterContext& context);
+  /// With a kind nothing is asked, and the file holds that.
+  explicit ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> kind = {});
   static std::vector<Companion> Companions();
   static std::vector<FormatOption> Options();
+  /// The option that says what the file holds, and its value for a file of each kind.
+  static constexpr std::string_view kKindOption = "shape-type", kEachKind = "each";
+  /// Throws Error for the name of a shapefile's index or table.
+  static void CheckName(const std::string& path);
   ~ESRIOutFilt() override { ReleaseQuietly(); }
 
   void SourceOpened(InputFilter& source) override;
@@ -91,6 +96,7 @@ class ESRIOutFilt final : public OutputFilter {
   std::string projection_;          // what the .prj files of all sources say
   std::string projectionConflict_;  // the first input whose .prj says something else
   ElementForm form_;                // of the first source
+  const std::optional<ShapeKind> onlyKind_;
   std::optional<ShapeKind> kind_;
   std::vector<ShapePart> parts_;
   std::vector<std::string_view> values_;

@@ -1,0 +1,62 @@
+// The writer of one shapefile for each kind of element that a drawing has.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/run/Filters.h"
+#include "formats/shape/ESRIOutFilt.h"
+
+namespace tesselink {
+
+/// Makes "plat-points.shp", "plat-lines.shp", "plat-areas.shp" and "plat-texts.shp" of an output "plat.shp", those of
+/// them that the drawing has elements for; "plat-points.shp" when it has none. Points of a shapefile of MultiPoints
+/// stay groups of points.
+class ShapesByKind final : public OutputFilter {
+ public:
+  explicit ShapesByKind(const FilterContext& context);
+  ~ShapesByKind() override { ReleaseQuietly(); }
+
+  /// The writer that the values of the options ask for: of one shapefile, or of one for each kind.
+  static std::unique_ptr<OutputFilter> Writer(const FilterContext& context);
+  /// What stands behind the output's stem in the names of the shapefiles; nothing where one is asked for.
+  static std::vector<std::string> Parts(const OptionValues& values);
+
+  void SourceOpened(InputFilter& source) override {
+    source_ = &source;
+    ++sources_;
+  }
+  std::vector<std::string> Outputs() const override;
+  Holding Holds() const override { return holding_; }
+  Carrying CarriesSource() const override { return carrying_; }
+  std::int64_t Size() const override;
+
+ private:
+  enum Kind : std::size_t { Points, Lines, Areas, Texts };
+  static constexpr std::size_t kKinds = 4;
+
+  void Create(const std::string& path) override;
+  WriteResult Write(tEntity& entity) override;
+  void Complete() override;
+  void Drop() noexcept override;
+
+  Kind KindOf(const tEntity& entity) const;
+  ESRIOutFilt& WriterOf(Kind kind);
+  void Begin(Kind kind);
+
+  FilterContext context_;
+  Holding holding_;
+  Carrying carrying_;
+  std::string path_;
+  InputFilter* source_ = nullptr;  // the one that is open
+  int sources_ = 0;
+  struct Shapefile {
+    std::unique_ptr<ESRIOutFilt> writer = {};  // none before its first element
+    int source = 0;                            // the last one that it was told of
+  };
+  std::array<Shapefile, kKinds> shapefiles_;
+};
+
+}  // namespace tesselink

@@ -3,19 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
 #include <utility>
+
+#include "core/element/VertexAlgebra.h"
 
 namespace tesselink {
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-constexpr double kRadians = kPi / 180;
 constexpr double kRounding = 1e-12;
 constexpr double kGreatestSingle = static_cast<double>(std::numeric_limits<float>::max());
-
-double Length(const Vertex& v) { return std::hypot(v.x, v.y, v.z); }
-double Dot(const Vertex& a, const Vertex& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
 // The direction of an angle, exact along the axes.
 Vertex DirectionOf(double degrees) {
@@ -119,13 +115,12 @@ void Placing::StoreEllipse(tEntity& element, const Placement& placement) {
   const Vertex centre = placement.At({element.x(0), element.Y(0), element.Height(0)});
   const Vertex u = placement.Direction({radius, 0, 0}), v = placement.Direction({0, radius, 0});
   const double t = std::atan2(2 * Dot(u, v), Dot(u, u) - Dot(v, v)) / 2, c = std::cos(t), s = std::sin(t);
-  const Vertex major{c * u.x + s * v.x, c * u.y + s * v.y, c * u.z + s * v.z};
-  const Vertex minor{c * v.x - s * u.x, c * v.y - s * u.y, c * v.z - s * u.z};
-  const double sweep = whole ? 2 * kPi : (to > from ? to - from : to - from + 360) * kRadians;
+  const Vertex major = c * u + s * v, minor = c * v - s * u;
+  const double sweep = whole ? kTurn : (to > from ? to - from : to - from + 360) * kRadians;
   chain_.clear();
   coarse_ = !AppendEllipse(chain_, centre, major, minor, whole ? 0 : from * kRadians - t, sweep, tolerance_);
   element.bType = kPolyline;
-  element.Closed = sweep >= 2 * kPi;
+  element.Closed = sweep >= kTurn;
   element.Curve({});
   StoreVertices(element, chain_);
 }

@@ -1,6 +1,8 @@
 // What blocks draw; where their elements lie is compared with another program in tests/interop.
 #include "formats/dxf/BlockExpansion.h"
 
+#include <cmath>
+
 #include "core/io/Errors.h"
 #include "support/Drawings.h"
 
@@ -57,6 +59,29 @@ TEST_F(BlockExpansionTest, WhatCannotBeDrawnIsTold) {
   EXPECT_EQ(rig.report.UndeliveredTypes().at("HATCH"), 4) << "once for each time that it would have been drawn";
   ASSERT_NE(rig.WarningOf("damaged POINT"), nullptr);
   EXPECT_EQ(rig.WarningOf("damaged POINT")->count, 1) << "what is wrong in a block is told once";
+}
+
+TEST_F(BlockExpansionTest, AttributesOfAnArrayStandAtEachPlace) {
+  const Groups array = "70 2|71 2|44 10|45 100|0 ATTRIB|10 5|1 a|0 ATTRIB|10 6|1 b|0 SEQEND|0 POINT|10 9"_g;
+  const auto places = [](const std::vector<tEntity>& elements, std::size_t begin) {
+    std::string all;
+    for (std::size_t i = begin; i < elements.size(); ++i) {
+      all += std::to_string(std::lround(elements[i].x(0))) + "," + std::to_string(std::lround(elements[i].Y(0))) + " ";
+    }
+    return all;
+  };
+  const Groups dot = Block("DOT", "0 POINT|10 1"_g);
+  EXPECT_EQ(places(Drawn(dot, Insert("DOT") + array), 0),
+            "101,0 111,0 101,100 111,100 5,0 15,0 5,100 15,100 6,0 16,0 6,100 16,100 9,0 ");
+  // In a block, wherever a piece of it ends.
+  for (const int before : {509, 510, 511, 512}) {
+    Groups points;
+    for (int i = 0; i < before; ++i) points = std::move(points) + "0 POINT|10 0"_g;
+    const auto e = Drawn(dot + Block("OUT", points + Insert("DOT") + array), Insert("OUT", "50 90|41 2|42 2"_g));
+    EXPECT_EQ(places(e, static_cast<std::size_t>(before)),
+              "100,202 100,222 -100,202 -100,222 100,10 100,30 -100,10 -100,30 100,12 100,32 -100,12 -100,32 100,18 ")
+        << before;
+  }
 }
 
 TEST_F(BlockExpansionTest, ALargeBlockComesInPieces) {

@@ -402,11 +402,13 @@ class BlockReader(Reader):
 
     def read_insert(self, e):
         block = e.block()
+        places = list(e.multi_insert()) if e.mcount > 1 else [e]
         if block is not None and not block.block.dxf.flags & 60:  # else it lies in another file
-            for one in e.multi_insert() if e.mcount > 1 else [e]:
+            for one in places:
                 self.draw(e, one.virtual_entities())
-        for attrib in e.attribs:
-            self.read_attrib(attrib)
+        for number in range(len(e.attribs)):
+            for one in places:
+                self.read_attrib(one.attribs[number])
 
     def read_attrib(self, e):
         if self.open:  # their places in a block are ezdxf's own matter

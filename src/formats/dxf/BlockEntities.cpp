@@ -91,6 +91,8 @@ bool MakeInsert(EntityContext& context, tEntity& element) {
   BlockPlace& at = context.insert.at;
   at = PlaceOf(groups);
   const BlockMode mode = context.source.blocks;
+  context.inArray = mode != BlockMode::Points && at.Count() > 1;
+  if (context.inArray) context.array = at;
   if (mode != BlockMode::Points) {
     if (!IsFinite(groups.Point(0))) return Damaged(context, "has an insertion point that is no number");
     context.toDraw = FindBlock(context);

@@ -75,7 +75,19 @@ void BlockExpansion::Begin(const BlockInsert& insert, const tEntity& attributes,
   Push(insert, attributes);
 }
 
+void BlockExpansion::Repeat(const tEntity& attribute, const BlockPlace& array, std::int64_t place) {
+  place_ = place;
+  repeated_.element.CopyFrom(attribute);
+  repeated_.insert.at = array;
+  copy_ = 1;
+}
+
 bool BlockExpansion::Next(tEntity& element) {
+  if (depth_ == 0 && IsActive()) {
+    Count();
+    element.CopyFrom(repeated_.element);
+    return Place(element, repeated_.insert.at.Step(copy_++));
+  }
   for (int looks = 0; looks < kLooks && depth_ > 0; ++looks) {
     Frame& frame = frames_[depth_ - 1];
     if (!frame.piece) Load(frame);
@@ -83,11 +95,11 @@ bool BlockExpansion::Next(tEntity& element) {
       GoOn(frame);
       continue;
     }
-    const Part& part = frame.piece->parts[frame.part++];
     Count();
-    if (part.isInsert) {
+    if (const Part& part = frame.piece->parts[frame.part]; part.isInsert) {
+      ++frame.part;
       Push(part.insert, part.element);
-    } else if (Deliver(frame, part.element, element)) {
+    } else if (DeliverPart(frame, element)) {
       return true;
     }
   }
@@ -144,7 +156,7 @@ void BlockExpansion::BeginPlace(Frame& frame) {
   Count();
   const DrawingBlock& block = source_.drawing.Blocks().Block(frame.insert.block);
   frame.placement = frame.outer.After(frame.insert.at.PlacementOf(frame.count, block.base));
-  Use(frame, block.contents);
+  Use(frame, {block.contents});
 }
 
 // A piece is at its end: the next one, the next place of an array, or what holds the insert.
@@ -152,7 +164,7 @@ void BlockExpansion::GoOn(Frame& frame) {
   if (frame.piece->wiresFollow) {
     GoOnWithWires(frame);
   } else if (!frame.piece->isLast) {
-    const GroupMark next = frame.piece->next;
+    const PieceMark next = frame.piece->next;
     Use(frame, next);
   } else if (++frame.count < frame.insert.at.Count()) {
     BeginPlace(frame);
@@ -165,11 +177,12 @@ void BlockExpansion::GoOn(Frame& frame) {
   }
 }
 
-void BlockExpansion::Use(Frame& frame, const GroupMark& mark) {
+void BlockExpansion::Use(Frame& frame, const PieceMark& mark) {
   if (frame.piece) atWork_ -= frame.piece->bytes;
   frame.piece.reset();
   frame.mark = mark;
   frame.part = 0;
+  frame.copy = 0;
   Load(frame);
   Count(frame.piece->passed);
   for (const auto& [type, count] : frame.piece->undelivered) source_.report.Undelivered(type, count);
@@ -189,7 +202,7 @@ void BlockExpansion::LetGo() {
   }
 }
 
-std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t block, const GroupMark& mark,
+std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t block, const PieceMark& mark,
                                                                      int scale) {
   Known& known = known_[block];
   const bool isFirst = mark.position == source_.drawing.Blocks().Block(block).contents.position;
@@ -209,13 +222,14 @@ std::shared_ptr<const BlockExpansion::Piece> BlockExpansion::PieceAt(std::size_t
   return piece;
 }
 
-std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(Known& known, const GroupMark& mark, int scale) {
+std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(Known& known, const PieceMark& mark, int scale) {
   read_ = Report();
   reader_.Tolerance(source_.tolerance.Scaled(std::ldexp(1, scale)));
   const auto piece = std::make_shared<Piece>();
   piece->bytes = sizeof(Piece);
   piece->scale = scale;
   scanner_.GoTo(mark);
+  reader_.BeginWithin(mark.array);
   piece->next = mark;
   piece->isLast = false;
   while (piece->parts.size() < kMostParts && piece->bytes < kPieceBytes && !piece->isLast && !piece->wiresFollow) {
@@ -237,7 +251,7 @@ std::shared_ptr<BlockExpansion::Piece> BlockExpansion::ReadPiece(Known& known, c
     piece->hasCurves = reader_.DependsOnTolerance();
     piece->wiresFollow = reader_.HasWires();
     piece->isLast = reader_.AtEnd();
-    piece->next = scanner_.Mark();
+    piece->next = {scanner_.Mark(), reader_.Array()};
   }
   piece->undelivered = read_.UndeliveredTypes();
   return piece;
@@ -247,6 +261,7 @@ void BlockExpansion::AddParts(Piece& piece) {
   scratch_.Reset();
   if (reader_.Read(scratch_)) {
     AddPart(piece, nullptr);
+    if (reader_.IsOfArray()) piece.parts.back().insert.at = reader_.Array();
   } else if (reader_.ToDraw() != nullptr) {
     AddPart(piece, reader_.ToDraw());
   }
@@ -282,9 +297,28 @@ void BlockExpansion::GoOnWithWires(Frame& frame) {
   frame.part = 0;
 }
 
-bool BlockExpansion::Deliver(const Frame& frame, const tEntity& part, tEntity& element) {
-  element.CopyFrom(part);
-  if (!placing_.Place(element, frame.placement)) {
+// The next copy of the next part, of which there is but one unless it stands in an array.
+bool BlockExpansion::DeliverPart(Frame& frame, tEntity& element) {
+  const Part& part = frame.piece->parts[frame.part];
+  const std::int64_t copy = frame.copy++;
+  const BlockPlace& array = part.insert.at;
+  if (frame.copy == array.Count()) {
+    frame.copy = 0;
+    ++frame.part;
+  }
+  element.CopyFrom(part.element);
+  if (!Place(element, copy == 0 ? frame.placement : frame.placement.After(array.Step(copy)))) return false;
+  Style(frame, element);
+  if (!source_.byLayer) {
+    if (element.LineStyleFrom == StyleSource::Layer) element.LineStyle.clear();
+    element.ColourFrom = element.LineStyleFrom = StyleSource::Own;
+  }
+  if (!source_.inFull) RoundToSingles(element);
+  return true;
+}
+
+bool BlockExpansion::Place(tEntity& element, const Placement& placement) {
+  if (!placing_.Place(element, placement)) {
     Warn(WarningKind::WildVertices, "an element of a block that lies beyond all numbers was left out");
     return false;
   }
@@ -294,12 +328,6 @@ bool BlockExpansion::Deliver(const Frame& frame, const tEntity& part, tEntity& e
   if (placing_.WasTooHigh()) {
     Warn(WarningKind::WildZ, "z values of a block that are no number or too large where it is placed were read as 0");
   }
-  Style(frame, element);
-  if (!source_.byLayer) {
-    if (element.LineStyleFrom == StyleSource::Layer) element.LineStyle.clear();
-    element.ColourFrom = element.LineStyleFrom = StyleSource::Own;
-  }
-  if (!source_.inFull) RoundToSingles(element);
   return true;
 }
 

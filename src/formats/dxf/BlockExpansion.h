@@ -28,16 +28,23 @@ class BlockExpansion {
 
   /// Begins with an insert; the element has its layer, colour and line type.
   void Begin(const BlockInsert& insert, const tEntity& attributes, std::int64_t place);
-  bool IsActive() const { return depth_ > 0; }
+  /// Begins with an attribute at the further places of its insert's array.
+  void Repeat(const tEntity& attribute, const BlockPlace& array, std::int64_t place);
+  bool IsActive() const { return depth_ > 0 || copy_ < repeated_.insert.at.Count(); }
   /// The next element, in fresh attributes. False when this call found none, which is no end. Throws LimitReached.
   bool Next(tEntity& element);
 
  private:
-  // Something that a block draws: an element, or an insert with its attributes.
+  // Something that a block draws: an element, or an insert with its attributes. An element that is an attribute of an
+  // insert as an array stands at each place of that.
   struct Part {
     tEntity element;
     bool isInsert = false;
     BlockInsert insert;
+  };
+  // Where reading goes on, and the array whose attributes may follow.
+  struct PieceMark : GroupMark {
+    BlockPlace array = {};
   };
   // A run of a block's entities, as they lie in the block.
   struct Piece {
@@ -48,7 +55,7 @@ class BlockExpansion {
     bool wiresFollow = false;  // the entity read last draws more, which the reader holds
     int scale = 0;             // for which it was drawn, as a power of 2; matters only where it has curves
     bool hasCurves = false;
-    GroupMark next;         // where the block goes on
+    PieceMark next;         // where the block goes on
     std::size_t bytes = 0;  // that it takes, roughly
   };
   // An insert at work.
@@ -57,9 +64,10 @@ class BlockExpansion {
     Placement outer;                     // of the block that holds the insert
     Placement placement;                 // of the insertion at work
     std::int64_t count = 0;              // of the insertion at work, in the array
-    GroupMark mark;                      // of the piece
+    PieceMark mark;                      // of the piece
     std::shared_ptr<const Piece> piece;  // null when it has to be read again
     std::size_t part = 0;                // the next one
+    std::int64_t copy = 0;               // the next one of that part
     EntityAttributes style;              // the insert's, and that of its layer
     std::string layerLineType;
     std::int32_t layerColour = 0, layerRGB = 0;
@@ -75,18 +83,19 @@ class BlockExpansion {
   void Push(const BlockInsert& insert, const EntityAttributes& attributes);
   void BeginPlace(Frame& frame);
   void GoOn(Frame& frame);
-  void Use(Frame& frame, const GroupMark& mark);
+  void Use(Frame& frame, const PieceMark& mark);
   void Load(Frame& frame);
   void LetGo();
   void Count(std::int64_t entities = 1);
-  std::shared_ptr<const Piece> PieceAt(std::size_t block, const GroupMark& mark, int scale);
-  std::shared_ptr<Piece> ReadPiece(Known& known, const GroupMark& mark, int scale);
+  std::shared_ptr<const Piece> PieceAt(std::size_t block, const PieceMark& mark, int scale);
+  std::shared_ptr<Piece> ReadPiece(Known& known, const PieceMark& mark, int scale);
   void AddParts(Piece& piece);
   void AddPart(Piece& piece, const BlockInsert* insert);
   void AddWires(Piece& piece);
   void GoOnWithWires(Frame& frame);
   [[noreturn]] void Refuse(const std::string& why);
-  bool Deliver(const Frame& frame, const tEntity& part, tEntity& element);
+  bool DeliverPart(Frame& frame, tEntity& element);
+  bool Place(tEntity& element, const Placement& placement);
   static void Style(const Frame& frame, EntityAttributes& style);
   void Warn(WarningKind kind, const std::string& what);
 
@@ -104,6 +113,8 @@ class BlockExpansion {
   std::size_t loaded_ = 0;    // the outermost insert at work whose piece is held
   std::int64_t most_, count_ = 0;
   std::int64_t place_ = 0;  // of the insert in the drawing
+  Part repeated_;           // an attribute of the drawing itself
+  std::int64_t copy_ = 1;   // the next one of that
 };
 
 }  // namespace tesselink

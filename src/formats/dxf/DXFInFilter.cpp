@@ -156,18 +156,23 @@ bool DXFInFilter::Next(tEntity& entity) {
 bool DXFInFilter::ReadEntity(tEntity& entity) {
   const bool delivered = entities_->Read(entity);
   if (const BlockInsert* insert = entities_->ToDraw()) Expand(*insert, entity);
+  if (delivered && entities_->IsOfArray()) Expansion().Repeat(entity, entities_->Array(), entities_->Place());
   if (entities_->AtEnd()) LeaveEntities();
   return delivered;
 }
 
-void DXFInFilter::Expand(const BlockInsert& insert, const tEntity& attributes) {
+BlockExpansion& DXFInFilter::Expansion() {
   constexpr double kMost = 100'000'000;
   if (!expansion_) {
     const auto most = static_cast<std::int64_t>(options().own.Number("limit", kMost));
     expansion_ = std::make_unique<BlockExpansion>(filename_, Source(), most);
   }
+  return *expansion_;
+}
+
+void DXFInFilter::Expand(const BlockInsert& insert, const tEntity& attributes) {
   if (drawn_.inserts++ == 0) drawn_.place = entities_->Place();
-  expansion_->Begin(insert, attributes, entities_->Place());
+  Expansion().Begin(insert, attributes, entities_->Place());
 }
 
 bool DXFInFilter::DeliverFromBlock(tEntity& entity) {
@@ -188,19 +193,28 @@ void DXFInFilter::LeaveEntities() {
 }
 
 void DXFInFilter::TellOfBlocks() {
-  const auto inserts = [this](const BlockTally& tally) {
-    return scanner_->PlaceText(tally.place) + ": " + Counted(tally.inserts, "insert") + " of blocks came as ";
+  const auto tell = [this](WarningKind kind, const BlockTally& tally, const std::string& what, const char* mode,
+                           const char* then) {
+    report().Warn(kind, scanner_->PlaceText(tally.place) + ": " + what + " (" + interaction().Naming("blocks", mode) +
+                            " " + then + ")");
   };
-  const auto naming = [this](const char* mode) { return " (" + interaction().Naming("blocks", mode) + " "; };
   if (const BlockTally& undrawn = entities_->Undrawn(); undrawn.inserts > 0) {
-    report().Warn(WarningKind::BlocksNotDrawn,
-                  inserts(undrawn) + "points; the blocks draw " + std::to_string(undrawn.entities) +
-                      " entities that are not converted" + naming("expand") + "converts them)");
+    const std::string drawn =
+        std::to_string(undrawn.entities) + (undrawn.entities == 1 ? " entity that is" : " entities that are");
+    tell(WarningKind::BlocksNotDrawn, undrawn,
+         (undrawn.inserts == 1
+              ? "1 insert of a block came as a point; the block draws "
+              : std::to_string(undrawn.inserts) + " inserts of blocks came as points; the blocks draw ") +
+             drawn + " not converted",
+         "expand", "converts them");
   }
   if (drawn_.inserts > 0 && options().own.Text("blocks") != "both") {
-    report().Warn(WarningKind::BlockNames, inserts(drawn_) +
-                                               "what they draw; names and insertion points do not go along" +
-                                               naming("both") + "keeps them as points)");
+    tell(WarningKind::BlockNames, drawn_,
+         drawn_.inserts == 1
+             ? "1 insert of a block came as what it draws; its name and insertion point do not go along"
+             : std::to_string(drawn_.inserts) +
+                   " inserts of blocks came as what they draw; names and insertion points do not go along",
+         "both", drawn_.inserts == 1 ? "keeps it as a point" : "keeps them as points");
   }
 }
 

@@ -46,6 +46,7 @@ class DXFInFilter final : public InputFilter {
   bool HasMore() const { return (entities_ && entities_->HasWires()) || (expansion_ && expansion_->IsActive()); }
   EntitySource Source();
   bool ReadEntity(tEntity& entity);
+  BlockExpansion& Expansion();
   void Expand(const BlockInsert& insert, const tEntity& attributes);
   bool DeliverFromBlock(tEntity& entity);
   bool GoToEntities(GroupScanner& scanner, bool passEntities);

@@ -96,6 +96,8 @@ struct EntityContext {
   bool curved = false;  ///< a curve was drawn, so that the element depends on the tolerance
   bool toDraw = false;  ///< the entity is an insert that is to be drawn, which `insert` tells
   BlockInsert insert;
+  bool inArray = false;  ///< attributes that follow are those of an array of inserts, at `array`
+  BlockPlace array;
   BlockTally undrawn;  ///< inserts that were delivered as points only
 
   VertexChain chain, scratch;

@@ -14,6 +14,8 @@ bool EntityReader::Read(tEntity& element) {
   context_.atEnd = context_.toDraw = false;
   const std::string_view name = context_.source.scanner.Keyword();
   const EntityType* type = EntityTypeOf(name);
+  isOfInsert_ = type != nullptr && type->ofInsert;
+  if (!isOfInsert_) context_.inArray = false;
   if (type == nullptr) {
     PassOver(name);
     return false;

@@ -22,6 +22,15 @@ class EntityReader {
   /// Delivers the next wire of the entity that was read last; false when there is none left.
   bool NextWire(tEntity& element);
   bool HasWires() const { return context_.wires.HasNext(); }
+  /// Whether the entity read last is an attribute that stands at each place of an array of inserts.
+  bool IsOfArray() const { return context_.inArray && isOfInsert_; }
+  /// The array whose attributes may follow; a single place when there is none.
+  const BlockPlace& Array() const { return context_.inArray ? context_.array : alone_; }
+  /// Attributes that are read first belong to an insert at these places.
+  void BeginWithin(const BlockPlace& array) {
+    context_.inArray = array.Count() > 1;
+    context_.array = array;
+  }
   /// What the entity read last draws by a block, if anything; the element that it was read into has its attributes.
   const BlockInsert* ToDraw() const { return context_.toDraw ? &context_.insert : nullptr; }
   /// Sets how far the chains of curves may depart from them, and whether any that depended on it was read since.
@@ -44,7 +53,9 @@ class EntityReader {
   bool IsWanted(const EntityType* type);
 
   EntityContext context_;
+  const BlockPlace alone_ = {};
   bool insertInPaper_ = false;
+  bool isOfInsert_ = false;  // what was read last belongs to an insert
 };
 
 }  // namespace tesselink

@@ -47,6 +47,12 @@ Vertex BlockPlace::Location(std::int64_t n) const {
   return plane.ToWorld({place.x + dx * along.x - dy * along.y, place.y + dx * along.y + dy * along.x, place.z});
 }
 
+Placement BlockPlace::Step(std::int64_t n) const {
+  Placement step;
+  step.origin = Location(n) - Location(0);
+  return step;
+}
+
 Placement BlockPlace::PlacementOf(std::int64_t n, const Vertex& base) const {
   const Vertex along = DirectionOf(rotation);
   Placement placement{plane.ToWorld({scale.x * along.x, scale.x * along.y, 0}),

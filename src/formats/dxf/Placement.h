@@ -44,6 +44,8 @@ struct BlockPlace {
   std::int64_t Count() const { return columns * rows; }
   /// The place of the array's n-th insertion, from 0, row by row.
   Vertex Location(std::int64_t n) const;
+  /// How far it lies from the first one, as a map.
+  Placement Step(std::int64_t n) const;
   Placement PlacementOf(std::int64_t n, const Vertex& base) const;
 };
 

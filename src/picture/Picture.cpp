@@ -43,6 +43,7 @@ Picture::Picture(PictureBudget budget, const CurveTolerance& tolerance) : budget
 
 void Picture::Add(const tEntity& entity) {
   if (entity.PointCount() == -1) return;
+  if ((entity.Lost & kLostHiding) != 0) return;
   const std::int16_t kind = entity.bType;
   if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
   ++elements_;

@@ -104,6 +104,7 @@ void tEntity::Clear() {
   Closed = false;
   RGB = 0;
   IsBlack = false;
+  Lost = 0;
   ColourFrom = LineStyleFrom = StyleSource::Own;
   Record = 0;
 }

@@ -23,6 +23,12 @@ constexpr std::array kRows{
     Row{kHasUnmatchedLayer, WarningKind::UnmatchedLayers},
     Row{kHasSeveralPoints, WarningKind::PointGroups},
     Row{kHasClosedMark, WarningKind::ClosedMarks},
+    Row{kFirstOfReading * kLostArea, WarningKind::Areas},
+    Row{kFirstOfReading * kLostParts, WarningKind::PartsSplit},
+    Row{kFirstOfReading * kLostBaseline, WarningKind::Baselines},
+    Row{kFirstOfReading * kLostCurve, WarningKind::Curves},
+    Row{kFirstOfReading * kLostDigits, WarningKind::RoundedNumbers},
+    Row{kFirstOfReading * kLostHiding, WarningKind::Hidden},
 };
 
 bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && entity.Layer != "0"; }
@@ -40,7 +46,7 @@ bool TraitLosses::IsNamed(std::int32_t rgb) {
 }
 
 TraitSet TraitLosses::Of(const tEntity& entity) {
-  TraitSet found = 0;
+  TraitSet found = kFirstOfReading * entity.Lost;
   const auto note = [&](Trait trait, auto&& has) {
     if ((lacking_ & trait) != 0 && has()) found |= trait;
   };

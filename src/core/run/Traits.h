@@ -25,14 +25,17 @@ enum Trait : std::uint32_t {
   kHasClosedMark = 2048,      ///< a chain that is marked as closed
 };
 using TraitSet = std::uint32_t;
+/// The lowest of the bits in which a set holds those of ReadingLoss.
+inline constexpr TraitSet kFirstOfReading = TraitSet{1} << 24;
 
-/// Counts what the elements of a run had of the traits that its writer lacks.
+/// Counts what the elements of a run had of the traits that its writer lacks, and what their reader could not put into
+/// them.
 class TraitLosses {
  public:
   /// The losses outlive this.
   TraitLosses(TraitSet lacking, Losses& losses) : lacking_(lacking), losses_(losses) {}
 
-  /// Which of the lacking traits the element has.
+  /// Which of the lacking traits the element has, and above kFirstOfReading what its reader lost.
   TraitSet Of(const tEntity& entity);
   /// Counts them, once it has been written.
   void Count(TraitSet traits);

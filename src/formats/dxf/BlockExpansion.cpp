@@ -49,7 +49,11 @@ int Doublings(double factor) {
 }
 
 void RoundToSingles(tEntity& element) {
-  const auto single = [](double value) { return static_cast<double>(static_cast<float>(value)); };
+  const auto single = [&](double value) {
+    const auto rounded = static_cast<double>(static_cast<float>(value));
+    if (rounded != value) element.Lost |= kLostDigits;
+    return rounded;
+  };
   for (tEntity::Index i = 0; i <= element.ZCount(); ++i) element.Height(i, single(element.Height(i)));
   const auto [radius, start, end] = element.Curve();
   element.Curve({single(radius), single(start), single(end)});
@@ -334,6 +338,7 @@ bool BlockExpansion::Place(tEntity& element, const Placement& placement) {
 // Of what the block leaves open: its layer 0, and what is by block.
 void BlockExpansion::Style(const Frame& frame, EntityAttributes& style) {
   const EntityAttributes& insert = frame.style;
+  style.Lost |= insert.Lost & kLostHiding;
   const bool onInsertsLayer = style.Layer == "0";
   if (onInsertsLayer) style.Layer = insert.Layer;
   const bool sameLayer = style.Layer == insert.Layer;

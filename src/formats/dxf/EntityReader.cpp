@@ -12,6 +12,7 @@ bool EntityReader::Read(tEntity& element) {
   context_.groups.Begin(context_.source.scanner.Place());
   context_.wires.Clear();
   context_.atEnd = context_.toDraw = false;
+  context_.lost = 0;
   const std::string_view name = context_.source.scanner.Keyword();
   const EntityType* type = EntityTypeOf(name);
   isOfInsert_ = type != nullptr && type->ofInsert;

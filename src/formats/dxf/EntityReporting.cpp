@@ -26,6 +26,7 @@ void Warn(EntityContext& context, WarningKind kind, const std::string& what, std
 
 void NoteCurve(EntityContext& context, bool enough) {
   context.curved = true;
+  context.lost |= kLostCurve;
   if (enough) return;
   Warn(context, WarningKind::CoarseCurves,
        "departs from its chain by more than the tolerance, which takes more vertices than a curve may have");

@@ -19,8 +19,11 @@ constexpr std::int32_t kByLayer = 256;
 std::int32_t RedLow(std::int32_t colour) { return (colour >> 16 & 0xFF) | (colour & 0xFF00) | (colour & 0xFF) << 16; }
 
 // A number as the reading keeps it.
-double Stored(const EntityContext& context, double value) {
-  return context.source.inFull ? value : static_cast<double>(static_cast<float>(value));
+double Stored(EntityContext& context, double value) {
+  if (context.source.inFull) return value;
+  const auto single = static_cast<double>(static_cast<float>(value));
+  if (single != value) context.lost |= kLostDigits;
+  return single;
 }
 
 void StoreLineType(EntityContext& context, tEntity& element, const DrawingLayer& layer) {
@@ -99,6 +102,8 @@ std::int32_t RgbOf(EntityContext& context, const DrawingLayer& layer) {
 
 void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
+  constexpr int kVisibility = 60;
+  element.Lost |= static_cast<std::uint8_t>(context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0));
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
   context.insert.layer = &layer;
   element.Layer = layer.name;

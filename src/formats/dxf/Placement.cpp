@@ -97,6 +97,7 @@ void Placing::PlaceVertices(tEntity& element, const Placement& placement) {
 void Placing::PlaceBulges(tEntity& element, const Placement& placement) {
   if (!placement.KeepsCircles()) {
     coarse_ = !DrawBulges(element, chain_, tolerance_.Scaled(placement.GreatestScale()));
+    element.Lost |= kLostCurve;
   } else if (placement.IsMirrored()) {
     for (double& bulge : element.Bulges) bulge = -bulge;
   }
@@ -127,6 +128,7 @@ void Placing::StoreEllipse(tEntity& element, const Placement& placement) {
   coarse_ = !AppendEllipse(chain_, centre, major, minor, whole ? 0 : from * kRadians - t, sweep, tolerance_);
   element.bType = kPolyline;
   element.Closed = sweep >= kTurn;
+  element.Lost |= kLostCurve;
   element.Curve({});
   StoreVertices(element, chain_);
 }

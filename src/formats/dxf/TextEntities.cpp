@@ -50,7 +50,11 @@ bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t verti
   }
   drawing.Text().DecodeText(groups.Text(), element.Text);
   element.TextAng = plane.AngleToWorld(angle);
-  element.TextJust = JustificationOf(horizontal, vertical, context.source.baselines ? kBaseline : kBottom);
+  element.TextJust = JustificationOf(horizontal, vertical, kBaseline);
+  if (!context.source.baselines && PlacementOf(element.TextJust).up == kBaseline) {
+    element.TextJust = JustificationOf(horizontal, vertical, kBottom);
+    context.lost |= kLostBaseline;
+  }
   StoreHeight(context, element);
   return StorePoint(context, element, kText, plane.ToWorld(groups.Point(second ? 1 : 0)));
 }
@@ -62,6 +66,8 @@ bool MakeText(EntityContext& context, tEntity& element) {
 }
 
 bool MakeAttrib(EntityContext& context, tEntity& element) {
+  constexpr std::int32_t kInvisible = 1;
+  if ((context.groups.Integer(70, 0) & kInvisible) != 0) context.lost |= kLostHiding;
   return MakePlacedText(context, element, context.groups.Integer(74, 0));
 }
 

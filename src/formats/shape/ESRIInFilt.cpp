@@ -268,8 +268,11 @@ bool ESRIInFilt::DeliverShape(tEntity& entity) {
     if (type.layout == ShapeLayout::Patches) {
       report().Warn(WarningKind::Patches, Where() + ": a MultiPatch came as closed chains, without its faces");
     }
-  } else if (!records_.ReadPart(entity)) {
-    return false;
+  } else {
+    const bool isFirst = records_.AtFirstPart();
+    if (!records_.ReadPart(entity)) return false;
+    if (isFirst)
+      entity.Lost = static_cast<std::uint8_t>((type.isArea ? kLostArea : 0) | (records_.PartsLeft() ? kLostParts : 0));
   }
   entity.Closed = reading_.closesPolygons && type.isClosed;
   SetAttributes(entity);

@@ -251,12 +251,12 @@ void ShapeRecords::FindZAndM(const ShapeType& type, std::int64_t at, std::int64_
 
 void ShapeRecords::WarnOfNoZ() { Warn(WarningKind::NoZValues, "has no room for the z values of its type; z is 0"); }
 
-// The system's own convention knows no m. A MultiPatch, whose vertices may come in another order, gives its up: it is
-// counted where one of them says something.
+// The system's own convention knows no m, and a MultiPatch, whose vertices may come in another order, gives its up:
+// they are counted where one of them says something.
 void ShapeRecords::FindMeasures(const ShapeType& type, std::int64_t at, std::int32_t count) {
   constexpr std::int32_t kAtOnce = 4096;
-  if (!everyType_) return;
-  if (type.layout != ShapeLayout::Patches) {
+  const bool ofPatch = type.layout == ShapeLayout::Patches;
+  if (everyType_ && !ofPatch) {
     current_.mAt = at;
     return;
   }
@@ -266,7 +266,8 @@ void ShapeRecords::FindMeasures(const ShapeType& type, std::int64_t at, std::int
     for (std::size_t i = 0; i < values.size(); i += 8) {
       const auto m = LittleEndian<double>(&values[i]);
       if (!(m > kNoMeasure) || m == 0) continue;
-      Warn(WarningKind::Measures, "its m values are left out, as those of every MultiPatch");
+      Warn(WarningKind::Measures,
+           std::string("its m values are left out") + (ofPatch ? ", as those of every MultiPatch" : ""));
       return;
     }
   }

@@ -7,6 +7,7 @@
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
+#include "core/io/Utf8.h"
 #include "core/run/Report.h"
 #include "formats/dxf/DrawingEncoding.h"
 
@@ -23,6 +24,9 @@ bool SameVertex(const tEntity& entity, tEntity::Index a, tEntity::Index b) {
 }
 
 // Line types that no table holds.
+constexpr const char* kContinuous = "CONTINUOUS";
+constexpr std::string_view kLettersBeyondAscii = "letters beyond ASCII";
+
 bool IsInherited(const std::string& lineType) {
   return EqualsIgnoringCase(lineType, "BYLAYER") || EqualsIgnoringCase(lineType, "BYBLOCK");
 }
@@ -81,7 +85,7 @@ void DXFOutFilter::Create(const std::string& path) {
   entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
   layers_ = DrawingNames(conventions_.layerNames);
   lineTypes_ = DrawingNames(conventions_.lineTypeNames);
-  lineTypes_.Of("CONTINUOUS");
+  lineTypes_.Of(kContinuous);
   patterns_.clear();
   if (conventions_.fullTables) layers_.Of("0");
   extents_ = {};
@@ -94,9 +98,11 @@ void DXFOutFilter::SourceOpened(InputFilter& source) {
 }
 
 WriteResult DXFOutFilter::Write(tEntity& entity) {
-  if (entity.LineStyle.empty()) entity.LineStyle = "CONTINUOUS";
+  rounded_ = (entity.Lost & kLostDigits) != 0;  // which has been counted
+  if (entity.LineStyle.empty()) entity.LineStyle = kContinuous;
   NumberColour(entity);
   NoteNames(entity);
+  if (conventions_.chainsAsStored) NoteMisread(entity);
   const tEntity::Index last = entity.PointCount();
   NoteExtents(entity, last);
   if (IsDegenerate(entity, last)) {
@@ -177,10 +183,30 @@ void DXFOutFilter::NoteLineType(const tEntity& entity, DrawingNames::Entry& laye
   if (layer.lineType == *lineType_) lineType_ = &kByLayerType;
 }
 
+// What other programs read otherwise than it was meant, or not at all.
+void DXFOutFilter::NoteMisread(const tEntity& entity) {
+  if (entity.bType == kPolyline) {
+    if (entity.Closed) NoteMissed("that chains are closed");
+    if (entity.HasHeight()) NoteMissed("elevations of polylines");
+  } else if (entity.bType == kText) {
+    if (PlacementOf(entity.TextJust).up > 0) NoteMissed("the vertical placement of texts");
+    if (!IsAscii(entity.Text)) NoteMissed(kLettersBeyondAscii);
+  }
+  const bool isDefined = EqualsIgnoringCase(entity.LineStyle, kContinuous) || IsInherited(entity.LineStyle);
+  if (!isDefined) NoteMissed("undefined line types");
+}
+
+void DXFOutFilter::NoteRefusedName(const std::string& name) {
+  if (!IsAscii(name)) NoteMissed(kLettersBeyondAscii);
+  if (!EncodeName(name, encoded_)) NoteMissed("layers whose names they refuse");
+}
+
 DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string& name, const char* what) {
   const std::size_t before = names.All().size();
   DrawingNames::Entry& entry = names.Of(name);
-  if (entry.changed && names.All().size() > before) {
+  const bool isNew = names.All().size() > before;
+  if (isNew && conventions_.layerNames == DrawingNames::Rule::AsGiven) NoteRefusedName(name);
+  if (entry.changed && isNew) {
     report().Warn(WarningKind::Names,
                   path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
                       "\" has another name there; names hold up to 240 letters, digits, $, -, _ and blanks within, "
@@ -242,11 +268,20 @@ void DXFOutFilter::Vertex(const tEntity& entity, tEntity::Index index, bool seco
   entities_.Write(second ? " 11\r\n" : " 10\r\n").Number(entity.x(index));
   entities_.Write(second ? "\r\n 21\r\n" : "\r\n 20\r\n").Number(entity.Y(index));
   entities_.Write(second ? "\r\n 31\r\n" : "\r\n 30\r\n");
-  Height(entities_, entity.Height(index)).EndLine();
+  Height(entity.Height(index)).EndLine();
 }
 
 FileWriter& DXFOutFilter::Height(FileWriter& file, double value) const {
   return conventions_.heightsInFull ? file.Number(value) : file.Single(static_cast<float>(value));
+}
+
+// The height of a vertex; the first one of an element that is rounded is counted.
+FileWriter& DXFOutFilter::Height(double value) {
+  if (!rounded_ && !conventions_.heightsInFull && static_cast<double>(static_cast<float>(value)) != value) {
+    rounded_ = true;
+    Lost(WarningKind::RoundedNumbers);
+  }
+  return Height(entities_, value);
 }
 
 void DXFOutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
@@ -268,7 +303,6 @@ void DXFOutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
 
 void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
   Open("POLYLINE", entity);
-  if (conventions_.chainsAsStored && entity.Closed) NoteMissed("that chains are closed");
   const bool inSpace = !conventions_.chainsAsStored && !entity.IsLevel();
   if (!conventions_.chainsAsStored) {
     WritePolylineForm(entity, inSpace);
@@ -293,13 +327,12 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
 void DXFOutFilter::WritePolylineForm(const tEntity& entity, bool inSpace) {
   constexpr int kClosed = 1, kInSpace = 8;
   entities_.Write(" 66\r\n1\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n");
-  Height(entities_, inSpace ? 0 : entity.Height(0)).EndLine();
+  Height(inSpace ? 0 : entity.Height(0)).EndLine();
   entities_.Line(" 70").Integer((entity.Closed ? kClosed : 0) + (inSpace ? kInSpace : 0)).EndLine();
 }
 
 void DXFOutFilter::WriteText(const tEntity& entity) {
   auto [across, up] = PlacementOf(entity.TextJust);
-  if (conventions_.placementAsByte && up > 0) NoteMissed("the vertical placement of texts");
   if (!conventions_.placementAsByte) {
     across = across > 2 ? 0 : across;
     up = up > 48 ? 0 : up / 16;
@@ -392,7 +425,7 @@ void DXFOutFilter::WriteLayerTable() {
     header_.Write("  0\r\nLAYER\r\n  2\r\n").Write(Printable(layer.name)).Write("\r\n 70\r\n64\r\n 62\r\n");
     ++position;
     header_.Integer(conventions_.layerColourIsPosition ? position : layer.colour == 0 ? kWhite : layer.colour);
-    header_.Write("\r\n  6\r\n").Line(layer.lineType.empty() ? "CONTINUOUS" : layer.lineType);
+    header_.Write("\r\n  6\r\n").Line(layer.lineType.empty() ? kContinuous : layer.lineType);
   }
   header_.Write("  0\r\nENDTAB\r\n");
 }

@@ -63,6 +63,8 @@ class DXFOutFilter final : public OutputFilter {
   void NumberColour(tEntity& entity);
   void NoteNames(const tEntity& entity);
   void NoteLineType(const tEntity& entity, DrawingNames::Entry& layer);
+  void NoteMisread(const tEntity& entity);
+  void NoteRefusedName(const std::string& name);
   DrawingNames::Entry& NameIn(DrawingNames& names, const std::string& name, const char* what);
   void NoteExtents(const tEntity& entity, tEntity::Index last);
   void WritePoints(const tEntity& entity, tEntity::Index last);
@@ -75,6 +77,7 @@ class DXFOutFilter final : public OutputFilter {
   void Open(std::string_view type, const tEntity& entity);
   void Vertex(const tEntity& entity, tEntity::Index index, bool second = false);
   FileWriter& Height(FileWriter& file, double value) const;
+  FileWriter& Height(double value);
   void Text(std::string_view code, std::string_view value);
   void Colour(const tEntity& entity);
   void WriteLineTypeTable();
@@ -91,6 +94,7 @@ class DXFOutFilter final : public OutputFilter {
   std::unordered_map<std::string, LineType> patterns_;  // of line types, by their names in capitals
   const std::string* layer_ = nullptr;                  // of the element at hand, as the drawing holds it
   const std::string* lineType_ = nullptr;               // likewise
+  bool rounded_ = false;                                // a height of the element at hand was
   bool byLayer_ = false;                                // the element has the layer's colour by layer
   Extents extents_;
   std::string printable_, encoded_;

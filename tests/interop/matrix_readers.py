@@ -117,8 +117,8 @@ def tesselink(program, *arguments):
     return run.returncode, run.stdout.decode("utf-8"), run.stderr.decode("utf-8", "replace")
 
 
-def by_tesselink(program, path, *options):
-    code, out, errors = tesselink(program, "cat", "--dialect", "standard", *options, path)
+def by_tesselink(program, path, *options, dialect="standard"):
+    code, out, errors = tesselink(program, "cat", "--dialect", dialect, *options, path)
     check(code == 0, f"cat: exit code {code}: {errors.strip()[:200]}")
     return [from_cat(json.loads(line)) for line in out.splitlines()]
 

@@ -6,6 +6,8 @@ import functools
 import math
 import pathlib
 
+import numpy
+
 from matrix_readers import ARC, CHAIN, CIRCLE, COLOURS, LINE, NO_CODE, POINT, TEXT, decoded, leading_number, raw
 
 CHAINS, CURVES = (LINE, CHAIN), (CIRCLE, ARC)
@@ -235,6 +237,51 @@ STANDARD = {
     "grd": [
         *SINGLE_CHAINS, NO_POINTS, ("texts", without(TEXT)), HEIGHTS, CURVES_DRAWN, AS_POLYLINES, WITH_CLOSING, CLOSED,
         ("layers", when(always, layer="")), ("colours", when(always, colour=0, rgb=lambda e: e.rgb and (0, 0, 0))), LINE_TYPES, CODES],
+}
+
+# ---- the same of the classic dialect
+
+
+def single(value):
+    """What single precision makes of a number, as it is shown."""
+    return value and float(str(numpy.float32(value)))
+
+
+# Kinds that are not written.
+SKIPPED = {"dxf": (ARC,), "shp points": CHAINS + CURVES, "shp polylines": (POINT, TEXT), "asc": (POINT,), "grd": (POINT, TEXT)}
+# What readers give up of elements as the standard dialect reads them.
+CLASSIC_READING = {
+    "shp": [("areas", when(lambda e: e.area, area=False)), ("parts", each(part_by_part)),
+            ("measures", when(lambda e: any(e.measures or ()), measures=()))],
+    "dxf": [BASELINES, ("curves", when(lambda e: any(e.bulges), bulges=())),
+            ("digits", when(always, radius=lambda e: single(e.radius), start=lambda e: single(e.start), end=lambda e: single(e.end),
+                            xyz=lambda e: tuple((x, y, single(z)) for x, y, z in e.xyz)))],
+}
+NAMED = ("layers", when(always, layer=colour_name))
+# What writers give up of elements as the classic dialect reads them.
+CLASSIC = {
+    "dxf": [
+        TOGETHER, SYMBOLS, ("closed marks", when(lambda e: e.closed and e.kind in CHAINS, closed=False)),
+        ("vertices at the origin", when(lambda e: len(e.xyz) > 1, xyz=lambda e: tuple(v for v in e.xyz if any(v)))),
+        ("true colours", when(lambda e: e.rgb and 0 < e.colour < 256, rgb=lambda e: NUMBERED[e.colour])),
+        ("digits", when(always, xyz=lambda e: tuple((x, y, single(z)) for x, y, z in e.xyz))), CODES, ATTRIBUTES],
+    "shp points": [
+        TOGETHER, ("justification", when(lambda e: e.just, just=0)), HEIGHTS, LINE_TYPES, COLOURS_NAMED,
+        ("long texts", when(always, layer=cut("layer", 49), text=cut("text", 99))), ATTRIBUTES],
+    "shp polylines": [
+        ("curves", when(lambda e: e.kind in CURVES, kind=CHAIN)), CLOSED, HEIGHTS, LINE_TYPES, COLOURS_NAMED,
+        ("long texts", when(always, layer=cut("layer", 49))), ATTRIBUTES],
+    "asc": [
+        HEIGHTS, ("curves", when(lambda e: e.kind in CURVES, kind=CHAIN)), CLOSED, LINE_TYPES, CODES, NAMED, COLOURS_NAMED, WHOLE_SIZES,
+        ATTRIBUTES],
+    "cdf": [
+        HEIGHTS, ("curves", when(lambda e: e.kind in CURVES, kind=CHAIN)), LINE_TYPES, TOGETHER, ("points", in_point_file),
+        ("unmatched layers", when(lambda e: e.code in ("", NO_CODE), layer="Unassociated")),
+        ("blank texts", each(lambda e: None if is_text(e) and not e.text.strip(" ") else e)),
+        ("long texts", when(is_text, text=lambda e: decoded(raw(e.text)[:34]))), WHOLE_SIZES, ATTRIBUTES],
+    "grd": [
+        HEIGHTS, ("curves", when(lambda e: e.kind in CURVES, kind=CHAIN)), CLOSED, ("layers", when(always, layer="")),
+        ("colours", when(always, colour=0, rgb=lambda e: e.rgb and (0, 0, 0))), LINE_TYPES, CODES],
 }
 
 # ---- what programs find of that

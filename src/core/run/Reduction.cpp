@@ -12,9 +12,8 @@ bool Reduction::Fits(const tEntity& entity) const {
 
 bool Reduction::HoldsBulgesOf(const tEntity& entity) const { return holding_.bulges && entity.IsLevel(); }
 
-// That a circle is written as a chain, the account of a classic conversion tells already.
 void Reduction::DrawCurve(tEntity& entity) {
-  if (!tolerance_.IsClassic()) lost_.push_back(WarningKind::Curves);
+  lost_.push_back(WarningKind::Curves);
   chain_.clear();
   if (!AppendCurve(chain_, entity, tolerance_)) lost_.push_back(WarningKind::CoarseCurves);
   entity.Closed = entity.bType == kCircle;

@@ -105,10 +105,9 @@ void CDFOutFilter::SetDefaults(tEntity& entity) {
   if (entity.CDFCode.size() == kCode) entity.CDFCode += entity.Closed ? '1' : '0';
 }
 
-// By the classic chains the account of the conversion tells it.
 void CDFOutFilter::ToChain(tEntity& entity) {
   const CurveTolerance tolerance = options().Curves();
-  if (!tolerance.IsClassic()) Lost(WarningKind::Curves);
+  Lost(WarningKind::Curves);
   chain_.clear();
   if (!AppendCurve(chain_, entity, tolerance)) Lost(WarningKind::CoarseCurves);
   entity.ClearVertices();

@@ -151,6 +151,7 @@ void AscOutFilter::ToMetres(tEntity& entity) {
 }
 
 void AscOutFilter::ToChain(tEntity& entity) {
+  Lost(WarningKind::Curves);
   if (LooksGeographic(entity)) ToMetres(entity);
   ToSteps(entity);
   entity.bType = kPolyline;

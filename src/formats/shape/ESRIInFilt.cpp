@@ -269,10 +269,11 @@ bool ESRIInFilt::DeliverShape(tEntity& entity) {
       report().Warn(WarningKind::Patches, Where() + ": a MultiPatch came as closed chains, without its faces");
     }
   } else {
-    const bool isFirst = records_.AtFirstPart();
+    if (records_.AtFirstPart()) {
+      lost_ = static_cast<std::uint8_t>((type.isArea ? kLostArea : 0) | (records_.Parts() > 1 ? kLostParts : 0));
+    }
     if (!records_.ReadPart(entity)) return false;
-    if (isFirst)
-      entity.Lost = static_cast<std::uint8_t>((type.isArea ? kLostArea : 0) | (records_.PartsLeft() ? kLostParts : 0));
+    entity.Lost = std::exchange(lost_, std::uint8_t{0});
   }
   entity.Closed = reading_.closesPolygons && type.isClosed;
   SetAttributes(entity);

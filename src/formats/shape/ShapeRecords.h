@@ -56,6 +56,7 @@ class ShapeRecords {
 
   /// Leaves the current record as if it held nothing more.
   void Leave() { part_ = current_.parts; }
+  std::int32_t Parts() const { return current_.parts; }
   bool AtFirstPart() const { return part_ == 0; }
   bool PartsLeft() const { return part_ < current_.parts; }
   /// Puts the vertices of the next part into a cleared element. False when the part holds none. A triangle strip comes

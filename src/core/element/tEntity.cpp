@@ -37,13 +37,6 @@ bool tEntity::Grow(Coordinates& values, Index index) {
   return true;
 }
 
-tEntity::Index tEntity::PointCount() const {
-  state_ = ErrorState::None;
-  const std::size_t size = std::min(x_.size(), y_.size());
-  if (size == 1 && x_[0] == 0 && y_[0] == 0 && !(countsOrigin_ && stored_)) return -1;
-  return static_cast<Index>(size) - 1;
-}
-
 bool tEntity::IsLevel() const {
   return std::all_of(z_.begin(), z_.end(), [this](double value) { return value == z_.front(); });
 }

@@ -127,7 +127,12 @@ class tEntity : public EntityAttributes {
 
   /// Index of the last vertex, the smaller of the bounds of x and y; -1 when there is none, which is also what a single
   /// vertex at (0, 0) counts as unless `CountOrigin` says otherwise.
-  Index PointCount() const;
+  Index PointCount() const {
+    state_ = ErrorState::None;
+    const std::size_t size = x_.size() < y_.size() ? x_.size() : y_.size();
+    if (size == 1 && x_[0] == 0 && y_[0] == 0 && !(countsOrigin_ && stored_)) return -1;
+    return static_cast<Index>(size) - 1;
+  }
   /// Whether a single vertex that was stored at (0, 0) is one; clearing leaves that as it is.
   void CountOrigin(bool counts) { countsOrigin_ = counts; }
   /// The upper bound of one array; -1 when it holds a single 0.

@@ -3,11 +3,10 @@
 #include "core/run/Losses.h"
 
 namespace tesselink {
-bool Reduction::Fits(const tEntity& entity) const {
-  if (IsCurve(entity.bType) && !holding_.curves) return false;
-  return entity.IsPlain() ||
-         ((entity.Parts.empty() || holding_.parts) && (!entity.IsArea || holding_.areas) &&
-          (entity.Bulges.empty() || HoldsBulgesOf(entity)) && (entity.Measures.empty() || holding_.measures));
+
+bool Reduction::HoldsAllOf(const tEntity& entity) const {
+  return (entity.Parts.empty() || holding_.parts) && (!entity.IsArea || holding_.areas) &&
+         (entity.Bulges.empty() || HoldsBulgesOf(entity)) && (entity.Measures.empty() || holding_.measures);
 }
 
 bool Reduction::HoldsBulgesOf(const tEntity& entity) const { return holding_.bulges && entity.IsLevel(); }

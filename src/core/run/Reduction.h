@@ -37,11 +37,14 @@ class Reduction {
       : holding_(holding), losses_(losses), tolerance_(tolerance) {}
 
   /// Whether the element is one that the writer holds as it is.
-  bool Fits(const tEntity& entity) const;
+  bool Fits(const tEntity& entity) const {
+    return (holding_.curves || !IsCurve(entity.bType)) && (entity.IsPlain() || HoldsAllOf(entity));
+  }
   /// Hands the elements that stand for one that does not fit to a function, which may change them.
   void Reduce(tEntity& entity, const Sink& sink);
 
  private:
+  bool HoldsAllOf(const tEntity& entity) const;
   bool HoldsBulgesOf(const tEntity& entity) const;
   bool HandOut(tEntity& entity, const Sink& sink);
   void DrawCurve(tEntity& entity);

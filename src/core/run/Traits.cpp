@@ -67,7 +67,7 @@ TraitSet TraitLosses::Of(const tEntity& entity) {
   return found;
 }
 
-void TraitLosses::Count(TraitSet traits) {
+void TraitLosses::CountEach(TraitSet traits) {
   for (const Row& row : kRows) {
     if ((traits & row.trait) != 0) losses_.Add(row.kind);
   }

@@ -38,9 +38,12 @@ class TraitLosses {
   /// Which of the lacking traits the element has, and above kFirstOfReading what its reader lost.
   TraitSet Of(const tEntity& entity);
   /// Counts them, once it has been written.
-  void Count(TraitSet traits);
+  void Count(TraitSet traits) {
+    if (traits != 0) CountEach(traits);
+  }
 
  private:
+  void CountEach(TraitSet traits);
   bool IsNamed(std::int32_t rgb);
 
   TraitSet lacking_;

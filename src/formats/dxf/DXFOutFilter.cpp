@@ -24,7 +24,7 @@ bool SameVertex(const tEntity& entity, tEntity::Index a, tEntity::Index b) {
 }
 
 // Line types that no table holds.
-constexpr const char* kContinuous = "CONTINUOUS";
+const std::string kContinuous = "CONTINUOUS";
 constexpr std::string_view kLettersBeyondAscii = "letters beyond ASCII";
 
 bool IsInherited(const std::string& lineType) {
@@ -84,6 +84,7 @@ void DXFOutFilter::Create(const std::string& path) {
   header_ = FileWriter(headerFile_.TakeHandle(), headerFile_.Path());
   entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
   layers_ = DrawingNames(conventions_.layerNames);
+  headLayer_ = nullptr;
   lineTypes_ = DrawingNames(conventions_.lineTypeNames);
   lineTypes_.Of(kContinuous);
   patterns_.clear();
@@ -98,13 +99,11 @@ void DXFOutFilter::SourceOpened(InputFilter& source) {
 }
 
 WriteResult DXFOutFilter::Write(tEntity& entity) {
-  rounded_ = (entity.Lost & kLostDigits) != 0;  // which has been counted
-  if (entity.LineStyle.empty()) entity.LineStyle = kContinuous;
   NumberColour(entity);
   NoteNames(entity);
-  if (conventions_.chainsAsStored) NoteMisread(entity);
   const tEntity::Index last = entity.PointCount();
   NoteExtents(entity, last);
+  if (conventions_.chainsAsStored) NoteMisread(entity);
   if (IsDegenerate(entity, last)) {
     WritePoints(entity, last);
     return WriteResult::Converted;
@@ -176,8 +175,9 @@ void DXFOutFilter::NoteNames(const tEntity& entity) {
 
 void DXFOutFilter::NoteLineType(const tEntity& entity, DrawingNames::Entry& layer) {
   static const std::string kByLayerType("BYLAYER");
-  const bool asGiven = !conventions_.fullTables || IsInherited(entity.LineStyle);
-  lineType_ = asGiven ? &entity.LineStyle : &NameIn(lineTypes_, entity.LineStyle, "line type").name;
+  const std::string& given = entity.LineStyle.empty() ? kContinuous : entity.LineStyle;
+  const bool asGiven = !conventions_.fullTables || IsInherited(given);
+  lineType_ = asGiven ? &given : &NameIn(lineTypes_, given, "line type").name;
   if (asGiven || entity.LineStyleFrom != StyleSource::Layer) return;
   if (layer.lineType.empty()) layer.lineType = *lineType_;
   if (layer.lineType == *lineType_) lineType_ = &kByLayerType;
@@ -185,15 +185,25 @@ void DXFOutFilter::NoteLineType(const tEntity& entity, DrawingNames::Entry& laye
 
 // What other programs read otherwise than it was meant, or not at all.
 void DXFOutFilter::NoteMisread(const tEntity& entity) {
+  if (extents_.minZ != 0 || extents_.maxZ != 0) NoteHeights(entity);
   if (entity.bType == kPolyline) {
     if (entity.Closed) NoteMissed("that chains are closed");
-    if (entity.HasHeight()) NoteMissed("elevations of polylines");
   } else if (entity.bType == kText) {
     if (PlacementOf(entity.TextJust).up > 0) NoteMissed("the vertical placement of texts");
     if (!IsAscii(entity.Text)) NoteMissed(kLettersBeyondAscii);
   }
-  const bool isDefined = EqualsIgnoringCase(entity.LineStyle, kContinuous) || IsInherited(entity.LineStyle);
+  const bool isDefined =
+      lineType_ == &kContinuous || EqualsIgnoringCase(entity.LineStyle, kContinuous) || IsInherited(entity.LineStyle);
   if (!isDefined) NoteMissed("undefined line types");
+}
+
+// Of a drawing in which there are any.
+void DXFOutFilter::NoteHeights(const tEntity& entity) {
+  if (!entity.HasHeight()) return;
+  if (entity.bType == kPolyline) NoteMissed("elevations of polylines");
+  const auto isRounded = [](double z) { return static_cast<double>(static_cast<float>(z)) != z; };
+  const bool isTold = (entity.Lost & kLostDigits) != 0;
+  if (!isTold && std::any_of(entity.AllZ().begin(), entity.AllZ().end(), isRounded)) Lost(WarningKind::RoundedNumbers);
 }
 
 void DXFOutFilter::NoteRefusedName(const std::string& name) {
@@ -202,11 +212,10 @@ void DXFOutFilter::NoteRefusedName(const std::string& name) {
 }
 
 DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string& name, const char* what) {
-  const std::size_t before = names.All().size();
   DrawingNames::Entry& entry = names.Of(name);
-  const bool isNew = names.All().size() > before;
-  if (isNew && conventions_.layerNames == DrawingNames::Rule::AsGiven) NoteRefusedName(name);
-  if (entry.changed && isNew) {
+  if (std::exchange(entry.isTold, true)) return entry;
+  if (conventions_.layerNames == DrawingNames::Rule::AsGiven) NoteRefusedName(name);
+  if (entry.changed) {
     report().Warn(WarningKind::Names,
                   path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
                       "\" has another name there; names hold up to 240 letters, digits, $, -, _ and blanks within, "
@@ -216,14 +225,16 @@ DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string
 }
 
 void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
+  Extents widened = extents_;  // in registers rather than in memory
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) {
       Lost(WarningKind::OriginVertices);
       NoteMissed("vertices at the origin");
     } else {
-      extents_.Add(entity.x(i), entity.Y(i), entity.Height(i));
+      widened.Add(entity.x(i), entity.Y(i), entity.Height(i));
     }
   }
+  extents_ = widened;
   if (!entity.Bulges.empty()) extents_.AddArcs(entity);
 }
 
@@ -247,10 +258,21 @@ void DXFOutFilter::Text(std::string_view code, std::string_view value) { entitie
 
 // The lines that most kinds begin with.
 void DXFOutFilter::Open(std::string_view type, const tEntity& entity) {
-  Text("  0", type);
-  Text("  8", Printable(*layer_));
-  Text("  6", Printable(*lineType_));
+  const bool isSame = layer_ == headLayer_ && *lineType_ == headLineType_;
+  if (!isSame) BuildHead();
+  entities_.Write("  0\r\n").Line(type).Write(head_);
   Colour(entity);
+}
+
+// The lines that name layer and line type serve further elements, unless something in them is to be told of each.
+void DXFOutFilter::BuildHead() {
+  const std::string& layer = Printable(*layer_);
+  const bool isLayerAsGiven = &layer == layer_;
+  head_.assign("  8\r\n").append(layer).append("\r\n  6\r\n");
+  const std::string& lineType = Printable(*lineType_);
+  head_.append(lineType).append("\r\n");
+  headLayer_ = isLayerAsGiven && &lineType == lineType_ ? layer_ : nullptr;
+  headLineType_ = *lineType_;
 }
 
 void DXFOutFilter::Colour(const tEntity& entity) {
@@ -268,20 +290,16 @@ void DXFOutFilter::Vertex(const tEntity& entity, tEntity::Index index, bool seco
   entities_.Write(second ? " 11\r\n" : " 10\r\n").Number(entity.x(index));
   entities_.Write(second ? "\r\n 21\r\n" : "\r\n 20\r\n").Number(entity.Y(index));
   entities_.Write(second ? "\r\n 31\r\n" : "\r\n 30\r\n");
-  Height(entity.Height(index)).EndLine();
+  Height(entities_, entity.Height(index)).EndLine();
+}
+
+void DXFOutFilter::Bulge(const tEntity& entity, std::size_t segment) {
+  if (segment >= entity.Bulges.size() || entity.Bulges[segment] == 0) return;
+  entities_.Write(" 42\r\n").Number(entity.Bulges[segment]).EndLine();
 }
 
 FileWriter& DXFOutFilter::Height(FileWriter& file, double value) const {
   return conventions_.heightsInFull ? file.Number(value) : file.Single(static_cast<float>(value));
-}
-
-// The height of a vertex; the first one of an element that is rounded is counted.
-FileWriter& DXFOutFilter::Height(double value) {
-  if (!rounded_ && !conventions_.heightsInFull && static_cast<double>(static_cast<float>(value)) != value) {
-    rounded_ = true;
-    Lost(WarningKind::RoundedNumbers);
-  }
-  return Height(entities_, value);
 }
 
 void DXFOutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
@@ -310,14 +328,12 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
     if (entity.Closed && last > 1 && SameVertex(entity, 0, last) && !SameVertex(entity, 0, last - 1)) --last;
   }
   vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Printable(*layer_)).append("\r\n");
+  const bool hasBulges = !entity.Bulges.empty();
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) continue;
     entities_.Write(vertexHead_);
     Vertex(entity, i);
-    const auto segment = static_cast<std::size_t>(i);
-    if (segment < entity.Bulges.size() && entity.Bulges[segment] != 0) {
-      entities_.Write(" 42\r\n").Number(entity.Bulges[segment]).EndLine();
-    }
+    if (hasBulges) Bulge(entity, static_cast<std::size_t>(i));
     if (inSpace) entities_.Write(" 70\r\n32\r\n");
   }
   Text("  0", "SEQEND");
@@ -327,7 +343,7 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
 void DXFOutFilter::WritePolylineForm(const tEntity& entity, bool inSpace) {
   constexpr int kClosed = 1, kInSpace = 8;
   entities_.Write(" 66\r\n1\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n");
-  Height(inSpace ? 0 : entity.Height(0)).EndLine();
+  Height(entities_, inSpace ? 0 : entity.Height(0)).EndLine();
   entities_.Line(" 70").Integer((entity.Closed ? kClosed : 0) + (inSpace ? kInSpace : 0)).EndLine();
 }
 

@@ -64,6 +64,7 @@ class DXFOutFilter final : public OutputFilter {
   void NoteNames(const tEntity& entity);
   void NoteLineType(const tEntity& entity, DrawingNames::Entry& layer);
   void NoteMisread(const tEntity& entity);
+  void NoteHeights(const tEntity& entity);
   void NoteRefusedName(const std::string& name);
   DrawingNames::Entry& NameIn(DrawingNames& names, const std::string& name, const char* what);
   void NoteExtents(const tEntity& entity, tEntity::Index last);
@@ -75,9 +76,10 @@ class DXFOutFilter final : public OutputFilter {
   void WriteCircle(const tEntity& entity);
   void WriteArc(const tEntity& entity);
   void Open(std::string_view type, const tEntity& entity);
+  void BuildHead();
   void Vertex(const tEntity& entity, tEntity::Index index, bool second = false);
+  void Bulge(const tEntity& entity, std::size_t segment);
   FileWriter& Height(FileWriter& file, double value) const;
-  FileWriter& Height(double value);
   void Text(std::string_view code, std::string_view value);
   void Colour(const tEntity& entity);
   void WriteLineTypeTable();
@@ -94,11 +96,12 @@ class DXFOutFilter final : public OutputFilter {
   std::unordered_map<std::string, LineType> patterns_;  // of line types, by their names in capitals
   const std::string* layer_ = nullptr;                  // of the element at hand, as the drawing holds it
   const std::string* lineType_ = nullptr;               // likewise
-  bool rounded_ = false;                                // a height of the element at hand was
   bool byLayer_ = false;                                // the element has the layer's colour by layer
   Extents extents_;
   std::string printable_, encoded_;
-  std::string vertexHead_;
+  std::string vertexHead_, head_;
+  const std::string* headLayer_ = nullptr;  // that the head names; null when it serves no further element
+  std::string headLineType_;
 };
 
 }  // namespace tesselink

@@ -22,6 +22,7 @@ class DrawingNames {
     bool changed = false;      ///< it is not the name that was given
     std::int32_t colour = 0;   ///< of a layer; 0: none yet
     std::string lineType;      ///< of a layer; empty: none yet
+    bool isTold = false;       ///< what is to be said of it has been said
     bool isInherited = false;  ///< an element has the layer's colour by layer, so that it must stay
   };
 

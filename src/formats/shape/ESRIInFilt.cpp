@@ -256,9 +256,9 @@ void ESRIInFilt::Begin(tEntity& entity, Kind kind) const {
 // The whole record, or its next part.
 bool ESRIInFilt::DeliverShape(tEntity& entity) {
   // A record without vertices may say no more than that it is none of points.
-  const ShapeType& type = records_.Type()->layout == ShapeLayout::None && records_.FileType() != nullptr
-                              ? *records_.FileType()
-                              : *records_.Type();
+  const ShapeType& own = *records_.Type();
+  const ShapeType& type =
+      own.layout == ShapeLayout::None && records_.FileType() != nullptr ? *records_.FileType() : own;
   const bool isPoint = type.layout == ShapeLayout::Point || type.layout == ShapeLayout::MultiPoint;
   shapePending_ = false;
   Begin(entity, isPoint ? kPoint : kPolyline);

@@ -252,24 +252,28 @@ void ShapeRecords::FindZAndM(const ShapeType& type, std::int64_t at, std::int64_
 void ShapeRecords::WarnOfNoZ() { Warn(WarningKind::NoZValues, "has no room for the z values of its type; z is 0"); }
 
 // The system's own convention knows no m, and a MultiPatch, whose vertices may come in another order, gives its up:
-// they are counted where one of them says something.
+// they are counted where the record's range of them and one of them say something.
 void ShapeRecords::FindMeasures(const ShapeType& type, std::int64_t at, std::int32_t count) {
-  constexpr std::int32_t kAtOnce = 4096;
+  constexpr std::int32_t kAtOnce = 4096, kRange = 2;
   const bool ofPatch = type.layout == ShapeLayout::Patches;
   if (everyType_ && !ofPatch) {
     current_.mAt = at;
     return;
   }
-  for (std::int32_t begin = 0; begin < count; begin += kAtOnce) {
-    const std::int32_t end = std::min(begin + kAtOnce, count);
-    const auto values = Piece(values_, at + std::int64_t{begin} * 8, static_cast<std::size_t>(end - begin) * 8);
+  const auto saySomething = [&](std::int64_t from, std::int32_t number) {
+    const auto values = Piece(values_, from, static_cast<std::size_t>(number) * 8);
     for (std::size_t i = 0; i < values.size(); i += 8) {
       const auto m = LittleEndian<double>(&values[i]);
-      if (!(m > kNoMeasure) || m == 0) continue;
-      Warn(WarningKind::Measures,
-           std::string("its m values are left out") + (ofPatch ? ", as those of every MultiPatch" : ""));
-      return;
+      if (m > kNoMeasure && m != 0) return true;
     }
+    return false;
+  };
+  if (!saySomething(at - 8 * kRange, kRange)) return;
+  for (std::int32_t begin = 0; begin < count; begin += kAtOnce) {
+    if (!saySomething(at + std::int64_t{begin} * 8, std::min(kAtOnce, count - begin))) continue;
+    Warn(WarningKind::Measures,
+         std::string("its m values are left out") + (ofPatch ? ", as those of every MultiPatch" : ""));
+    return;
   }
 }
 
@@ -339,8 +343,8 @@ bool ShapeRecords::FollowOn(std::vector<tEntity::Index>& starts) {
 bool ShapeRecords::ReadShape(tEntity& entity) {
   const Range all{0, current_.points};
   if (current_.partTypesAt == 0 && FollowOn(entity.Parts) && StoreXY(entity, all)) {
-    StoreZ(entity, all);
-    StoreMeasures(entity, all);
+    if (current_.zAt != 0) StoreZ(entity, all);
+    if (current_.mAt != 0) StoreMeasures(entity, all);
   } else {
     ReadPiecewise(entity);
   }
@@ -396,8 +400,8 @@ void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
 // False when no vertex is left.
 bool ShapeRecords::StoreVertices(tEntity& entity, Range range) {
   const bool finite = StoreXY(entity, range);
-  StoreZ(entity, range);
-  StoreMeasures(entity, range);
+  if (current_.zAt != 0) StoreZ(entity, range);
+  if (current_.mAt != 0) StoreMeasures(entity, range);
   return finite || DropWildVertices(entity);
 }
 
@@ -423,7 +427,6 @@ bool ShapeRecords::StoreXY(tEntity& entity, Range range) {
 
 void ShapeRecords::StoreZ(tEntity& entity, Range range) {
   constexpr std::int32_t kAtOnce = 4096;
-  if (current_.zAt == 0) return;
   bool wild = false;
   for (std::int32_t end = range.count; end > 0;) {
     const std::int32_t begin = std::max(end - kAtOnce, 0);
@@ -442,7 +445,6 @@ void ShapeRecords::StoreZ(tEntity& entity, Range range) {
 
 void ShapeRecords::StoreMeasures(tEntity& entity, Range range) {
   constexpr std::int32_t kAtOnce = 4096;
-  if (current_.mAt == 0) return;
   entity.Measures.clear();
   for (std::int32_t begin = 0; begin < range.count; begin += kAtOnce) {
     const std::int32_t end = std::min(begin + kAtOnce, range.count);

@@ -84,6 +84,16 @@ TEST_F(BlockExpansionTest, AttributesOfAnArrayStandAtEachPlace) {
   }
 }
 
+TEST_F(BlockExpansionTest, WhatIsHiddenIsMarked) {
+  const Groups dots = Block("DOT", "0 POINT|10 1|60 1|0 POINT|10 2"_g);
+  std::string hidden;
+  for (const tEntity& e :
+       Drawn(dots, Insert("DOT") + Insert("DOT", "60 1|0 ATTRIB|10 5|1 a|70 1"_g) + "0 POINT|60 1|10 1"_g)) {
+    hidden += (e.Lost & kLostHiding) != 0 ? "h" : "-";
+  }
+  EXPECT_EQ(hidden, "h-hhhh");
+}
+
 TEST_F(BlockExpansionTest, ALargeBlockComesInPieces) {
   Groups points;
   for (int i = 0; i < 2000; ++i) points = std::move(points) + Groups{{0, "POINT"}, {10, std::to_string(i)}};

@@ -21,9 +21,8 @@ struct OutputOptions {
 
 /// What has become of an output.
 struct Delivery {
-  std::vector<std::string> files;  ///< that are there now, the target first
-  std::vector<std::string>
-      untouched;  ///< parts of the old output that are not made anew, and companions beside new files
+  std::vector<std::string> files;      ///< that are there now, the target first
+  std::vector<std::string> untouched;  ///< parts and companions of the old output that the new one does not have
 };
 
 /// A private folder beside the target, in which a writer makes the target and its companions; Deliver moves them over

@@ -90,7 +90,9 @@ bool BlockExpansion::Next(tEntity& element) {
   if (depth_ == 0 && IsActive()) {
     Count();
     element.CopyFrom(repeated_.element);
-    return Place(element, repeated_.insert.at.Step(copy_++));
+    const bool placed = Place(element, repeated_.insert.at.Step(copy_++));
+    if (!source_.inFull) RoundToSingles(element);
+    return placed;
   }
   for (int looks = 0; looks < kLooks && depth_ > 0; ++looks) {
     Frame& frame = frames_[depth_ - 1];

@@ -268,7 +268,7 @@ void ShapeRecords::FindMeasures(const ShapeType& type, std::int64_t at, std::int
     }
     return false;
   };
-  if (!saySomething(at - 8 * kRange, kRange)) return;
+  if (!saySomething(at - std::int64_t{8} * kRange, kRange)) return;
   for (std::int32_t begin = 0; begin < count; begin += kAtOnce) {
     if (!saySomething(at + std::int64_t{begin} * 8, std::min(kAtOnce, count - begin))) continue;
     Warn(WarningKind::Measures,

@@ -46,7 +46,7 @@ TEST_F(BlockExpansionTest, WhatCannotBeDrawnIsTold) {
   const Groups point = "0 POINT|10 1"_g;
   const Groups blocks = Block("LOOP", point + Insert("MID")) + Block("MID", Insert("loop") + point) +
                         Block("FAR", point, "4") + Block("EMPTY", "0 ATTDEF|70 0"_g) +
-                        Block("WALL", "0 HATCH|10 1|0 HATCH|10 1|0 POINT|0 LINE|10 1|11 x|0 ATTDEF|10 1|1 c|70 2"_g);
+                        Block("WALL", "0 REGION|10 1|0 REGION|10 1|0 POINT|0 LINE|10 1|11 x|0 ATTDEF|10 1|1 c|70 2"_g);
   const auto e = Drawn(
       blocks, Insert("LOOP") + Insert("FAR") + Insert("EMPTY") + Insert("GONE") + Insert("WALL") + Insert("WALL"));
   ASSERT_EQ(e.size(), 4U);
@@ -56,7 +56,7 @@ TEST_F(BlockExpansionTest, WhatCannotBeDrawnIsTold) {
   for (const char* kind : {"circular blocks", "external blocks", "empty blocks", "missing blocks", "block names"}) {
     EXPECT_NE(rig.WarningOf(kind), nullptr) << kind;
   }
-  EXPECT_EQ(rig.report.UndeliveredTypes().at("HATCH"), 4) << "once for each time that it would have been drawn";
+  EXPECT_EQ(rig.report.UndeliveredTypes().at("REGION"), 4) << "once for each time that it would have been drawn";
   ASSERT_NE(rig.WarningOf("damaged POINT"), nullptr);
   EXPECT_EQ(rig.WarningOf("damaged POINT")->count, 1) << "what is wrong in a block is told once";
 }
@@ -111,7 +111,7 @@ TEST_F(BlockExpansionTest, ALargeBlockComesInPieces) {
 }
 
 TEST_F(BlockExpansionTest, TheLimitEndsWhatNobodyCouldStore) {
-  Groups blocks = Block("N0", "0 HATCH|10 1"_g);
+  Groups blocks = Block("N0", "0 REGION|10 1"_g);
   for (int i = 1; i < 40; ++i) {
     blocks = blocks + Block("N" + std::to_string(i), Insert("N" + std::to_string(i - 1), "70 100|71 100"_g));
   }

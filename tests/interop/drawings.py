@@ -24,6 +24,7 @@ try:
     from ezdxf.addons.drawing import RenderContext
     from ezdxf.lldxf.encoding import decode_dxf_unicode
     from ezdxf.math import BSpline, Vec3
+    from ezdxf.path import from_hatch
 
     from generated_drawings import generated
 except ImportError as error:
@@ -45,6 +46,7 @@ EXPLAINED = {
     "attrib.dxf": ("INSERT(", LOST_GROUPS),
     "caret_encoding.dxf": ("abc^", 'ezdxf takes "^b" for a control character; those are written in capitals, as "^B"'),
     "data__mtext_columns_R2007.dxf": ("MTEXT", LINKED_COLUMNS),
+    "data__mtext_columns_R2018.dxf": ("text 'Lorem", "ezdxf runs the columns of a text together, without a line break"),
     "mtext_columns_R2000.dxf": ("MTEXT", LINKED_COLUMNS),
     "mtext_framed_columns.dxf": ("too many arrived", LINKED_COLUMNS),
 }
@@ -100,6 +102,19 @@ def with_arcs(chain, element):
 
 def extent(chain):
     return float((chain.max(axis=0) - chain.min(axis=0)).max())
+
+
+def box(chain):
+    return numpy.concatenate([chain.min(axis=0), chain.max(axis=0)])
+
+
+def inside(points, ring):
+    """Which of some points lie within a ring."""
+    x, y = points[:, :1], points[:, 1:2]
+    (x1, y1), (x2, y2) = ring[:-1, :2].T, ring[1:, :2].T
+    with numpy.errstate(divide="ignore", invalid="ignore"):
+        crossed = ((y1 > y) != (y2 > y)) & (x < x1 + (y - y1) / (y2 - y1) * (x2 - x1))
+    return crossed.sum(axis=1) % 2 == 1
 
 
 def closed_chain(chain):
@@ -421,6 +436,47 @@ class BlockReader(Reader):
 
     read_arc_dimension = read_dimension
 
+    def read_mtext(self, e):
+        """A text for each line that is not blank."""
+        lines = e.plain_text(split=True)
+        along = Vec3(e.dxf.text_direction) if e.dxf.hasattr("text_direction") else None
+        up = None
+        for number, line in enumerate(lines):
+            if not line.strip() and any(lines):
+                continue
+            element = self.take(TEXT, e.dxf.layer, e)
+            turn = math.radians(element["TextAng"])
+            if along is not None:
+                self.angle(element, along)
+            up = Vec3(e.dxf.extrusion).normalize().cross(Vec3(math.cos(turn), math.sin(turn)))
+            row, apart = (e.dxf.attachment_point - 1) // 3, e.dxf.char_height * 5 / 3 * e.dxf.line_spacing_factor
+            place = Vec3(e.dxf.insert) + up * apart * (row * (len(lines) - 1) / 2 - number)
+            off = numpy.abs(element["chain"][0] - array([place])[0]).max()
+            check(off <= 1e-6 * max(1, abs(place.x), abs(place.y)), f"line {number + 1} is {off:.3g} off")
+            self.same_text(element, line)
+
+    def read_hatch(self, e):
+        """An area with the rings of its paths: those within an odd number of others are holes."""
+        rings = [closed_chain(array(path.flattening(CHORD_ERROR, 4))) for path in from_hatch(e) if len(path) > 0]
+        rings = [ring for ring in rings if len({tuple(v) for v in ring}) > 2]
+        if not rings:
+            return
+        element = self.take(POLYLINE, e.dxf.layer, e)
+        check(element.get("IsArea"), "is no area")
+        parts = [0, *element.get("Parts", []), len(element["x"])]
+        ours = [element["chain"][a:b] for a, b in zip(parts, parts[1:])]
+        check(len(ours) == len(rings) or e.dxf.hatch_style, f"has {len(ours)} rings, not {len(rings)}")
+        for ring in ours:
+            check((ring[0] == ring[-1]).all(), "a ring does not end on its first vertex")
+            size = extent(ring)
+            alike = [other for other in rings if max(abs(box(other) - box(ring))) < 0.1 * size]
+            near = [max(distances(ring, other).max(), distances(other, ring).max()) for other in alike] or [math.inf]
+            allowed = 1e-6 * max(1, numpy.abs(ring).max() * 1e-1) + max(CHORD_ERROR * size, min(0.01, size / 100))
+            check(min(near) <= allowed, f"a ring of {size:.3g} is {min(near):.3g} off")
+            around = sum(inside(ring, other).mean() > 0.5 for other in ours if other is not ring)
+            turn = numpy.sum(ring[:-1, 0] * ring[1:, 1] - ring[1:, 0] * ring[:-1, 1])
+            check((turn > 0) == (around % 2 == 1) or abs(turn) < 1e-9 * size * size, "a ring runs the wrong way")
+
 
 # ---- drawings
 
@@ -456,7 +512,7 @@ def main():
     faults = compared = unread = 0
     with tempfile.TemporaryDirectory() as folder:
         paths = [*generated(pathlib.Path(folder)), *sorted((options.data / "dxf").rglob("*.dxf"))]
-        drawn = (b"INSERT", b"DIMENSION", b"ACAD_TABLE")
+        drawn = (b"INSERT", b"DIMENSION", b"ACAD_TABLE", b"HATCH")
         tasks = [(path, Reader) for path in paths]
         tasks += [(path, BlockReader) for path in paths if any(name in path.read_bytes() for name in drawn)]
         for path, reader_type in tasks:

@@ -103,8 +103,33 @@ def add_blocks(space, dice):
         space.add_blockref("INNER", vertex(dice), dxfattribs=look)
 
 
+def add_hatches(space, dice):
+    """Boundaries of every kind of edge, islands within islands, tilted and in a mirrored block."""
+    block = space.doc.blocks.new("HATCHES")
+    for owner in (space, block):
+        for extrusion in EXTRUSIONS:
+            for style in (0, 1, 2):
+                hatch = owner.add_hatch(color=3, dxfattribs={"hatch_style": style, "extrusion": extrusion, "elevation": (0, 0, 4)})
+                for size in (40, 25, 12):
+                    hatch.paths.add_polyline_path([(-size, -size, 0.3), (size, -size), (size, size, -0.2), (-size, size)], is_closed=True)
+                for x, counter in ((60, True), (160, False)):
+                    edges = hatch.paths.add_edge_path()
+                    start, end = dice.uniform(0, 90), dice.uniform(100, 300)
+                    arc = edges.add_arc((x, 0), 20, start, end, counter)
+                    edges.add_line(arc.end_point, arc.start_point)
+                    edges = hatch.paths.add_edge_path()
+                    ellipse = edges.add_ellipse((x, 70), (30, 10), 0.4, start, end, counter)
+                    edges.add_line(ellipse.end_point, ellipse.start_point)
+                edges = hatch.paths.add_edge_path()
+                points = [(200, 0), (230, 40), (260, -30), (290, 10)]
+                edges.add_spline(control_points=points, degree=3, knot_values=[0, 0, 0, 0, 1, 1, 1, 1])
+                edges.add_line(points[-1], points[0])
+                hatch.paths.add_edge_path().add_arc((200, 200), 15, 0, 360)
+    space.add_blockref("HATCHES", (1000, 0), dxfattribs={"xscale": -2, "yscale": 2, "zscale": 2, "rotation": 20})
+
+
 def generated(folder):
-    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks):
+    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches):
         for release, form in (("R2000", "asc"), ("R2018", "bin"), ("R12", "bin")):
             if release != "R12" or maker is add_arcs:
                 document = ezdxf.new(release)

@@ -38,7 +38,7 @@ INPUTS = ("shp", "dxf", "asc", "cdf", "mol")
 # Of what is lost, what a run says; any of them.
 TOLD = {
     "areas": ["areas that became"], "attributes": ["its attributes"], "baselines": ["whose baseline"],
-    "blank texts": ["nothing but blanks"], "closed marks": ["without a mark", "that chains are closed"], "colours": ["whose colour"],
+    "blank texts": ["nothing but blanks"], "closed marks": ["without a mark", "that chains are closed", "areas that became"], "colours": ["whose colour"],
     "curves": ["whose curves"], "decimals of sizes": ["size was rounded"], "entity codes": ["whose entity code"],
     "groups of points": ["of several points"], "justification": ["whose justification"], "layers": ["whose layer"],
     "letters": ["letters"], "line breaks": ["control characters"], "line types": ["whose line type"],
@@ -248,7 +248,7 @@ class Job:
         if self.carried and records:
             return [e.but(values=source.rows[n] if n < len(source.rows) else source.empty) for e, n in zip(elements, records)]
         if self.format == "grd":
-            return elements if source.names else with_townships(elements, records)
+            return elements if source.names else with_townships(elements if records else rules.by_part(elements), records)
         return [e.but(values=()) for e in elements] if len(source.names) > 2 else elements
 
 
@@ -297,7 +297,7 @@ def is_nothing(word, output, elements):
         skipped = {"grd": (POINT, TEXT), "asc": (POINT,)}.get(output, ())
         return all(e.layer in ("", "0", "Unassociated", output == "asc" and rules.colour_name(e)) or e.kind in skipped for e in elements)
     if word == "long texts":
-        return output == "cdf" and all(len(read.raw(e.text.strip())) <= 34 for e in elements)
+        return output == "cdf" and all(len(e.text.strip()) <= 34 for e in elements)
     return word == "points" and output == "cdf"
 
 
@@ -312,6 +312,8 @@ def convert(source, output, result):
     expected, lost = rules.apply(steps(source, output), truth)
     if job.format == "grd" and len(source.names) > 3:
         lost.append("attributes")
+    if job.format == "grd" and source.format == "dxf" and any(e.parts for e in source.elements(job.fields)):
+        lost.append("parts")
     silent = [word for word in lost if not any(told in errors for told in TOLD[word]) and not is_nothing(word, output, truth)]
     check(not silent, f"lost, but not told: {', '.join(silent)}; told was {errors.strip()}")
     result.lost[source.format, job.format] |= set(lost)

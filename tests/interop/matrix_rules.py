@@ -173,6 +173,9 @@ def part_by_part(e):
     return [e.but(xyz=part, parts=()) for part in split(e, e.xyz)] if e.parts else e
 
 
+by_part = each(part_by_part)
+
+
 def runs_wrongly(e):
     """Whether all rings together run counter-clockwise, each seen from its first vertex."""
     def doubled(ring):
@@ -187,7 +190,7 @@ def turned(key):
 
 SINGLE_CHAINS = [
     ("measures", when(lambda e: any(e.measures or ()), measures=())), (None, when(lambda e: e.measures, measures=())),
-    ("areas", when(lambda e: e.area, area=False)), ("parts", each(part_by_part))]
+    ("areas", when(lambda e: e.area, area=False)), ("parts", by_part)]
 TURNED = (None, when(runs_wrongly, xyz=turned("xyz"), measures=turned("measures")))
 
 
@@ -218,7 +221,7 @@ STANDARD = {
         ("other shapes", without(*CHAINS, *CURVES)), TOGETHER, ("justification", when(lambda e: e.just, just=0)),
         (None, when(is_text, kind=POINT)), LINE_TYPES, PRINTABLE, LONG_TEXTS, COLOURS_NAMED],
     "shp polylines": [
-        ("other shapes", without(POINT, TEXT)),
+        ("other shapes", without(POINT, TEXT)), ("areas", when(lambda e: e.area, area=False)),
         ("single vertices", each(lambda e: None if is_degenerate(e) and e.kind in CHAINS else e)), CURVES_DRAWN, AS_POLYLINES,
         WITH_CLOSING, CLOSED, LINE_TYPES, PRINTABLE, LONG_TEXTS, COLOURS_NAMED],
     "asc": [

@@ -111,6 +111,15 @@ void tEntity::Reset() {
   CDFCode.clear();
 }
 
+void tEntity::TurnParts() {
+  for (std::size_t part = 0; part < PartCount(); ++part) {
+    for (Coordinates* values : {&x_, &y_, &z_}) {
+      if (std::ssize(*values) < PartEnd(part)) continue;
+      std::reverse(values->begin() + PartBegin(part), values->begin() + PartEnd(part));
+    }
+  }
+}
+
 void tEntity::RemoveLastVertex() {
   for (Coordinates* values : {&x_, &y_, &z_}) {
     if (values->size() > 1) values->pop_back();

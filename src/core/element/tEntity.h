@@ -45,6 +45,8 @@ enum ReadingLoss : std::uint8_t {
   kLostCurve = 8,     ///< a curve, for which its chain stands
   kLostDigits = 16,   ///< of z, radius and angles, beyond single precision
   kLostHiding = 32,   ///< that the drawing does not show it
+  kLostPattern = 64,  ///< with what the area is filled
+  kLostBreaks = 128,  ///< where the font breaks a line of text
 };
 
 /// What an element has besides its vertices.
@@ -153,6 +155,8 @@ class tEntity : public EntityAttributes {
   std::size_t PartCount() const { return Parts.size() + 1; }
   Index PartBegin(std::size_t part) const { return part == 0 ? 0 : Parts[part - 1]; }
   Index PartEnd(std::size_t part) const { return part < Parts.size() ? Parts[part] : PointCount() + 1; }
+  /// Makes each part run the other way, from its last vertex to its first. Not for elements with bulges or m values.
+  void TurnParts();
   /// Whether all vertices have the same z.
   bool IsLevel() const;
   /// Whether any z is other than 0, which formats without heights lose.

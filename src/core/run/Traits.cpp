@@ -29,6 +29,8 @@ constexpr std::array kRows{
     Row{kFirstOfReading * kLostCurve, WarningKind::Curves},
     Row{kFirstOfReading * kLostDigits, WarningKind::RoundedNumbers},
     Row{kFirstOfReading * kLostHiding, WarningKind::Hidden},
+    Row{kFirstOfReading * kLostPattern, WarningKind::Patterns},
+    Row{kFirstOfReading * kLostBreaks, WarningKind::BrokenLines},
 };
 
 bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && entity.Layer != "0"; }

@@ -34,6 +34,7 @@ EntitySource SourceWithin(const EntitySource& source, GroupScanner& scanner, Rep
           .byLayer = true,
           .blocks = BlockMode::Expand,
           .ownBlocks = true,
+          .whole = source.whole,
           .inBlock = true,
           .symbolsOfPoints = source.symbolsOfPoints,
           .baselines = source.baselines,

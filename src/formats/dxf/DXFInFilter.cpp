@@ -70,6 +70,7 @@ EntitySource DXFInFilter::Source() {
           .byLayer = isStandard,
           .blocks = mode,
           .ownBlocks = isStandard || mode != BlockMode::Points,
+          .whole = isStandard,
           .symbolsOfPoints = !isStandard,
           .baselines = isStandard,
           .bulges = isStandard,

@@ -119,13 +119,15 @@ void AppendStacked(std::string_view stacked, std::string& text) {
 }
 
 // An inline code of an MTEXT at the front of the text, which begins with a backslash.
-bool TakeInlineCode(std::string_view& rest, std::string& text) {
+bool TakeInlineCode(std::string_view& rest, std::string& text, char lineBreak) {
   if (rest.size() < 2) return false;
   std::size_t length = 2;
   switch (rest[1]) {
     case 'P':
     case 'N':
     case 'X':
+      text += lineBreak;
+      break;
     case '~':
       text += ' ';
       break;
@@ -209,13 +211,16 @@ void DrawingText::DecodeText(std::string_view bytes, std::string& text) const {
   }
 }
 
-void DrawingText::DecodeMText(std::string_view bytes, std::string& text) const {
+void DrawingText::DecodeMText(std::string_view bytes, std::string& text, char lineBreak) const {
   DecodePage(bytes, decoded_);
   text.clear();
   for (std::string_view rest = decoded_; !rest.empty();) {
     if (rest[0] == '{' || rest[0] == '}') {
       rest.remove_prefix(1);
-    } else if (!TakeUnicode(rest, text) && !(rest[0] == '\\' && TakeInlineCode(rest, text)) &&
+    } else if (rest.starts_with("^J")) {
+      text += lineBreak;
+      rest.remove_prefix(2);
+    } else if (!TakeUnicode(rest, text) && !(rest[0] == '\\' && TakeInlineCode(rest, text, lineBreak)) &&
                !TakePercentCode(rest, text, upperHalf_) && !TakeCaretCode(rest, text)) {
       TakeLetter(rest, text);
     }

@@ -47,6 +47,7 @@ struct EntitySource {
   bool byLayer = false;       ///< what colour and line type come from is told; else an element has them itself
   BlockMode blocks = BlockMode::Points;
   bool ownBlocks = false;       ///< dimensions and tables come as what their block draws; else they are not read
+  bool whole = false;           ///< hatches, leaders and what else drawings hold come too; else they are counted
   bool inBlock = false;         ///< what is read is the definition of a block
   bool symbolsOfPoints = true;  ///< a POINT has the symbol "NOSTATUS"; else none
   bool baselines = false;       ///< a text on its baseline has the placement 0; else 16, as one on its bottom has
@@ -78,6 +79,18 @@ class Wires {
   std::size_t next_ = 0;
 };
 
+/// The lines of an MTEXT, delivered one by one.
+struct TextLines {
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  std::string text;        ///< with a line feed between two
+  std::size_t at = kNone;  ///< where the next one begins
+  Vertex place, step;      ///< of the next one, and from one to the next
+  double angle = 0, size = 0;
+  std::int16_t just = 0;
+
+  bool HasNext() const { return at != kNone && at <= text.size(); }
+};
+
 /// The entity being read. An element is made in `chain`; what an entity type gathers besides is here as well, so that
 /// its memory is used again.
 struct EntityContext {
@@ -103,6 +116,7 @@ struct EntityContext {
 
   VertexChain chain, scratch;
   Wires wires;
+  TextLines lines;
   std::vector<double> bulges;       ///< of the first vertices of the chain; the others have none
   std::vector<std::int32_t> flags;  ///< likewise
   std::vector<Corners> faces;       ///< of a polyface

@@ -5,16 +5,19 @@
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
 #include "formats/dxf/EntityTypes.h"
+#include "formats/dxf/TextEntities.h"
 
 namespace tesselink {
 
 bool EntityReader::Read(tEntity& element) {
   context_.groups.Begin(context_.source.scanner.Place());
   context_.wires.Clear();
+  context_.lines.at = TextLines::kNone;
   context_.atEnd = context_.toDraw = false;
   context_.lost = 0;
   const std::string_view name = context_.source.scanner.Keyword();
   const EntityType* type = EntityTypeOf(name);
+  if (type != nullptr && type->ofWhole && !context_.source.whole) type = nullptr;
   isOfInsert_ = type != nullptr && type->ofInsert;
   if (!isOfInsert_) context_.inArray = false;
   if (type == nullptr) {
@@ -36,7 +39,7 @@ bool EntityReader::Read(tEntity& element) {
 std::int32_t EntityReader::RgbOf(const DrawingLayer& layer) { return tesselink::RgbOf(context_, layer); }
 
 bool EntityReader::NextWire(tEntity& element) {
-  if (!StoreWire(context_, element)) return false;
+  if (!StoreWire(context_, element) && !StoreTextLine(context_, element)) return false;
   StoreAttributes(context_, element);
   return true;
 }

@@ -19,9 +19,10 @@ class EntityReader {
   /// Reads the entity that begins at the scanner's group of code 0 and goes on to the next such group, or to the end of
   /// the file. False when the entity is no element, or is not delivered.
   bool Read(tEntity& element);
-  /// Delivers the next wire of the entity that was read last; false when there is none left.
+  /// Delivers the next wire of the entity that was read last, or the next line of its text; false when there is none
+  /// left.
   bool NextWire(tEntity& element);
-  bool HasWires() const { return context_.wires.HasNext(); }
+  bool HasWires() const { return context_.wires.HasNext() || context_.lines.HasNext(); }
   /// Whether the entity read last is an attribute that stands at each place of an array of inserts.
   bool IsOfArray() const { return context_.inArray && isOfInsert_; }
   /// The array whose attributes may follow; a single place when there is none.

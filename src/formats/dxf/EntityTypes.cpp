@@ -6,6 +6,7 @@
 #include "formats/dxf/BlockEntities.h"
 #include "formats/dxf/CurveEntities.h"
 #include "formats/dxf/EntityGathering.h"
+#include "formats/dxf/HatchEntities.h"
 #include "formats/dxf/LineEntities.h"
 #include "formats/dxf/PointEntities.h"
 #include "formats/dxf/PolylineEntities.h"
@@ -36,6 +37,7 @@ constexpr std::array kTypes{
     EntityType{"ARC_DIMENSION", GatherCommon, MakeDimension},
     EntityType{"ACAD_TABLE", GatherTable, MakeTable},
     EntityType{"ATTDEF", GatherCommon, MakeAttributeDefinition},
+    EntityType{"HATCH", GatherHatch, MakeHatch, false, true},
 };
 
 }  // namespace

@@ -15,6 +15,7 @@ struct EntityType {
   void (*gather)(EntityContext&);
   bool (*make)(EntityContext&, tEntity&);  ///< false when there is no element; null for a type that never makes one
   bool ofInsert = false;                   ///< belongs to the insert before it
+  bool ofWhole = false;                    ///< read only where the whole drawing is wanted; else counted
 };
 
 /// The type of a name; null when it is not read.

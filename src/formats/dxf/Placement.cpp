@@ -84,6 +84,7 @@ bool Placing::Place(tEntity& element, const Placement& placement) {
 }
 
 void Placing::PlaceVertices(tEntity& element, const Placement& placement) {
+  if (element.IsArea && placement.IsMirrored()) element.TurnParts();
   // A single vertex at the base of the block is one, whatever it counts as elsewhere.
   for (tEntity::Index i = 0; i < std::ssize(element.AllX()); ++i) {
     const Vertex at = placement.At({element.x(i), element.Y(i), element.Height(i)});

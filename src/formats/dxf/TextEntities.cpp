@@ -1,9 +1,11 @@
 #include "formats/dxf/TextEntities.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
 #include "core/element/Justification.h"
+#include "core/element/VertexAlgebra.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
@@ -33,6 +35,42 @@ void StoreHeight(const EntityContext& context, tEntity& element) {
   const double height = context.groups.Number(40, 0);
   element.TextSize = std::isfinite(height) ? height : 0;
   if (!std::isfinite(element.TextAng)) element.TextAng = 0;
+}
+
+bool IsBlank(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t' || c == '\n'; });
+}
+
+// Whether the font may be too wide for the width at which lines are broken: most have letters of more than half their
+// height.
+bool MayBeBroken(std::string_view text, double letters) {
+  double letter = 0;
+  for (const char c : text) {
+    const bool begins = (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    letter = c == '\n' ? 0 : letter + (begins ? 1 : 0);
+    if (letter > letters) return true;
+  }
+  return false;
+}
+
+// Lines stand 5/3 of the height apart, times the factor of the text; the place is that of the first line, of the middle
+// or of the last line. What is blank behind the last letter counts as lines, but none are made of it.
+void BeginLines(EntityContext& context, const tEntity& element, int row) {
+  TextLines& lines = context.lines;
+  const EntityGroups& groups = context.groups;
+  const double given = groups.Number(44, 1), width = groups.Number(41, 0);
+  const double apart = element.TextSize * 5 / 3 * (std::isfinite(given) && given > 0 ? given : 1);
+  const double angle = element.TextAng / kDegrees;
+  const Vertex up = Cross(ObjectCoordinates(groups.Extrusion()).Normal(), {std::cos(angle), std::sin(angle), 0});
+  const auto count = static_cast<double>(std::count(lines.text.begin(), lines.text.end(), '\n'));
+  if (width > 0 && MayBeBroken(lines.text, 2 * width / element.TextSize)) context.lost |= kLostBreaks;
+  while (!lines.text.empty() && IsBlank({&lines.text.back(), 1})) lines.text.pop_back();
+  lines.step = -apart * up;
+  lines.place = groups.Point(0) + 0.5 * row * count * apart * up;
+  lines.angle = element.TextAng;
+  lines.size = element.TextSize;
+  lines.just = element.TextJust;
+  lines.at = 0;
 }
 
 bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t vertical) {
@@ -85,10 +123,32 @@ bool MakeMText(EntityContext& context, tEntity& element) {
     const double angle = drawing.TextAngle(groups.Number(50, 0));
     element.TextAng = groups.Has(50) ? ObjectCoordinates(groups.Extrusion()).AngleToWorld(angle) : angle;
   }
-  drawing.Text().DecodeMText(groups.Text(), element.Text);
   element.TextJust = JustificationCode({place % 3, kTop - 16 * (place / 3)});
   StoreHeight(context, element);
-  return StorePoint(context, element, kText, groups.Point(0));
+  if (!context.source.whole) {
+    drawing.Text().DecodeMText(groups.Text(), element.Text, ' ');
+    return StorePoint(context, element, kText, groups.Point(0));
+  }
+  drawing.Text().DecodeMText(groups.Text(), context.lines.text, '\n');
+  BeginLines(context, element, place / 3);
+  return StoreTextLine(context, element);
+}
+
+bool StoreTextLine(EntityContext& context, tEntity& element) {
+  TextLines& lines = context.lines;
+  while (lines.HasNext()) {
+    const std::size_t end = std::min(lines.text.find('\n', lines.at), lines.text.size());
+    element.Text.assign(lines.text, lines.at, end - lines.at);
+    const Vertex place = lines.place;
+    lines.at = end + 1;
+    lines.place = lines.place + lines.step;
+    if (IsBlank(element.Text) && lines.HasNext()) continue;
+    element.TextAng = lines.angle;
+    element.TextSize = lines.size;
+    element.TextJust = lines.just;
+    return StorePoint(context, element, kText, place);
+  }
+  return false;
 }
 
 }  // namespace tesselink

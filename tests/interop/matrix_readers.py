@@ -202,8 +202,9 @@ def with_own_fields(e, names, values, carried):
     return e.but(text=told["Text"], angle=float(told["TextAngle"]), size=float(told["TextSize"])) if "Text" in told else e
 
 
-def pyshp(path, *parts, encoding="utf-8"):
-    return shapefile.Reader(**{part: str(partner(path, f".{part}")) for part in parts}, encoding=encoding)
+def pyshp(path, *parts, encoding="utf-8", errors="strict"):
+    files = {part: partner(path, f".{part}") for part in parts}
+    return shapefile.Reader(**{part: str(file) for part, file in files.items() if file}, encoding=encoding, encodingErrors=errors)
 
 
 def by_pyshp(path, carried):
@@ -272,12 +273,12 @@ def attributes(path):
     def text(value):
         for name in (codec or "utf-8", "cp1252"):
             try:
-                return value.encode("latin-1").decode(name)
+                return value.encode("ascii", "surrogateescape").decode(name)
             except UnicodeDecodeError:
                 pass
         return value
 
-    with pyshp(path, "dbf", encoding="latin-1") as reader:
+    with pyshp(path, "dbf", encoding="ascii", errors="surrogateescape") as reader:
         check(all(f[1] in "CNFDL" for f in reader.fields), "fields that are not carried along")
         rows = [record and tuple(text(v) if isinstance(v, str) else v for v in record) for record in reader.iterRecords()]
         return (None,) * (len(reader.fields) - 1), rows

@@ -16,12 +16,14 @@ namespace {
 
 constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
                                .everyType = false,
+                               .needsIndex = true,
                                .wholeShapes = false,
                                .skipsDeleted = false,
                                .closesPolygons = false,
                                .layerZeroWithoutField = false};
 constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
                                 .everyType = true,
+                                .needsIndex = false,
                                 .wholeShapes = true,
                                 .skipsDeleted = true,
                                 .closesPolygons = true,
@@ -56,7 +58,7 @@ void ESRIInFilt::Close() {
 void ESRIInFilt::OpenFiles(const std::string& path) {
   records_.Open(path);
   const std::string indexPath = PartnerFile(path, "SHX");
-  if (indexPath.empty()) {
+  if (indexPath.empty() && reading_.needsIndex) {
     interaction().ShowMessage({Topic::Notice,
                                "Fatal Error: Could not find file " + LowerCase(StripExtension(path) + ".SHX"), "Error",
                                MessageIcon::Critical});
@@ -64,7 +66,7 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
     return;
   }
   filename_ = path;
-  records_.OpenIndex(indexPath);
+  indexPath.empty() ? records_.OpenWithoutIndex() : records_.OpenIndex(indexPath);
   OpenTable();
   if (reading_.skipsDeleted) FindTable();
 }

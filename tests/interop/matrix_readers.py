@@ -86,11 +86,17 @@ def decoded(line):
 LETTERS_1252 = [bytes([b]).decode("cp1252", "ignore") or chr(b) for b in range(256)]
 
 
+TWO_BYTES = ("932", "936", "949", "950")
+
+
 def table_codec(cpg, dbf):
     """What a table names as its encoding, as far as the drawings have one; None for nothing."""
-    name = cpg.read_text(errors="replace").strip().upper() if cpg else ""
-    codec = {"1250": "cp1250", "ANSI 1250": "cp1250", "ISO-8859-1": "latin-1"}.get(name)
-    return codec if name else {0x01: "cp437", 0x02: "cp850", 0xC8: "cp1250"}.get(dbf.read_bytes()[29])
+    name = re.sub(r"[-_ ]", "", cpg.read_text(errors="replace").strip().upper()) if cpg else ""
+    codec = {"ISO88591": "latin-1", "GBK": "cp936", "BIG5": "cp950", "SHIFTJIS": "cp932", "EUCKR": "cp949"}.get(name)
+    number = re.fullmatch(r"(?:ANSI|CP|WINDOWS)?(\d{3,4})", name)
+    language = {0x01: 437, 0x02: 850, 0x13: 932, 0x4D: 936, 0x4E: 949, 0x4F: 950, 0x78: 950, 0x79: 949, 0x7A: 936, 0x7B: 932, 0xC8: 1250}
+    marked = language.get(dbf.read_bytes()[29])
+    return codec or (f"cp{number[1]}" if number else None) if name else marked and f"cp{marked}"
 
 
 def drawing_codec(path):
@@ -101,7 +107,7 @@ def drawing_codec(path):
     known = page and re.fullmatch(r"(?:ANSI_|DOS)(\d{3,4})", page[1].decode().upper())
     if not known or (release and int(release[1]) >= 1021):
         return None
-    return None if known[1] in ("932", "936", "949", "950") else "cp" + known[1]
+    return None if known[1] in TWO_BYTES else "cp" + known[1]
 
 
 def partner(path, extension):

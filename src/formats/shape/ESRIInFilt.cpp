@@ -7,6 +7,7 @@
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
+#include "core/run/EncodingOption.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 #include "core/run/ScanProgress.h"
@@ -71,6 +72,10 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
   if (reading_.skipsDeleted) FindTable();
 }
 
+std::unique_ptr<DBFInFilter> ESRIInFilt::NewTable() const {
+  return std::make_unique<DBFInFilter>(options().dialect, &report(), ChosenPage(options()));
+}
+
 // Opens the table where nobody asked for it, so that a broken one is no reason to stop; one that cannot be read is.
 // False when there is none.
 bool ESRIInFilt::FindTable() {
@@ -78,7 +83,7 @@ bool ESRIInFilt::FindTable() {
   const std::string path = AttributesPath();
   if (path.empty() || tableBroken_) return false;
   try {
-    auto table = std::make_unique<DBFInFilter>(options().dialect);
+    auto table = NewTable();
     table->OpenExisting(path);
     table->NumRecs();
     table_ = std::move(table);
@@ -124,7 +129,7 @@ void ESRIInFilt::OpenTable() {
     return;
   }
   if (!table_) {
-    table_ = std::make_unique<DBFInFilter>(options().dialect);
+    table_ = NewTable();
     table_->OpenExisting(tablePath);
   }
   selection_->Create(*table_);

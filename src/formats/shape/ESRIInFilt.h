@@ -63,6 +63,7 @@ class ESRIInFilt final : public InputFilter {
   void Close();
   bool Next(tEntity& entity) override;
   bool Deliver(tEntity& entity);
+  std::unique_ptr<DBFInFilter> NewTable() const;
   void OpenTable();
   void UseTable();
   bool FindTable();

@@ -1,6 +1,7 @@
 // The three files of a shapefile in one input: the lengths of .shp and .shx as little-endian 32-bit numbers, then the
-// bytes of .shp, .shx and .dbf.
+// bytes of .shp, .shx and .dbf. The standard dialect reads it without its index, too.
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include "formats/shape/ESRIInFilt.h"
@@ -22,5 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   PutFile("f.dbf", rest);
   for (const Dialect dialect : {Dialect::Classic, Dialect::Standard})
     ReadToTheEnd<ESRIInFilt>(path, size * 4, {.dialect = dialect});
+  std::remove((path.substr(0, path.size() - 4) + ".shx").c_str());
+  ReadToTheEnd<ESRIInFilt>(path, size * 4, {.dialect = Dialect::Standard});
   return 0;
 }

@@ -11,16 +11,17 @@
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/io/Utf8.h"
+#include "core/run/EncodingOption.h"
 #include "formats/shape/DBFInFilter.h"
 
 namespace tesselink {
 namespace {
 
-Json FieldsJson(const std::string& input, Dialect dialect) {
+Json FieldsJson(const std::string& input, const FilterOptions& options) {
   Json fields = Json::array();
   const std::string path = PartnerFile(input, "DBF");
   if (path.empty()) return fields;
-  DBFInFilter table(dialect);
+  DBFInFilter table(options.dialect, nullptr, ChosenPage(options));
   table.OpenExisting(path);
   for (int i = 0; i <= table.NumFields(); ++i) {
     const char type = table.FieldType(i);
@@ -91,13 +92,13 @@ int Run(const InfoCommand& command) {
   for (const std::string& layer : reading.summary.layers) {
     if (!reported.contains(layer)) layers.push_back(layer);
   }
-  Json info{
-      {"format", reading.format.key},
-      {"elements", CountsJson(elements)},
-      {"vertices", vertices},
-      {"layers", TextsJson(layers)},
-      {"extents", ExtentsJson(reading.summary.extents)},
-      {"fields", reading.format.hasAttributes ? FieldsJson(command.input, command.reading.dialect) : Json::array()}};
+  Json info{{"format", reading.format.key},
+            {"elements", CountsJson(elements)},
+            {"vertices", vertices},
+            {"layers", TextsJson(layers)},
+            {"extents", ExtentsJson(reading.summary.extents)},
+            {"fields", reading.format.hasAttributes ? FieldsJson(command.input, FilterOptionsOf(command.reading))
+                                                    : Json::array()}};
   if (areas > 0) info["areas"] = areas;
   if (parts > 0) info.update({{"parts", parts}, {"severalParts", severalParts}});
   Print(command.json ? JsonText(info, 2) + "\n" : InfoText(command.input, reading.format.Name(), info));

@@ -73,7 +73,11 @@ bool UsesAttributes(const ReadingOptions& options) { return !options.layerField.
 FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   for (const InputFormat& row : AllFormats().Inputs()) {
     for (const FormatOption& option : row.options) {
-      if (option.kind != FormatOption::Kind::File || !options.own.Has(option.name)) continue;
+      if (!options.own.Has(option.name)) continue;
+      if (option.standardOnly && options.dialect == Dialect::Classic) {
+        throw UsageError("--" + option.name + " goes with the standard dialect; add --dialect standard");
+      }
+      if (option.kind != FormatOption::Kind::File) continue;
       const std::string file = options.own.Text(option.name);
       if (const std::string reason = WhyNotReadable(file); !reason.empty()) throw Error(reason);
     }

@@ -1,5 +1,6 @@
 #include "formats/Formats.h"
 
+#include "core/run/EncodingOption.h"
 #include "formats/cdf/CDFInFilter.h"
 #include "formats/cdf/CDFOutFilter.h"
 #include "formats/dxf/DXFInFilter.h"
@@ -31,7 +32,8 @@ std::vector<InputFormat> Inputs() {
         .key = "shp",
         .className = "ESRIInFilt",
         .hasAttributes = true,
-        .companions = ESRIInFilt::Companions()},
+        .companions = ESRIInFilt::Companions(),
+        .options = {EncodingOption()}},
        kReader<ESRIInFilt>},
       {{.entry = "AutoCAD DXF File (*.dxf)",
         .key = "dxf",
@@ -54,7 +56,8 @@ std::vector<InputFormat> Inputs() {
         .className = "ESRIInFilt",
         .severalFiles = true,
         .hasAttributes = true,
-        .companions = ESRIInFilt::Companions()},
+        .companions = ESRIInFilt::Companions(),
+        .options = {EncodingOption()}},
        kReader<ESRIInFilt>},
   };
 }

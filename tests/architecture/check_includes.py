@@ -19,7 +19,7 @@ ROOMS = {
 LEANINGS = {("AscOutFilter", "grid"), ("TRDigOut", "shape"), ("CodeTables", "grid"), ("CodeTables", "dxf")}
 STANDARD_ONLY = {"core/io", "core/element", "core/run", "formats", "picture"}
 # Calls to the system are made in one file; and other packages register their folders with the one system that has a registry.
-OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h")} | {
+OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h"), ("CodePage.cpp", "iconv.h")} | {
     ("System.cpp", header) for header in ("dirent.h", "fcntl.h", "sys/file.h", "sys/stat.h", "unistd.h")}
 
 

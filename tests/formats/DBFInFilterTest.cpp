@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/run/Report.h"
 #include "support/Shapes.h"
 #include "support/Support.h"
 
@@ -123,8 +124,16 @@ TEST_F(StandardTableTest, TextsBecomeUtf8) {
       {"ISO-8859-1", 0, "\xC3\xA4", "Ã¤", ""},
       {"88592", 0, "\xB1", "ą", ""},
       {"LDID/201", 0, "\xE4", "д", ""},
-      {"936\n", 3, "\xE4", "ä", "code page \"936\""},
-      {"", 0x4D, "\xE4", "ä", "code page 936"},
+      {"UTF-8", 0, "d\xC3\xA4\xE5\xAF", "dä\uFFFD", ""},
+      {"LDID/77", 0, "\xC4\xE3", "你", ""},
+      {"", 0x7B, "\x83\x5C\xB1", "ソｱ", ""},
+      {"", 0x79, "\xB0\xA1", "가", ""},
+      {"", 0x78, "\xA4\x40\xB3\x5C", "一許", ""},
+      {"CP737", 0, "\x80", "Α", ""},
+      {"ISO 8859-15", 0, "\xA4", "€", ""},
+      {"KOI8-R", 0, "\xC1", "а", ""},
+      {"3x\n", 3, "\xE4", "ä", "code page \"3x\""},
+      {"CP37", 3, "\xE4", "ä", "code page \"CP37\""},
       {"", 0xF0, "\xE4", "ä", "language byte 240"},
   };
   for (const auto& expected : cases) {
@@ -140,8 +149,31 @@ TEST_F(StandardTableTest, TextsBecomeUtf8) {
     EXPECT_EQ(standard.GetFieldName(0), "N" + expected.text);
     EXPECT_EQ(standard.UnknownEncoding(), expected.unknown);
   }
+  folder.Put("t.cpg", "");
   Open(Table({{"N", 3}}, {{"a"}, {"\xE4\xE4\xE4"}}));
   EXPECT_EQ(standard.FieldWidth(0), 6) << "letters take more bytes than in the table";
+}
+
+TEST_F(StandardTableTest, PagesOfTwoBytesByAllTheirNames) {
+  for (const char* name : {"936", "GBK", "CP936", "ANSI 936", "ansi_936", "windows-936", "GB2312", "MS936", "x-gbk"})
+    EXPECT_EQ(CodePage::Named(name), std::string_view(name) == "x-gbk" ? nullptr : CodePage::Numbered(936)) << name;
+  for (const char* name : {"Shift_JIS", "shift-jis", "SJIS", "932", "Windows-31J"})
+    EXPECT_EQ(CodePage::Named(name), CodePage::Numbered(932)) << name;
+  for (const char* name : {"EUC-KR", "UHC", "KSC5601", "949"})
+    EXPECT_EQ(CodePage::Named(name), CodePage::Numbered(949));
+  for (const char* name : {"", "-", "UTF-16", "1200", "CP-936x", "99999999999", "ISO-8859-12", "8859"})
+    EXPECT_EQ(CodePage::Named(name), nullptr) << name;
+  // What is no letter does not take the next one with it, and a letter that the field cut off is one.
+  Report report;
+  DBFInFilter chinese(Dialect::Standard, &report, CodePage::Named("Big5"));
+  folder.Put("c.cpg", "UTF-8");
+  chinese.filename(folder.Put("c.dbf", Table({{"\xA4\xA4", 5}}, {{"\xA4\x40 \xB3\x5C"}, {"\xFF\xA4\x40\xA4"}})));
+  EXPECT_EQ(chinese.GetFieldName(0), "中");
+  EXPECT_EQ(chinese.GetFieldData(0, 0), "一 許");
+  EXPECT_EQ(report.Of(WarningKind::Bytes), nullptr);
+  EXPECT_EQ(chinese.GetFieldData(0, 1), "\uFFFD一\uFFFD");
+  chinese.GetFieldData(0, 1);
+  EXPECT_EQ(report.Of(WarningKind::Bytes)->count, 1) << "told once";
 }
 
 }  // namespace

@@ -245,6 +245,18 @@ TEST_F(DXFInFilterTest, WhatATextSays) {
   EXPECT_EQ(text("\u0416", newer + page("ANSI_1251")), "\u0416");
   EXPECT_EQ(text("x", page("ANSI_932")), "x");
   EXPECT_TRUE(Holds(WarningText("code page"), "ANSI_932"));
+  // The standard dialect knows every page, and what a person said of one counts.
+  rig.context.options.dialect = Dialect::Standard;
+  rig.report = {};
+  EXPECT_EQ(text("\x83\x5C{\x94\x5C", page("ANSI_932")), "ソ{能") << "a second byte is no backslash";
+  EXPECT_EQ(text("\\P\xC4\xE3\x81\x5C%%d%%200", page("ANSI_936"), "MTEXT"), " 你乗\u00B0%%200");
+  EXPECT_EQ(text("\u4F60", newer + page("ANSI_936")), "你");
+  EXPECT_TRUE(rig.report.Warnings().empty());
+  EXPECT_EQ(text("\xB0\xA1\xFF\xB0", page("KSC5601")), "가\uFFFD\uFFFD");
+  EXPECT_TRUE(Holds(WarningText("bytes"), "U+FFFD"));
+  rig.context.options.own.Set("encoding", "Big5");
+  EXPECT_EQ(text("\xA4\x40\xB3\x5C", page("ANSI_1252")), "一許");
+  rig.context.options = {};
   EXPECT_EQ(
       text("{\\fArial|b1;one}\\Ptwo\\~\\S1/2; \\S3^ 4;\\S5#6;\\H2.5x;\\Lx\\l \\\\ \\{y\\} C:\\Files %%d", {}, "MTEXT"),
       "one two 1/2 3 45/6x \\ {y} C:\\Files \u00B0");

@@ -307,6 +307,85 @@ TEST_F(StandardShapesTest, WholeShapes) {
   EXPECT_EQ(rig.WarningOf("part indices")->count, 1);
 }
 
+// Whatever is wrong with the index, the records are those of the file.
+TEST_F(StandardShapesTest, AnIndexThatDoesNotFit) {
+  const std::vector<std::string> contents{PointContent(1, 1), PointContent(2, 2), std::string(4, '\0'),
+                                          PointContent(4, 4)};
+  const ShapeFile whole(contents, 1);
+  const auto entry = [&](std::size_t i) { return whole.shx.substr(100 + 8 * i, 8); };
+  const std::string head = whole.shx.substr(0, 100);
+  const std::string faulty[] = {head + entry(0) + entry(1),
+                                whole.shx + entry(3),
+                                head + entry(3) + entry(1) + entry(2) + entry(0),
+                                head + std::string(32, '\0'),
+                                head + entry(0) + entry(1) + Big(4000) + Big(10) + entry(3),
+                                head + entry(0) + Big(200) + Big(10) + entry(2) + entry(3),
+                                head + entry(0) + entry(1) + Big(78) + Big(7) + entry(3),
+                                head,
+                                "short"};
+  for (const std::string& shx : faulty) {
+    rig.report = {};
+    ShapeFile file = whole;
+    file.shx = shx;
+    const auto elements = Read(file);
+    ASSERT_EQ(elements.size(), 4U) << shx.substr(std::min<std::size_t>(shx.size(), 100));
+    EXPECT_EQ(Row(XY(elements[1]), elements[2].IsNull(), XY(elements[3]), elements[3].Record), "2,2 1 4,4 4");
+    ASSERT_EQ(rig.report.Warnings().size(), 1U);
+    EXPECT_TRUE(Holds(rig.WarningOf("index")->text, "s.shx: does not fit the shapefile; it"));
+    EXPECT_EQ(rig.WarningOf("index")->count, 1);
+  }
+  // A shape that was changed lies at the end; the index leads there by its number.
+  ShapeFile changed = whole;
+  changed.shp += Big(2) + whole.shp.substr(132, 24);
+  changed.shp.replace(24, 4, Big(static_cast<std::int32_t>(changed.shp.size() / 2)));
+  changed.shx.replace(108, 4, Big(static_cast<std::int32_t>(whole.shp.size() / 2)));
+  rig.report = {};
+  EXPECT_EQ(Read(changed).size(), 4U);
+  EXPECT_EQ(rig.WarningOf("index"), nullptr);
+  EXPECT_NE(rig.WarningOf("not in the index"), nullptr);
+}
+
+TEST_F(StandardShapesTest, DamagedRecordsWithoutAnIndex) {
+  const std::string triangle = kTriangle;
+  const ShapeFile whole({triangle, triangle, PointContent(3, 3), triangle, triangle});
+  const std::size_t size = 8 + triangle.size(), third = 100 + 2 * size;
+  const auto read = [&](const std::string& shp) {
+    std::string numbers;
+    rig.report = {};
+    ESRIInFilt reader(rig.context);
+    reader.Layered = false;
+    reader.filename(rig.folder.Put("alone.shp", shp));
+    for (const tEntity& element : rig.ReadAll(reader)) numbers += std::to_string(element.Record);
+    tEntity last;
+    EXPECT_EQ(numbers.empty(), !reader.GetNextEntity(last, 1)) << "back to the first";
+    return numbers;
+  };
+  const auto with = [&](std::size_t at, const std::string& bytes) {
+    std::string shp = whole.shp;
+    return shp.replace(at, bytes.size(), bytes);
+  };
+  EXPECT_EQ(read(whole.shp), "12345");
+  EXPECT_TRUE(Holds(rig.WarningOf("index")->text, "alone.shp: its index (.shx) is missing"));
+  // The length of the second: zero, below zero, beyond the file, over the third, and within its own points.
+  for (const std::int32_t words : {0, -7, 2000000000, static_cast<std::int32_t>(triangle.size() / 2 + 14), 20})
+    EXPECT_TRUE(Holds("1345 12345 145", read(with(100 + size + 4, Big(words))))) << words;
+  EXPECT_NE(rig.WarningOf("record length"), nullptr);
+  EXPECT_EQ(read(with(third, std::string(12, '\0'))), "1245");
+  EXPECT_TRUE(Holds(rig.WarningOf("record length")->text, "record 3: its header"));
+  EXPECT_EQ(read(with(100, std::string(whole.shp.size() - 100, '\0'))), "");
+  EXPECT_NE(rig.WarningOf("no record"), nullptr);
+  EXPECT_EQ(read(whole.shp.substr(0, whole.shp.size() - 9)), "1234");
+  EXPECT_TRUE(Holds(rig.WarningOf("no record")->text, "behind record 4 were not read; no record could be found there"));
+  // Numbers that count from another one do no harm, and the announced size holds where a record ends there.
+  std::string zeroBased = ShapeFile({triangle, triangle, triangle}).shp;
+  for (const std::size_t at : {std::size_t{100}, 100 + size, third}) --zeroBased[at + 3];
+  EXPECT_EQ(read(zeroBased), "123");
+  EXPECT_EQ(read(with(24, Big(static_cast<std::int32_t>(third / 2)))), "12");
+  EXPECT_TRUE(Holds(rig.WarningOf("no record")->text, "the file's header says"));
+  EXPECT_EQ(read(with(24, Big(50))), "12345");
+  EXPECT_EQ(read(with(24, Big(static_cast<std::int32_t>(third / 2 - 4)))), "12345");
+}
+
 TEST_F(StandardShapesTest, AttributesOfTheOwnRow) {
   std::string table = Table({{"LAYER", 6}, {"NAME", 4}}, {{"ROAD", "one"}, {"CREEK", "two"}, {"W\xE4LD", "3"}});
   table[97 + 11] = '*';

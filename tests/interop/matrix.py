@@ -288,7 +288,8 @@ def steps(source, output):
         return rules.STANDARD[output]
     dbf = partner(source.path, ".dbf") if source.format == "shp" else None
     codec = read.drawing_codec(source.path) if source.format == "dxf" else dbf and read.table_codec(partner(source.path, ".cpg"), dbf)
-    return rules.single_bytes(codec or "cp1252") + rules.STANDARD[output]
+    single = codec if codec and codec[2:] not in read.TWO_BYTES else "cp1252"
+    return rules.single_bytes(single) + rules.STANDARD[output]
 
 
 def is_nothing(word, output, elements):

@@ -86,11 +86,17 @@ def decoded(line):
 LETTERS_1252 = [bytes([b]).decode("cp1252", "ignore") or chr(b) for b in range(256)]
 
 
+TWO_BYTES = ("932", "936", "949", "950")
+
+
 def table_codec(cpg, dbf):
     """What a table names as its encoding, as far as the drawings have one; None for nothing."""
-    name = cpg.read_text(errors="replace").strip().upper() if cpg else ""
-    codec = {"1250": "cp1250", "ANSI 1250": "cp1250", "ISO-8859-1": "latin-1"}.get(name)
-    return codec if name else {0x01: "cp437", 0x02: "cp850", 0xC8: "cp1250"}.get(dbf.read_bytes()[29])
+    name = re.sub(r"[-_ ]", "", cpg.read_text(errors="replace").strip().upper()) if cpg else ""
+    codec = {"ISO88591": "latin-1", "GBK": "cp936", "BIG5": "cp950", "SHIFTJIS": "cp932", "EUCKR": "cp949"}.get(name)
+    number = re.fullmatch(r"(?:ANSI|CP|WINDOWS)?(\d{3,4})", name)
+    language = {0x01: 437, 0x02: 850, 0x13: 932, 0x4D: 936, 0x4E: 949, 0x4F: 950, 0x78: 950, 0x79: 949, 0x7A: 936, 0x7B: 932, 0xC8: 1250}
+    marked = language.get(dbf.read_bytes()[29])
+    return codec or (f"cp{number[1]}" if number else None) if name else marked and f"cp{marked}"
 
 
 def drawing_codec(path):
@@ -101,7 +107,7 @@ def drawing_codec(path):
     known = page and re.fullmatch(r"(?:ANSI_|DOS)(\d{3,4})", page[1].decode().upper())
     if not known or (release and int(release[1]) >= 1021):
         return None
-    return None if known[1] in ("932", "936", "949", "950") else "cp" + known[1]
+    return None if known[1] in TWO_BYTES else "cp" + known[1]
 
 
 def partner(path, extension):
@@ -202,8 +208,9 @@ def with_own_fields(e, names, values, carried):
     return e.but(text=told["Text"], angle=float(told["TextAngle"]), size=float(told["TextSize"])) if "Text" in told else e
 
 
-def pyshp(path, *parts, encoding="utf-8"):
-    return shapefile.Reader(**{part: str(partner(path, f".{part}")) for part in parts}, encoding=encoding)
+def pyshp(path, *parts, encoding="utf-8", errors="strict"):
+    files = {part: partner(path, f".{part}") for part in parts}
+    return shapefile.Reader(**{part: str(file) for part, file in files.items() if file}, encoding=encoding, encodingErrors=errors)
 
 
 def by_pyshp(path, carried):
@@ -272,12 +279,12 @@ def attributes(path):
     def text(value):
         for name in (codec or "utf-8", "cp1252"):
             try:
-                return value.encode("latin-1").decode(name)
+                return value.encode("ascii", "surrogateescape").decode(name)
             except UnicodeDecodeError:
                 pass
         return value
 
-    with pyshp(path, "dbf", encoding="latin-1") as reader:
+    with pyshp(path, "dbf", encoding="ascii", errors="surrogateescape") as reader:
         check(all(f[1] in "CNFDL" for f in reader.fields), "fields that are not carried along")
         rows = [record and tuple(text(v) if isinstance(v, str) else v for v in record) for record in reader.iterRecords()]
         return (None,) * (len(reader.fields) - 1), rows

@@ -28,7 +28,9 @@ RINGS, PATCH = (5, 15, 25), 31
 def shapes_of(path, deleted=()):
     """The file's type, and of each shape the type and what it holds."""
     with read.pyshp(path, "shp", "shx") as reader:
-        shapes = [reader.shape(i) for i in range((partner(path, ".shx").stat().st_size - 100) // 8) if i not in deleted]
+        index = partner(path, ".shx")
+        count = (index.stat().st_size - 100) // 8 if index else len(reader)
+        shapes = [reader.shape(i) for i in range(count) if i not in deleted]
         elements = [read.whole(s) for s in shapes]
         return reader.shapeType, [(s.shapeType, e) if e.xyz else (0, None) for s, e in zip(shapes, elements)]
 
@@ -79,7 +81,7 @@ def main():
         parser.add_argument(name, type=pathlib.Path, required=True)
     options = parser.parse_args()
     compared = faults = 0
-    for path in sorted(p for p in options.data.rglob("*") if p.suffix.lower() == ".shp" and partner(p, ".shx")):
+    for path in sorted(p for p in options.data.rglob("*") if p.suffix.lower() == ".shp"):
         with tempfile.TemporaryDirectory() as name:
             folder, deleted = pathlib.Path(name), read.deleted_rows(partner(path, ".dbf"))
             try:

@@ -27,6 +27,8 @@ struct FormatOption {
   std::function<std::string(const std::string& value)> check = {};
   /// Given for another format it is a mistake; else it says nothing there.
   bool strict = false;
+  /// In the classic dialect it is a mistake.
+  bool standardOnly = false;
 };
 
 /// The values that a person gave, by the names of their options.

@@ -5,6 +5,7 @@
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Text.h"
+#include "core/run/EncodingOption.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 
@@ -24,11 +25,13 @@ std::vector<FormatOption> DXFInFilter::Options() {
        .help =
            "How many entities blocks may draw, 100000000 without it;\nreaching it ends the run with what was written",
        .value = "NUMBER",
-       .check = [](const std::string& value) {
-         const double number = NumberOrNone(value);
-         const bool counts = number >= 1 && number < 1e15 && number == std::floor(number);
-         return std::string(counts ? "" : "expected a whole number above 0");
-       }}};
+       .check =
+           [](const std::string& value) {
+             const double number = NumberOrNone(value);
+             const bool counts = number >= 1 && number < 1e15 && number == std::floor(number);
+             return std::string(counts ? "" : "expected a whole number above 0");
+           }},
+      EncodingOption()};
 }
 
 void DXFInFilter::Open(const std::string& path) {
@@ -36,10 +39,11 @@ void DXFInFilter::Open(const std::string& path) {
   entities_.reset();
   scanner_.reset();
   layers_.clear();
-  inEntities_ = tablesSeen_ = blocksSeen_ = sectionSeen_ = endSeen_ = false;
+  bytesTold_ = inEntities_ = tablesSeen_ = blocksSeen_ = sectionSeen_ = endSeen_ = false;
   drawn_ = {};
   filename_ = path;
-  drawing_ = std::make_unique<Drawing>(report());
+  const bool everyPage = options().dialect == Dialect::Standard;
+  drawing_ = std::make_unique<Drawing>(report(), everyPage ? DrawingText(ChosenPage(options())) : DrawingText());
   scanner_ = std::make_unique<GroupScanner>(path, report());
   scan_.Begin(ScanProgress::kBytes);
   inEntities_ = GoToEntities(*scanner_, false);
@@ -151,6 +155,12 @@ bool DXFInFilter::Next(tEntity& entity) {
   }
   if (!delivered && HasMore()) return DeliverFromBlock(entity);
   if (delivered) entity.CDFCode = codes_.CodeOf(entity.Layer);
+  if (!bytesTold_ && drawing_->Text().HadOtherBytes()) {
+    report().Warn(WarningKind::Bytes, Where() +
+                                          ": bytes before it that are no letters of the code page became U+FFFD; "
+                                          "there may be more");
+    bytesTold_ = true;
+  }
   return delivered;
 }
 

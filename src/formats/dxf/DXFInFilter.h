@@ -64,6 +64,7 @@ class DXFInFilter final : public InputFilter {
   bool tablesSeen_ = false, blocksSeen_ = false;
   bool sectionSeen_ = false;
   bool endSeen_ = false;
+  bool bytesTold_ = false;
   ScanProgress scan_{interaction()};
 };
 

@@ -30,7 +30,7 @@ struct DrawingLayer {
 /// Header variables, layers and blocks. Layer names match without regard to the case of ASCII letters.
 class Drawing {
  public:
-  explicit Drawing(Report& report) : report_(report) {}
+  Drawing(Report& report, DrawingText text) : report_(report), text_(std::move(text)) {}
 
   /// Takes a group of the HEADER section.
   void TakeHeaderGroup(const GroupScanner& scanner);

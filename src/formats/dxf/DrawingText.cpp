@@ -72,7 +72,7 @@ bool TakePercentCode(std::string_view& rest, std::string& text, std::u16string_v
       break;
     default: {
       const auto code = Digits(rest.substr(2), 3, 10);
-      if (!code || *code > 255) return false;
+      if (!code || *code > 255 || (*code > 127 && upperHalf.empty())) return false;
       AppendUtf8(text, *code < 128 ? *code : upperHalf[*code - 128]);
       rest.remove_prefix(5);
       return true;
@@ -171,12 +171,29 @@ bool TakeInlineCode(std::string_view& rest, std::string& text, char lineBreak) {
 
 DrawingText::DrawingText() : upperHalf_(Windows1252()) {}
 
+DrawingText::DrawingText(const tesselink::CodePage* chosen) : everyPage_(true), upperHalf_(Windows1252()) {
+  if (chosen != nullptr) Take(*chosen);
+  chosen_ = chosen != nullptr;
+}
+
+void DrawingText::Take(const tesselink::CodePage& page) {
+  if (page.IsUtf8()) return;
+  page_ = &page;
+  upperHalf_ = page.UpperHalf();
+  pageNamed_ = true;
+}
+
 void DrawingText::Release(std::string_view release) {
   utf8Release_ = release.starts_with("AC") && Digits(release.substr(2), 4, 10).value_or(0) >= 1021;
 }
 
 bool DrawingText::CodePage(std::string_view name) {
-  if (EqualsIgnoringCase(name, "ASCII") || EqualsIgnoringCase(name, "UTF-8")) return true;
+  if (chosen_ || EqualsIgnoringCase(name, "ASCII") || EqualsIgnoringCase(name, "UTF-8")) return true;
+  if (everyPage_) {
+    const tesselink::CodePage* page = tesselink::CodePage::Named(name);
+    if (page != nullptr) Take(*page);
+    return page != nullptr;
+  }
   const std::u16string_view letters = UpperHalf(name);
   if (letters.empty()) return false;
   upperHalf_ = letters;
@@ -190,7 +207,11 @@ void DrawingText::DecodePage(std::string_view bytes, std::string& text) const {
     text = bytes;
     return;
   }
-  AppendDecoded(text, bytes, upperHalf_);
+  if (page_ == nullptr) {
+    AppendDecoded(text, bytes, upperHalf_);
+  } else if (page_->AppendDecoded(text, bytes) > 0) {
+    otherBytes_ = true;
+  }
 }
 
 void DrawingText::DecodeName(std::string_view bytes, std::string& text) const {

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/io/Utf8.h"
+#include "core/run/Report.h"
 #include "formats/shape/Bytes.h"
 
 namespace tesselink {
@@ -34,7 +36,8 @@ std::string_view WithoutBlanksBehind(std::string_view text) { return text.substr
 
 }  // namespace
 
-DBFInFilter::DBFInFilter(Dialect dialect) : reading_(dialect == Dialect::Classic ? kClassic : kStandard) {}
+DBFInFilter::DBFInFilter(Dialect dialect, Report* report, const CodePage* page)
+    : reading_(dialect == Dialect::Classic ? kClassic : kStandard), report_(report), page_(page) {}
 
 void DBFInFilter::filename(const std::string& path) {
   if (!IsThere(path)) return;
@@ -60,6 +63,7 @@ void DBFInFilter::Close() {
   fields_.clear();
   widths_.clear();
   position_ = 0;
+  bytesTold_ = false;
 }
 
 void DBFInFilter::ReadHeader() {
@@ -80,7 +84,9 @@ void DBFInFilter::ReadHeader() {
 void DBFInFilter::ReadEncoding(unsigned char languageByte) {
   encoding_ = {};
   if (!reading_.asUtf8) return;
-  if (const std::string named = PartnerFile(filename_, "CPG"); !named.empty()) {
+  if (page_ != nullptr) {
+    encoding_.FromPage(*page_);
+  } else if (const std::string named = PartnerFile(filename_, "CPG"); !named.empty()) {
     constexpr std::size_t kLongestName = 64;
     BinaryFile file(named);
     ReadWindow window(file);
@@ -146,7 +152,8 @@ std::string DBFInFilter::GetFieldName(int field) const {
   const std::string_view cut = CutAtNul(name);
   if (reading_.longNames) {
     std::string decoded;
-    return std::string(encoding_.AsUtf8(WithoutBlanksBehind(cut), decoded));
+    std::size_t none = 0;
+    return std::string(encoding_.AsUtf8(WithoutBlanksBehind(cut), decoded, none));
   }
   if (cut.size() == kNameSize) {
     throw Error(filename_ + ": the name of field " + std::to_string(field + 1) +
@@ -208,7 +215,18 @@ std::string_view DBFInFilter::GetFieldData(int field, std::int64_t record) {
   const std::string_view value = CutAtNul(AsText(bytes));
   const bool keepsIndent = reading_.keepsIndent && descriptor.type == 'C';
   const std::string_view trimmed = keepsIndent ? WithoutBlanksBehind(value) : Trimmed(value);
-  return reading_.asUtf8 ? encoding_.AsUtf8(trimmed, decoded_) : trimmed;
+  if (!reading_.asUtf8) return trimmed;
+  std::size_t none = 0;
+  const std::string_view text = encoding_.AsUtf8(trimmed, decoded_, none);
+  if (none > 0) WarnOfBytes(filename_ + ", row " + std::to_string(record + 1));
+  return text;
+}
+
+void DBFInFilter::WarnOfBytes(const std::string& where) {
+  if (report_ == nullptr || std::exchange(bytesTold_, true)) return;
+  report_->Warn(WarningKind::Bytes, where +
+                                        ": bytes that are no letters of the table's encoding, as where a text was "
+                                        "cut within a letter, became U+FFFD; there may be more");
 }
 
 }  // namespace tesselink

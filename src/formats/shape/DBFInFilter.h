@@ -15,6 +15,8 @@
 
 namespace tesselink {
 
+class Report;
+
 /// What a dialect decides in reading a table.
 struct DBFReading {
   bool byHeader;             ///< the terminator ends the fields and the header counts the rows; else lengths tell both
@@ -28,7 +30,10 @@ struct DBFReading {
 /// their text, and deleted records like any other.
 class DBFInFilter final : public AttributeTable {
  public:
-  explicit DBFInFilter(Dialect dialect = Dialect::Classic);
+  explicit DBFInFilter(Dialect dialect = Dialect::Classic) : DBFInFilter(dialect, nullptr, nullptr) {}
+  /// `report` is told of what a table's values lack; `page`, where not null, is that of its texts, whatever the table
+  /// says.
+  DBFInFilter(Dialect dialect, Report* report, const CodePage* page);
 
   /// Opens a table and reads header and descriptors. A file that does not exist changes nothing; after one that cannot
   /// be read none is open.
@@ -75,9 +80,12 @@ class DBFInFilter final : public AttributeTable {
   void ReadEncoding(unsigned char languageByte);
   std::string FieldNames() const;
   void MeasureFields();
+  void WarnOfBytes(const std::string& where);
   const Field& Descriptor(int field) const;
 
   const DBFReading& reading_;
+  Report* const report_;
+  const CodePage* const page_;
   std::string filename_;
   BinaryFile file_;
   ReadWindow window_{file_};
@@ -89,6 +97,7 @@ class DBFInFilter final : public AttributeTable {
   std::int64_t position_ = 0;
   TableEncoding encoding_;
   std::string decoded_;
+  bool bytesTold_ = false;
 };
 
 }  // namespace tesselink

@@ -7,6 +7,7 @@
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
+#include "core/run/EncodingOption.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 #include "core/run/ScanProgress.h"
@@ -16,12 +17,14 @@ namespace {
 
 constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
                                .everyType = false,
+                               .needsIndex = true,
                                .wholeShapes = false,
                                .skipsDeleted = false,
                                .closesPolygons = false,
                                .layerZeroWithoutField = false};
 constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
                                 .everyType = true,
+                                .needsIndex = false,
                                 .wholeShapes = true,
                                 .skipsDeleted = true,
                                 .closesPolygons = true,
@@ -56,7 +59,7 @@ void ESRIInFilt::Close() {
 void ESRIInFilt::OpenFiles(const std::string& path) {
   records_.Open(path);
   const std::string indexPath = PartnerFile(path, "SHX");
-  if (indexPath.empty()) {
+  if (indexPath.empty() && reading_.needsIndex) {
     interaction().ShowMessage({Topic::Notice,
                                "Fatal Error: Could not find file " + LowerCase(StripExtension(path) + ".SHX"), "Error",
                                MessageIcon::Critical});
@@ -64,9 +67,13 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
     return;
   }
   filename_ = path;
-  records_.OpenIndex(indexPath);
+  indexPath.empty() ? records_.OpenWithoutIndex() : records_.OpenIndex(indexPath);
   OpenTable();
   if (reading_.skipsDeleted) FindTable();
+}
+
+std::unique_ptr<DBFInFilter> ESRIInFilt::NewTable() const {
+  return std::make_unique<DBFInFilter>(options().dialect, &report(), ChosenPage(options()));
 }
 
 // Opens the table where nobody asked for it, so that a broken one is no reason to stop; one that cannot be read is.
@@ -76,7 +83,7 @@ bool ESRIInFilt::FindTable() {
   const std::string path = AttributesPath();
   if (path.empty() || tableBroken_) return false;
   try {
-    auto table = std::make_unique<DBFInFilter>(options().dialect);
+    auto table = NewTable();
     table->OpenExisting(path);
     table->NumRecs();
     table_ = std::move(table);
@@ -122,7 +129,7 @@ void ESRIInFilt::OpenTable() {
     return;
   }
   if (!table_) {
-    table_ = std::make_unique<DBFInFilter>(options().dialect);
+    table_ = NewTable();
     table_->OpenExisting(tablePath);
   }
   selection_->Create(*table_);

@@ -18,6 +18,7 @@ namespace tesselink {
 struct ESRIReading {
   std::int64_t rowOfFirstShape;  ///< counted from 0; the row of shape n follows
   bool everyType;                ///< PointZ, the M types and MultiPatch are read; else a person is told of each record
+  bool needsIndex;               ///< else records whose index is missing or does not fit are read by their own headers
   bool wholeShapes;   ///< one element a record, with its parts and m values, and one without vertices for a Null shape
   bool skipsDeleted;  ///< a shape whose row is marked as deleted is left out
   bool closesPolygons;         ///< polygons are areas, and the parts of a MultiPatch `Closed`
@@ -38,7 +39,7 @@ class ESRIInFilt final : public InputFilter {
   int FileNumber() const override { return records_.File().Number(); }
   std::int64_t Loc() const override { return records_.Position(); }
   double Progress() const override;
-  /// True once everything that the index lists has been delivered.
+  /// True once the last record has been delivered.
   bool Eof() const override;
   std::string Where() const override { return records_.Where(); }
   TextEncoding Encoding() const override { return table_ ? table_->Encoding() : TextEncoding(); }
@@ -50,7 +51,7 @@ class ESRIInFilt final : public InputFilter {
   std::int64_t Records() const override { return records_.Count(); }
   std::string ProjectionPath() const override { return PartnerFile(filename_, "PRJ"); }
 
-  /// The number of records, by the length of the index.
+  /// The number of records, by the length of the index or the number of the last one.
   std::int64_t NumPoints() const { return records_.Count(); }
   /// As GetNextEntity, from a record counted from 1 on.
   bool GetNextEntity(tEntity& entity, std::int64_t record);
@@ -62,6 +63,7 @@ class ESRIInFilt final : public InputFilter {
   void Close();
   bool Next(tEntity& entity) override;
   bool Deliver(tEntity& entity);
+  std::unique_ptr<DBFInFilter> NewTable() const;
   void OpenTable();
   void UseTable();
   bool FindTable();

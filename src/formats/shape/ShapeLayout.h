@@ -13,6 +13,9 @@ inline constexpr std::int64_t kRecordHeaderSize = 8;
 /// An x and a y.
 inline constexpr std::int64_t kXYSize = 16;
 
+/// m values below it stand for none.
+inline constexpr double kLeastMeasure = -1e38;
+
 /// How the content of a record is laid out.
 enum class ShapeLayout { None, Point, MultiPoint, Parts, Patches };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
@@ -16,12 +15,6 @@ namespace {
 // Bytes of a record up to the end of the counts of its parts and points, the record header included.
 constexpr std::size_t kHeadSize = 52;
 
-// What a part of a MultiPatch is; any other is a ring.
-constexpr std::int32_t kTriangleStrip = 0;
-constexpr std::int32_t kTriangleFan = 1;
-// Values below it stand for none.
-constexpr double kNoMeasure = -1e38;
-
 std::string Bytes(std::int64_t count) { return Counted(count, "byte"); }
 
 }  // namespace
@@ -31,6 +24,7 @@ void ShapeRecords::Close() {
   shx_.Close();
   for (ReadWindow* window : {&index_, &recordBytes_, &partStarts_, &vertices_, &values_}) window->Reset();
   count_ = number_ = position_ = 0;
+  walking_ = false;
   listed_ = kShapeHeaderSize;
   inOrder_ = true;
   current_ = {};
@@ -53,6 +47,12 @@ void ShapeRecords::Open(const std::string& path) {
 
 void ShapeRecords::OpenIndex(const std::string& path) {
   shx_ = BinaryFile(path);
+  if (everyType_) {
+    if (const std::string misfit = MisfitOfIndex(shp_, shx_, fileType_); !misfit.empty()) {
+      WalkInstead(path + ": does not fit the shapefile; " + misfit);
+      return;
+    }
+  }
   if (shx_.Size() < kShapeHeaderSize) {
     throw Error(path + ": holds " + Bytes(shx_.Size()) + "; an index begins with a header of 100");
   }
@@ -64,16 +64,40 @@ void ShapeRecords::OpenIndex(const std::string& path) {
   if (count_ == 0) WarnOfUnlisted();
 }
 
+void ShapeRecords::OpenWithoutIndex() { WalkInstead(shp_.Path() + ": its index (.shx) is missing"); }
+
+void ShapeRecords::WalkInstead(const std::string& reason) {
+  report_.Warn(WarningKind::Index, reason + "; the records were read one behind the other");
+  walking_ = true;
+  walk_.Begin(fileType_);
+  while (walk_.Next()) {
+  }
+  count_ = walk_.Number();
+  if (count_ == 0) WarnOfUnlisted();
+  walk_.Rewind();
+}
+
 void ShapeRecords::WarnOfUnlisted() {
-  if (!inOrder_ || listed_ >= shp_.Size()) return;
-  report_.Warn(WarningKind::NotInTheIndex, shp_.Path() + ": the index lists nothing of " +
-                                               Bytes(shp_.Size() - listed_) + " of the file; they were not read");
+  if (!inOrder_) return;
+  if (walking_ && walk_.Behind() < shp_.Size()) {
+    const bool ended = walk_.Behind() == walk_.End();
+    report_.Warn(WarningKind::NoRecord,
+                 shp_.Path() + ": " + Bytes(shp_.Size() - walk_.Behind()) + " behind record " + std::to_string(count_) +
+                     " were not read; " +
+                     (ended ? "the file's header says that it ends before them" : "no record could be found there"));
+  } else if (!walking_ && listed_ < shp_.Size()) {
+    report_.Warn(WarningKind::NotInTheIndex, shp_.Path() + ": the index lists nothing of " +
+                                                 Bytes(shp_.Size() - listed_) + " of the file; they were not read");
+  }
   inOrder_ = false;
 }
 
 void ShapeRecords::Warn(WarningKind kind, const std::string& what) { report_.Warn(kind, Where() + ": " + what); }
 
 void ShapeRecords::MoveTo(std::int64_t number) {
+  if (walking_ && number <= walk_.Number()) walk_.Rewind();
+  while (walking_ && walk_.Number() + 1 < number && walk_.Next()) {
+  }
   number_ = number - 1;
   inOrder_ = false;
   current_ = {};
@@ -85,7 +109,23 @@ bool ShapeRecords::Next() {
   part_ = 0;
   nextPoint_ = 0;
   current_ = {};
-  return Load();
+  return walking_ ? Walk() : Load();
+}
+
+bool ShapeRecords::Walk() {
+  if (!walk_.Next()) {
+    number_ = count_;
+    return false;
+  }
+  if (walk_.Found()) {
+    Warn(WarningKind::RecordLength,
+         "its header, or that of the record before it, is damaged; the next record that "
+         "could be found is number " +
+             std::to_string(walk_.Number()));
+  }
+  number_ = walk_.Number();
+  ownLength_ = kRecordHeaderSize + walk_.Words() * 2;
+  return LoadAt(walk_.At(), recordBytes_.At(walk_.At(), kHeadSize), ownLength_);
 }
 
 // The bytes of the record at a position, its header included, by the index; 0 when there are none. What the record
@@ -134,14 +174,17 @@ bool ShapeRecords::Load() {
     return false;
   }
   const std::int64_t at = std::int64_t{BigEndian32(entry.data())} * 2;
-  auto head = recordBytes_.At(at, kHeadSize);
+  const auto head = recordBytes_.At(at, kHeadSize);
   if (at < kShapeHeaderSize || head.size() < static_cast<std::size_t>(kRecordHeaderSize) + 4) {
     Warn(WarningKind::IndexOutside, "the index points to byte " + std::to_string(at) + ", where the file of " +
                                         Bytes(shp_.Size()) + " holds no record; it was skipped");
     return false;
   }
   const std::int64_t available = RecordLength(at, BigEndian32(&entry[4]), BigEndian32(&head[4]));
-  if (available == 0) return false;
+  return available > 0 && LoadAt(at, head, available);
+}
+
+bool ShapeRecords::LoadAt(std::int64_t at, std::span<const std::byte> head, std::int64_t available) {
   position_ = at + available;
   whole_ = {};
   if (available <= static_cast<std::int64_t>(ReadWindow::kCapacity)) {
@@ -264,7 +307,7 @@ void ShapeRecords::FindMeasures(const ShapeType& type, std::int64_t at, std::int
     const auto values = Piece(values_, from, static_cast<std::size_t>(number) * 8);
     for (std::size_t i = 0; i < values.size(); i += 8) {
       const auto m = LittleEndian<double>(&values[i]);
-      if (m > kNoMeasure && m != 0) return true;
+      if (m > kLeastMeasure && m != 0) return true;
     }
     return false;
   };
@@ -370,113 +413,6 @@ void ShapeRecords::ReadPiecewise(tEntity& entity) {
     entity.Measures.insert(entity.Measures.end(), piece_.Measures.begin(), piece_.Measures.end());
     count += size;
   }
-}
-
-// A ring is its own outline, and a fan is one but for the edges inside it. A strip runs from side to side: down one
-// side and back up the other is its outline.
-void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
-  const auto type =
-      LittleEndian<std::int32_t>(Piece(partStarts_, current_.partTypesAt + std::int64_t{part} * 4, 4).data());
-  if (type == kTriangleStrip || type == kTriangleFan) {
-    Warn(WarningKind::Triangles, "a strip or fan of triangles is delivered as its outline, without the edges inside");
-  }
-  if (type != kTriangleStrip) return;
-  const tEntity::Index last = entity.XCount();
-  strip_.clear();
-  for (tEntity::Index i = 0; i <= last; ++i) {
-    strip_.push_back({entity.x(i), entity.Y(i), entity.Height(i)});
-  }
-  tEntity::Index to = 0;
-  const auto put = [&](tEntity::Index from) {
-    const Vertex& vertex = strip_[static_cast<std::size_t>(from)];
-    entity.x(to, vertex.x);
-    entity.Y(to, vertex.y);
-    entity.Height(to++, vertex.z);
-  };
-  for (tEntity::Index i = 0; i <= last; i += 2) put(i);
-  for (tEntity::Index i = last % 2 == 0 ? last - 1 : last; i > 0; i -= 2) put(i);
-}
-
-// False when no vertex is left.
-bool ShapeRecords::StoreVertices(tEntity& entity, Range range) {
-  const bool finite = StoreXY(entity, range);
-  if (current_.zAt != 0) StoreZ(entity, range);
-  if (current_.mAt != 0) StoreMeasures(entity, range);
-  return finite || DropWildVertices(entity);
-}
-
-// Stores from the highest index down, so that each array grows once. False when not all is finite.
-bool ShapeRecords::StoreXY(tEntity& entity, Range range) {
-  constexpr std::int32_t kAtOnce = 2048;
-  bool finite = true;
-  for (std::int32_t end = range.count; end > 0;) {
-    const std::int32_t begin = std::max(end - kAtOnce, 0);
-    const auto xy = Piece(vertices_, current_.pointsAt + std::int64_t{range.first + begin} * kXYSize,
-                          static_cast<std::size_t>((end - begin) * kXYSize));
-    for (std::int32_t i = end - 1; i >= begin; --i) {
-      const std::byte* point = &xy[static_cast<std::size_t>((i - begin) * kXYSize)];
-      const auto x = LittleEndian<double>(point), y = LittleEndian<double>(point + 8);
-      entity.x(i, x);
-      entity.Y(i, y);
-      finite = finite && std::isfinite(x) && std::isfinite(y);
-    }
-    end = begin;
-  }
-  return finite;
-}
-
-void ShapeRecords::StoreZ(tEntity& entity, Range range) {
-  constexpr std::int32_t kAtOnce = 4096;
-  bool wild = false;
-  for (std::int32_t end = range.count; end > 0;) {
-    const std::int32_t begin = std::max(end - kAtOnce, 0);
-    const auto values =
-        Piece(values_, current_.zAt + std::int64_t{range.first + begin} * 8, static_cast<std::size_t>(end - begin) * 8);
-    for (std::int32_t i = end - 1; i >= begin; --i) {
-      const auto z = LittleEndian<double>(&values[static_cast<std::size_t>(i - begin) * 8]);
-      const bool fits = std::fabs(z) <= static_cast<double>(std::numeric_limits<float>::max());
-      entity.Height(i, fits ? z : 0);
-      wild = wild || !fits;
-    }
-    end = begin;
-  }
-  if (wild) Warn(WarningKind::WildZ, "holds z values that are no number or too large; they were read as 0");
-}
-
-void ShapeRecords::StoreMeasures(tEntity& entity, Range range) {
-  constexpr std::int32_t kAtOnce = 4096;
-  entity.Measures.clear();
-  for (std::int32_t begin = 0; begin < range.count; begin += kAtOnce) {
-    const std::int32_t end = std::min(begin + kAtOnce, range.count);
-    const auto values =
-        Piece(values_, current_.mAt + std::int64_t{range.first + begin} * 8, static_cast<std::size_t>(end - begin) * 8);
-    for (std::size_t i = 0; i < values.size(); i += 8) {
-      const auto m = LittleEndian<double>(&values[i]);
-      entity.Measures.push_back(std::isfinite(m) && m >= kNoMeasure ? m : std::numeric_limits<double>::quiet_NaN());
-    }
-  }
-}
-
-bool ShapeRecords::DropWildVertices(tEntity& entity) {
-  const tEntity::Index count = entity.XCount() + 1;
-  tEntity::Index kept = 0;
-  for (tEntity::Index i = 0; i < count; ++i) {
-    if (!std::isfinite(entity.x(i)) || !std::isfinite(entity.Y(i))) continue;
-    entity.x(kept, entity.x(i));
-    entity.Y(kept, entity.Y(i));
-    if (current_.zAt != 0) entity.Height(kept, entity.Height(i));
-    if (current_.mAt != 0)
-      entity.Measures[static_cast<std::size_t>(kept)] = entity.Measures[static_cast<std::size_t>(i)];
-    ++kept;
-  }
-  Warn(WarningKind::NotFinite, "vertices without a finite x and y were left out: " + std::to_string(count - kept));
-  if (kept == 0) {
-    entity.ClearVertices();
-    return false;
-  }
-  for (tEntity::Index i = kept; i < count; ++i) entity.RemoveLastVertex();
-  if (current_.mAt != 0) entity.Measures.resize(static_cast<std::size_t>(kept));
-  return true;
 }
 
 }  // namespace tesselink

@@ -1,4 +1,4 @@
-// The records of a shapefile: .shp by way of its .shx.
+// The records of a shapefile: .shp by way of its .shx, or by their own headers.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,7 @@
 #include "core/element/VertexChains.h"
 #include "core/element/tEntity.h"
 #include "core/io/Files.h"
+#include "formats/shape/RecordWalk.h"
 #include "formats/shape/ShapeLayout.h"
 
 namespace tesselink {
@@ -20,17 +21,19 @@ enum class WarningKind;
 /// the largest element, not the file. A record that cannot be read is a warning, and holds nothing.
 class ShapeRecords {
  public:
-  /// `everyType`: types outside of the system's own convention are read too, and m values.
+  /// `everyType`: types outside of the system's own convention are read too, m values, and records whose index is
+  /// missing or does not fit.
   ShapeRecords(Report& report, bool everyType) : report_(report), everyType_(everyType) {}
 
   /// Opens the main file, closing the one before; nothing is listed until its index is open too. Throws Error for a
   /// file that is no shapefile.
   void Open(const std::string& path);
   void OpenIndex(const std::string& path);
+  void OpenWithoutIndex();
   void Close();
 
   const BinaryFile& File() const { return shp_; }
-  /// The number of records, by the length of the index.
+  /// The number of records, by the length of the index or the number of the last one.
   std::int64_t Count() const { return count_; }
   /// The current record, from 1; 0 before the first.
   std::int64_t Number() const { return number_; }
@@ -67,7 +70,7 @@ class ShapeRecords {
   /// The same for all points of the record, as a single part.
   bool ReadPoints(tEntity& entity) { return StoreVertices(entity, {0, current_.points}); }
 
-  /// Warns of what the index does not list, once all has been read.
+  /// Warns of what belongs to no record, once all has been read.
   void WarnOfUnlisted();
 
  private:
@@ -88,7 +91,10 @@ class ShapeRecords {
     std::int32_t first = 0, count = 0;
   };
 
+  void WalkInstead(const std::string& reason);
+  bool Walk();
   bool Load();
+  bool LoadAt(std::int64_t at, std::span<const std::byte> head, std::int64_t available);
   std::int64_t RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords);
   void WarnOfLength();
   bool Holds(std::int64_t bytes, std::int64_t available);
@@ -113,6 +119,8 @@ class ShapeRecords {
   Report& report_;
   const bool everyType_;
   BinaryFile shp_, shx_;
+  RecordWalk walk_{shp_};
+  bool walking_ = false;  // records are found by it, not by the index
   // Records come whole from one window; what is too large for it is read by a window for each of its pieces.
   ReadWindow index_{shx_}, recordBytes_{shp_}, partStarts_{shp_}, vertices_{shp_}, values_{shp_};
   std::span<const std::byte> whole_;

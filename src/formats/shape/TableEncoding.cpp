@@ -11,9 +11,6 @@
 namespace tesselink {
 namespace {
 
-constexpr int kUtf8 = 65001;
-constexpr int kMacRoman = 10000;
-
 struct Language {
   unsigned char mark;
   int codePage;
@@ -33,42 +30,31 @@ constexpr Language kLanguages[] = {
 // "ANSI", whichever that was on the machine that wrote the table.
 constexpr unsigned char kSystemsOwn = 0x57;
 
-// A name without what people put between its letters, as in "ISO88591".
-std::string Condensed(std::string_view name) {
-  std::string letters;
-  std::copy_if(name.begin(), name.end(), std::back_inserter(letters),
-               [](char c) { return static_cast<unsigned char>(c) > ' ' && c != '-' && c != '_' && c < 127; });
-  return UpperCase(letters);
+// Whether letters beyond ASCII stand there as UTF-8, whatever else does.
+bool HoldsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = Utf8Length(text);
+    if (length > 1) return true;
+    text.remove_prefix(1);
+  }
+  return false;
 }
 
 }  // namespace
 
-TableEncoding::TableEncoding() : upperHalf_(Windows1252()) {}
-
-bool TableEncoding::FromNumber(int codePage) {
-  if (codePage == kUtf8) return true;
-  const bool isAnsi = (codePage >= 1250 && codePage <= 1258) || codePage == 874;
-  const std::string number = std::to_string(codePage);
-  const std::u16string_view letters = UpperHalf(codePage == kMacRoman        ? "MAC-ROMAN"
-                                                : number.starts_with("8859") ? "ISO8859-" + number.substr(4)
-                                                                             : (isAnsi ? "ANSI_" : "DOS") + number);
-  if (letters.empty()) return false;
-  upperHalf_ = letters;
-  mayBeUtf8_ = false;
-  return true;
-}
-
 void TableEncoding::FromName(std::string_view name) {
-  const std::string condensed = Condensed(name);
-  if (condensed.empty() || condensed == "UTF8") return;
-  const std::size_t digits = std::min(condensed.find_first_of("0123456789"), condensed.size());
-  int number = 0;
-  std::from_chars(condensed.data() + digits, condensed.data() + condensed.size(), number);
-  if (condensed.starts_with("LDID")) {
-    FromLanguageByte(static_cast<unsigned char>(number));
-  } else if (!FromNumber(number)) {
-    unknown_ = "code page \"" + std::string(Trimmed(name.substr(0, name.find_first_of("\r\n")))) + "\"";
+  const std::string_view word = Trimmed(name.substr(0, name.find_first_of("\r\n")));
+  constexpr std::string_view kLanguage = "LDID";
+  if (word.empty()) return;
+  if (EqualsIgnoringCase(word.substr(0, kLanguage.size()), kLanguage)) {
+    const std::string_view digits = word.substr(std::min(word.find_first_of("0123456789"), word.size()));
+    int mark = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), mark);
+    FromLanguageByte(static_cast<unsigned char>(mark));
+    return;
   }
+  page_ = CodePage::Named(word);
+  if (page_ == nullptr) unknown_ = "code page \"" + std::string(word) + "\"";
 }
 
 void TableEncoding::FromLanguageByte(unsigned char mark) {
@@ -77,15 +63,21 @@ void TableEncoding::FromLanguageByte(unsigned char mark) {
       std::find_if(std::begin(kLanguages), std::end(kLanguages), [&](const Language& l) { return l.mark == mark; });
   if (found == std::end(kLanguages)) {
     unknown_ = "language byte " + std::to_string(mark);
-  } else if (!FromNumber(found->codePage)) {
-    unknown_ = "code page " + std::to_string(found->codePage);
+    return;
   }
+  page_ = CodePage::Numbered(found->codePage);
+  if (page_ == nullptr) unknown_ = "code page " + std::to_string(found->codePage);
 }
 
-std::string_view TableEncoding::AsUtf8(std::string_view text, std::string& decoded) const {
-  if (IsAscii(text) || (mayBeUtf8_ && IsUtf8(text))) return text;
+std::string_view TableEncoding::AsUtf8(std::string_view text, std::string& decoded, std::size_t& none) const {
+  const bool mayBeUtf8 = page_ == nullptr || page_->IsUtf8();
+  if (IsAscii(text) || (mayBeUtf8 && IsUtf8(text))) return text;
   decoded.clear();
-  AppendDecoded(decoded, text, upperHalf_);
+  if (!mayBeUtf8 || (page_ != nullptr && HoldsUtf8(text))) {
+    none += page_->AppendDecoded(decoded, text);
+  } else {
+    AppendDecoded(decoded, text, Windows1252());
+  }
   return decoded;
 }
 

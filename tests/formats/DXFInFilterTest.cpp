@@ -249,7 +249,7 @@ TEST_F(DXFInFilterTest, WhatATextSays) {
   rig.context.options.dialect = Dialect::Standard;
   rig.report = {};
   EXPECT_EQ(text("\x83\x5C{\x94\x5C", page("ANSI_932")), "ソ{能") << "a second byte is no backslash";
-  EXPECT_EQ(text("\\P\xC4\xE3\x81\x5C%%d%%200", page("ANSI_936"), "MTEXT"), " 你乗\u00B0%%200");
+  EXPECT_EQ(text("\\P\xC4\xE3\x81\x5C%%d%%200", page("ANSI_936"), "MTEXT"), "你乗\u00B0%%200");
   EXPECT_EQ(text("\u4F60", newer + page("ANSI_936")), "你");
   EXPECT_TRUE(rig.report.Warnings().empty());
   EXPECT_EQ(text("\xB0\xA1\xFF\xB0", page("KSC5601")), "가\uFFFD\uFFFD");

@@ -74,6 +74,7 @@ TEST_F(HatchTest, LinesOfTextStandInPlace) {
   EXPECT_EQ(places(Read(text + "71 7"_g)), "one 100,70 two 100,60 three 100,55 ");
   EXPECT_EQ(places(Read(text + "71 4|44 2|50 90"_g)), "one 80,50 two 100,50 three 110,50 ");
   EXPECT_EQ(places(Read("0 MTEXT|10 1|20 2|40 3|1  \\P "_g)), " 1,2 ") << "a blank text is one";
+  EXPECT_TRUE(Read("0 MTEXT|10 x|20 2|40 3|1 a\\Pb"_g).empty()) << "no line of it lies anywhere";
   EXPECT_EQ(Read(text + "41 2"_g).front().Lost, kLostBreaks);
 }
 

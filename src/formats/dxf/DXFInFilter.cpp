@@ -143,7 +143,7 @@ bool DXFInFilter::Next(tEntity& entity) {
   entity.Reset();
   bool delivered = entities_->NextWire(entity);
   // A block may hold much that is no element: the run goes on meanwhile.
-  if (!delivered && expansion_ && expansion_->IsActive()) return DeliverFromBlock(entity);
+  if (!delivered && BlockGoesOn()) return DeliverFromBlock(entity);
   while (!delivered && inEntities_ && !HasMore()) {
     const std::string_view keyword = scanner_->Keyword();
     if (keyword == "ENDSEC" || keyword == "EOF" || keyword == "SECTION") {
@@ -153,7 +153,7 @@ bool DXFInFilter::Next(tEntity& entity) {
       delivered = ReadEntity(entity);
     }
   }
-  if (!delivered && HasMore()) return DeliverFromBlock(entity);
+  if (!delivered && BlockGoesOn()) return DeliverFromBlock(entity);
   if (delivered) entity.CDFCode = codes_.CodeOf(entity.Layer);
   if (!bytesTold_ && drawing_->Text().HadOtherBytes()) {
     report().Warn(WarningKind::Bytes, Where() +

@@ -43,7 +43,8 @@ class DXFInFilter final : public InputFilter {
   bool Next(tEntity& entity) override;
 
   // Whether what was read last draws anything further.
-  bool HasMore() const { return (entities_ && entities_->HasWires()) || (expansion_ && expansion_->IsActive()); }
+  bool HasMore() const { return (entities_ && entities_->HasWires()) || BlockGoesOn(); }
+  bool BlockGoesOn() const { return expansion_ && expansion_->IsActive(); }
   EntitySource Source();
   bool ReadEntity(tEntity& entity);
   BlockExpansion& Expansion();

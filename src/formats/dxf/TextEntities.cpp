@@ -146,7 +146,8 @@ bool StoreTextLine(EntityContext& context, tEntity& element) {
     element.TextAng = lines.angle;
     element.TextSize = lines.size;
     element.TextJust = lines.just;
-    return StorePoint(context, element, kText, place);
+    if (StorePoint(context, element, kText, place)) return true;
+    lines.at = TextLines::kNone;  // the others lie nowhere either
   }
   return false;
 }

@@ -510,6 +510,7 @@ def main():
     parser.add_argument("--data", type=pathlib.Path, required=True)
     options = parser.parse_args()
     faults = compared = unread = 0
+    agreed = set(EXPLAINED)
     with tempfile.TemporaryDirectory() as folder:
         paths = [*generated(pathlib.Path(folder)), *sorted((options.data / "dxf").rglob("*.dxf"))]
         drawn = (b"INSERT", b"DIMENSION", b"ACAD_TABLE", b"HATCH")
@@ -520,12 +521,15 @@ def main():
                 count = compare(options.tesselink, path, reader_type)
                 unread += count is None
                 compared += count or 0
-                check(reader_type is BlockReader or path.name not in EXPLAINED, "is explained below, but agrees")
             except Deviation as deviation:
                 what, why = EXPLAINED.get(path.name, ("", ""))
                 known = bool(what) and what in str(deviation)
                 faults += not known
+                agreed.discard(path.name)
                 print(f"{'explained' if known else 'DEVIATES'}: {path.name}: {deviation} {why}")
+    for name in sorted(agreed):
+        faults += 1
+        print(f"DEVIATES: {name}: is explained above, but agrees in both dialects")
     print(f"{len(tasks)} readings of drawings, {compared} elements compared, {unread} drawings that ezdxf cannot read, {faults} deviate")
     return 1 if faults or not compared else 0
 

@@ -313,7 +313,7 @@ std::string_view ESRIOutFilt::Fitting(const std::string& value, std::size_t fiel
   std::string_view text = controls ? fitted : value;
   if (writing_.isUtf8) {
     std::size_t none = 0;  // nothing is named here, so there is none
-  const std::string_view utf8 = encoding_.AsUtf8(text, decoded_, none);
+    const std::string_view utf8 = encoding_.AsUtf8(text, decoded_, none);
     if (utf8.data() == decoded_.data()) text = fitted = decoded_;
   }
   const bool bars = !writing_.isUtf8 && text.find('|') != std::string_view::npos;

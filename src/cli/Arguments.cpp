@@ -9,6 +9,7 @@
 #include "cli/Exit.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
+#include "core/run/EncodingOption.h"
 #include "formats/Formats.h"
 
 namespace tesselink {
@@ -156,6 +157,19 @@ void SetLineEnds(ReadingOptions& options, const std::string& choice) {
   }
 }
 
+void AddDialect(CLI::App& command, ReadingOptions& options) {
+  command
+      .add_option_function<std::string>(
+          "--dialect",
+          [&options](const std::string& name) {
+            options.dialect = name == "standard" ? Dialect::Standard : Dialect::Classic;
+          },
+          "Conventions that files follow: classic (default) or\n"
+          "standard, as other programs read them")
+      ->type_name("NAME")
+      ->check(CLI::IsMember({"classic", "standard"}));
+}
+
 void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
   const auto& formats = AllFormats().Inputs();
   command.add_option("--from", options.from, "Input format, whatever the extension: " + KeyList(formats))
@@ -178,16 +192,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
   command.add_flag("--smart-assign", options.smartAssign,
                    "Guess the entity codes of layers from their names,\nafter the remembered ones");
   AddFormatOptions(command, formats, options.own);
-  command
-      .add_option_function<std::string>(
-          "--dialect",
-          [&options](const std::string& name) {
-            options.dialect = name == "standard" ? Dialect::Standard : Dialect::Classic;
-          },
-          "Conventions that files follow: classic (default) or\n"
-          "standard, as other programs read them")
-      ->type_name("NAME")
-      ->check(CLI::IsMember({"classic", "standard"}));
+  AddDialect(command, options);
   command
       .add_option("--tolerance", options.tolerance,
                   "Greatest distance of a curve from its chain, in drawing\n"
@@ -251,6 +256,16 @@ CLI::App* AddLayers(CLI::App& app, LayersCommand& command) {
   return layers;
 }
 
+CLI::App* AddTable(CLI::App& app, TableCommand& command) {
+  CLI::App* table = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
+  table->add_option("FILE", command.file, "The table")->required()->type_name("");
+  static const std::vector<Format> kRows{{.options = {EncodingOption()}}};
+  AddFormatOptions(*table, kRows, command.reading.own);
+  AddDialect(*table, command.reading);
+  table->footer(kTableExample);
+  return table;
+}
+
 CLI::App* AddPreview(CLI::App& app, PreviewCommand& command) {
   CLI::App* preview = app.add_subcommand("preview", "Draw a picture (SVG) of a drawing, coloured by layer");
   preview->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
@@ -310,9 +325,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   const CLI::App* catApp = AddCat(app, cat);
   const CLI::App* layersApp = AddLayers(app, layers);
   const CLI::App* previewApp = AddPreview(app, preview);
-  CLI::App* tableApp = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
-  tableApp->add_option("FILE", table.file, "The table")->required()->type_name("");
-  tableApp->footer(kTableExample);
+  const CLI::App* tableApp = AddTable(app, table);
   CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
   formatsApp->add_flag("--json", formats.json, "Print as JSON");
   app.footer(kExamples);  // last, for commands take over what stands here before them

@@ -68,6 +68,7 @@ struct PreviewCommand {
 
 struct TableCommand {
   std::string file;
+  ReadingOptions reading;  ///< of which the dialect and the encoding count
 };
 
 struct FormatsCommand {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 #include "core/run/Report.h"
 #include "support/Shapes.h"
 #include "support/Support.h"
@@ -174,6 +177,104 @@ TEST_F(StandardTableTest, PagesOfTwoBytesByAllTheirNames) {
   EXPECT_EQ(chinese.GetFieldData(0, 1), "\uFFFD一\uFFFD");
   chinese.GetFieldData(0, 1);
   EXPECT_EQ(report.Of(WarningKind::Bytes)->count, 1) << "told once";
+}
+
+class OtherValuesTest : public testing::Test {
+ protected:
+  Folder folder;
+  Report report;
+  DBFInFilter table{Dialect::Standard, &report, nullptr};
+  void Open(char version, std::string bytes) {
+    bytes[0] = version;
+    table.filename(folder.Put("t.dbf", bytes));
+  }
+  std::string Values() {
+    std::string row;
+    for (int i = 0; i <= table.NumFields(); ++i) row += std::string(table.GetFieldData(i, 0)) + "|";
+    return row;
+  }
+};
+
+TEST_F(OtherValuesTest, BinaryValues) {
+  const auto time = [](std::int32_t day, std::int32_t ms) { return Little(day) + Little(ms); };
+  const std::vector<TableField> fields{
+      {"I", 4, 'I'}, {"B", 8, 'B'}, {"Y", 8, 'Y'}, {"T", 8, 'T'}, {"AT", 8, '@'},         {"O", 8, 'O'}, {"P", 4, '+'},
+      {"G", 4, 'G'}, {"V", 6, 'V'}, {"W", 3, 'V'}, {"N", 4, 'I'}, {"_NullFlags", 1, '0'}, {"C", 2}};
+  const auto row = [&](std::int32_t i, double d, std::int64_t y, const std::string& t) {
+    return std::vector<std::string>{Little(i), Little(d),         Little(y), t,         t,
+                                    Little(d), Little(i),         "gggg",    "abcde\2", "xyz",
+                                    Little(i), std::string("\5"), "c"};
+  };
+  std::string bytes = Table(fields, {row(-2147483647 - 1, 0.1, -5, time(2453036, 37229999))});
+  bytes[32 * 11 + 18] = 2;  // N may be null, and is
+  Open(0x30, bytes);
+  EXPECT_EQ(table.NumFields(), 11) << "the flags are none of the table's fields";
+  const std::string when = "2004-01-31T10:20:30|";
+  EXPECT_EQ(Values(), "-2147483648|0.1|-0.0005|" + when + when + "0.1|-2147483648||ab|xyz||c|");
+  EXPECT_EQ(report.Warnings().size(), 1U);
+  EXPECT_TRUE(Holds(report.Warnings()[0].text, "the field G (type G)"));
+  bytes = Table(fields, {row(7, std::nan(""), std::numeric_limits<std::int64_t>::min(), time(-9, 1))});
+  Open(0x30, bytes);
+  EXPECT_EQ(Values(), "7||-922337203685477.5808||||7||ab|xyz|7|c|");
+  Open(0x03, Table({{"B", 8, 'B'}, {"T", 8, 'T'}}, {{Little(1.0), time(0, 0)}}));
+  EXPECT_EQ(Values(), "||") << "elsewhere B is a place in a memo file";
+}
+
+TEST_F(OtherValuesTest, Level7) {
+  std::string bytes = Table({{"x", 5}}, {});
+  std::string fields;
+  for (const auto& [name, type, length] :
+       {std::tuple{"a name of more than 11", 'C', 3}, {"n", '+', 4}, {"m", 'I', 4}}) {
+    std::string field(name);
+    field.resize(32, '\0');
+    fields += field + type + static_cast<char>(length) + std::string(14, '\0');
+  }
+  bytes = bytes.substr(0, 32) + std::string(36, '\0') + fields + "\r" + " abc" + std::string("\x80\0\0\1", 4) +
+          "\x7F\xFF\xFF\xFF";
+  bytes.replace(4, 4, Little(std::uint32_t{1}));
+  bytes.replace(8, 4, Little(static_cast<std::uint16_t>(69 + fields.size())) + Little(std::uint16_t{12}));
+  Open(0x04, bytes);
+  EXPECT_EQ(table.GetFieldName(0), "a name of more than 11");
+  EXPECT_EQ(Values(), "abc|1|-1|");
+}
+
+TEST_F(OtherValuesTest, Memos) {
+  const auto block = [](std::string text) {
+    text.resize((text.size() / 512 + 1) * 512, '\0');
+    return text;
+  };
+  const std::string head(512, '\0'), longText(100000, 'x');
+  const auto rows = [](const std::string& place) { return Table({{"M", 10, 'M'}}, {{place}}); };
+  const auto read = [&](char version, const std::string& place) {
+    Open(version, rows(place));
+    return Values();
+  };
+  EXPECT_EQ(read('\x83', "         1"), "|");
+  EXPECT_TRUE(Holds(report.Of(WarningKind::Memos)->text, "row 1: the memo file"));
+  folder.Put("t.DBT", head + block("d\xE4isy\x8D\n chain\r\nend\x1A\x1A") + longText);
+  report = {};
+  EXPECT_EQ(read('\x83', "         1") + read('\x83', "         "), "däisy chain\r\nend||");
+  EXPECT_EQ(read('\x83', "         2"), longText + "|");
+  EXPECT_TRUE(report.Warnings().empty());
+  const auto four = [](std::int32_t length) { return std::string("\xFF\xFF\x08\0", 4) + Little(length); };
+  folder.Put("t.DBT", head + block(four(13) + "daisy and") + block(four(2000000000)) + block(four(-3)));
+  EXPECT_EQ(read('\x8B', "         1") + read('\x8B', "2") + read('\x8B', "3") + read('\x8B', "99"), "daisy||||");
+  EXPECT_EQ(read('\x8B', "-1") + read('\x8B', "9999999999") + read('\x8B', "no"), "|||");
+  EXPECT_EQ(report.Of(WarningKind::Memos)->count, 5);
+  std::string foxPro =
+      head + std::string(64, '\0') + Big(1) + Big(5) + "daisy" + std::string(51, '\0') + Big(0) + Big(5);
+  foxPro[7] = 64;
+  folder.Put("t.FPT", foxPro);
+  const auto placed = [&](std::int32_t number) {
+    Open(0x30, Table({{"M", 4, 'M'}}, {{Little(number)}}));
+    return Values();
+  };
+  EXPECT_EQ(placed(9) + placed(10) + placed(-1) + placed(0), "daisy||||") << "a picture is no text";
+  foxPro[7] = 0;
+  folder.Put("t.FPT",
+             foxPro + std::string(MemoFile::kLongest + 9, 'y').replace(0, 8, Big(1) + Big(MemoFile::kLongest + 1)));
+  EXPECT_EQ(placed(static_cast<std::int32_t>(foxPro.size())).size(), MemoFile::kLongest + 1)
+      << "cut, and the bar behind";
 }
 
 }  // namespace

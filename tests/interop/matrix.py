@@ -383,7 +383,7 @@ def all_of(task):
                 continue  # a shapefile becomes one of its own type
             attempt(result, f"{path.name} -> {output}", convert, source, output)
         for output in OUTPUTS:
-            if output != "shp":
+            if output != "shp" and (source.format != "shp" or partner(path, ".shx")):  # which the classic dialect needs
                 attempt(result, f"{path.name} -> {output}, classic", convert_classic, source, output)
     return result
 

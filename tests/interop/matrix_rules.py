@@ -3,6 +3,7 @@ docs/dialects.md has for it. A rule takes elements and gives those that should b
 changes one. A loss without words is none for a reader of that table: another way to write the same."""
 import csv
 import functools
+import itertools
 import math
 import pathlib
 
@@ -63,7 +64,13 @@ def has_curves(e):
 
 
 def is_open_at_its_end(e):
-    return e.closed and not e.parts and e.xyz[0][:2] != e.xyz[-1][:2]
+    return e.closed and any(part[0][:2] != part[-1][:2] for part in split(e, e.xyz))
+
+
+def with_closing(e):
+    """Each part with its first vertex at its end, where it is not there."""
+    parts = [part if part[0][:2] == part[-1][:2] else part + part[:1] for part in split(e, e.xyz)]
+    return e.but(xyz=sum(parts, ()), parts=tuple(itertools.accumulate(map(len, parts)))[:-1])
 
 
 def clean(key):
@@ -155,7 +162,7 @@ ATTRIBUTES = ("attributes", when(always, values=None))
 HEIGHTS = ("z", when(lambda e: any(v[2] for v in e.xyz), xyz=lambda e: tuple((x, y, 0.0) for x, y, _ in e.xyz)))
 CURVES_DRAWN = ("curves", when(has_curves, drawn=(0.01, 1e-4)))
 AS_POLYLINES = (None, when(lambda e: e.kind == LINE, kind=CHAIN))
-WITH_CLOSING = (None, when(is_open_at_its_end, xyz=lambda e: e.xyz + e.xyz[:1]))
+WITH_CLOSING = (None, each(lambda e: with_closing(e) if is_open_at_its_end(e) else e))
 CLOSED = ("closed marks", when(lambda e: e.closed, closed=False))
 COLOURS_NAMED = ("colours", when(lambda e: e.rgb, rgb=lambda e: COLOURS[colour_name(e)]))
 WHOLE_SIZES = ("decimals of sizes", when(lambda e: is_text(e) and math.isfinite(e.size), size=lambda e: float(round(e.size))))

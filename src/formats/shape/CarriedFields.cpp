@@ -7,6 +7,7 @@
 #include "core/run/AttributeTable.h"
 #include "core/run/Report.h"
 #include "formats/shape/DBFOutFilter.h"
+#include "formats/shape/TableValues.h"
 
 namespace tesselink {
 namespace {
@@ -16,9 +17,6 @@ constexpr int kLongestText = 254;
 // Left for the fields that hold what the drawing itself says.
 constexpr int kOwnFields = 8;
 constexpr int kOwnBytes = 512;
-
-// Types whose values are text in the table; the others are binary or lie in another file.
-constexpr std::string_view kTextTypes = "CNFDL";
 
 bool IsNumber(char type) { return type == 'N' || type == 'F'; }
 
@@ -40,7 +38,7 @@ void CarriedFields::Declare(AttributeTable& table, const std::string& path, DBFO
     const char type = table.FieldType(i);
     const int length = type == 'C' ? std::min(table.FieldWidth(i), kLongestText) : table.FieldLength(i);
     const bool fits = length > 0 && output.RoomFor(1 + kOwnFields) >= length + kOwnBytes;
-    if (kTextTypes.find(type) == std::string_view::npos || !fits) {
+    if (!IsTextType(type) || !fits) {
       Add(leftOut, name);
       continue;
     }
@@ -56,7 +54,7 @@ void CarriedFields::Declare(AttributeTable& table, const std::string& path, DBFO
 // Whether values of a type may stand in a field.
 bool CarriedFields::Serves(const Field& field, char sourceType) const {
   return field.type == sourceType || (IsNumber(field.type) && IsNumber(sourceType)) ||
-         (field.type == 'C' && kTextTypes.find(sourceType) != std::string_view::npos);
+         (field.type == 'C' && IsTextType(sourceType));
 }
 
 void CarriedFields::Match(AttributeTable* table, const std::string& path) {

@@ -17,16 +17,24 @@ namespace tesselink {
 namespace {
 
 constexpr std::int64_t kHeaderSize = 32;
-constexpr std::int64_t kDescriptorSize = 32;
 constexpr std::size_t kNameSize = 11;
+constexpr std::size_t kLargestDescriptor = 48;
 
 constexpr std::byte kTerminator{0x0D};
 constexpr std::byte kDeleted{'*'};
 
-constexpr DBFReading kClassic{
-    .byHeader = false, .unknownFieldIsFirst = true, .longNames = false, .asUtf8 = false, .keepsIndent = false};
-constexpr DBFReading kStandard{
-    .byHeader = true, .unknownFieldIsFirst = false, .longNames = true, .asUtf8 = true, .keepsIndent = true};
+constexpr DBFReading kClassic{.byHeader = false,
+                              .unknownFieldIsFirst = true,
+                              .longNames = false,
+                              .asUtf8 = false,
+                              .keepsIndent = false,
+                              .everyType = false};
+constexpr DBFReading kStandard{.byHeader = true,
+                               .unknownFieldIsFirst = false,
+                               .longNames = true,
+                               .asUtf8 = true,
+                               .keepsIndent = true,
+                               .everyType = true};
 
 std::string_view AsText(std::span<const std::byte> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
@@ -64,6 +72,10 @@ void DBFInFilter::Close() {
   widths_.clear();
   position_ = 0;
   bytesTold_ = false;
+  flags_ = {};
+  flagBits_ = 0;
+  memos_.Close();
+  memosState_ = Memos::NotTried;
 }
 
 void DBFInFilter::ReadHeader() {
@@ -75,9 +87,9 @@ void DBFInFilter::ReadHeader() {
   headerLength_ = LittleEndian<std::uint16_t>(&header[8]);
   recordLength_ = LittleEndian<std::uint16_t>(&header[10]);
   headerRecords_ = LittleEndian<std::uint32_t>(&header[4]);
+  version_ = static_cast<unsigned char>(header[0]);
   const auto languageByte = static_cast<unsigned char>(header[29]);
   ReadEncoding(languageByte);
-  position_ = kHeaderSize;
   ReadFields();
 }
 
@@ -98,29 +110,37 @@ void DBFInFilter::ReadEncoding(unsigned char languageByte) {
 
 // The list is as long as the header's length says: where the file ends before it, the bytes that are missing are NULs.
 void DBFInFilter::ReadFields() {
-  const auto last = static_cast<int>(RoundHalfEven((static_cast<double>(headerLength_) - 34) / 32 - 1));
+  constexpr Layout kUsual{kHeaderSize, 32, kNameSize, 16}, kLevel7{68, kLargestDescriptor, 32, 33};
+  const Layout& layout = reading_.everyType && IsLevel7() ? kLevel7 : kUsual;
+  position_ = layout.firstAt;
+  const auto size = static_cast<double>(layout.size);
+  const auto last = static_cast<int>(
+      RoundHalfEven((static_cast<double>(headerLength_) - static_cast<double>(layout.firstAt) - 2) / size - 1));
   std::int64_t offset = 1;
   for (int i = 0; i <= last; ++i) {
-    const auto bytes = window_.At(position_, kDescriptorSize);
+    const auto bytes = window_.At(position_, static_cast<std::size_t>(layout.size));
     // What lies behind the record's end would be read out of other rows.
     if (reading_.byHeader && ((!bytes.empty() && bytes[0] == kTerminator) || offset > recordLength_)) return;
-    if (reading_.byHeader && std::ssize(bytes) < kDescriptorSize) {
+    if (reading_.byHeader && std::ssize(bytes) < layout.size) {
       throw Error(filename_ + ": ends within its field descriptors; the header announces " + std::to_string(last + 1));
     }
-    std::array<std::byte, kDescriptorSize> descriptor{};
+    std::array<std::byte, kLargestDescriptor> descriptor{};
     std::copy(bytes.begin(), bytes.end(), descriptor.begin());
-    fields_.push_back(FieldOf(descriptor, offset));
-    offset += fields_.back().length;
-    position_ += kDescriptorSize;
+    Field field = FieldOf(descriptor, layout, offset);
+    offset += field.length;
+    position_ += layout.size;
+    if (!reading_.everyType || TakeFlags(descriptor, field)) fields_.push_back(std::move(field));
   }
 }
 
-DBFInFilter::Field DBFInFilter::FieldOf(std::span<const std::byte> descriptor, std::int64_t offset) const {
+DBFInFilter::Field DBFInFilter::FieldOf(std::span<const std::byte> descriptor, const Layout& layout,
+                                        std::int64_t offset) const {
   Field field;
-  field.name = AsText(descriptor.first(kNameSize));
-  field.type = static_cast<char>(descriptor[11]);
-  field.length = static_cast<int>(descriptor[16]);
-  field.decimals = static_cast<int>(descriptor[17]);
+  field.name = AsText(descriptor.first(layout.nameSize));
+  field.type = static_cast<char>(descriptor[layout.nameSize]);
+  field.length = static_cast<int>(descriptor[layout.lengthAt]);
+  field.decimals = static_cast<int>(descriptor[layout.lengthAt + 1]);
+  field.isText = !reading_.everyType || IsTextType(field.type);
   field.offset = offset;
   field.stored =
       reading_.byHeader ? static_cast<int>(std::min<std::int64_t>(field.length, recordLength_ - offset)) : field.length;
@@ -209,17 +229,32 @@ std::string_view DBFInFilter::GetFieldData(int field, std::int64_t record) {
   if (!file_.IsOpen()) throw Error("File Name not yet entered", "GetFieldData");
   const Field& descriptor = Descriptor(field);
   if (reading_.byHeader && (record < 0 || record >= NumRecs())) return {};
-  const std::int64_t offset = headerLength_ + recordLength_ * record + descriptor.offset;
-  const auto bytes = window_.At(offset, static_cast<std::size_t>(descriptor.stored));
-  position_ = offset + descriptor.length;
-  const std::string_view value = CutAtNul(AsText(bytes));
+  if (!descriptor.isText) {
+    return OtherValue(fields_[static_cast<std::size_t>(field)], record);
+  }
+  const std::string_view value = CutAtNul(AsText(BytesOf(descriptor, record)));
   const bool keepsIndent = reading_.keepsIndent && descriptor.type == 'C';
   const std::string_view trimmed = keepsIndent ? WithoutBlanksBehind(value) : Trimmed(value);
-  if (!reading_.asUtf8) return trimmed;
+  return reading_.asUtf8 ? Decoded(trimmed, record) : trimmed;
+}
+
+std::span<const std::byte> DBFInFilter::BytesOf(const Field& field, std::int64_t record) {
+  const std::int64_t offset = headerLength_ + recordLength_ * record + field.offset;
+  position_ = offset + field.length;
+  return window_.At(offset, static_cast<std::size_t>(field.stored));
+}
+
+std::string_view DBFInFilter::Decoded(std::string_view text, std::int64_t record) {
   std::size_t none = 0;
-  const std::string_view text = encoding_.AsUtf8(trimmed, decoded_, none);
-  if (none > 0) WarnOfBytes(filename_ + ", row " + std::to_string(record + 1));
-  return text;
+  const std::string_view decoded = encoding_.AsUtf8(text, decoded_, none);
+  if (none > 0) WarnOfBytes(PlaceOf(record));
+  return decoded;
+}
+
+void DBFInFilter::WarnOfEncoding() const {
+  if (report_ == nullptr || encoding_.Unknown().empty()) return;
+  report_->Warn(WarningKind::Encoding, filename_ + ": its " + encoding_.Unknown() +
+                                           " is not known; texts were read as UTF-8 or else as code page 1252");
 }
 
 void DBFInFilter::WarnOfBytes(const std::string& where) {

@@ -12,6 +12,7 @@
 #include "core/run/Dialect.h"
 #include "core/run/Filters.h"
 #include "formats/shape/TableEncoding.h"
+#include "formats/shape/TableValues.h"
 
 namespace tesselink {
 
@@ -24,10 +25,11 @@ struct DBFReading {
   bool longNames;    ///< a name may fill all 11 bytes, and blanks behind it are none of it; else that is an error
   bool asUtf8;       ///< texts are decoded by .cpg file or language byte; else their bytes are passed on
   bool keepsIndent;  ///< blanks before a text are part of it
+  bool everyType;  ///< binary values and memo fields become text, and dBase 7 is known; else their bytes are passed on
 };
 
 /// Reads a table by field and record. Only the header and the field descriptors stay in memory. Numbers are returned as
-/// their text, and deleted records like any other.
+/// text, and deleted records like any other.
 class DBFInFilter final : public AttributeTable {
  public:
   explicit DBFInFilter(Dialect dialect = Dialect::Classic) : DBFInFilter(dialect, nullptr, nullptr) {}
@@ -63,6 +65,8 @@ class DBFInFilter final : public AttributeTable {
   bool IsDeleted(std::int64_t record);
   /// The code page that the table names but that is not known; empty otherwise.
   const std::string& UnknownEncoding() const { return encoding_.Unknown(); }
+  /// Tells of that.
+  void WarnOfEncoding() const;
 
  private:
   struct Field {
@@ -72,15 +76,35 @@ class DBFInFilter final : public AttributeTable {
     int decimals = 0;
     int stored = 0;           // of its bytes, those that lie in the record
     std::int64_t offset = 0;  // from the record's first byte, the deletion flag
+    bool isText = true;
+    int lengthBit = -1, nullBit = -1;  // among the table's null flags; -1: none
+    bool told = false;                 // that its values are not read
   };
+  // Where the descriptor of a field has what.
+  struct Layout {
+    std::int64_t firstAt, size;
+    std::size_t nameSize, lengthAt;
+  };
+  bool IsLevel7() const { return (version_ & 7) == 4; }
+  bool IsFoxPro() const { return version_ >= 0x30 && version_ <= 0x32; }
   void Close();
   void ReadHeader();
   void ReadFields();
-  Field FieldOf(std::span<const std::byte> descriptor, std::int64_t offset) const;
+  Field FieldOf(std::span<const std::byte> descriptor, const Layout& layout, std::int64_t offset) const;
+  bool TakeFlags(std::span<const std::byte> descriptor, Field& field);
   void ReadEncoding(unsigned char languageByte);
   std::string FieldNames() const;
   void MeasureFields();
   void WarnOfBytes(const std::string& where);
+  std::span<const std::byte> BytesOf(const Field& field, std::int64_t record);
+  bool HasFlag(int bit, std::int64_t record);
+  std::string_view OtherValue(Field& field, std::int64_t record);
+  std::string_view VaryingText(const Field& field, std::int64_t record);
+  std::string_view MemoText(Field& field, std::int64_t record);
+  void WarnOfType(Field& field);
+  void WarnOfMemo(std::int64_t record, const std::string& what);
+  std::string_view Decoded(std::string_view text, std::int64_t record);
+  std::string PlaceOf(std::int64_t record) const { return filename_ + ", row " + std::to_string(record + 1); }
   const Field& Descriptor(int field) const;
 
   const DBFReading& reading_;
@@ -98,6 +122,13 @@ class DBFInFilter final : public AttributeTable {
   TableEncoding encoding_;
   std::string decoded_;
   bool bytesTold_ = false;
+  // What only some tables have.
+  unsigned char version_ = 0;
+  Field flags_;  // of length 0 where there is none
+  int flagBits_ = 0;
+  MemoFile memos_;
+  enum class Memos { NotTried, Open, Missing } memosState_ = Memos::NotTried;
+  std::string value_;
 };
 
 }  // namespace tesselink

@@ -111,10 +111,7 @@ void ESRIInFilt::TellOfTable() {
                                                Counted(records_.Count(), "shape") +
                                                "; shapes without a row have empty values");
   }
-  if (const std::string& encoding = table_->UnknownEncoding(); !encoding.empty()) {
-    report().Warn(WarningKind::Encoding, table_->filename() + ": its " + encoding +
-                                             " is not known; texts were read as UTF-8 or else as code page 1252");
-  }
+  table_->WarnOfEncoding();
 }
 
 void ESRIInFilt::OpenTable() {

@@ -13,7 +13,7 @@ inline constexpr std::int64_t kRecordHeaderSize = 8;
 /// An x and a y.
 inline constexpr std::int64_t kXYSize = 16;
 
-/// m values below it stand for none.
+/// m values up to it stand for none; the layout says those below, and files have it itself.
 inline constexpr double kLeastMeasure = -1e38;
 
 /// How the content of a record is laid out.

@@ -96,7 +96,7 @@ void ShapeRecords::StoreMeasures(tEntity& entity, Range range) {
         Piece(values_, current_.mAt + std::int64_t{range.first + begin} * 8, static_cast<std::size_t>(end - begin) * 8);
     for (std::size_t i = 0; i < values.size(); i += 8) {
       const auto m = LittleEndian<double>(&values[i]);
-      entity.Measures.push_back(std::isfinite(m) && m >= kLeastMeasure ? m : std::numeric_limits<double>::quiet_NaN());
+      entity.Measures.push_back(std::isfinite(m) && m > kLeastMeasure ? m : std::numeric_limits<double>::quiet_NaN());
     }
   }
 }

@@ -359,9 +359,6 @@ def all_of(task):
     """Everything about one drawing. What cannot be read must be refused in so many words."""
     options, path = task
     result = Result()
-    if path.suffix.lower() == ".shp" and not partner(path, ".shx"):  # those are for shapes.py
-        result.count["without an index"] += 1
-        return result
     with tempfile.TemporaryDirectory() as folder:
         code, _, errors = tesselink(options.tesselink, "cat", "--dialect", "standard", path)
         if code != 0:

@@ -56,6 +56,18 @@ bool AppendTime(std::string& text, std::int32_t day, std::int32_t milliseconds) 
   return true;
 }
 
+// Where lines were broken by width, they are no lines.
+void RemoveSoftBreaks(std::string& text) {
+  constexpr std::string_view kSoft = "\x8D\n";
+  std::size_t to = 0;
+  for (std::size_t from = 0; from < text.size();) {
+    const bool soft = std::string_view(text).substr(from, kSoft.size()) == kSoft;
+    if (!soft) text[to++] = text[from];
+    from += soft ? kSoft.size() : 1;
+  }
+  text.resize(to);
+}
+
 bool IsBlank(std::span<const std::byte> bytes) {
   return std::all_of(bytes.begin(), bytes.end(), [](std::byte b) { return b == std::byte{' '}; });
 }
@@ -162,10 +174,7 @@ MemoFile::Found MemoFile::ReadToMark(std::int64_t at, std::string& bytes) {
     const auto end = std::find(piece.begin(), piece.end(), kEndOfText);
     bytes.append(reinterpret_cast<const char*>(piece.data()), static_cast<std::size_t>(end - piece.begin()));
     if (end == piece.end() && !piece.empty()) continue;
-    // Where lines were broken by width, they are no lines.
-    for (std::size_t soft = bytes.find("\x8D\n"); soft != std::string::npos; soft = bytes.find("\x8D\n", soft)) {
-      bytes.erase(soft, 2);
-    }
+    RemoveSoftBreaks(bytes);
     return Found::Whole;
   }
   return Found::Cut;

@@ -174,7 +174,10 @@ void DrawingText::Release(std::string_view release) {
 }
 
 bool DrawingText::CodePage(std::string_view name) {
-  if (EqualsIgnoringCase(name, "ASCII") || EqualsIgnoringCase(name, "UTF-8")) return true;
+  if (EqualsIgnoringCase(name, "ASCII") || EqualsIgnoringCase(name, "UTF-8") ||
+      EqualsIgnoringCase(name, "ANSI_65001")) {
+    return true;
+  }
   const std::u16string_view letters = UpperHalf(name);
   if (letters.empty()) return false;
   upperHalf_ = letters;

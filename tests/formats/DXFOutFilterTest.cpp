@@ -238,7 +238,7 @@ TEST(DrawingEncoding, EveryTextComesBack) {
   for (int i = 0; i < 100000; ++i) {
     text.clear();
     for (auto length = dice() % 12; length-- > 0;) text += pieces[dice() % pieces.size()];
-    EncodeText(text, bytes);
+    EncodeText(text, DrawingLetters::Ansi, bytes);
     drawing.DecodeText(bytes, decoded);
     ASSERT_EQ(decoded, text) << bytes;
   }

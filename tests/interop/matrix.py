@@ -51,8 +51,9 @@ TOLD = {
     # Of the classic dialect.
     "arcs": ["not written"], "origin": ["not written"], "digits": ["rounded to 7 digits"], "vertices at the origin": ["vertices at (0, 0, 0)"],
 }
-OUTPUTS = ("shp", "shp points", "shp polylines", "dxf", "asc", "cdf", "grd")
+OUTPUTS = ("shp", "shp points", "shp polylines", "dxf", "dxf 2007", "asc", "cdf", "grd")
 FORMATS = ("shp", "dxf", "asc", "cdf", "grd")
+COLUMNS = ("shp", "dxf", "dxf 2007", "asc", "cdf", "grd")  # of the standard dialect
 SLOW, MANY = 20_000_000, 100  # bytes; drawings, from which on every loss must be found
 SURVEY = """METAFILE,AXIS,M,1,0,0
 LINE, , , , ,RED
@@ -182,6 +183,10 @@ def pyshp(job):
     return elements
 
 
+def own_areas(job):
+    return [rules.boundaries(e) for e in own(job)]  # that an area is nested as a hatch is, drawings.py looks at
+
+
 def own(job):
     return read.by_tesselink(job.program, job.output, *["--layer-field", "Desc"] * (job.format == "shp" and not job.carried))
 
@@ -189,6 +194,7 @@ def own(job):
 PROGRAMS = {
     "shp": {"pyshp": pyshp, "GDAL": lambda job: read.by_gdal(job.output), "Tesselink": own},
     "dxf": {"ezdxf": lambda job: read.by_ezdxf(job.output), "GDAL": lambda job: read.by_gdal(job.output), "Tesselink": own},
+    "dxf 2007": {"ezdxf": lambda job: read.by_ezdxf(job.output, True), "GDAL": lambda job: read.by_gdal(job.output), "Tesselink": own_areas},
     "asc": {"a reader of the layout": lambda job: read.by_landmark_layout(job.output), "Tesselink": own},
     "cdf": {"a reader of the layout": lambda job: read.by_cdf_layout(job.output), "Tesselink": own},
     "grd": {"a reader of the layout": lambda job: read.by_grid_layout(job.output)},
@@ -226,6 +232,7 @@ class Job:
 
     def __init__(self, source, output):
         self.program, self.source, self.format = source.program, source, output.split()[0]
+        self.column = output if output in COLUMNS else self.format
         self.carried = source.format == self.format == "shp" and bool(source.names)
         self.output = source.folder / f"out.{self.format}"
         self.fields, self.options = [], []
@@ -236,7 +243,9 @@ class Job:
             self.townships = (names * 3)[:3] if names else ["TWP", "RGE", "SEC"]
             self.options = [o for pair in zip(("--township", "--range", "--section"), self.townships) for o in pair]
             self.options += [] if names else ["--table", source.sections]
-        elif source.chosen:
+        elif output == "dxf 2007":
+            self.options = ["--release", "2007"]
+        if self.format not in ("shp", "grd") and source.chosen:
             self.fields = ["--layer-field", source.chosen[0], "--text-field", source.chosen[1]]
 
     def truth(self):
@@ -317,9 +326,9 @@ def convert(source, output, result):
         lost.append("parts")
     silent = [word for word in lost if not any(told in errors for told in TOLD[word]) and not is_nothing(word, output, truth)]
     check(not silent, f"lost, but not told: {', '.join(silent)}; told was {errors.strip()}")
-    result.lost[source.format, job.format] |= set(lost)
+    result.lost[source.format, job.column] |= set(lost)
     result.count["conversions"] += 1
-    for name, program in PROGRAMS[job.format].items():
+    for name, program in PROGRAMS[job.column].items():
         attempt(result, f"{source.path.name} -> {output} by {name}", look, job, name, program, expected)
 
 
@@ -349,8 +358,8 @@ def convert_classic(source, output, result):
 
 
 def look(job, name, program, expected, result):
-    seen, lost = rules.apply(rules.SEEN.get((job.format, name), []), expected)
-    result.lost[job.format, name] |= set(lost)
+    seen, lost = rules.apply(rules.SEEN.get((job.column, name), []), expected)
+    result.lost[job.column, name] |= set(lost)
     compare(seen, program(job))
     result.count[name] += len(seen)
 
@@ -366,7 +375,7 @@ def all_of(task):
             if code != 1 or not errors.rstrip().splitlines()[-1].startswith("tesselink: "):
                 result.failures.append((path.name, f"exit code {code}: {errors.strip()[:200]}"))
             if path.suffix == ".mol":
-                for output in FORMATS:
+                for output in COLUMNS:
                     result.lost["mol", output].add("everything (it is refused)")
             return result
         try:
@@ -380,25 +389,27 @@ def all_of(task):
                 continue  # a shapefile becomes one of its own type
             attempt(result, f"{path.name} -> {output}", convert, source, output)
         for output in OUTPUTS:
-            if output != "shp" and (source.format != "shp" or partner(path, ".shx")):  # which the classic dialect needs
+            if output in ("shp", "dxf 2007"):
+                continue
+            if source.format != "shp" or partner(path, ".shx"):  # which the classic dialect needs
                 attempt(result, f"{path.name} -> {output}, classic", convert_classic, source, output)
     return result
 
 
 # ---- the tables
 
-HEADINGS = {"shp": "shapefile", "dxf": "DXF", "asc": "Landmark", "cdf": "CDF", "grd": "T/R Digitizer", "mol": "overlay"}
+HEADINGS = {"shp": "shapefile", "dxf": "DXF", "dxf 2007": "DXF 2007", "asc": "Landmark", "cdf": "CDF", "grd": "T/R Digitizer", "mol": "overlay"}
 
 
 def tables(lost):
     """The two tables of the document."""
     def words(row, column):
         return ", ".join(sorted(lost.get((row, column), ()))) or "nothing"
-    yield "| from, to | " + " | ".join(HEADINGS[c] for c in FORMATS) + " |"
-    yield "|---" * (len(FORMATS) + 1) + "|"
-    yield from (f"| {HEADINGS[row]} | " + " | ".join(words(row, c) for c in FORMATS) + " |" for row in INPUTS)
+    yield "| from, to | " + " | ".join(HEADINGS[c] for c in COLUMNS) + " |"
+    yield "|---" * (len(COLUMNS) + 1) + "|"
+    yield from (f"| {HEADINGS[row]} | " + " | ".join(words(row, c) for c in COLUMNS) + " |" for row in INPUTS)
     yield from ("", "| in | program | does not find |", "|---|---|---|")
-    yield from (f"| {HEADINGS[f]} | {program} | {words(f, program)} |" for f in FORMATS for program in PROGRAMS[f])
+    yield from (f"| {HEADINGS[f]} | {program} | {words(f, program)} |" for f in COLUMNS for program in PROGRAMS[f])
 
 
 def classic_table(lost):

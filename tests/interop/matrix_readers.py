@@ -7,6 +7,7 @@ import re
 import struct
 import subprocess
 
+import ezdxf
 import shapefile
 from ezdxf import recover
 from osgeo import gdal, ogr
@@ -148,20 +149,50 @@ def from_cat(e):
 # ---- drawings
 
 
-def by_ezdxf(path):
-    document, auditor = recover.readfile(path, errors="surrogateescape")
+def by_ezdxf(path, strictly=False):
+    if strictly:
+        document = ezdxf.readfile(path)
+        auditor = document.audit()
+    else:
+        document, auditor = recover.readfile(path, errors="surrogateescape")
     found = {e.message for e in auditor.errors + auditor.fixes}
     check(not found, f"ezdxf repairs: {sorted(found)[:3]}")
-    return [from_ezdxf(e, document.layers) for e in document.modelspace()]
+    bounded = {}
+    for e in document.modelspace():
+        if e.dxftype() == "LWPOLYLINE" and e.has_reactors():  # the boundary of an area, which has the same vertices
+            check(tuple(e.get_points("xyb")) == bounded.pop(e.dxf.handle, None), "a boundary is not that of its area")
+        else:
+            yield from_ezdxf(e, document.layers, bounded)
+    check(not bounded, "an area lacks a boundary")
 
 
-def from_ezdxf(e, layers):
+def from_hatch(e, at, bounded):
+    xyz, bulges, parts = [], [], []
+    for path in e.paths:
+        ring = [(v[0], v[1], v[2] if len(v) > 2 else 0.0) for v in path.vertices]
+        bounded[path.source_boundary_objects[0]] = tuple(ring)
+        if ring[0][:2] != ring[-1][:2]:
+            ring.append((*ring[0][:2], 0.0))
+        parts.append(len(xyz))
+        xyz += [(x, y, e.dxf.elevation.z) for x, y, _ in ring]
+        bulges += [bulge for _, _, bulge in ring[:-1]] + [0.0]
+    check(e.dxf.solid_fill and e.dxf.associative, "a HATCH is not filled, or not tied to its boundaries")
+    return Element(CHAIN, tuple(xyz), bulges=tuple(bulges), parts=tuple(parts[1:]), area=True, **at)
+
+
+def from_ezdxf(e, layers, bounded):
     kind = e.dxftype()
-    at = {"layer": e.dxf.layer, "colour": e.dxf.color, "style": e.dxf.linetype}
+    at = {"layer": e.dxf.layer, "colour": e.dxf.color, "style": e.dxf.linetype, "rgb": e.rgb}
     if e.dxf.layer in layers:
         layer = layers.get(e.dxf.layer)
         at["colour"] = layer.color if e.dxf.color == 256 else e.dxf.color
+        at["rgb"] = layer.rgb if e.dxf.color == 256 else e.rgb
         at["style"] = layer.dxf.linetype if e.dxf.linetype.upper() == "BYLAYER" else e.dxf.linetype
+    if kind == "HATCH":
+        return from_hatch(e, at, bounded)
+    if kind == "LWPOLYLINE":
+        points = e.get_points("xyb")
+        return Element(CHAIN, tuple((x, y, e.dxf.elevation) for x, y, _ in points), closed=e.closed, bulges=tuple(v[2] for v in points), **at)
     if kind == "POINT":
         return Element(POINT, (tuple(e.dxf.location),), **at)
     if kind == "LINE":
@@ -188,7 +219,8 @@ def by_gdal(path):
     source = ogr.Open(str(path))
     for feature in source.GetLayer(0):
         shape = feature.GetGeometryRef()
-        if shape is None:
+        # The boundaries of a HATCH are features of their own.
+        if shape is None or "AcDbHatch" in (feature.GetField("SubClasses") or "" if feature.GetFieldIndex("SubClasses") >= 0 else ""):
             continue
         chains = [tuple((p + (0.0,))[:3] for p in leaf.GetPoints() or []) for leaf in leaves(shape)]
         if shape.GetGeometryName() == "MULTIPOINT":

@@ -97,33 +97,86 @@ def colour_name(e):
     return nearest(e.rgb or COLOURS["BLACK"], True)
 
 
+def is_coloured(e):
+    """Black is a colour where a Landmark drawing or a true colour says so; else it stands for none."""
+    return e.rgb and (any(e.rgb) or e.layer == "BLACK" or e.colour)
+
+
 def coloured_by_layer(elements):
     """Elements whose number says "by layer" are read with the layer's, the first that one of its elements has."""
     layers = {}
     for e in elements:
         if 0 < e.colour < 256:
-            layers.setdefault(e.layer, e.colour)
+            layers.setdefault(e.layer, (e.colour, e.rgb))
     for e in elements:
-        e = e.but(colour=layers.get(e.layer, 7)) if e.colour == 256 else e
-        yield e.but(rgb=NUMBERED[e.colour])
+        colour, rgb = layers.get(e.layer, (7, NUMBERED[7])) if e.colour == 256 else (e.colour, e.rgb)
+        yield e.but(colour=colour, rgb=rgb or NUMBERED[colour])
 
 
-def distinct_names(elements):
+def fold(name):
+    """Letters that differ in case alone are one."""
+    return "".join(c.upper().lower() if len(c.upper()) == 1 else c for c in name)
+
+
+def distinct_names(refused=None):
     """Layers by other names where signs are not allowed, or where two would differ in letter case alone."""
     def name_of(name):
         def allowed(i, c):
-            return c >= "\x80" or c.isascii() and (c.isalnum() or c in "$-_" or (c == " " and 0 < i < len(name) - 1))
+            within = c == " " and 0 < i < len(name) - 1
+            return within or (c >= "\x80" or c.isascii() and (c.isalnum() or c in "$-_") if refused is None else c > " " and c not in refused)
         return "".join(c if allowed(i, c) else "_" for i, c in enumerate(name))[:240]
-    written, taken = {"": "0", "0": "0"}, {"0": 1}
-    for e in elements:
-        if e.layer not in written:
-            base = name = name_of(e.layer)
-            while name.lower() in taken:
-                taken[base.lower()] += 1
-                name = f"{base}_{taken[base.lower()]}"
-            taken[name.lower()] = 1
-            written[e.layer] = name
-        yield e.but(layer=written[e.layer])
+
+    def rule(elements):
+        written, taken = {"": "0", "0": "0"}, {"0": 1}
+        for e in elements:
+            if e.layer not in written:
+                base = name = name_of(e.layer)
+                while fold(name) in taken:
+                    taken[fold(base)] += 1
+                    name = f"{base}_{taken[fold(base)]}"
+                taken[fold(name)] = 1
+                written[e.layer] = name
+            yield e.but(layer=written[e.layer])
+    return rule
+
+
+# ---- areas
+
+
+def is_level(e):
+    return len({v[2] for v in e.xyz}) < 2
+
+
+def rings(e):
+    """Where each ring begins and ends, without the vertex that closes it."""
+    for a, b in zip((0, *e.parts), (*e.parts, len(e.xyz))):
+        yield a, b - (b - a > 2 and e.xyz[a] == e.xyz[b - 1] != e.xyz[b - 2])
+
+
+def closed_rings(e):
+    """An area whose rings end where they begin."""
+    xyz, bulges, parts = [], [], []
+    for a, b in rings(e):
+        parts.append(len(xyz))
+        closing = list(e.xyz[a:a + 1]) if b - a > 1 and e.xyz[a] != e.xyz[b - 1] else []
+        xyz += [*e.xyz[a:b], *closing]
+        bulges += [*(e.bulges + (0.0,) * len(e.xyz))[a:b], *[0.0 for _ in closing]]
+    return e.but(xyz=tuple(xyz), parts=tuple(parts[1:]), bulges=tuple(bulges) if any(bulges) else ())
+
+
+def hatched(e):
+    """An area of rings that surround something; the others are chains and points behind it."""
+    if not e.area or len(e.xyz) == 1 or not is_level(e):
+        return e if not e.area or len(e.xyz) == 1 else e.but(area=False)
+    around = [b - a > 2 or (b - a == 2 and any(e.bulges[a:b])) for a, b in rings(e)]
+    if all(around):
+        return e
+    pieces = [e.but(xyz=xyz, parts=(), bulges=()) for xyz in split(e, e.xyz)]
+    kept = [p.xyz for p, is_around in zip(pieces, around) if is_around]
+    starts = [sum(map(len, kept[:i])) for i in range(1, len(kept))]
+    alone = [p.but(area=False, kind=CHAIN if len(p.xyz) > 1 else POINT, closed=len(p.xyz) > 1)
+             for p, is_around in zip(pieces, around) if not is_around]
+    return [e.but(xyz=sum(kept, ()), parts=tuple(starts))] * bool(kept) + alone
 
 
 # ---- columns
@@ -164,6 +217,8 @@ CURVES_DRAWN = ("curves", when(has_curves, drawn=(0.01, 1e-4)))
 AS_POLYLINES = (None, when(lambda e: e.kind == LINE, kind=CHAIN))
 WITH_CLOSING = (None, each(lambda e: with_closing(e) if is_open_at_its_end(e) else e))
 CLOSED = ("closed marks", when(lambda e: e.closed, closed=False))
+NEAREST = (None, when(lambda e: is_coloured(e) and 0 <= e.colour < 256 and (e.colour == 0 or NUMBERED[e.colour] != e.rgb),
+                      colour=lambda e: nearest(e.rgb, False)))
 COLOURS_NAMED = ("colours", when(lambda e: e.rgb, rgb=lambda e: COLOURS[colour_name(e)]))
 WHOLE_SIZES = ("decimals of sizes", when(lambda e: is_text(e) and math.isfinite(e.size), size=lambda e: float(round(e.size))))
 BASELINES = ("baselines", when(lambda e: is_text(e) and not e.just & 240, just=lambda e: e.just | 16))
@@ -183,12 +238,23 @@ def part_by_part(e):
 by_part = each(part_by_part)
 
 
+def doubled_area(ring):
+    """Of a closed ring, negative where it runs clockwise."""
+    x, y, _ = ring[0]
+    return sum((a[0] - x) * (b[1] - y) - (b[0] - x) * (a[1] - y) for a, b in zip(ring, ring[1:]))
+
+
 def runs_wrongly(e):
     """Whether all rings together run counter-clockwise, each seen from its first vertex."""
-    def doubled(ring):
-        x, y, _ = ring[0]
-        return sum((a[0] - x) * (b[1] - y) - (b[0] - x) * (a[1] - y) for a, b in zip(ring, ring[1:]))
-    return e.area and e.xyz and sum(map(doubled, split(e, e.xyz))) > 0
+    return e.area and e.xyz and sum(map(doubled_area, split(e, e.xyz))) > 0
+
+
+def boundaries(e):
+    """An area by its rings alone, whichever way they run and whatever their order."""
+    if not e.area or not e.xyz:
+        return e
+    found = sorted(ring if doubled_area(ring) < 0 else ring[::-1] for ring in split(e, e.xyz))
+    return e.but(xyz=sum(found, ()), parts=tuple(itertools.accumulate(map(len, found)))[:-1])
 
 
 def turned(key):
@@ -216,12 +282,19 @@ STANDARD = {
     "dxf": [
         *SINGLE_CHAINS, TOGETHER, SYMBOLS,
         ("single vertices", when(is_degenerate, kind=POINT, radius=None, start=None, end=None, closed=False)), PRINTABLE,
-        ("signs in names", distinct_names),
-        # Black is a colour where a Landmark drawing or a true colour says so; else it stands for none.
-        (None, when(lambda e: e.rgb and (any(e.rgb) or e.layer == "BLACK" or e.colour) and 0 <= e.colour < 256 and (e.colour == 0 or NUMBERED[e.colour] != e.rgb),
-                    colour=lambda e: nearest(e.rgb, False))),
+        ("signs in names", distinct_names()),
+        NEAREST,
         ("numbers of colours", when(lambda e: not 0 <= e.colour <= 256, colour=256)),
         ("true colours", when(lambda e: e.rgb and 0 <= e.colour < 256, rgb=lambda e: NUMBERED[e.colour])), CODES, ATTRIBUTES],
+    "dxf 2007": [
+        ("measures", when(lambda e: any(e.measures or ()), measures=())), (None, when(lambda e: e.measures, measures=())),
+        (None, each(lambda e: closed_rings(e) if e.area and is_level(e) else e)), ("areas", each(hatched)),
+        ("parts", each(lambda e: e if e.area else part_by_part(e))), TOGETHER, SYMBOLS,
+        ("single vertices", when(is_degenerate, kind=POINT, radius=None, start=None, end=None, closed=False, area=False)), PRINTABLE,
+        ("signs in names", distinct_names('<>/\\":;?*|,=`')),
+        (None, when(lambda e: not is_coloured(e) and e.rgb and 0 <= e.colour < 256, rgb=lambda e: NUMBERED[e.colour])),
+        NEAREST,
+        ("numbers of colours", when(lambda e: not 0 <= e.colour <= 256, colour=256)), CODES, ATTRIBUTES],
     "shp": [
         WITH_CLOSING, TURNED, ("patches", when(lambda e: e.closed and not e.area, closed=False)), LONG_TEXTS],
     "shp points": [
@@ -314,19 +387,23 @@ def is_upright_at_its_end(e):
     return e.closed and len(chain) > 1 and chain[0][:2] == chain[-1][:2] and chain[0] != chain[-1]
 
 
-CLOSE = (None, when(lambda e: e.closed and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1], xyz=lambda e: e.xyz + e.xyz[:1]))
+CLOSE = (None, when(lambda e: e.closed and not e.area and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1], xyz=lambda e: e.xyz + e.xyz[:1]))
 PLACES_ALONE = ("all but kinds and vertices, which alone are compared", when(always, **NOTHING_BUT_PLACES))
+
+CARET = ("a ^ at the end of a text", when(always, text=lambda e: e.text.removesuffix("^")))
 
 SEEN = {
     ("dxf", "ezdxf"): [
         ("letters beyond U+FFFF (it shows halves)", when(always, text=halves)),
-        ("a ^ at the end of a text", when(always, text=lambda e: e.text.removesuffix("^")))],
+        CARET],
     ("dxf", "GDAL"): [
         (None, when(has_curves, drawn=(math.inf, 1e-3))), AS_POLYLINES,
         ("arcs of polylines beyond half a circle (it draws some of them wrong)",
          when(lambda e: any(abs(bulge) > 1 for bulge in e.bulges), drawn=(math.inf, math.inf))), (None, when(is_text, kind=POINT)),
         ("the closing side of a chain where it is upright", when(is_upright_at_its_end, closed=False, xyz=stored)), CLOSE, PLACES_ALONE],
     ("dxf", "Tesselink"): [(None, coloured_by_layer), CLOSE],
+    ("dxf 2007", "ezdxf"): [
+        CARET, (None, when(always, rgb=lambda e: e.rgb if 0 <= e.colour < 256 and e.rgb != NUMBERED[e.colour] else None))],
     ("shp", "pyshp"): [("blanks at the ends of texts", when(always, text=lambda e: e.text.strip(" ")))],
     ("shp", "GDAL"): [
         PLACES_ALONE, (None, when(always, measures=None)),
@@ -337,3 +414,6 @@ SEEN = {
     ("asc", "Tesselink"): [(None, when(always, colour=0))],
     ("cdf", "Tesselink"): [("points (it reads no point files)", without(POINT))],
 }
+SEEN["dxf 2007", "GDAL"] = [
+    ("areas (it makes its own rings of them)", each(part_by_part)), (None, when(lambda e: e.area, area=False, closed=True)), *SEEN["dxf", "GDAL"]]
+SEEN["dxf 2007", "Tesselink"] = [*SEEN["dxf", "Tesselink"], (None, each(boundaries))]

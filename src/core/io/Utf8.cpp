@@ -1,6 +1,8 @@
 #include "core/io/Utf8.h"
 
 #include <algorithm>
+#include <clocale>
+#include <cwctype>
 
 #include "core/io/CodePages.h"
 #include "core/io/Text.h"
@@ -86,6 +88,24 @@ void AppendUtf8(std::string& text, std::uint32_t letter) {
     put(0x80 | (letter >> 6 & 0x3F));
     put(0x80 | (letter & 0x3F));
   }
+}
+
+// By way of the capital: some letters have two small ones.
+std::string FoldedCase(std::string_view text) {
+  static const locale_t kLetters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (kLetters == nullptr || IsAscii(text)) return LowerCase(text);
+  std::string folded;
+  while (!text.empty()) {
+    const std::size_t length = Utf8Length(text);
+    if (length == 0) {
+      folded += text[0];
+    } else {
+      const auto letter = static_cast<wint_t>(Utf8Letter(text.substr(0, length)));
+      AppendUtf8(folded, static_cast<std::uint32_t>(towlower_l(towupper_l(letter, kLetters), kLetters)));
+    }
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return folded;
 }
 
 std::string AsUtf8(const std::string& text) {

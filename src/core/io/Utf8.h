@@ -24,6 +24,8 @@ void AppendUtf8(std::string& text, std::uint32_t letter);
 /// Whether a letter steers a terminal instead of being shown: those below the blank, DEL to U+009F, and the ones that
 /// turn the direction of what follows them.
 bool IsControl(std::uint32_t letter);
+/// The text with the letters that differ in case alone made one, for comparisons; bytes that are no UTF-8 stay.
+std::string FoldedCase(std::string_view text);
 /// The text if it is valid UTF-8, else its bytes as the letters of Windows-1252: what a screen or a JSON text
 /// can show.
 std::string AsUtf8(const std::string& text);

@@ -178,8 +178,9 @@ void ConversionRun::CreateFilters(State& state) {
   const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
   state.reader = state.inFormat->create(context);
   state.writer = outFormat.create(context);
-  state.reduction.emplace(state.writer->Holds(), state.writer->losses(), context.options.Curves());
-  state.traits.emplace(state.writer->Holds().lacks, state.writer->losses());
+  const Holding holding = state.writer->Holds();
+  state.reduction.emplace(holding, state.writer->losses(), context.options.Curves());
+  state.traits.emplace(holding.lacks, holding.keeps, state.writer->losses());
   state.writer->losses().Locate([&state] { return state.reader->Where(); });
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;

@@ -5,7 +5,7 @@
 namespace tesselink {
 
 bool Reduction::HoldsAllOf(const tEntity& entity) const {
-  return (entity.Parts.empty() || holding_.parts) && (!entity.IsArea || holding_.areas) &&
+  return (entity.Parts.empty() || HoldsPartsOf(entity)) && (!entity.IsArea || HoldsAreaOf(entity)) &&
          (entity.Bulges.empty() || HoldsBulgesOf(entity)) && (entity.Measures.empty() || holding_.measures);
 }
 
@@ -31,7 +31,7 @@ void Reduction::Reduce(tEntity& entity, const Sink& sink) {
     if (entity.HasMeasure()) lost_.push_back(WarningKind::Measures);
     entity.Measures.clear();
   }
-  if (entity.IsArea && !holding_.areas) {
+  if (entity.IsArea && !HoldsAreaOf(entity)) {
     lost_.push_back(WarningKind::Areas);
     entity.IsArea = false;
     entity.Closed = true;
@@ -42,7 +42,7 @@ void Reduction::Reduce(tEntity& entity, const Sink& sink) {
 
 // The text attributes are copied once, the vertices part by part.
 bool Reduction::HandOut(tEntity& entity, const Sink& sink) {
-  if (entity.Parts.empty() || holding_.parts) return sink(entity);
+  if (entity.Parts.empty() || HoldsPartsOf(entity)) return sink(entity);
   lost_.push_back(WarningKind::PartsSplit);
   bool taken = false;
   part_.CountOrigin(true);

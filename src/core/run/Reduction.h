@@ -15,13 +15,15 @@ class Losses;
 
 /// What a writer's elements may hold beyond one chain of straight segments.
 struct Holding {
-  bool parts = false;     ///< several chains in one element
-  bool areas = false;     ///< rings that bound an area
-  bool bulges = false;    ///< segments of level chains that are arcs
-  bool measures = false;  ///< m values
-  TraitSet lacks = 0;     ///< what else elements have that they lose
-  bool curves = false;    ///< circles and arcs as such
-  bool nulls = false;     ///< elements that stand for records without vertices
+  bool parts = false;       ///< several chains in one element
+  bool areas = false;       ///< rings that bound an area
+  bool bulges = false;      ///< segments of level chains that are arcs
+  bool measures = false;    ///< m values
+  TraitSet lacks = 0;       ///< what else elements have that they lose
+  bool curves = false;      ///< circles and arcs as such
+  bool nulls = false;       ///< elements that stand for records without vertices
+  bool levelAreas = false;  ///< areas with all their rings, if these have one height
+  std::uint8_t keeps = 0;   ///< what elements say by ReadingLoss and it holds all the same
 };
 
 /// Makes of an element those that a writer holds, and counts what they do not say any more: circles, arcs and bulges
@@ -45,6 +47,10 @@ class Reduction {
 
  private:
   bool HoldsAllOf(const tEntity& entity) const;
+  bool HoldsAreaOf(const tEntity& entity) const { return holding_.areas || (holding_.levelAreas && entity.IsLevel()); }
+  bool HoldsPartsOf(const tEntity& entity) const {
+    return holding_.parts || (entity.IsArea && holding_.levelAreas && entity.IsLevel());
+  }
   bool HoldsBulgesOf(const tEntity& entity) const;
   bool HandOut(tEntity& entity, const Sink& sink);
   void DrawCurve(tEntity& entity);

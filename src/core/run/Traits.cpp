@@ -48,7 +48,7 @@ bool TraitLosses::IsNamed(std::int32_t rgb) {
 }
 
 TraitSet TraitLosses::Of(const tEntity& entity) {
-  TraitSet found = kFirstOfReading * entity.Lost;
+  TraitSet found = kFirstOfReading * static_cast<TraitSet>(entity.Lost & ~kept_);
   const auto note = [&](Trait trait, auto&& has) {
     if ((lacking_ & trait) != 0 && has()) found |= trait;
   };

@@ -32,8 +32,8 @@ inline constexpr TraitSet kFirstOfReading = TraitSet{1} << 24;
 /// them.
 class TraitLosses {
  public:
-  /// The losses outlive this.
-  TraitLosses(TraitSet lacking, Losses& losses) : lacking_(lacking), losses_(losses) {}
+  /// The losses outlive this. `kept`: those of ReadingLoss that the writer holds all the same.
+  TraitLosses(TraitSet lacking, std::uint8_t kept, Losses& losses) : lacking_(lacking), kept_(kept), losses_(losses) {}
 
   /// Which of the lacking traits the element has, and above kFirstOfReading what its reader lost.
   TraitSet Of(const tEntity& entity);
@@ -47,6 +47,7 @@ class TraitLosses {
   bool IsNamed(std::int32_t rgb);
 
   TraitSet lacking_;
+  std::uint8_t kept_;
   Losses& losses_;
   std::int32_t asked_ = 0;  // the colour asked for last, and what was answered
   bool named_ = true;

@@ -1,39 +1,21 @@
 #include "formats/dxf/DXFOutFilter.h"
 
-#include <cmath>
-#include <filesystem>
+#include <algorithm>
 
 #include "core/element/Justification.h"
-#include "core/io/Errors.h"
-#include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/io/Utf8.h"
-#include "core/run/Report.h"
+#include "formats/dxf/DXF2007OutFilter.h"
 #include "formats/dxf/DrawingEncoding.h"
 
 namespace tesselink {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr std::size_t kShownName = 60;
-constexpr std::int32_t kGreatestColour = 255, kByLayer = 256, kWhite = 7;
-
-bool SameVertex(const tEntity& entity, tEntity::Index a, tEntity::Index b) {
-  return entity.x(a) == entity.x(b) && entity.Y(a) == entity.Y(b) && entity.Height(a) == entity.Height(b);
-}
-
-// Line types that no table holds.
-const std::string kContinuous = "CONTINUOUS";
+constexpr std::int32_t kWhite = 7;
+constexpr std::string_view kReleaseOption = "release", kR12 = "r12", k2007 = "2007";
 constexpr std::string_view kLettersBeyondAscii = "letters beyond ASCII";
 
-bool IsInherited(const std::string& lineType) {
-  return EqualsIgnoringCase(lineType, "BYLAYER") || EqualsIgnoringCase(lineType, "BYBLOCK");
-}
-
-}  // namespace
-
-constexpr DXFOutFilter::Conventions DXFOutFilter::kClassic{
+constexpr DrawingConventions kClassic{
     .originIsMissing = true,
     .chainsAsStored = true,
     .placementAsByte = true,
@@ -44,11 +26,13 @@ constexpr DXFOutFilter::Conventions DXFOutFilter::kClassic{
     .layerColourIsPosition = true,
     .fullTables = false,
     .coloursAsGiven = true,
+    .trueColours = false,
     .textsAsGiven = true,
     .layerNames = DrawingNames::Rule::AsGiven,
     .lineTypeNames = DrawingNames::Rule::AsGiven,
+    .letters = DrawingLetters::Ansi,
 };
-constexpr DXFOutFilter::Conventions DXFOutFilter::kStandard{
+constexpr DrawingConventions kStandard{
     .originIsMissing = false,
     .chainsAsStored = false,
     .placementAsByte = false,
@@ -59,128 +43,41 @@ constexpr DXFOutFilter::Conventions DXFOutFilter::kStandard{
     .layerColourIsPosition = false,
     .fullTables = true,
     .coloursAsGiven = false,
+    .trueColours = false,
     .textsAsGiven = false,
     .layerNames = DrawingNames::Rule::KeepDistinct,
     .lineTypeNames = DrawingNames::Rule::MergeCase,
+    .letters = DrawingLetters::Ansi,
 };
 
-DXFOutFilter::DXFOutFilter(const FilterContext& context)
-    : OutputFilter(context),
-      conventions_(context.options.dialect == Dialect::Standard ? kStandard : kClassic),
-      colours_(context.options.programFolder),
-      layers_(conventions_.layerNames),
-      lineTypes_(conventions_.lineTypeNames) {}
+}  // namespace
 
-void DXFOutFilter::Create(const std::string& path) {
-  const std::string folder = FolderOf(path);
-  std::error_code error;
-  if (!folder.empty() && !fs::is_directory(folder, error)) {
-    throw Error(path + ": could not be created: " + folder + " is no folder that exists");
+std::vector<FormatOption> DXFOutFilter::Options() {
+  return {{.name = std::string(kReleaseOption),
+           .help = "Release of a drawing that is written: r12 (AC1009, the\n"
+                   "default) or, in the standard dialect, 2007 (AC1021), which\n"
+                   "holds areas, true colours, any letters, and names as given",
+           .value = "CHOICE",
+           .kind = FormatOption::Kind::Choice,
+           .choices = {std::string(kR12), std::string(k2007)},
+           .standardChoices = {std::string(k2007)}}};
+}
+
+std::unique_ptr<OutputFilter> DXFOutFilter::Writer(const FilterContext& context) {
+  const FilterOptions& options = context.options;
+  if (options.dialect == Dialect::Standard && options.own.Text(kReleaseOption, kR12) == k2007) {
+    return std::make_unique<DXF2007OutFilter>(context);
   }
-  CheckCreatable(path, true);
-  path_ = path;
-  headerFile_ = TempFile("DXF");
-  entityFile_ = TempFile("DXF");
-  header_ = FileWriter(headerFile_.TakeHandle(), headerFile_.Path());
-  entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
-  layers_ = DrawingNames(conventions_.layerNames);
-  headLayer_ = nullptr;
-  lineTypes_ = DrawingNames(conventions_.lineTypeNames);
-  lineTypes_.Of(kContinuous);
-  patterns_.clear();
-  if (conventions_.fullTables) layers_.Of("0");
-  extents_ = {};
+  return std::make_unique<DXFOutFilter>(context);
 }
 
-// Of line types that several inputs define the first one's pattern holds.
-void DXFOutFilter::SourceOpened(InputFilter& source) {
-  if (!conventions_.fullTables) return;
-  for (const LineType& lineType : source.LineTypes()) patterns_.emplace(UpperCase(lineType.name), lineType);
-}
+DXFOutFilter::DXFOutFilter(const FilterContext& context)
+    : DrawingOutput(context, context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
 
 WriteResult DXFOutFilter::Write(tEntity& entity) {
-  NumberColour(entity);
-  NoteNames(entity);
-  const tEntity::Index last = entity.PointCount();
-  NoteExtents(entity, last);
+  Note(entity);
   if (conventions_.chainsAsStored) NoteMisread(entity);
-  if (IsDegenerate(entity, last)) {
-    WritePoints(entity, last);
-    return WriteResult::Converted;
-  }
-  switch (entity.bType) {
-    case kPoint:
-      WritePoints(entity, last);
-      break;
-    case kLine:
-      WriteLines(entity, last);
-      break;
-    case kPolyline:
-      WritePolyline(entity, last);
-      break;
-    case kText:
-      WriteText(entity);
-      break;
-    case kCircle:
-      WriteCircle(entity);
-      break;
-    case kArc:
-      if (conventions_.arcsSkipped) {
-        NoteMissed("arcs");
-        return WriteResult::Skipped;
-      }
-      WriteArc(entity);
-      break;
-    default:
-      return WriteResult::Skipped;
-  }
-  return WriteResult::Written;
-}
-
-bool DXFOutFilter::IsMissing(const tEntity& entity, tEntity::Index i) const {
-  return conventions_.originIsMissing && entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
-}
-
-// Whether the element is but a place, of a kind that must have more.
-bool DXFOutFilter::IsDegenerate(const tEntity& entity, tEntity::Index last) const {
-  if (conventions_.degenerateKept) return false;
-  return (IsChain(entity.bType) && last == 0) || (IsCurve(entity.bType) && !(entity.Rad > 0));
-}
-
-// A colour that the element's number does not have gets the number that comes nearest.
-void DXFOutFilter::NumberColour(tEntity& entity) {
-  const bool isNumbered = entity.Colour > 0 && entity.Colour <= kGreatestColour;
-  if ((entity.RGB == 0 && !entity.IsBlack) || (entity.Colour != 0 && !isNumbered)) return;
-  try {
-    if (isNumbered && colours_.IsColourOf(entity.Colour, entity.RGB)) return;
-    if (!conventions_.coloursAsGiven) entity.Colour = colours_.Nearest(entity.RGB);
-    if (colours_.Colour(entity.Colour) != entity.RGB) Lost(WarningKind::TrueColours);
-  } catch (const Error& error) {
-    if (!conventions_.coloursAsGiven) report().Warn(WarningKind::ColourTable, error.what());
-  }
-}
-
-// A layer has the colour that its elements have by layer; without such, the first one's. Where inputs differ, the first
-// one's layers hold, and elements of others keep what they have as their own.
-void DXFOutFilter::NoteNames(const tEntity& entity) {
-  DrawingNames::Entry& layer = NameIn(layers_, entity.Layer, "layer");
-  layer_ = &layer.name;
-  const bool isColour = entity.Colour > 0 && entity.Colour <= kGreatestColour;
-  byLayer_ =
-      entity.ColourFrom == StyleSource::Layer && isColour && !(layer.isInherited && layer.colour != entity.Colour);
-  if (byLayer_ || (layer.colour == 0 && isColour)) layer.colour = entity.Colour;
-  layer.isInherited = layer.isInherited || byLayer_;
-  NoteLineType(entity, layer);
-}
-
-void DXFOutFilter::NoteLineType(const tEntity& entity, DrawingNames::Entry& layer) {
-  static const std::string kByLayerType("BYLAYER");
-  const std::string& given = entity.LineStyle.empty() ? kContinuous : entity.LineStyle;
-  const bool asGiven = !conventions_.fullTables || IsInherited(given);
-  lineType_ = asGiven ? &given : &NameIn(lineTypes_, given, "line type").name;
-  if (asGiven || entity.LineStyleFrom != StyleSource::Layer) return;
-  if (layer.lineType.empty()) layer.lineType = *lineType_;
-  if (layer.lineType == *lineType_) lineType_ = &kByLayerType;
+  return WriteForm(entity);
 }
 
 // What other programs read otherwise than it was meant, or not at all.
@@ -192,8 +89,8 @@ void DXFOutFilter::NoteMisread(const tEntity& entity) {
     if (PlacementOf(entity.TextJust).up > 0) NoteMissed("the vertical placement of texts");
     if (!IsAscii(entity.Text)) NoteMissed(kLettersBeyondAscii);
   }
-  const bool isDefined =
-      lineType_ == &kContinuous || EqualsIgnoringCase(entity.LineStyle, kContinuous) || IsInherited(entity.LineStyle);
+  const bool isDefined = lineType_ == &kContinuous || EqualsIgnoringCase(entity.LineStyle, kContinuous) ||
+                         IsInheritedLineType(entity.LineStyle);
   if (!isDefined) NoteMissed("undefined line types");
 }
 
@@ -206,100 +103,21 @@ void DXFOutFilter::NoteHeights(const tEntity& entity) {
   if (!isTold && std::any_of(entity.AllZ().begin(), entity.AllZ().end(), isRounded)) Lost(WarningKind::RoundedNumbers);
 }
 
-void DXFOutFilter::NoteRefusedName(const std::string& name) {
+void DXFOutFilter::NoteNewName(const std::string& name) {
+  if (conventions_.layerNames != DrawingNames::Rule::AsGiven) return;
   if (!IsAscii(name)) NoteMissed(kLettersBeyondAscii);
-  if (!EncodeName(name, encoded_)) NoteMissed("layers whose names they refuse");
+  if (!EncodeName(name, DrawingLetters::Ansi, encoded_)) NoteMissed("layers whose names they refuse");
 }
-
-DrawingNames::Entry& DXFOutFilter::NameIn(DrawingNames& names, const std::string& name, const char* what) {
-  DrawingNames::Entry& entry = names.Of(name);
-  if (std::exchange(entry.isTold, true)) return entry;
-  if (conventions_.layerNames == DrawingNames::Rule::AsGiven) NoteRefusedName(name);
-  if (entry.changed) {
-    report().Warn(WarningKind::Names,
-                  path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
-                      "\" has another name there; names hold up to 240 letters, digits, $, -, _ and blanks within, "
-                      "and differ in more than letter case");
-  }
-  return entry;
-}
-
-void DXFOutFilter::NoteExtents(const tEntity& entity, tEntity::Index last) {
-  Extents widened = extents_;  // in registers rather than in memory
-  for (tEntity::Index i = 0; i <= last; ++i) {
-    if (IsMissing(entity, i)) {
-      Lost(WarningKind::OriginVertices);
-      NoteMissed("vertices at the origin");
-    } else {
-      widened.Add(entity.x(i), entity.Y(i), entity.Height(i));
-    }
-  }
-  extents_ = widened;
-  if (!entity.Bulges.empty()) extents_.AddArcs(entity);
-}
-
-// Values are lines of their own: a line end within one would shift everything behind it.
-const std::string& DXFOutFilter::Printable(const std::string& value) {
-  const std::string& clean = WithoutLineBreaks(value, printable_);
-  if (&clean != &value) {
-    report().Warn(WarningKind::ControlCharacters, path_ + ": control characters in a layer or a text became blanks");
-  }
-  return clean;
-}
-
-std::string_view DXFOutFilter::Encoded(const std::string& text) {
-  const std::string& printable = Printable(text);
-  if (conventions_.textsAsGiven) return printable;
-  EncodeText(printable, encoded_);
-  return encoded_;
-}
-
-void DXFOutFilter::Text(std::string_view code, std::string_view value) { entities_.Line(code).Line(value); }
 
 // The lines that most kinds begin with.
 void DXFOutFilter::Open(std::string_view type, const tEntity& entity) {
-  const bool isSame = layer_ == headLayer_ && *lineType_ == headLineType_;
-  if (!isSame) BuildHead();
-  entities_.Write("  0\r\n").Line(type).Write(head_);
-  Colour(entity);
-}
-
-// The lines that name layer and line type serve further elements, unless something in them is to be told of each.
-void DXFOutFilter::BuildHead() {
-  const std::string& layer = Printable(*layer_);
-  const bool isLayerAsGiven = &layer == layer_;
-  head_.assign("  8\r\n").append(layer).append("\r\n  6\r\n");
-  const std::string& lineType = Printable(*lineType_);
-  head_.append(lineType).append("\r\n");
-  headLayer_ = isLayerAsGiven && &lineType == lineType_ ? layer_ : nullptr;
-  headLineType_ = *lineType_;
-}
-
-void DXFOutFilter::Colour(const tEntity& entity) {
-  std::int32_t colour = byLayer_ ? kByLayer : entity.Colour;
-  if (!conventions_.coloursAsGiven && (colour < 0 || colour > kByLayer)) {
-    report().Warn(WarningKind::ColourNumbers,
-                  path_ + ": the number " + std::to_string(colour) +
-                      " is no colour of a drawing; such elements have the colour of their layer");
-    colour = kByLayer;
-  }
-  entities_.Line(" 62").Integer(colour).EndLine();
-}
-
-void DXFOutFilter::Vertex(const tEntity& entity, tEntity::Index index, bool second) {
-  entities_.Write(second ? " 11\r\n" : " 10\r\n").Number(entity.x(index));
-  entities_.Write(second ? "\r\n 21\r\n" : "\r\n 20\r\n").Number(entity.Y(index));
-  entities_.Write(second ? "\r\n 31\r\n" : "\r\n 30\r\n");
-  Height(entities_, entity.Height(index)).EndLine();
+  const std::string& head = Head({});
+  entities_.Write("  0\r\n").Line(type).Write(head).Line(" 62").Integer(ColourNumber(entity)).EndLine();
 }
 
 void DXFOutFilter::Bulge(const tEntity& entity, std::size_t segment) {
   if (segment >= entity.Bulges.size() || entity.Bulges[segment] == 0) return;
   entities_.Write(" 42\r\n").Number(entity.Bulges[segment]).EndLine();
-}
-
-FileWriter& DXFOutFilter::Height(FileWriter& file, double value) const {
-  return conventions_.heightsInFull ? file.Number(value) : file.Single(static_cast<float>(value));
 }
 
 void DXFOutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
@@ -324,8 +142,7 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
   const bool inSpace = !conventions_.chainsAsStored && !entity.IsLevel();
   if (!conventions_.chainsAsStored) {
     WritePolylineForm(entity, inSpace);
-    // The vertex that closes the chain goes without saying.
-    if (entity.Closed && last > 1 && SameVertex(entity, 0, last) && !SameVertex(entity, 0, last - 1)) --last;
+    if (entity.Closed) last = LastStored(entity, 0, last);
   }
   vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Printable(*layer_)).append("\r\n");
   const bool hasBulges = !entity.Bulges.empty();
@@ -365,30 +182,23 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
 }
 
 void DXFOutFilter::WriteCircle(const tEntity& entity) {
-  Text("  0", "CIRCLE");
-  Colour(entity);
+  entities_.Write("  0\r\nCIRCLE\r\n 62\r\n").Integer(ColourNumber(entity)).EndLine();
   Text("  8", Printable(*layer_));
   Vertex(entity, 0);
   entities_.Line(" 40").Number(entity.Curve().radius).EndLine();
   Text("  6", Printable(*lineType_));
 }
 
-// The end of an arc through 0 degrees counts from there again.
 void DXFOutFilter::WriteArc(const tEntity& entity) {
-  const auto [radius, start, end] = entity.Curve();
+  const CurveNumbers arc = entity.Curve();
   Open("ARC", entity);
   Vertex(entity, 0);
-  entities_.Line(" 40").Number(radius).EndLine();
-  entities_.Line(" 50").Number(start).EndLine();
-  entities_.Line(" 51").Number(end > 360 && end - start < 360 ? end - 360 : end).EndLine();
+  entities_.Line(" 40").Number(arc.radius).EndLine();
+  entities_.Line(" 50").Number(arc.start).EndLine();
+  entities_.Line(" 51").Number(ArcEnd(arc)).EndLine();
 }
 
-void DXFOutFilter::RequireOpen(const char* member) const {
-  if (headerFile_.Path().empty()) throw Error("File Name not yet entered", member);
-}
-
-void DXFOutFilter::WriteHead() {
-  RequireOpen("WriteHead");
+void DXFOutFilter::WriteSections() {
   constexpr std::string_view kRelease = "  0\r\nSECTION\r\n  2\r\nHEADER\r\n  9\r\n$ACADVER\r\n  1\r\nAC1009\r\n";
   constexpr std::string_view kCodePage = "  9\r\n$DWGCODEPAGE\r\n  3\r\nANSI_1252\r\n";
   constexpr std::string_view kBase = "  9\r\n$INSBASE\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n0\r\n";
@@ -401,34 +211,23 @@ void DXFOutFilter::WriteHead() {
       "  0\r\nENDSEC\r\n"
       "  0\r\nSECTION\r\n  2\r\nBLOCKS\r\n  0\r\nENDSEC\r\n"
       "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n";
-  const auto corner = [this](std::string_view name, double x, double y, double z) {
-    header_.Line("  9").Line(name);
-    header_.Line(" 10").Number(x).EndLine().Line(" 20").Number(y).EndLine();
-    Height(header_.Line(" 30"), z).EndLine();
-  };
   header_.Write(kRelease);
   if (!conventions_.textsAsGiven) header_.Write(kCodePage);
   header_.Write(kBase);
-  corner("$EXTMIN", extents_.minX, extents_.minY, extents_.minZ);
-  corner("$EXTMAX", extents_.maxX, extents_.maxY, extents_.maxZ);
+  WriteCorners();
   header_.Write(kTables);
   WriteLineTypeTable();
   WriteLayerTable();
   header_.Write(conventions_.fullTables ? kStyles : kNoStyles).Write(kBehindTables);
 }
 
-// A line type whose pattern is not known is a solid line.
 void DXFOutFilter::WriteLineTypeTable() {
-  static const LineType kSolid{{}, "Solid Line", {}};
   header_.Write("  0\r\nTABLE\r\n  2\r\nLTYPE\r\n 70\r\n").Integer(std::ssize(lineTypes_.All())).EndLine();
   for (const DrawingNames::Entry& entry : lineTypes_.All()) {
-    const auto known = patterns_.find(UpperCase(entry.given));
-    const LineType& lineType = known == patterns_.end() ? kSolid : known->second;
-    double length = 0;
-    for (const double dash : lineType.dashes) length += std::fabs(dash);
+    const LineType& lineType = PatternOf(entry);
     header_.Write("  0\r\nLTYPE\r\n  2\r\n").Write(Printable(entry.name)).Write("\r\n 70\r\n64\r\n  3\r\n");
     header_.Line(Encoded(lineType.description)).Write(" 72\r\n65\r\n 73\r\n");
-    header_.Integer(std::ssize(lineType.dashes)).Write("\r\n 40\r\n").Number(length).EndLine();
+    header_.Integer(std::ssize(lineType.dashes)).Write("\r\n 40\r\n").Number(LengthOf(lineType)).EndLine();
     for (const double dash : lineType.dashes) header_.Write(" 49\r\n").Number(dash).EndLine();
   }
   header_.Write("  0\r\nENDTAB\r\n");
@@ -446,35 +245,6 @@ void DXFOutFilter::WriteLayerTable() {
   header_.Write("  0\r\nENDTAB\r\n");
 }
 
-void DXFOutFilter::Merge(const std::string& headerPath, const std::string& entityPath) {
-  RequireOpen("Merge");
-  RemoveFile(path_);
-  FileWriter output(path_);
-  try {
-    output.Append(headerPath);
-    output.Append(entityPath);
-    output.Write("  0\r\nENDSEC\r\n  0\r\nEOF\r\n");
-    output.Close();
-  } catch (...) {
-    output.Discard();
-    RemoveWritten(path_);
-    throw;
-  }
-}
-
-void DXFOutFilter::Complete() {
-  WriteHead();
-  header_.Close();
-  entities_.Close();
-  Merge(headerFile_.Path(), entityFile_.Path());
-  Drop();
-}
-
-void DXFOutFilter::Drop() noexcept {
-  header_.Discard();
-  entities_.Discard();
-  headerFile_ = TempFile();
-  entityFile_ = TempFile();
-}
+void DXFOutFilter::WriteEnd(FileWriter& output) { output.Write("  0\r\nENDSEC\r\n  0\r\nEOF\r\n"); }
 
 }  // namespace tesselink

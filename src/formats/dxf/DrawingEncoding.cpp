@@ -26,8 +26,10 @@ void AppendUnicode(std::string& bytes, std::uint32_t unit) {
   for (int shift = 12; shift >= 0; shift -= 4) bytes += kDigits[unit >> shift & 15];
 }
 
-void AppendLetter(std::string& bytes, std::uint32_t letter) {
-  if (const auto byte = ByteOf(letter, Windows1252())) {
+void AppendLetter(std::string& bytes, std::uint32_t letter, DrawingLetters letters) {
+  if (letters == DrawingLetters::Unicode) {
+    AppendUtf8(bytes, letter);
+  } else if (const auto byte = ByteOf(letter, Windows1252())) {
     bytes += *byte;
   } else if (letter > 0xFFFF) {
     AppendUnicode(bytes, 0xD800 + ((letter - 0x10000) >> 10));
@@ -65,17 +67,27 @@ bool TakeSpecial(std::string_view& rest, std::string& bytes) {
   return true;
 }
 
+// Letters that a name may hold at its ends; within it there may be blanks, too.
+bool IsOfName(std::uint32_t letter, DrawingLetters letters) {
+  if (letters == DrawingLetters::Unicode) {
+    constexpr std::string_view kRefused = "<>/\\\":;?*|,=`";
+    return letter > ' ' && !IsControl(letter) &&
+           (letter >= 128 || kRefused.find(static_cast<char>(letter)) == std::string_view::npos);
+  }
+  return letter >= 128 || IsAsciiLetter(letter) || IsDigit(letter) || letter == '$' || letter == '-' || letter == '_';
+}
+
 }  // namespace
 
-void EncodeText(std::string_view text, std::string& bytes) {
+void EncodeText(std::string_view text, DrawingLetters letters, std::string& bytes) {
   bytes.clear();
   const bool utf8 = IsUtf8(text);
   for (std::string_view rest = text; !rest.empty();) {
-    if (!TakeSpecial(rest, bytes)) AppendLetter(bytes, TakeLetter(rest, utf8));
+    if (!TakeSpecial(rest, bytes)) AppendLetter(bytes, TakeLetter(rest, utf8), letters);
   }
 }
 
-bool EncodeName(std::string_view name, std::string& bytes) {
+bool EncodeName(std::string_view name, DrawingLetters letters, std::string& bytes) {
   constexpr int kLongest = 240;  // 255 would be read; the rest is room for what tells names apart
   bytes.clear();
   const bool utf8 = IsUtf8(name);
@@ -84,13 +96,19 @@ bool EncodeName(std::string_view name, std::string& bytes) {
   for (int length = 0; !rest.empty() && length < kLongest; ++length) {
     const bool first = rest.size() == name.size();
     const std::uint32_t letter = TakeLetter(rest, utf8);
-    const bool within = !first && !rest.empty();
-    const bool allowed = letter >= 128 || IsAsciiLetter(letter) || IsDigit(letter) || letter == '$' || letter == '-' ||
-                         letter == '_' || (letter == ' ' && within);
-    AppendLetter(bytes, allowed ? letter : '_');
+    const bool allowed = IsOfName(letter, letters) || (letter == ' ' && !first && !rest.empty());
+    AppendLetter(bytes, allowed ? letter : '_', letters);
     kept = kept && allowed;
   }
   return kept && rest.empty();
+}
+
+std::string_view NameRule(DrawingLetters letters) {
+  return letters == DrawingLetters::Ansi
+             ? "names hold up to 240 letters, digits, $, -, _ and blanks within, and differ in more than letter case"
+             : "names hold up to 240 letters other than < > / \\ \" : ; ? * | , = ` and blanks at their ends, and "
+               "differ "
+               "in more than letter case";
 }
 
 }  // namespace tesselink

@@ -1,7 +1,7 @@
 #include "formats/dxf/DrawingNames.h"
 
 #include "core/io/Text.h"
-#include "formats/dxf/DrawingEncoding.h"
+#include "core/io/Utf8.h"
 
 namespace tesselink {
 
@@ -29,12 +29,12 @@ void DrawingNames::Add(const std::string& name) {
   if (rule_ == Rule::AsGiven) {
     entry.name = name;
   } else {
-    entry.changed = !EncodeName(name, entry.name);
+    entry.changed = !EncodeName(name, letters_, entry.name);
     const std::string base = entry.name;
-    int& number = written_[LowerCase(base)];
+    int& number = written_[FoldedCase(base)];
     while (++number > 1) {
       entry.name = base + "_" + std::to_string(number);
-      if (written_.emplace(LowerCase(entry.name), 1).second) break;
+      if (written_.emplace(FoldedCase(entry.name), 1).second) break;
     }
     entry.changed = entry.changed || entry.name != base;
   }

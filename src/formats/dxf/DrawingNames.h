@@ -6,7 +6,12 @@
 #include <string>
 #include <unordered_map>
 
+#include "formats/dxf/DrawingEncoding.h"
+
 namespace tesselink {
+
+/// No colour: what a true colour is where there is none.
+inline constexpr std::int32_t kNoColour = -1;
 
 /// A table of layers or of line types, each once, in order of first appearance.
 class DrawingNames {
@@ -17,16 +22,17 @@ class DrawingNames {
     MergeCase,     ///< likewise, but names that are given in different letter case are one
   };
   struct Entry {
-    std::string name;          ///< as the drawing holds it
-    std::string given;         ///< as it was given first
-    bool changed = false;      ///< it is not the name that was given
-    std::int32_t colour = 0;   ///< of a layer; 0: none yet
-    std::string lineType;      ///< of a layer; empty: none yet
-    bool isTold = false;       ///< what is to be said of it has been said
-    bool isInherited = false;  ///< an element has the layer's colour by layer, so that it must stay
+    std::string name;                     ///< as the drawing holds it
+    std::string given;                    ///< as it was given first
+    bool changed = false;                 ///< it is not the name that was given
+    std::int32_t colour = 0;              ///< of a layer; 0: none yet
+    std::int32_t trueColour = kNoColour;  ///< of a layer whose colour no number has
+    std::string lineType;                 ///< of a layer; empty: none yet
+    bool isTold = false;                  ///< what is to be said of it has been said
+    bool isInherited = false;             ///< an element has the layer's colour by layer, so that it must stay
   };
 
-  explicit DrawingNames(Rule rule) : rule_(rule) {}
+  DrawingNames(Rule rule, DrawingLetters letters) : rule_(rule), letters_(letters) {}
   DrawingNames(DrawingNames&&) = default;
   DrawingNames& operator=(DrawingNames&&) = default;
 
@@ -39,9 +45,10 @@ class DrawingNames {
   void Add(const std::string& name);
 
   Rule rule_;
+  DrawingLetters letters_;
   std::deque<Entry> entries_;
   std::unordered_map<std::string, Entry*> byName_;
-  std::unordered_map<std::string, int> written_;  // in lower case, with the number that was tried last
+  std::unordered_map<std::string, int> written_;  // as FoldedCase, with the number that was tried last
   Entry* last_ = nullptr;
   std::string lastName_;
 };

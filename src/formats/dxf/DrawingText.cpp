@@ -188,7 +188,10 @@ void DrawingText::Release(std::string_view release) {
 }
 
 bool DrawingText::CodePage(std::string_view name) {
-  if (chosen_ || EqualsIgnoringCase(name, "ASCII") || EqualsIgnoringCase(name, "UTF-8")) return true;
+  if (chosen_ || EqualsIgnoringCase(name, "ASCII") || EqualsIgnoringCase(name, "UTF-8") ||
+      EqualsIgnoringCase(name, "ANSI_65001")) {
+    return true;
+  }
   if (everyPage_) {
     const tesselink::CodePage* page = tesselink::CodePage::Named(name);
     if (page != nullptr) Take(*page);

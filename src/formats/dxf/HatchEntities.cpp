@@ -190,7 +190,11 @@ int DeepestRing(std::int32_t style) {
 void GatherHatch(EntityContext& context) {
   context.spline.Clear();
   Boundaries boundaries(context);
-  GatherWith(context, [&](int code) { return boundaries.Take(code); });
+  context.hatch.clear();
+  GatherWith(context, [&](int code) {
+    if (code == 5) context.hatch = context.source.scanner.Text();
+    return boundaries.Take(code);
+  });
   boundaries.End();
 }
 
@@ -201,7 +205,10 @@ bool MakeHatch(EntityContext& context, tEntity& element) {
   std::vector<Wires::Wire> rings;
   while (context.wires.HasNext()) rings.push_back(context.wires.Next());
   context.wires.Clear();
-  if (rings.empty()) return Damaged(context, "has no boundary that surrounds anything");
+  if (rings.empty()) {
+    context.hatch.clear();
+    return Damaged(context, "has no boundary that surrounds anything");
+  }
   if (!NestRings(context.chain, rings, DeepestRing(context.groups.Integer(75, kEveryOther)))) {
     Warn(context, WarningKind::Rings, "has so many rings that which of them are holes was not found out");
   }

@@ -8,6 +8,7 @@
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
+#include "formats/dxf/GroupWriter.h"
 
 namespace tesselink {
 namespace {
@@ -221,8 +222,15 @@ void GatherLwPolyline(EntityContext& context) {
   VertexChain& chain = context.chain;
   std::vector<double>& bulges = context.bulges;
   bulges.clear();
+  bool isOwn = false;  // of the extended data at hand
   GatherWith(context, [&](int code) {
     switch (code) {
+      case 1001:
+        isOwn = context.source.scanner.Text() == kOwnData;
+        return true;
+      case 1005:
+        if (isOwn && !context.hatch.empty()) context.ofHatch = context.source.scanner.Text() == context.hatch;
+        return true;
       case 10:
         chain.push_back({NumberHere(context), 0, 0});
         return true;

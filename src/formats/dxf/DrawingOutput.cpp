@@ -1,0 +1,316 @@
+#include "formats/dxf/DrawingOutput.h"
+
+#include <cmath>
+#include <filesystem>
+
+#include "core/io/Errors.h"
+#include "core/io/Paths.h"
+#include "core/io/Text.h"
+#include "core/run/Report.h"
+
+namespace tesselink {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kShownName = 60;
+constexpr std::int32_t kGreatestColour = 255, kByLayer = 256;
+
+bool SameVertex(const tEntity& entity, tEntity::Index a, tEntity::Index b) {
+  return entity.x(a) == entity.x(b) && entity.Y(a) == entity.Y(b) && entity.Height(a) == entity.Height(b);
+}
+
+}  // namespace
+
+const std::string DrawingOutput::kContinuous = "CONTINUOUS";
+
+bool IsInheritedLineType(const std::string& lineType) {
+  return EqualsIgnoringCase(lineType, "BYLAYER") || EqualsIgnoringCase(lineType, "BYBLOCK");
+}
+
+DrawingOutput::DrawingOutput(const FilterContext& context, const DrawingConventions& conventions)
+    : OutputFilter(context),
+      conventions_(conventions),
+      layers_(conventions.layerNames, conventions.letters),
+      lineTypes_(conventions.lineTypeNames, conventions.letters),
+      colours_(context.options.programFolder) {}
+
+void DrawingOutput::Create(const std::string& path) {
+  const std::string folder = FolderOf(path);
+  std::error_code error;
+  if (!folder.empty() && !fs::is_directory(folder, error)) {
+    throw Error(path + ": could not be created: " + folder + " is no folder that exists");
+  }
+  CheckCreatable(path, true);
+  path_ = path;
+  headerFile_ = TempFile("DXF");
+  entityFile_ = TempFile("DXF");
+  header_ = FileWriter(headerFile_.TakeHandle(), headerFile_.Path());
+  entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
+  layers_ = DrawingNames(conventions_.layerNames, conventions_.letters);
+  headLayer_ = nullptr;
+  lineTypes_ = DrawingNames(conventions_.lineTypeNames, conventions_.letters);
+  lineTypes_.Of(kContinuous);
+  patterns_.clear();
+  if (conventions_.fullTables) layers_.Of("0");
+  extents_ = {};
+}
+
+// Of line types that several inputs define the first one's pattern holds.
+void DrawingOutput::SourceOpened(InputFilter& source) {
+  if (!conventions_.fullTables) return;
+  for (const LineType& lineType : source.LineTypes()) patterns_.emplace(UpperCase(lineType.name), lineType);
+}
+
+WriteResult DrawingOutput::Write(tEntity& entity) {
+  Note(entity);
+  return WriteForm(entity);
+}
+
+void DrawingOutput::Note(tEntity& entity) {
+  NumberColour(entity);
+  NoteNames(entity);
+  NoteExtents(entity, entity.PointCount());
+}
+
+WriteResult DrawingOutput::WriteForm(tEntity& entity) {
+  const tEntity::Index last = entity.PointCount();
+  if (IsDegenerate(entity, last)) {
+    WritePoints(entity, last);
+    return WriteResult::Converted;
+  }
+  switch (entity.bType) {
+    case kPoint:
+      WritePoints(entity, last);
+      break;
+    case kLine:
+      WriteLines(entity, last);
+      break;
+    case kPolyline:
+      WritePolyline(entity, last);
+      break;
+    case kText:
+      WriteText(entity);
+      break;
+    case kCircle:
+      WriteCircle(entity);
+      break;
+    case kArc:
+      if (conventions_.arcsSkipped) {
+        NoteMissed("arcs");
+        return WriteResult::Skipped;
+      }
+      WriteArc(entity);
+      break;
+    default:
+      return WriteResult::Skipped;
+  }
+  return WriteResult::Written;
+}
+
+bool DrawingOutput::IsMissing(const tEntity& entity, tEntity::Index i) const {
+  return conventions_.originIsMissing && entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
+}
+
+// Whether the element is but a place, of a kind that must have more.
+bool DrawingOutput::IsDegenerate(const tEntity& entity, tEntity::Index last) const {
+  if (conventions_.degenerateKept) return false;
+  return (IsChain(entity.bType) && last == 0) || (IsCurve(entity.bType) && !(entity.Rad > 0));
+}
+
+tEntity::Index DrawingOutput::LastStored(const tEntity& entity, tEntity::Index first, tEntity::Index last) {
+  const bool repeats = last > first + 1 && SameVertex(entity, first, last) && !SameVertex(entity, first, last - 1);
+  return repeats ? last - 1 : last;
+}
+
+// A colour that the element's number does not have gets the number that comes nearest.
+void DrawingOutput::NumberColour(tEntity& entity) {
+  trueColour_ = kNoColour;
+  const bool isNumbered = entity.Colour > 0 && entity.Colour <= kGreatestColour;
+  if ((entity.RGB == 0 && !entity.IsBlack) || (entity.Colour != 0 && !isNumbered)) return;
+  if (conventions_.trueColours) trueColour_ = entity.RGB;
+  try {
+    if (isNumbered && colours_.IsColourOf(entity.Colour, entity.RGB)) {
+      trueColour_ = kNoColour;
+      return;
+    }
+    if (!conventions_.coloursAsGiven) entity.Colour = colours_.Nearest(entity.RGB);
+    if (colours_.Colour(entity.Colour) == entity.RGB) {
+      trueColour_ = kNoColour;
+    } else if (!conventions_.trueColours) {
+      Lost(WarningKind::TrueColours);
+    }
+  } catch (const Error& error) {
+    if (!conventions_.coloursAsGiven) report().Warn(WarningKind::ColourTable, error.what());
+  }
+}
+
+// A layer has the colour that its elements have by layer; without such, the first one's. Where inputs differ, the first
+// one's layers hold, and elements of others keep what they have as their own.
+void DrawingOutput::NoteNames(const tEntity& entity) {
+  DrawingNames::Entry& layer = NameIn(layers_, entity.Layer, "layer");
+  layer_ = &layer.name;
+  const bool isColour = entity.Colour > 0 && entity.Colour <= kGreatestColour;
+  const bool differs = layer.colour != entity.Colour || layer.trueColour != trueColour_;
+  byLayer_ = entity.ColourFrom == StyleSource::Layer && isColour && !(layer.isInherited && differs);
+  if (byLayer_ || (layer.colour == 0 && isColour)) {
+    layer.colour = entity.Colour;
+    layer.trueColour = trueColour_;
+  }
+  if (byLayer_) trueColour_ = kNoColour;
+  layer.isInherited = layer.isInherited || byLayer_;
+  NoteLineType(entity, layer);
+}
+
+void DrawingOutput::NoteLineType(const tEntity& entity, DrawingNames::Entry& layer) {
+  static const std::string kByLayerType("BYLAYER");
+  const std::string& given = entity.LineStyle.empty() ? kContinuous : entity.LineStyle;
+  const bool asGiven = !conventions_.fullTables || IsInheritedLineType(given);
+  lineType_ = asGiven ? &given : &NameIn(lineTypes_, given, "line type").name;
+  if (asGiven || entity.LineStyleFrom != StyleSource::Layer) return;
+  if (layer.lineType.empty()) layer.lineType = *lineType_;
+  if (layer.lineType == *lineType_) lineType_ = &kByLayerType;
+}
+
+DrawingNames::Entry& DrawingOutput::NameIn(DrawingNames& names, const std::string& name, const char* what) {
+  DrawingNames::Entry& entry = names.Of(name);
+  if (std::exchange(entry.isTold, true)) return entry;
+  NoteNewName(name);
+  if (entry.changed) {
+    report().Warn(WarningKind::Names, path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
+                                          "\" has another name there; " + std::string(NameRule(conventions_.letters)));
+  }
+  return entry;
+}
+
+void DrawingOutput::NoteExtents(const tEntity& entity, tEntity::Index last) {
+  Extents widened = extents_;  // in registers rather than in memory
+  for (tEntity::Index i = 0; i <= last; ++i) {
+    if (IsMissing(entity, i)) {
+      Lost(WarningKind::OriginVertices);
+      NoteMissed("vertices at the origin");
+    } else {
+      widened.Add(entity.x(i), entity.Y(i), entity.Height(i));
+    }
+  }
+  extents_ = widened;
+  if (!entity.Bulges.empty()) extents_.AddArcs(entity);
+}
+
+// Values are lines of their own: a line end within one would shift everything behind it.
+const std::string& DrawingOutput::Printable(const std::string& value) {
+  const std::string& clean = WithoutLineBreaks(value, printable_);
+  if (&clean != &value) {
+    report().Warn(WarningKind::ControlCharacters, path_ + ": control characters in a layer or a text became blanks");
+  }
+  return clean;
+}
+
+std::string_view DrawingOutput::Encoded(const std::string& text) {
+  const std::string& printable = Printable(text);
+  if (conventions_.textsAsGiven) return printable;
+  EncodeText(printable, conventions_.letters, encoded_);
+  return encoded_;
+}
+
+const std::string& DrawingOutput::Head(std::string_view before) {
+  if (layer_ == headLayer_ && *lineType_ == headLineType_) return head_;
+  const std::string& layer = Printable(*layer_);
+  const bool isLayerAsGiven = &layer == layer_;
+  head_.assign(before).append("  8\r\n").append(layer).append("\r\n  6\r\n");
+  const std::string& lineType = Printable(*lineType_);
+  head_.append(lineType).append("\r\n");
+  headLayer_ = isLayerAsGiven && &lineType == lineType_ ? layer_ : nullptr;
+  headLineType_ = *lineType_;
+  return head_;
+}
+
+void DrawingOutput::Text(std::string_view code, std::string_view value) { entities_.Line(code).Line(value); }
+
+std::int32_t DrawingOutput::ColourNumber(const tEntity& entity) {
+  const std::int32_t colour = byLayer_ ? kByLayer : entity.Colour;
+  if (conventions_.coloursAsGiven || (colour >= 0 && colour <= kByLayer)) return colour;
+  report().Warn(WarningKind::ColourNumbers,
+                path_ + ": the number " + std::to_string(colour) +
+                    " is no colour of a drawing; such elements have the colour of their layer");
+  return kByLayer;
+}
+
+void DrawingOutput::Vertex(const tEntity& entity, tEntity::Index index, bool second) {
+  entities_.Write(second ? " 11\r\n" : " 10\r\n").Number(entity.x(index));
+  entities_.Write(second ? "\r\n 21\r\n" : "\r\n 20\r\n").Number(entity.Y(index));
+  entities_.Write(second ? "\r\n 31\r\n" : "\r\n 30\r\n");
+  Height(entities_, entity.Height(index)).EndLine();
+}
+
+FileWriter& DrawingOutput::Height(FileWriter& file, double value) const {
+  return conventions_.heightsInFull ? file.Number(value) : file.Single(static_cast<float>(value));
+}
+
+double DrawingOutput::ArcEnd(const CurveNumbers& arc) {
+  return arc.end > 360 && arc.end - arc.start < 360 ? arc.end - 360 : arc.end;
+}
+
+void DrawingOutput::RequireOpen(const char* member) const {
+  if (headerFile_.Path().empty()) throw Error("File Name not yet entered", member);
+}
+
+void DrawingOutput::WriteHead() {
+  RequireOpen("WriteHead");
+  WriteSections();
+}
+
+void DrawingOutput::WriteCorners() {
+  const auto corner = [this](std::string_view name, double x, double y, double z) {
+    header_.Line("  9").Line(name);
+    header_.Line(" 10").Number(x).EndLine().Line(" 20").Number(y).EndLine();
+    Height(header_.Line(" 30"), z).EndLine();
+  };
+  corner("$EXTMIN", extents_.minX, extents_.minY, extents_.minZ);
+  corner("$EXTMAX", extents_.maxX, extents_.maxY, extents_.maxZ);
+}
+
+const LineType& DrawingOutput::PatternOf(const DrawingNames::Entry& lineType) const {
+  static const LineType kSolid{{}, "Solid Line", {}};
+  const auto known = patterns_.find(UpperCase(lineType.given));
+  return known == patterns_.end() ? kSolid : known->second;
+}
+
+double DrawingOutput::LengthOf(const LineType& lineType) {
+  double length = 0;
+  for (const double dash : lineType.dashes) length += std::fabs(dash);
+  return length;
+}
+
+void DrawingOutput::Merge(const std::string& headerPath, const std::string& entityPath) {
+  RequireOpen("Merge");
+  RemoveFile(path_);
+  FileWriter output(path_);
+  try {
+    output.Append(headerPath);
+    output.Append(entityPath);
+    WriteEnd(output);
+    output.Close();
+  } catch (...) {
+    output.Discard();
+    RemoveWritten(path_);
+    throw;
+  }
+}
+
+void DrawingOutput::Complete() {
+  WriteHead();
+  header_.Close();
+  entities_.Close();
+  Merge(headerFile_.Path(), entityFile_.Path());
+  Drop();
+}
+
+void DrawingOutput::Drop() noexcept {
+  header_.Discard();
+  entities_.Discard();
+  headerFile_ = TempFile();
+  entityFile_ = TempFile();
+}
+
+}  // namespace tesselink

@@ -1,0 +1,125 @@
+// What drawings of every release have in common while they are written.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "core/element/Extents.h"
+#include "core/io/Files.h"
+#include "core/run/Filters.h"
+#include "formats/dxf/DrawingNames.h"
+#include "formats/dxf/cColourTab.h"
+
+namespace tesselink {
+
+/// All that releases and dialects decide differently.
+struct DrawingConventions {
+  bool originIsMissing;        ///< a vertex at (0, 0, 0) is left out
+  bool chainsAsStored;         ///< polylines without flags; else with what they are: closed, flat, in space
+  bool placementAsByte;        ///< group 73 of a text is 0, 16, 32 or 48; else 0 to 3
+  bool arcsSkipped;            ///< else written as ARC
+  bool bulges;                 ///< polylines have them
+  bool degenerateKept;         ///< a chain of one vertex, a circle without radius; else a POINT
+  bool heightsInFull;          ///< z with 15 digits; else with 7
+  bool layerColourIsPosition;  ///< in the table; else the first colour that an element of the layer has
+  bool fullTables;             ///< every line type, layer 0 and a text style; else a single line type and no style
+  bool coloursAsGiven;         ///< else a number that is no colour is "by layer", and an RGB colour gets the nearest
+  bool trueColours;            ///< stand beside the number that comes nearest
+  bool textsAsGiven;           ///< byte by byte; else as the header says
+  DrawingNames::Rule layerNames, lineTypeNames;
+  DrawingLetters letters;  ///< of texts and names that are not as given
+};
+
+/// Streams the elements into a temporary file, since the header lists layers and extents that are known only at the
+/// end; Release writes the header into a second one and joins the two. Nothing reaches the output path before.
+class DrawingOutput : public OutputFilter {
+ public:
+  void SourceOpened(InputFilter& source) override;
+  /// Writes the sections before the entities into the header file. This and Merge throw Error when no file is open.
+  void WriteHead();
+  /// Builds the output from the bytes of the header file and of the entity file, and appends the closing lines.
+  void Merge(const std::string& headerPath, const std::string& entityPath);
+  std::int64_t Size() const override { return header_.Size() + entities_.Size(); }
+
+ protected:
+  DrawingOutput(const FilterContext& context, const DrawingConventions& conventions);
+
+  void Create(const std::string& path) override;
+  WriteResult Write(tEntity& entity) override;
+  void Complete() override;
+  void Drop() noexcept override;
+
+  /// The sections before the entities, and what follows those.
+  virtual void WriteSections() = 0;
+  virtual void WriteEnd(FileWriter& output) = 0;
+  virtual void WritePoints(const tEntity& entity, tEntity::Index last) = 0;
+  virtual void WriteLines(const tEntity& entity, tEntity::Index last) = 0;
+  virtual void WritePolyline(const tEntity& entity, tEntity::Index last) = 0;
+  virtual void WriteText(const tEntity& entity) = 0;
+  virtual void WriteCircle(const tEntity& entity) = 0;
+  virtual void WriteArc(const tEntity& entity) = 0;
+  /// Told of each layer and line type once.
+  virtual void NoteNewName(const std::string&) {}
+
+  /// Takes from an element what the header needs, before it is written.
+  void Note(tEntity& entity);
+  WriteResult WriteForm(tEntity& entity);
+
+  bool IsMissing(const tEntity& entity, tEntity::Index i) const;
+  /// The last vertex that is written of a closed chain within the element: the one that closes it goes without saying.
+  static tEntity::Index LastStored(const tEntity& entity, tEntity::Index first, tEntity::Index last);
+  /// The number that stands for the element's colour.
+  std::int32_t ColourNumber(const tEntity& entity);
+  FileWriter& Height(FileWriter& file, double value) const;
+  void Vertex(const tEntity& entity, tEntity::Index index, bool second = false);
+  /// An end beyond 360 degrees counts from 0 again, unless the arc is a whole turn.
+  static double ArcEnd(const CurveNumbers& arc);
+  void Text(std::string_view code, std::string_view value);
+  const std::string& Printable(const std::string& value);
+  /// A text as the drawing holds it, until the next call.
+  std::string_view Encoded(const std::string& text);
+  /// The lines that name layer and line type, behind those before them; they serve further elements, unless something
+  /// in them is to be told of each.
+  const std::string& Head(std::string_view before);
+  /// $EXTMIN and $EXTMAX.
+  void WriteCorners();
+  /// What is known of the pattern of a line type; without, it is a solid line.
+  const LineType& PatternOf(const DrawingNames::Entry& lineType) const;
+  static double LengthOf(const LineType& lineType);
+
+  static const std::string kContinuous;
+
+  std::string path_;
+  FileWriter header_, entities_;
+  const DrawingConventions& conventions_;
+  DrawingNames layers_, lineTypes_;
+  const std::string* layer_ = nullptr;     // of the element at hand, as the drawing holds it
+  const std::string* lineType_ = nullptr;  // likewise
+  std::int32_t trueColour_ = kNoColour;    // likewise, where no number has it
+  Extents extents_;
+  std::string encoded_;
+
+ private:
+  void RequireOpen(const char* member) const;
+  bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
+  void NumberColour(tEntity& entity);
+  void NoteNames(const tEntity& entity);
+  void NoteLineType(const tEntity& entity, DrawingNames::Entry& layer);
+  DrawingNames::Entry& NameIn(DrawingNames& names, const std::string& name, const char* what);
+  void NoteExtents(const tEntity& entity, tEntity::Index last);
+
+  TempFile headerFile_, entityFile_;
+  cColourTab colours_;
+  std::unordered_map<std::string, LineType> patterns_;  // of line types, by their names in capitals
+  bool byLayer_ = false;                                // the element has the layer's colour by layer
+  std::string printable_, head_;
+  const std::string* headLayer_ = nullptr;  // that the head names; null when it serves no further element
+  std::string headLineType_;
+};
+
+/// Whether a name says that a line type is that of the layer or of the block; no table of line types holds it.
+bool IsInheritedLineType(const std::string& lineType);
+
+}  // namespace tesselink

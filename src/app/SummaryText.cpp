@@ -79,6 +79,7 @@ std::vector<std::string> SummaryLines(const RunSummary& summary, const std::stri
   AddLine(lines, "Read: ", summary.read.Total() == 0 ? Elements(0) : Listed(summary.read));
   AddLine(lines, "Written: ", Listed(summary.written));
   AddLine(lines, "Written as another kind: ", Listed(summary.converted));
+  AddLine(lines, "Left out by layer: ", Listed(summary.leftOut));
   AddLine(lines, "Not written: ", Listed(summary.skipped));
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
     AddLine(lines, "Warning: ", UndeliveredText(type, count));

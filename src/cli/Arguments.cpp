@@ -170,6 +170,22 @@ void AddDialect(CLI::App& command, ReadingOptions& options) {
       ->check(CLI::IsMember({"classic", "standard"}));
 }
 
+void AddLayerList(CLI::App& command, const char* name, const char* help, std::vector<std::string>& layers) {
+  const auto take = [&layers](const std::vector<std::string>& lists) {
+    for (const std::string& list : lists) {
+      for (std::size_t begin = 0; begin <= list.size();) {
+        const std::size_t end = std::min(list.find(',', begin), list.size());
+        layers.push_back(list.substr(begin, end - begin));
+        begin = end + 1;
+      }
+    }
+  };
+  command.add_option_function<std::vector<std::string>>(name, take, help)
+      ->type_name("LIST")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
 void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
   const auto& formats = AllFormats().Inputs();
   command.add_option("--from", options.from, "Input format, whatever the extension: " + KeyList(formats))
@@ -179,6 +195,12 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->type_name("NAME");
   command.add_option("--text-field", options.textField, "Attribute field whose value becomes a text at each shape")
       ->type_name("NAME");
+  AddLayerList(command, "--layers",
+               "Take these layers alone: names, or patterns with * and ?,\n"
+               "divided by commas; :off, :frozen and :locked are those\n"
+               "that a drawing marks so",
+               options.layers);
+  AddLayerList(command, "--without-layers", "Leave these layers out, given likewise", options.withoutLayers);
   command
       .add_option_function<std::string>(
           "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },

@@ -20,10 +20,11 @@ struct ReadingOptions {
   std::string layerField;  ///< of a shapefile's table
   std::string textField;
   LineEndsChoice lineEnds = LineEndsChoice::Keep;
-  std::string lineEndsCopy;  ///< where LineEndsChoice::Copy writes
-  std::string layerCodes;    ///< a CSV file with the entity codes of layers
-  bool smartAssign = false;  ///< guess the codes that nobody gave
-  OptionValues own;          ///< of the options that formats bring along
+  std::string lineEndsCopy;                        ///< where LineEndsChoice::Copy writes
+  std::string layerCodes;                          ///< a CSV file with the entity codes of layers
+  bool smartAssign = false;                        ///< guess the codes that nobody gave
+  std::vector<std::string> layers, withoutLayers;  ///< names and patterns; see LayerSelection
+  OptionValues own;                                ///< of the options that formats bring along
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
 };

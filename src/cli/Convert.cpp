@@ -149,6 +149,7 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
   if (summary.written.Total() > 0) text += " (" + Listed(summary.written) + ")";
   text += "\n";
   if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
+  if (summary.leftOut.Total() > 0) text += "  left out by layer: " + Listed(summary.leftOut) + "\n";
   Account(command, text);
 }
 
@@ -180,6 +181,7 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
           {"written", CountsJson(summary.written)},
           {"converted", CountsJson(summary.converted)},
           {"skipped", CountsJson(summary.skipped)},
+          {"leftOut", CountsJson(summary.leftOut)},
           {"undelivered", undelivered},
           {"layers", TextsJson(summary.layers)},
           {"extents", ExtentsJson(summary.extents)},

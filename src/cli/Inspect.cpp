@@ -33,6 +33,21 @@ Json FieldsJson(const std::string& input, const FilterOptions& options) {
   return fields;
 }
 
+// How a drawing marks its layers, by their names.
+Json LayerStatesJson(const std::vector<std::string>& layers, const std::vector<LayerState>& states) {
+  const std::unordered_set<std::string> wanted(layers.begin(), layers.end());
+  Json marked = Json::object();
+  for (const LayerState& state : states) {
+    if (!wanted.contains(state.name)) continue;
+    Json words = Json::array();
+    if (state.isOff) words.push_back("off");
+    if (state.isFrozen) words.push_back("frozen");
+    if (state.isLocked) words.push_back("locked");
+    marked[AsUtf8(state.name)] = words;
+  }
+  return marked;
+}
+
 std::string InfoText(const std::string& input, const std::string& format, const Json& info) {
   std::string text = Visible(input) + ": " + format + "\n  elements ";
   std::string kinds;
@@ -50,6 +65,12 @@ std::string InfoText(const std::string& input, const std::string& format, const 
   for (std::size_t i = 0; i < info["layers"].size(); ++i) {
     const std::string layer = Visible(info["layers"][i].get<std::string>());
     text += (i > 0 ? ", " : "") + (layer.empty() ? "(no name)" : layer);
+    if (!info.contains("layerStates")) continue;
+    std::string words;
+    for (const Json& word : info["layerStates"].value(info["layers"][i].get<std::string>(), Json::array())) {
+      words += (words.empty() ? "" : ", ") + word.get<std::string>();
+    }
+    if (!words.empty()) text += " (" + words + ")";
   }
   if (const Json& e = info["extents"]; !e.is_null()) {
     for (const std::string axis : {"X", "Y", "Z"}) {
@@ -99,6 +120,9 @@ int Run(const InfoCommand& command) {
             {"extents", ExtentsJson(reading.summary.extents)},
             {"fields", reading.format.hasAttributes ? FieldsJson(command.input, FilterOptionsOf(command.reading))
                                                     : Json::array()}};
+  if (Json states = LayerStatesJson(layers, reading.summary.layerStates); !states.empty()) {
+    info["layerStates"] = std::move(states);
+  }
   if (areas > 0) info["areas"] = areas;
   if (parts > 0) info.update({{"parts", parts}, {"severalParts", severalParts}});
   Print(command.json ? JsonText(info, 2) + "\n" : InfoText(command.input, reading.format.Name(), info));

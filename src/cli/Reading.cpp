@@ -87,6 +87,8 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   result.programFolder = ProgramDataFolder();
   result.own = options.own;
   result.tolerance = options.tolerance;
+  result.layers = options.layers;
+  result.withoutLayers = options.withoutLayers;
   return result;
 }
 

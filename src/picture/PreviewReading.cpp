@@ -47,6 +47,7 @@ PreviewReading::PreviewReading(PreviewInput input, Settings& settings, Breath br
       clock_(std::move(clock)),
       person_(std::make_unique<Silence>(clock_, std::move(breath))),
       context_{*person_, settings, report_, input_.options},
+      selection_(input_.options.layers, input_.options.withoutLayers),
       pump_(input_.options.dialect) {
   context_.options.layersWanted = context_.options.lookAhead = false;
 }
@@ -79,7 +80,7 @@ void PreviewReading::ReadOn() {
     return;
   }
   open_ = pump_.Next(*reader_);
-  if (pump_.Delivered()) picture_.Add(pump_.Element());
+  if (pump_.Delivered() && selection_.Takes(pump_.Element().Layer)) picture_.Add(pump_.Element());
   if (reader_->Stalled()) grave_ = reader_->Where() + ": repeats without end; the preview ends here";
   if (!grave_.empty()) ended_ = true;
 }
@@ -99,6 +100,7 @@ void PreviewReading::OpenNext() {
   reader_->filename(path);
   open_ = !reader_->filename().empty();
   ended_ = !open_;
+  if (open_) selection_.Heed(reader_->LayerStates());
 }
 
 double PreviewReading::Progress() const { return reader_ ? reader_->Progress() : 0; }

@@ -10,6 +10,7 @@
 
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
+#include "core/run/LayerSelection.h"
 #include "core/run/Pump.h"
 #include "core/run/Report.h"
 #include "core/run/Settings.h"
@@ -62,6 +63,7 @@ class PreviewReading {
   Report report_;
   FilterContext context_;
   std::unique_ptr<InputFilter> reader_;
+  LayerSelection selection_;
   Pump pump_;
   Picture picture_;
   std::size_t next_ = 0;  // of the paths

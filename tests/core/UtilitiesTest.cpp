@@ -3,12 +3,28 @@
 #include "core/element/ColourNames.h"
 #include "core/element/Justification.h"
 #include "core/io/Paths.h"
+#include "core/io/Text.h"
 #include "core/run/LayerCodes.h"
 #include "core/run/LineEnds.h"
 #include "support/Support.h"
 
 namespace tesselink {
 namespace {
+
+TEST(TextTest, PatternsAreMatched) {
+  for (const auto& [text, pattern, fits] : {std::tuple{"Wells", "wELLS", true},
+                                            {"Wells", "w*", true},
+                                            {"Wells", "*l?", true},
+                                            {"Wells", "*l", false},
+                                            {"", "**", true},
+                                            {"", "?", false},
+                                            {"a*b*c", "a*c*", true},
+                                            {"\xC3\x96l", "?l", true},
+                                            {"well[1]", "well[1]", true},
+                                            {"aaaaaaaaaaaaaaaaaaaaaaaaaaaab", "*a*a*a*a*a*a*a*a*c", false}}) {
+    EXPECT_EQ(MatchesPattern(text, pattern), fits) << text << " " << pattern;
+  }
+}
 
 TEST(Justification, LettersOfTheTwoHalves) {
   const std::pair<int, const char*> cases[] = {{0, "LB"}, {16, "LB"}, {50, "RT"}, {33, "CC"},

@@ -162,6 +162,23 @@ TEST_F(StandardDXFOutFilterTest, WhatIsByLayerStaysSo) {
   EXPECT_EQ(ColourName(ReadBack().back().RGB), "BLACK");
 }
 
+TEST_F(StandardDXFOutFilterTest, ALayerThatOneInputShowsIsShown) {
+  const auto write = [&](const std::string& flags, const std::string& colour) {
+    const std::string table = "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n0\nLAYER\n2\nA\n70\n" + flags + "\n62\n" +
+                              colour + "\n0\nENDTAB\n0\nENDSEC\n";
+    DXFInFilter reader(rig.context);
+    reader.filename(rig.folder.Put("in.dxf", table + "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\nA\n10\n1\n0\nENDSEC\n"));
+    writer.SourceOpened(reader);
+    tEntity element;
+    ASSERT_TRUE(reader.GetNextEntity(element));
+    Write(element);
+  };
+  write("5", "-3");
+  write("4", "-3");
+  writer.Release();
+  EXPECT_TRUE(Holds(Piped(), "LAYER|  2|A| 70|68| 62|-3|")) << "locked and off in both";
+}
+
 TEST_F(StandardDXFOutFilterTest, LayersStayDistinctAndComeBack) {
   const std::string cut(300, 'x');
   const std::pair<std::string, std::string> layers[] = {

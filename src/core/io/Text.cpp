@@ -26,6 +26,31 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Lower(x) == Lower(y); });
 }
 
+bool MatchesPattern(std::string_view text, std::string_view pattern) {
+  constexpr std::size_t kNone = std::string_view::npos;
+  const auto isWithinLetter = [&](std::size_t i) { return i < text.size() && (text[i] & 0xC0) == 0x80; };
+  std::size_t at = 0, p = 0, star = kNone, retry = 0;
+  while (at < text.size()) {
+    if (p < pattern.size() && pattern[p] == '*') {
+      star = p++;
+      retry = at;
+    } else if (p < pattern.size() && pattern[p] == '?') {
+      ++p;
+      do ++at;
+      while (isWithinLetter(at));
+    } else if (p < pattern.size() && Lower(pattern[p]) == Lower(text[at])) {
+      ++p;
+      ++at;
+    } else if (star != kNone) {
+      p = star + 1;
+      at = ++retry;
+    } else {
+      return false;
+    }
+  }
+  return pattern.substr(p).find_first_not_of('*') == kNone;
+}
+
 std::string_view Trimmed(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};

@@ -12,6 +12,8 @@ std::string LowerCase(std::string_view text);
 std::string UpperCase(std::string_view text);
 /// Whether two texts are equal but for the case of ASCII letters.
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
+/// Whether a text is as a pattern says, but for the case of ASCII letters: * stands for any letters, ? for one.
+bool MatchesPattern(std::string_view text, std::string_view pattern);
 /// The text without the blanks at its ends; other white space stays.
 std::string_view Trimmed(std::string_view text);
 /// The text up to its first NUL.

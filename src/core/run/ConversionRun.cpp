@@ -10,6 +10,7 @@
 #include "core/io/System.h"
 #include "core/io/Text.h"
 #include "core/run/FilesRead.h"
+#include "core/run/LayerSelection.h"
 #include "core/run/Pump.h"
 #include "core/run/WrittenFiles.h"
 
@@ -73,6 +74,7 @@ struct ConversionRun::State {
       : request(r),
         infile(r.inputs.empty() ? std::string() : r.inputs[0]),
         layerNotes(summary.layers),
+        selection(r.options.layers, r.options.withoutLayers),
         pump(r.options.dialect) {}
 
   const ConversionRequest& request;
@@ -85,6 +87,7 @@ struct ConversionRun::State {
   std::unique_ptr<OutputFilter> writer;
   std::optional<Reduction> reduction;  // to what the writer holds
   std::optional<TraitLosses> traits;
+  LayerSelection selection;
   Pump pump;
   FilesRead filesRead;
   std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
@@ -208,6 +211,7 @@ void ConversionRun::ConvertFiles(State& state) {
     state.infile = inputs[index];
     if (const std::string reason = WhyNotReadable(state.infile); !reason.empty()) throw Error(reason);
   }
+  TellUnfoundLayers(state);
   RefuseToReplaceByNothing(state);
   if (state.inFormat->severalFiles) state.reader->Layered = false;
   for (int i = 0; i < 3; ++i) interaction_.Beep();
@@ -219,7 +223,17 @@ void ConversionRun::OpenInput(State& state, bool first) {
   if (state.inFormat->severalFiles && state.request.useAttributes) state.reader->SetDBFObj(state.fields);
   if (first && !state.reader->Layers().empty()) MatchLayers(state);
   TellWhatIsNotCarried(state);
+  std::vector<LayerState> states = state.reader->LayerStates();
+  state.summary.layerStates.insert(state.summary.layerStates.end(), states.begin(), states.end());
+  state.selection.Heed(std::move(states));
   state.writer->SourceOpened(*state.reader);
+}
+
+void ConversionRun::TellUnfoundLayers(State& state) {
+  for (const std::string& pattern : state.selection.Unfound()) {
+    state.summary.report.Warn(WarningKind::UnknownLayer,
+                              state.request.inputs[0] + ": no element lies on a layer \"" + pattern + "\"", pattern);
+  }
 }
 
 void ConversionRun::TellWhatIsNotCarried(State& state) {
@@ -249,7 +263,12 @@ void ConversionRun::MatchLayers(State& state) {
 // Until the end of the file, or until the run ends with another outcome.
 void ConversionRun::PumpElements(State& state) {
   while (state.pump.Next(*state.reader)) {
-    const bool delivered = state.pump.Delivered();
+    bool delivered = state.pump.Delivered();
+    if (delivered && !state.selection.Takes(state.pump.Element().Layer)) {
+      state.summary.read.Add(state.pump.Element());
+      state.summary.leftOut.Add(state.pump.Element());
+      delivered = false;
+    }
     if (delivered) state.reader->UpdateExtents(state.pump.Element(), state.summary.extents);
     interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.pump.Elements()});
     interaction_.Yield();

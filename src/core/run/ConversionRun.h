@@ -48,10 +48,12 @@ struct RunSummary {
   std::string subject;  ///< the file for which it was refused; empty where none was named
   std::string reason;   ///< why that file was refused, with its name, as in "plat.asc: does not exist"; may be empty
   KindCounts read, written, converted, skipped;
-  std::vector<std::string> layers;   ///< of the elements read, in order of first appearance
-  Extents extents;                   ///< of the elements read
-  std::vector<std::string> outputs;  ///< the files that exist now
-  bool oldKept = false;              ///< the run failed: an old output stays, `outputs` lie beside it
+  KindCounts leftOut;                   ///< for their layer, as the person wished
+  std::vector<std::string> layers;      ///< of the elements read, in order of first appearance
+  std::vector<LayerState> layerStates;  ///< of those that an input does not simply show
+  Extents extents;                      ///< of the elements read
+  std::vector<std::string> outputs;     ///< the files that exist now
+  bool oldKept = false;                 ///< the run failed: an old output stays, `outputs` lie beside it
   Report report;
 };
 
@@ -77,6 +79,7 @@ class ConversionRun {
   void MatchLayers(State& state);
   void TellWhatIsNotCarried(State& state);
   void PumpElements(State& state);
+  void TellUnfoundLayers(State& state);
   void EndAtLimit(State& state, const std::string& reason);
   void ConvertElement(State& state);
   void RefuseToReplaceByNothing(const State& state) const;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/element/Extents.h"
+#include "core/element/LayerState.h"
 #include "core/element/LineType.h"
 #include "core/element/tEntity.h"
 #include "core/run/Dialect.h"
@@ -34,6 +35,8 @@ struct FilterOptions {
   Dialect dialect = Dialect::Classic;
   OptionValues own = {};                 ///< of the options that formats bring along
   std::optional<double> tolerance = {};  ///< greatest distance of a curve from its chain, in drawing units
+
+  std::vector<std::string> layers = {}, withoutLayers = {};  ///< for LayerSelection
 
   /// What holds of curves: the given tolerance, else that of the dialect.
   CurveTolerance Curves() const {
@@ -102,6 +105,8 @@ class InputFilter {
   const std::vector<std::string>& Layers() const;
   /// The line types that the file defines; none for formats without.
   virtual const std::vector<LineType>& LineTypes() const;
+  /// The layers that the file does not simply show.
+  virtual std::vector<LayerState> LayerStates() const { return {}; }
   /// The codes that go with the layers, as far as they were matched.
   const std::vector<std::string>& Codes() const { return codes_.cLayerCodes(); }
   /// Takes the outcome of layer-name matching, for this file and those that follow.

@@ -23,7 +23,7 @@ struct Holding {
   bool curves = false;      ///< circles and arcs as such
   bool nulls = false;       ///< elements that stand for records without vertices
   bool levelAreas = false;  ///< areas with all their rings, if these have one height
-  std::uint8_t keeps = 0;   ///< what elements say by ReadingLoss and it holds all the same
+  std::uint32_t keeps = 0;  ///< what elements say by ReadingLoss and it holds all the same
 };
 
 /// Makes of an element those that a writer holds, and counts what they do not say any more: circles, arcs and bulges

@@ -29,6 +29,7 @@ constexpr std::array kRows{
     Row{kFirstOfReading * kLostCurve, WarningKind::Curves},
     Row{kFirstOfReading * kLostDigits, WarningKind::RoundedNumbers},
     Row{kFirstOfReading * kLostHiding, WarningKind::Hidden},
+    Row{kFirstOfReading * kLostLayerHiding, WarningKind::HiddenLayers},
     Row{kFirstOfReading * kLostPattern, WarningKind::Patterns},
     Row{kFirstOfReading * kLostBreaks, WarningKind::BrokenLines},
 };

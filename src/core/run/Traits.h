@@ -24,16 +24,16 @@ enum Trait : std::uint32_t {
   kHasSeveralPoints = 1024,   ///< a group of points
   kHasClosedMark = 2048,      ///< a chain that is marked as closed
 };
-using TraitSet = std::uint32_t;
+using TraitSet = std::uint64_t;
 /// The lowest of the bits in which a set holds those of ReadingLoss.
-inline constexpr TraitSet kFirstOfReading = TraitSet{1} << 24;
+inline constexpr TraitSet kFirstOfReading = TraitSet{1} << 32;
 
 /// Counts what the elements of a run had of the traits that its writer lacks, and what their reader could not put into
 /// them.
 class TraitLosses {
  public:
   /// The losses outlive this. `kept`: those of ReadingLoss that the writer holds all the same.
-  TraitLosses(TraitSet lacking, std::uint8_t kept, Losses& losses) : lacking_(lacking), kept_(kept), losses_(losses) {}
+  TraitLosses(TraitSet lacking, std::uint32_t kept, Losses& losses) : lacking_(lacking), kept_(kept), losses_(losses) {}
 
   /// Which of the lacking traits the element has, and above kFirstOfReading what its reader lost.
   TraitSet Of(const tEntity& entity);
@@ -47,7 +47,7 @@ class TraitLosses {
   bool IsNamed(std::int32_t rgb);
 
   TraitSet lacking_;
-  std::uint8_t kept_;
+  std::uint32_t kept_;
   Losses& losses_;
   std::int32_t asked_ = 0;  // the colour asked for last, and what was answered
   bool named_ = true;

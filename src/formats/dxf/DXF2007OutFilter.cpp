@@ -275,7 +275,8 @@ void DXF2007OutFilter::WriteLayerTable() {
   BeginTable(groups, "LAYER", objects::kLayers, std::ssize(layers_.All()));
   for (const DrawingNames::Entry& layer : layers_.All()) {
     BeginRow(groups, "LAYER", next_++, objects::kLayers, "AcDbLayerTableRecord");
-    groups.Group(2, layer.name).Integer(70, 0).Integer(62, layer.colour == 0 ? kWhite : layer.colour);
+    const std::int32_t colour = layer.colour == 0 ? kWhite : layer.colour;
+    groups.Group(2, layer.name).Integer(70, FlagsOf(layer.state)).Integer(62, layer.state.isOff ? -colour : colour);
     if (layer.trueColour != kNoColour) groups.Integer(420, RedFirst(layer.trueColour));
     groups.Group(6, layer.lineType.empty() ? kContinuous : layer.lineType).Object(390, objects::kPlotStyle);
   }

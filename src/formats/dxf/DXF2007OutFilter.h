@@ -27,7 +27,7 @@ class DXF2007OutFilter final : public DrawingOutput {
             .lacks = kHasSymbol | kHasEntityCode | kHasSeveralPoints,
             .curves = true,
             .levelAreas = true,
-            .keeps = kLostHiding};
+            .keeps = kLostHiding | kLostLayerHiding};
   }
 
  private:

@@ -32,6 +32,9 @@ class DXFInFilter final : public InputFilter {
   const std::vector<LineType>& LineTypes() const override {
     return drawing_ ? drawing_->LineTypes() : InputFilter::LineTypes();
   }
+  std::vector<LayerState> LayerStates() const override {
+    return drawing_ ? drawing_->LayerStates() : std::vector<LayerState>();
+  }
   TextEncoding Encoding() const override {
     return {true, drawing_ ? drawing_->Text().NamedPage() : std::u16string_view()};
   }

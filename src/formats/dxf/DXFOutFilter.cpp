@@ -235,11 +235,16 @@ void DXFOutFilter::WriteLineTypeTable() {
 
 void DXFOutFilter::WriteLayerTable() {
   header_.Write("  0\r\nTABLE\r\n  2\r\nLAYER\r\n 70\r\n").Integer(std::ssize(layers_.All())).EndLine();
+  constexpr int kIsUsed = 64;
   std::int64_t position = 0;
   for (const DrawingNames::Entry& layer : layers_.All()) {
-    header_.Write("  0\r\nLAYER\r\n  2\r\n").Write(Printable(layer.name)).Write("\r\n 70\r\n64\r\n 62\r\n");
+    header_.Write("  0\r\nLAYER\r\n  2\r\n").Write(Printable(layer.name)).Write("\r\n 70\r\n");
+    header_.Integer(kIsUsed + FlagsOf(layer.state)).Write("\r\n 62\r\n");
     ++position;
-    header_.Integer(conventions_.layerColourIsPosition ? position : layer.colour == 0 ? kWhite : layer.colour);
+    const std::int64_t colour = conventions_.layerColourIsPosition ? position
+                                : layer.colour == 0                ? kWhite
+                                                                   : layer.colour;
+    header_.Integer(layer.state.isOff ? -colour : colour);
     header_.Write("\r\n  6\r\n").Line(layer.lineType.empty() ? kContinuous : layer.lineType);
   }
   header_.Write("  0\r\nENDTAB\r\n");

@@ -23,7 +23,10 @@ class DXFOutFilter final : public DrawingOutput {
   static std::unique_ptr<OutputFilter> Writer(const FilterContext& context);
 
   Holding Holds() const override {
-    return {.bulges = conventions_.bulges, .lacks = kHasSymbol | kHasEntityCode | kHasSeveralPoints, .curves = true};
+    return {.bulges = conventions_.bulges,
+            .lacks = kHasSymbol | kHasEntityCode | kHasSeveralPoints,
+            .curves = true,
+            .keeps = conventions_.fullTables ? std::uint32_t{kLostLayerHiding} : 0};
   }
 
  private:

@@ -46,10 +46,14 @@ void Drawing::TakeTableGroup(const GroupScanner& scanner) {
       text_.DecodeName(scanner.Keyword(), read_.lineType);
       break;
     case 62:
-      // Negative: the layer is off. Its elements are drawn all the same.
       if (const auto colour = scanner.Integer(); colour && *colour >= -255 && *colour <= 255 && *colour != 0) {
         read_.colour = std::abs(*colour);
+        read_.isOff = *colour < 0;
       }
+      break;
+    case 70:
+      read_.isFrozen = (scanner.Integer().value_or(0) & 1) != 0;
+      read_.isLocked = (scanner.Integer().value_or(0) & 4) != 0;
       break;
     case 420:
       read_.trueColour = scanner.Integer();
@@ -111,6 +115,14 @@ std::vector<std::string> Drawing::LayerNames() const {
   std::vector<std::string> names;
   for (const DrawingLayer& layer : layers_) names.push_back(layer.name);
   return names;
+}
+
+std::vector<LayerState> Drawing::LayerStates() const {
+  std::vector<LayerState> states;
+  for (const DrawingLayer& layer : layers_) {
+    if (layer.IsHidden() || layer.isLocked) states.push_back(layer);
+  }
+  return states;
 }
 
 }  // namespace tesselink

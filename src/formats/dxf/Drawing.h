@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/element/LayerState.h"
 #include "core/element/LineType.h"
 #include "formats/dxf/DrawingBlocks.h"
 #include "formats/dxf/DrawingText.h"
@@ -20,8 +21,7 @@ namespace tesselink {
 class GroupScanner;
 class Report;
 
-struct DrawingLayer {
-  std::string name;
+struct DrawingLayer : LayerState {
   std::int32_t colour = 7;                 ///< 1 to 255
   std::optional<std::int32_t> trueColour;  ///< red in the high byte
   std::string lineType;                    ///< empty where the table names none
@@ -43,6 +43,8 @@ class Drawing {
   const DrawingLayer& LayerOf(std::string_view bytes);
   /// The names of the layer table, in its order.
   std::vector<std::string> LayerNames() const;
+  /// Those layers of the table that are off, frozen or locked.
+  std::vector<LayerState> LayerStates() const;
 
   /// The line types of the table that have a pattern.
   const std::vector<LineType>& LineTypes() const { return lineTypes_; }

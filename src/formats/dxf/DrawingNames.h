@@ -6,6 +6,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "core/element/LayerState.h"
 #include "formats/dxf/DrawingEncoding.h"
 
 namespace tesselink {
@@ -29,6 +30,8 @@ class DrawingNames {
     std::int32_t trueColour = kNoColour;  ///< of a layer whose colour no number has
     std::string lineType;                 ///< of a layer; empty: none yet
     bool isTold = false;                  ///< what is to be said of it has been said
+    LayerState state;                     ///< of a layer, as all inputs with elements on it have it
+    std::int64_t source = 0;              ///< number of the input that was asked for the state last
     bool isInherited = false;             ///< an element has the layer's colour by layer, so that it must stay
   };
 

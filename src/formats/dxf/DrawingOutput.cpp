@@ -60,6 +60,8 @@ void DrawingOutput::Create(const std::string& path) {
 void DrawingOutput::SourceOpened(InputFilter& source) {
   if (!conventions_.fullTables) return;
   for (const LineType& lineType : source.LineTypes()) patterns_.emplace(UpperCase(lineType.name), lineType);
+  states_ = source.LayerStates();
+  ++source_;
 }
 
 WriteResult DrawingOutput::Write(tEntity& entity) {
@@ -159,7 +161,19 @@ void DrawingOutput::NoteNames(const tEntity& entity) {
   }
   if (byLayer_) trueColour_ = kNoColour;
   layer.isInherited = layer.isInherited || byLayer_;
+  if (layer.source != source_) NoteState(entity, layer);
   NoteLineType(entity, layer);
+}
+
+// A layer that one input shows and another does not is shown.
+void DrawingOutput::NoteState(const tEntity& entity, DrawingNames::Entry& layer) {
+  const auto found =
+      std::find_if(states_.begin(), states_.end(), [&](const LayerState& state) { return state.name == entity.Layer; });
+  const LayerState state = found == states_.end() ? LayerState() : *found;
+  const bool isFirst = std::exchange(layer.source, source_) == 0;
+  layer.state.isOff = state.isOff && (isFirst || layer.state.isOff);
+  layer.state.isFrozen = state.isFrozen && (isFirst || layer.state.isFrozen);
+  layer.state.isLocked = state.isLocked && (isFirst || layer.state.isLocked);
 }
 
 void DrawingOutput::NoteLineType(const tEntity& entity, DrawingNames::Entry& layer) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "core/element/Extents.h"
 #include "core/io/Files.h"
@@ -87,6 +88,8 @@ class DrawingOutput : public OutputFilter {
   void WriteCorners();
   /// What is known of the pattern of a line type; without, it is a solid line.
   const LineType& PatternOf(const DrawingNames::Entry& lineType) const;
+  /// What group 70 of a layer says of its state; that it is off, its colour says.
+  static int FlagsOf(const LayerState& state) { return (state.isFrozen ? 1 : 0) + (state.isLocked ? 4 : 0); }
   static double LengthOf(const LineType& lineType);
 
   static const std::string kContinuous;
@@ -106,6 +109,7 @@ class DrawingOutput : public OutputFilter {
   bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
   void NumberColour(tEntity& entity);
   void NoteNames(const tEntity& entity);
+  void NoteState(const tEntity& entity, DrawingNames::Entry& layer);
   void NoteLineType(const tEntity& entity, DrawingNames::Entry& layer);
   DrawingNames::Entry& NameIn(DrawingNames& names, const std::string& name, const char* what);
   void NoteExtents(const tEntity& entity, tEntity::Index last);
@@ -113,6 +117,8 @@ class DrawingOutput : public OutputFilter {
   TempFile headerFile_, entityFile_;
   cColourTab colours_;
   std::unordered_map<std::string, LineType> patterns_;  // of line types, by their names in capitals
+  std::vector<LayerState> states_;                      // of the input's layers
+  std::int64_t source_ = 0;                             // number of the input
   bool byLayer_ = false;                                // the element has the layer's colour by layer
   std::string printable_, head_;
   const std::string* headLayer_ = nullptr;  // that the head names; null when it serves no further element

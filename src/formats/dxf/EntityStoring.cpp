@@ -103,8 +103,9 @@ std::int32_t RgbOf(EntityContext& context, const DrawingLayer& layer) {
 void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
   constexpr int kVisibility = 60;
-  element.Lost |= static_cast<std::uint8_t>(context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0));
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
+  element.Lost |= context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0U) |
+                  (layer.IsHidden() ? kLostLayerHiding : 0U);
   context.insert.layer = &layer;
   element.Layer = layer.name;
   StoreLineType(context, element, layer);

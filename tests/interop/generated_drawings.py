@@ -128,8 +128,48 @@ def add_hatches(space, dice):
     space.add_blockref("HATCHES", (1000, 0), dxfattribs={"xscale": -2, "yscale": 2, "zscale": 2, "rotation": 20})
 
 
+def in_each_place(space, name, add):
+    """What `add` puts into an owner, in model space and in blocks that are turned, mirrored, tilted and in a block in turn."""
+    block = space.doc.blocks.new(name)
+    nest = space.doc.blocks.new(name + "-NEST")
+    for owner in (space, block):
+        add(owner)
+    places = [{"rotation": 30}, {"xscale": -2, "yscale": 2, "zscale": 2}, {"extrusion": (0.3, -0.2, 0.9)}, {"extrusion": (0, 0, -1)}]
+    for number, place in enumerate(places):
+        space.add_blockref(name, (1000 * number, 500, 3), dxfattribs=place)
+    nest.add_blockref(name, (5, 6, 7), dxfattribs=places[1])
+    space.add_blockref(name + "-NEST", (0, 900), dxfattribs={"rotation": 200})
+
+
+def add_leaders(space, dice):
+    """Leaders with and without a hook below their text, straight and as splines, with what they say otherwise of their style."""
+    def add(owner):
+        for spline in (0, 1):
+            for override in ({}, {"dimtad": 0}, {"dimscale": 3, "dimgap": 2}):
+                for more in ({"annotation_type": 0, "text_width": 12}, {"hookline_direction": 0, "annotation_type": 0, "text_width": 7},
+                             {"annotation_type": 0, "horizontal_direction": (0.6, 0.8, 0), "text_width": 4}, {"has_hookline": 0}, {}):
+                    points = [vertex(dice) for _ in range(dice.randint(2, 5))]
+                    owner.add_leader(points, override=override, dxfattribs={"path_type": spline, "has_arrowhead": 0, **more})
+    in_each_place(space, "LEADERS", add)
+
+
+def add_multilines(space, dice):
+    style = space.doc.mline_styles.new("THREE")
+    for offset in (1.5, 0.25, -2):
+        style.elements.append(offset, color=256)
+
+    def add(owner):
+        for name in ("Standard", "THREE"):
+            for justification in (0, 1, 2):
+                for closed in (False, True):
+                    points = [(dice.uniform(-50, 50), dice.uniform(-50, 50)) for _ in range(dice.randint(3, 6))]
+                    owner.add_mline(points, close=closed, dxfattribs={
+                        "style_name": name, "justification": justification, "scale_factor": dice.uniform(0.5, 3)})
+    in_each_place(space, "MLINES", add)
+
+
 def generated(folder):
-    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches):
+    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_leaders, add_multilines):
         for release, form in (("R2000", "asc"), ("R2018", "bin"), ("R12", "bin")):
             if release != "R12" or maker is add_arcs:
                 document = ezdxf.new(release)

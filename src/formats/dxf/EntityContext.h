@@ -79,6 +79,21 @@ class Wires {
   std::size_t next_ = 0;
 };
 
+/// The vertices of an MLINE, each with how far along its miter the lines run.
+struct Multiline {
+  struct At {
+    Vertex place, miter;
+    std::size_t offsets = 0;  ///< where its own begin
+  };
+  std::vector<At> vertices;
+  std::vector<double> offsets;
+
+  void Clear() {
+    vertices.clear();
+    offsets.clear();
+  }
+};
+
 /// The lines of an MTEXT, delivered one by one.
 struct TextLines {
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -121,6 +136,7 @@ struct EntityContext {
   std::vector<std::int32_t> flags;  ///< likewise
   std::vector<Corners> faces;       ///< of a polyface
   SplineCurve spline;
+  Multiline multiline;
 };
 
 }  // namespace tesselink

@@ -7,7 +7,9 @@
 #include "formats/dxf/CurveEntities.h"
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/HatchEntities.h"
+#include "formats/dxf/LeaderEntities.h"
 #include "formats/dxf/LineEntities.h"
+#include "formats/dxf/MultilineEntities.h"
 #include "formats/dxf/PointEntities.h"
 #include "formats/dxf/PolylineEntities.h"
 #include "formats/dxf/TextEntities.h"
@@ -38,6 +40,8 @@ constexpr std::array kTypes{
     EntityType{"ACAD_TABLE", GatherTable, MakeTable},
     EntityType{"ATTDEF", GatherCommon, MakeAttributeDefinition},
     EntityType{"HATCH", GatherHatch, MakeHatch, false, true},
+    EntityType{"LEADER", GatherLeader, MakeLeader, false, true},
+    EntityType{"MLINE", GatherMultiline, MakeMultiline, false, true},
 };
 
 }  // namespace

@@ -11,7 +11,7 @@ class NotesTest : public DrawingTest {
 
 TEST_F(NotesTest, TheClassicDialectCountsThem) {
   rig.context.options.dialect = Dialect::Classic;
-  for (const std::string type : {"LEADER", "MLINE"}) {
+  for (const std::string type : {"LEADER", "MLINE", "TOLERANCE", "ATTDEF"}) {
     EXPECT_TRUE(Read(Groups{{0, type}} + "10 1|20 1|10 2|20 2|1 text|2 TAG"_g).empty());
     EXPECT_EQ(rig.report.UndeliveredTypes().at(type), 1);
   }
@@ -34,6 +34,30 @@ TEST_F(NotesTest, ALeaderGoesOnBelowItsTextAsItsStyleSays) {
       "0,0 5,1 5,11.5");
 }
 
+TEST_F(NotesTest, DefinitionsOfAttributesAreTheirTagsOutsideOfBlocks) {
+  const Groups definition =
+      "0 ATTDEF|10 1|20 2|40 3|1 value|72 1|11 5|21 6|100 AcDbAttributeDefinition|3 Which?|2 TAG"_g;
+  const tEntity tag = ReadOne(definition + "70 1|71 4|72 0|11 0|21 0|101 Embedded Object|10 9"_g);
+  EXPECT_EQ(tag.Text + " " + XY(tag) + " " + std::to_string(tag.TextJust), "TAG 5,6 1");
+  EXPECT_EQ(tag.Lost, kLostHiding);
+  const Groups block = Section("BLOCKS", "0 BLOCK|2 B|10 0"_g + definition + "70 2|0 ENDBLK"_g);
+  const auto drawn = ReadGroups(block + Section("ENTITIES", "0 INSERT|2 B|10 0"_g) + kEnd);
+  ASSERT_EQ(drawn.size(), 1U);
+  EXPECT_EQ(drawn[0].Text, "value");
+}
+
+TEST_F(NotesTest, ATextWithoutALimitOfColumnsTakesAsManyAsItFills) {
+  const Groups text = "0 MTEXT|10 0|20 0|40 3|71 2|1 a\\Pb\\P\\P\\Nc\\Pd\\Pe|101 Embedded Object|71 2|73 1|44 8|45 2"_g;
+  const auto places = [&](const std::string& more) {
+    std::string at;
+    for (const tEntity& line : Read(text + Groups{{41, more}})) at += line.Text + " " + XY(line) + " ";
+    return at;
+  };
+  EXPECT_EQ(places("8"), "a -10,0 b -10,-5 c 0,0 d 0,-5 e 10,0 ");
+  EXPECT_EQ(places("0"), "a -5,0 b -5,-5 c 5,0 d 5,-5 e 5,-10 ") << "no height";
+  EXPECT_EQ(places("1e-300"), "a -20,0 b -10,0 c 0,0 d 10,0 e 20,0 ") << "a column holds one line at least";
+}
+
 TEST_F(NotesTest, DamagedOnes) {
   for (const Groups& leader : {"0 LEADER|20 1|10 1"_g, "0 LEADER"_g, "0 LEADER|10 x|20 y|10 z|72 1"_g}) {
     EXPECT_TRUE(Read(leader).empty());
@@ -46,6 +70,12 @@ TEST_F(NotesTest, DamagedOnes) {
     EXPECT_NE(rig.WarningOf("damaged MLINE"), nullptr);
     rig.report = Report();
   }
+  for (const Groups& frame : {"0 TOLERANCE|1 A"_g, "0 TOLERANCE|10 1|1 %%v {}^J%%v"_g}) {
+    EXPECT_TRUE(Read(frame).empty());
+    EXPECT_NE(rig.WarningOf("damaged TOLERANCE"), nullptr);
+    rig.report = Report();
+  }
+  EXPECT_EQ(ReadOne("0 TOLERANCE|10 1|1 {\\Fgdt;j|11 x|21 y"_g).Text, "\u2316");
   const auto cut = Read(
       "0 MLINE|71 3|11 1|13 1|74 4|41 1|41 7|41 8|41 9|74 1|41 4|11 5|13 0|23 1|74 0|74 1|41 2|74 1|11 x"
       "|74 1|74 1|74 1"_g);

@@ -1,5 +1,12 @@
 """Comparing what stands beside a drawing's lines: leaders, their texts and blocks, tolerances; and lines that run in parallel."""
-from drawing_geometry import CHORD_ERROR, array, check, closed_chain, extent
+import math
+
+import numpy
+from ezdxf.math import Vec3
+from ezdxf.tools.text import plain_mtext
+
+from drawing_geometry import CHORD_ERROR, TEXT, array, check, closed_chain, extent
+from generated_drawings import TOLERANCES
 
 
 def joined(lines):
@@ -47,3 +54,49 @@ class NotesReader:
         for number in range(count):
             chain = joined(lines[number::count])
             self.chain(e, closed_chain(chain) if e.is_closed else chain, curved=False, closed=e.is_closed)
+
+    def line(self, e, text, place, size):
+        """A line of text that stands at a place."""
+        element = self.take(TEXT, e.dxf.layer, e)
+        off = numpy.abs(element["chain"][0] - array([place])[0]).max()
+        check(off <= 1e-6 * max(1, abs(place.x), abs(place.y)), f"{text!r} is {off:.3g} off")
+        check(math.isclose(element["TextSize"], size, rel_tol=1e-9), f"{text!r} is {element['TextSize']} high, not {size}")
+        check("".join(element["Text"].split()) == "".join(text.split()), f"{element['Text']!r} is not {text!r}")
+
+    def read_tolerance(self, e):
+        style = e.doc.dimstyles.get(e.dxf.dimstyle)
+        size = style.dxf.dimtxt * style.dxf.dimscale * (abs(self.open[-1].dxf.xscale) if self.open else 1)
+        up = Vec3(e.dxf.extrusion).normalize().cross(Vec3(e.dxf.x_axis_vector).normalize())
+        for row, text in enumerate(TOLERANCES[e.dxf.content]):
+            self.line(e, text, Vec3(e.dxf.insert) - up * (2 * size * row), size)
+
+    def read_attdef(self, e):
+        if not self.open:
+            e.dxf.text = e.dxf.tag
+            self.read_text(e)
+
+    def read_columns(self, e):
+        """Lines go on in the next column where it says so, or where the next line would end below its column."""
+        columns, size, texts = e.columns, e.dxf.char_height, e.text.split("\\N")
+        apart = size * 5 / 3 * e.dxf.line_spacing_factor
+        open_end = columns.column_type.name == "DYNAMIC" and columns.auto_height
+        heights = columns.heights if columns.column_type.name == "DYNAMIC" and not open_end else [columns.defined_height]
+        places, column = [], 0
+        for text in texts:
+            row = 0
+            for line in plain_mtext(text, split=True):
+                height = heights[min(column, len(heights) - 1)]
+                if height > 0 and row * apart + size > height * (1 + 1e-9) and row and (open_end or column + 1 < columns.count):
+                    column, row = column + 1, 0
+                places.append((column, row, line))
+                row += 1
+            column += 1
+        along = Vec3(e.dxf.text_direction).normalize() if e.dxf.hasattr("text_direction") else Vec3.from_deg_angle(e.dxf.rotation)
+        up = Vec3(e.dxf.extrusion).normalize().cross(along)
+        across, down = (e.dxf.attachment_point - 1) % 3, (e.dxf.attachment_point - 1) // 3
+        step = columns.width + columns.gutter_width
+        depth = max(heights) - size if max(heights) > 0 else max(row for _, row, _ in places) * apart
+        first = Vec3(e.dxf.insert) + up * (depth * down / 2) - along * (across * (columns.count - 1) * step / 2)
+        for column, row, line in places:
+            if line.strip():
+                self.line(e, line, first + along * (column * step) - up * (row * apart), size)

@@ -47,7 +47,6 @@ EXPLAINED = {
     "attrib.dxf": ("INSERT(", LOST_GROUPS),
     "caret_encoding.dxf": ("abc^", 'ezdxf takes "^b" for a control character; those are written in capitals, as "^B"'),
     "data__mtext_columns_R2007.dxf": ("MTEXT", LINKED_COLUMNS),
-    "data__mtext_columns_R2018.dxf": ("text 'Lorem", "ezdxf runs the columns of a text together, without a line break"),
     "mtext_columns_R2000.dxf": ("MTEXT", LINKED_COLUMNS),
     "mtext_framed_columns.dxf": ("too many arrived", LINKED_COLUMNS),
 }
@@ -359,6 +358,9 @@ class BlockReader(NotesReader, Reader):
 
     def read_mtext(self, e):
         """A text for each line that is not blank."""
+        if e.has_columns and not e.columns.linked_columns:
+            self.read_columns(e)
+            return
         lines = e.plain_text(split=True)
         along = Vec3(e.dxf.text_direction) if e.dxf.hasattr("text_direction") else None
         up = None

@@ -128,6 +128,13 @@ def add_hatches(space, dice):
     space.add_blockref("HATCHES", (1000, 0), dxfattribs={"xscale": -2, "yscale": 2, "zscale": 2, "rotation": 20})
 
 
+TOLERANCES = {
+    r"{\Fgdt;j}%%v{\Fgdt;n}0.10{\Fgdt;m}%%vA%%vB%%v": ["\u2316 | \u00d80.10\u24c2 | A | B"],
+    r"{\Fgdt;b}%%v%%v0.5 %%p1^J{\fgdt;t}%%vend %%v%%v^J^J%%vC": ["\u27c2 | 0.5 \u00b11", "\u2330 | end", "C"],
+    "%%v%%v": [],
+}
+
+
 def in_each_place(space, name, add):
     """What `add` puts into an owner, in model space and in blocks that are turned, mirrored, tilted and in a block in turn."""
     block = space.doc.blocks.new(name)
@@ -168,8 +175,34 @@ def add_multilines(space, dice):
     in_each_place(space, "MLINES", add)
 
 
+def add_notes(space, dice):
+    """Tolerances, tags, and columns of text as the newest release has them."""
+    space.doc.dimstyles.new("LARGE", dxfattribs={"dimtxt": 3, "dimscale": 2})
+
+    def add(owner):
+        for content in TOLERANCES:
+            for extrusion in ((0, 0, 1), (0, 0, -1)):
+                for style in ("Standard", "LARGE"):
+                    along = Vec3.from_deg_angle(dice.uniform(0, 360))
+                    owner.new_entity("TOLERANCE", {"insert": vertex(dice), "x_axis_vector": along, "content": content, "dimstyle": style,
+                                                   "extrusion": extrusion})
+        for height in (1, 3):
+            for attachment in range(1, 10):
+                place = {"insert": vertex(dice), "attachment_point": attachment, "char_height": height,
+                         "text_direction": Vec3.from_deg_angle(dice.uniform(0, 360))}
+                owner.add_mtext_static_columns(["one\\Ptwo\\P", "three", "four"], width=20, gutter_width=3, height=10, dxfattribs=place)
+                owner.add_mtext_dynamic_manual_height_columns("\\P".join("abcdefghijk"), 9, 1, [4 * height, 0, 9], dxfattribs=place)
+            owner.add_mtext_dynamic_auto_height_columns("\\P".join("abcdefghijk"), 9, 1, 5 * height, 3, dxfattribs={"char_height": height})
+
+    if space.doc.dxfversion >= "AC1032":
+        in_each_place(space, "NOTES", add)
+        for extrusion in EXTRUSIONS:
+            space.add_attdef("TAG", vertex(dice), "value", dxfattribs={
+                "rotation": dice.uniform(0, 360), "height": 3, "prompt": "Which?", "extrusion": extrusion, "halign": 1, "align_point": vertex(dice)})
+
+
 def generated(folder):
-    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_leaders, add_multilines):
+    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_leaders, add_multilines, add_notes):
         for release, form in (("R2000", "asc"), ("R2018", "bin"), ("R12", "bin")):
             if release != "R12" or maker is add_arcs:
                 document = ezdxf.new(release)

@@ -141,9 +141,15 @@ bool MakeTable(EntityContext& context, tEntity&) {
   return DrawOwnBlock(context, at);
 }
 
+void GatherAttributeDefinition(EntityContext& context) {
+  constexpr int kPrompt = 3;
+  GatherAttribute(context, kPrompt);
+}
+
 bool MakeAttributeDefinition(EntityContext& context, tEntity& element) {
   constexpr std::int32_t kConstant = 2;
   if (!context.source.inBlock) {
+    if (context.source.whole) return MakeTag(context, element);
     context.source.report.Undelivered(context.type);
     return false;
   }

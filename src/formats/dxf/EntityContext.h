@@ -13,6 +13,7 @@
 #include "formats/dxf/DrawingColours.h"
 #include "formats/dxf/EntityGroups.h"
 #include "formats/dxf/Placement.h"
+#include "formats/dxf/TextLines.h"
 
 namespace tesselink {
 
@@ -92,18 +93,6 @@ struct Multiline {
     vertices.clear();
     offsets.clear();
   }
-};
-
-/// The lines of an MTEXT, delivered one by one.
-struct TextLines {
-  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-  std::string text;        ///< with a line feed between two
-  std::size_t at = kNone;  ///< where the next one begins
-  Vertex place, step;      ///< of the next one, and from one to the next
-  double angle = 0, size = 0;
-  std::int16_t just = 0;
-
-  bool HasNext() const { return at != kNone && at <= text.size(); }
 };
 
 /// The entity being read. An element is made in `chain`; what an entity type gathers besides is here as well, so that

@@ -13,6 +13,7 @@
 #include "formats/dxf/PointEntities.h"
 #include "formats/dxf/PolylineEntities.h"
 #include "formats/dxf/TextEntities.h"
+#include "formats/dxf/ToleranceEntities.h"
 
 namespace tesselink {
 namespace {
@@ -25,8 +26,8 @@ constexpr std::array kTypes{
     EntityType{"POINT", GatherCommon, MakePoint},
     EntityType{"INSERT", GatherCommon, MakeInsert},
     EntityType{"TEXT", GatherCommon, MakeText},
-    EntityType{"MTEXT", GatherCommon, MakeMText},
-    EntityType{"ATTRIB", GatherCommon, MakeAttrib, true},
+    EntityType{"MTEXT", GatherMText, MakeMText},
+    EntityType{"ATTRIB", GatherAttrib, MakeAttrib, true},
     EntityType{"SEQEND", GatherCommon, nullptr, true},
     EntityType{"CIRCLE", GatherCommon, MakeCircle},
     EntityType{"ARC", GatherCommon, MakeArc},
@@ -38,9 +39,10 @@ constexpr std::array kTypes{
     EntityType{"DIMENSION", GatherCommon, MakeDimension},
     EntityType{"ARC_DIMENSION", GatherCommon, MakeDimension},
     EntityType{"ACAD_TABLE", GatherTable, MakeTable},
-    EntityType{"ATTDEF", GatherCommon, MakeAttributeDefinition},
+    EntityType{"ATTDEF", GatherAttributeDefinition, MakeAttributeDefinition},
     EntityType{"HATCH", GatherHatch, MakeHatch, false, true},
     EntityType{"LEADER", GatherLeader, MakeLeader, false, true},
+    EntityType{"TOLERANCE", GatherTolerance, MakeTolerance, false, true},
     EntityType{"MLINE", GatherMultiline, MakeMultiline, false, true},
 };
 

@@ -11,7 +11,7 @@ class NotesTest : public DrawingTest {
 
 TEST_F(NotesTest, TheClassicDialectCountsThem) {
   rig.context.options.dialect = Dialect::Classic;
-  for (const std::string type : {"LEADER", "MLINE", "TOLERANCE", "ATTDEF"}) {
+  for (const std::string type : {"LEADER", "MULTILEADER", "MLINE", "TOLERANCE", "ATTDEF"}) {
     EXPECT_TRUE(Read(Groups{{0, type}} + "10 1|20 1|10 2|20 2|1 text|2 TAG"_g).empty());
     EXPECT_EQ(rig.report.UndeliveredTypes().at(type), 1);
   }
@@ -56,6 +56,44 @@ TEST_F(NotesTest, ATextWithoutALimitOfColumnsTakesAsManyAsItFills) {
   EXPECT_EQ(places("8"), "a -10,0 b -10,-5 c 0,0 d 0,-5 e 10,0 ");
   EXPECT_EQ(places("0"), "a -5,0 b -5,-5 c 5,0 d 5,-5 e 5,-10 ") << "no height";
   EXPECT_EQ(places("1e-300"), "a -20,0 b -10,0 c 0,0 d 10,0 e 20,0 ") << "a column holds one line at least";
+}
+
+TEST_F(NotesTest, AMultileaderInABlockDrawsAllItsLinesAndThenItsOwnBlock) {
+  const auto block = [](const std::string& name, const std::string& record, const Groups& entities) {
+    return Groups{{0, "BLOCK"}, {102, "{X"}, {330, "7"}, {102, "}"}, {330, record}, {2, name}, {10, "0"}} + entities +
+           Groups{{0, "ENDBLK"}};
+  };
+  constexpr int kLines = 1500;  // more than are held at once
+  Groups note = "0 MULTILEADER|8 N|300 CONTEXT_DATA{|290 0|296 1|341 1F|15 1|25 0|35 0|46 0|302 LEADER{|10 9"_g;
+  for (int i = 0; i < kLines; ++i)
+    note = std::move(note) + Groups{{304, "LEADER_LINE{"}, {10, std::to_string(i)}, {305, "}"}};
+  note = std::move(note) + "303 }|301 }|170 1|291 0|330 5|302 label|302 |0 POINT|10 3"_g;
+  const Groups blocks =
+      Section("BLOCKS", block("Outer", "2A", note) + block("Bubble", "1f", "0 CIRCLE|10 5|20 0|40 2"_g + note));
+  const auto drawn = ReadGroups(blocks + Section("ENTITIES", "0 INSERT|2 Outer|10 100"_g) + kEnd);
+  ASSERT_EQ(drawn.size(), 2U * kLines + 3) << "each line once, and a block that holds itself not again";
+  EXPECT_EQ(XY(drawn[kLines - 1]), "1599,0 110,0");
+  EXPECT_EQ(Row(drawn[kLines].bType, XY(drawn[kLines])), "4 106,0") << "the block lies at its place";
+  EXPECT_EQ(XY(drawn[kLines + 1]) + " " + drawn[kLines + 1].Layer, "101,0 111,0 N");
+  EXPECT_EQ(XY(drawn.back()), "103,0");
+  EXPECT_NE(rig.WarningOf("circular blocks"), nullptr);
+  EXPECT_EQ(rig.report.UndeliveredTypes().at("ATTRIB of a MULTILEADER"), 2);
+}
+
+TEST_F(NotesTest, MultileadersWithoutAllTheirParts) {
+  const auto read = [&](const Groups& groups) {
+    std::string found;
+    for (const tEntity& e : Read("0 MULTILEADER|300 CONTEXT_DATA{"_g + groups)) found += e.Text + XY(e) + " / ";
+    return found;
+  };
+  EXPECT_EQ(read("302 LEADER{|10 4|20 4|304 LEADER_LINE{|20 9|10 1|10 2|10 x"_g), "1,0 2,0 4,4 5,4 / ") << "no braces";
+  EXPECT_EQ(read("302 LEADER{|304 LEADER_LINE{|305 }|271 1|303 }|302 LEADER{|303 }|290 1|304 a|12 x|13 y"_g), "");
+  EXPECT_EQ(read("290 1|304 a\\Nb|12 1|22 5|41 3|171 9|13 0|23 2"_g), "a1,5 / b6,5 / ");
+  EXPECT_EQ(rig.report.UndeliveredTypes().size(), 0U);
+  EXPECT_EQ(read("296 1|341 FFFFFFFFFFFFFFFFFF|15 1|25 2"_g), "");
+  EXPECT_NE(rig.WarningOf("missing blocks"), nullptr);
+  EXPECT_EQ(read("40 1"_g), "");
+  EXPECT_NE(rig.WarningOf("damaged MULTILEADER"), nullptr);
 }
 
 TEST_F(NotesTest, DamagedOnes) {

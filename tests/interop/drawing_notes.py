@@ -2,7 +2,8 @@
 import math
 
 import numpy
-from ezdxf.math import Vec3
+from ezdxf.math import Matrix44, Vec3, fit_points_to_cad_cv
+from ezdxf.render.mleader import RenderEngine
 from ezdxf.tools.text import plain_mtext
 
 from drawing_geometry import CHORD_ERROR, TEXT, array, check, closed_chain, extent
@@ -18,13 +19,16 @@ class NotesReader:
     """Reads such entities; a mixin of a reader of drawings."""
 
     def parts(self, insert):
-        """What the block of an insert draws. ezdxf makes an MLINE anew from its style; here its points are moved as they are."""
-        whole = iter([e for e in insert.block() if e.dxftype() == "MLINE"])
+        """What the block of an insert draws. ezdxf makes an MLINE anew from its style and misplaces the block of a mirrored
+        MULTILEADER; here they are moved as they are."""
+        whole = iter([e for e in insert.block() if e.dxftype() in ("MLINE", "MULTILEADER")])
         for part in insert.virtual_entities():
             if part.dxftype() == "MLINE":
                 part.vertices = [v.copy() for v in next(whole).vertices]
                 for v in part.vertices:
                     v.transform(insert.matrix44())
+            elif part.dxftype() == "MULTILEADER":
+                part.moved = (next(whole), insert.matrix44())
             yield part
 
     def spline(self, e, fine):
@@ -54,6 +58,28 @@ class NotesReader:
         for number in range(count):
             chain = joined(lines[number::count])
             self.chain(e, closed_chain(chain) if e.is_closed else chain, curved=False, closed=e.is_closed)
+
+    def read_multileader(self, e):
+        """The lines, which ezdxf lets begin behind their arrows, then the text or the block."""
+        engine = RenderEngine(e, e.doc)
+        for leader in e.context.leaders:
+            for line in leader.lines if engine.leader_type else ():
+                points = engine.leader_vertices(leader, line.vertices, engine.has_dogleg and engine.leader_type == 1)
+                if engine.leader_type == 1:
+                    self.chain(e, array(points), curved=False, closed=False)
+                else:
+                    last = points[-1] - leader.last_leader_point if leader.has_horizontal_attachment else points[-1] - points[-2]
+                    self.spline(e, fit_points_to_cad_cv(points, tangents=[points[1] - points[0], last]))
+        whole, matrix = getattr(e, "moved", (e, Matrix44()))
+        engine = RenderEngine(whole, e.doc)
+        engine.add_content()
+        for part in engine.entities:
+            part.dxf.layer, part.dxf.color = e.dxf.layer, e.dxf.color
+            if part.dxftype() == "INSERT":
+                part.attribs.clear()
+            self.entity(part.transform(matrix))
+
+    read_mleader = read_multileader
 
     def line(self, e, text, place, size):
         """A line of text that stands at a place."""

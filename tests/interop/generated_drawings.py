@@ -3,7 +3,8 @@ import math
 import random
 
 import ezdxf
-from ezdxf.math import OCS, Vec3, closed_uniform_bspline
+from ezdxf.math import OCS, UCS, Vec2, Vec3, closed_uniform_bspline
+from ezdxf.render import mleader
 
 EXTRUSIONS = [(0, 0, 1), (0, 0, -1), (0.3, -0.2, 0.9), (1, 0, 0), (0.01, 0.01, 1), (-0.5, 0.5, -0.7)]
 
@@ -201,8 +202,36 @@ def add_notes(space, dice):
                 "rotation": dice.uniform(0, 360), "height": 3, "prompt": "Which?", "extrusion": extrusion, "halign": 1, "align_point": vertex(dice)})
 
 
+def add_multileaders(space, dice):
+    """Notes of a text and of a block, with several lines on each side, straight, as splines and hidden, in planes of their own."""
+    bubble = space.doc.blocks.new("BUBBLE", base_point=(1, 0))
+    bubble.add_circle((1, 1), 3)
+    bubble.add_attdef("NUMBER", (0, 0), "7")
+
+    def add(owner):
+        for number, extrusion in enumerate(EXTRUSIONS[:4] * 3):
+            plane = OCS(Vec3(extrusion).normalize())
+            ucs = UCS(Vec3(vertex(dice)), ux=plane.ux, uz=plane.uz).rotate_local_z(dice.uniform(0, 6))
+            text, block = owner.add_multileader_mtext("Standard"), owner.add_multileader_block("Standard")
+            text.set_content("one\\Ptwo", char_height=dice.uniform(1, 3), alignment=mleader.TextAlignment(number % 3 + 1))
+            block.set_content("BUBBLE", scale=2)
+            for builder in (text, block):
+                builder.set_leader_properties(leader_type=mleader.LeaderType((1, 2, 0)[number // 4]))
+                builder.set_connection_properties(landing_gap=1, dogleg_length=5)
+                for side in (mleader.ConnectionSide.left, mleader.ConnectionSide.right):
+                    for _ in range(2):
+                        builder.add_leader_line(side, [Vec2(dice.uniform(-60, 60), dice.uniform(-60, 60)) for _ in range(dice.randint(1, 3))])
+                builder.build(insert=Vec2(dice.uniform(-9, 9), 0), rotation=dice.uniform(0, 360), ucs=ucs)
+
+    add(space)
+    block = space.doc.blocks.new("NOTES-IN-BLOCK")
+    add(block)
+    for number, place in enumerate(({"rotation": 30}, {"xscale": -2, "yscale": 2, "zscale": 2}, {"extrusion": (0, 0, -1)})):
+        space.add_blockref("NOTES-IN-BLOCK", (1000 * number, 500, 3), dxfattribs=place)
+
+
 def generated(folder):
-    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_leaders, add_multilines, add_notes):
+    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_leaders, add_multilines, add_notes, add_multileaders):
         for release, form in (("R2000", "asc"), ("R2018", "bin"), ("R12", "bin")):
             if release != "R12" or maker is add_arcs:
                 document = ezdxf.new(release)

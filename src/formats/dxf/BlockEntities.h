@@ -8,6 +8,8 @@ namespace tesselink {
 bool MakeInsert(EntityContext& context, tEntity& element);
 /// DIMENSION and ARC_DIMENSION: their block has the coordinates of the drawing.
 bool MakeDimension(EntityContext& context, tEntity& element);
+/// Draws the block whose record has a handle.
+void DrawBlockOfRecord(EntityContext& context, std::uint64_t record, const BlockPlace& at);
 /// ACAD_TABLE: only what places its block is gathered, not what stands in its cells.
 void GatherTable(EntityContext& context);
 bool MakeTable(EntityContext& context, tEntity& element);

@@ -12,6 +12,7 @@
 #include "core/element/VertexChains.h"
 #include "formats/dxf/DrawingColours.h"
 #include "formats/dxf/EntityGroups.h"
+#include "formats/dxf/MultileaderEntities.h"
 #include "formats/dxf/Placement.h"
 #include "formats/dxf/TextLines.h"
 
@@ -126,6 +127,7 @@ struct EntityContext {
   std::vector<Corners> faces;       ///< of a polyface
   SplineCurve spline;
   Multiline multiline;
+  Multileader multileader;
 };
 
 }  // namespace tesselink

@@ -9,6 +9,7 @@
 #include "formats/dxf/HatchEntities.h"
 #include "formats/dxf/LeaderEntities.h"
 #include "formats/dxf/LineEntities.h"
+#include "formats/dxf/MultileaderEntities.h"
 #include "formats/dxf/MultilineEntities.h"
 #include "formats/dxf/PointEntities.h"
 #include "formats/dxf/PolylineEntities.h"
@@ -42,6 +43,8 @@ constexpr std::array kTypes{
     EntityType{"ATTDEF", GatherAttributeDefinition, MakeAttributeDefinition},
     EntityType{"HATCH", GatherHatch, MakeHatch, false, true},
     EntityType{"LEADER", GatherLeader, MakeLeader, false, true},
+    EntityType{"MULTILEADER", GatherMultileader, MakeMultileader, false, true},
+    EntityType{"MLEADER", GatherMultileader, MakeMultileader, false, true},
     EntityType{"TOLERANCE", GatherTolerance, MakeTolerance, false, true},
     EntityType{"MLINE", GatherMultiline, MakeMultiline, false, true},
 };

@@ -3,7 +3,8 @@ import math
 import random
 
 import ezdxf
-from ezdxf.math import OCS, Vec3, closed_uniform_bspline
+from ezdxf.math import OCS, UCS, Vec2, Vec3, closed_uniform_bspline
+from ezdxf.render import mleader
 
 EXTRUSIONS = [(0, 0, 1), (0, 0, -1), (0.3, -0.2, 0.9), (1, 0, 0), (0.01, 0.01, 1), (-0.5, 0.5, -0.7)]
 
@@ -128,8 +129,109 @@ def add_hatches(space, dice):
     space.add_blockref("HATCHES", (1000, 0), dxfattribs={"xscale": -2, "yscale": 2, "zscale": 2, "rotation": 20})
 
 
+TOLERANCES = {
+    r"{\Fgdt;j}%%v{\Fgdt;n}0.10{\Fgdt;m}%%vA%%vB%%v": ["\u2316 | \u00d80.10\u24c2 | A | B"],
+    r"{\Fgdt;b}%%v%%v0.5 %%p1^J{\fgdt;t}%%vend %%v%%v^J^J%%vC": ["\u27c2 | 0.5 \u00b11", "\u2330 | end", "C"],
+    "%%v%%v": [],
+}
+
+
+def in_each_place(space, name, add):
+    """What `add` puts into an owner, in model space and in blocks that are turned, mirrored, tilted and in a block in turn."""
+    block = space.doc.blocks.new(name)
+    nest = space.doc.blocks.new(name + "-NEST")
+    for owner in (space, block):
+        add(owner)
+    places = [{"rotation": 30}, {"xscale": -2, "yscale": 2, "zscale": 2}, {"extrusion": (0.3, -0.2, 0.9)}, {"extrusion": (0, 0, -1)}]
+    for number, place in enumerate(places):
+        space.add_blockref(name, (1000 * number, 500, 3), dxfattribs=place)
+    nest.add_blockref(name, (5, 6, 7), dxfattribs=places[1])
+    space.add_blockref(name + "-NEST", (0, 900), dxfattribs={"rotation": 200})
+
+
+def add_leaders(space, dice):
+    """Leaders with and without a hook below their text, straight and as splines, with what they say otherwise of their style."""
+    def add(owner):
+        for spline in (0, 1):
+            for override in ({}, {"dimtad": 0}, {"dimscale": 3, "dimgap": 2}):
+                for more in ({"annotation_type": 0, "text_width": 12}, {"hookline_direction": 0, "annotation_type": 0, "text_width": 7},
+                             {"annotation_type": 0, "horizontal_direction": (0.6, 0.8, 0), "text_width": 4}, {"has_hookline": 0}, {}):
+                    points = [vertex(dice) for _ in range(dice.randint(2, 5))]
+                    owner.add_leader(points, override=override, dxfattribs={"path_type": spline, "has_arrowhead": 0, **more})
+    in_each_place(space, "LEADERS", add)
+
+
+def add_multilines(space, dice):
+    style = space.doc.mline_styles.new("THREE")
+    for offset in (1.5, 0.25, -2):
+        style.elements.append(offset, color=256)
+
+    def add(owner):
+        for name in ("Standard", "THREE"):
+            for justification in (0, 1, 2):
+                for closed in (False, True):
+                    points = [(dice.uniform(-50, 50), dice.uniform(-50, 50)) for _ in range(dice.randint(3, 6))]
+                    owner.add_mline(points, close=closed, dxfattribs={
+                        "style_name": name, "justification": justification, "scale_factor": dice.uniform(0.5, 3)})
+    in_each_place(space, "MLINES", add)
+
+
+def add_notes(space, dice):
+    """Tolerances, tags, and columns of text as the newest release has them."""
+    space.doc.dimstyles.new("LARGE", dxfattribs={"dimtxt": 3, "dimscale": 2})
+
+    def add(owner):
+        for content in TOLERANCES:
+            for extrusion in ((0, 0, 1), (0, 0, -1)):
+                for style in ("Standard", "LARGE"):
+                    along = Vec3.from_deg_angle(dice.uniform(0, 360))
+                    owner.new_entity("TOLERANCE", {"insert": vertex(dice), "x_axis_vector": along, "content": content, "dimstyle": style,
+                                                   "extrusion": extrusion})
+        for height in (1, 3):
+            for attachment in range(1, 10):
+                place = {"insert": vertex(dice), "attachment_point": attachment, "char_height": height,
+                         "text_direction": Vec3.from_deg_angle(dice.uniform(0, 360))}
+                owner.add_mtext_static_columns(["one\\Ptwo\\P", "three", "four"], width=20, gutter_width=3, height=10, dxfattribs=place)
+                owner.add_mtext_dynamic_manual_height_columns("\\P".join("abcdefghijk"), 9, 1, [4 * height, 0, 9], dxfattribs=place)
+            owner.add_mtext_dynamic_auto_height_columns("\\P".join("abcdefghijk"), 9, 1, 5 * height, 3, dxfattribs={"char_height": height})
+
+    if space.doc.dxfversion >= "AC1032":
+        in_each_place(space, "NOTES", add)
+        for extrusion in EXTRUSIONS:
+            space.add_attdef("TAG", vertex(dice), "value", dxfattribs={
+                "rotation": dice.uniform(0, 360), "height": 3, "prompt": "Which?", "extrusion": extrusion, "halign": 1, "align_point": vertex(dice)})
+
+
+def add_multileaders(space, dice):
+    """Notes of a text and of a block, with several lines on each side, straight, as splines and hidden, in planes of their own."""
+    bubble = space.doc.blocks.new("BUBBLE", base_point=(1, 0))
+    bubble.add_circle((1, 1), 3)
+    bubble.add_attdef("NUMBER", (0, 0), "7")
+
+    def add(owner):
+        for number, extrusion in enumerate(EXTRUSIONS[:4] * 3):
+            plane = OCS(Vec3(extrusion).normalize())
+            ucs = UCS(Vec3(vertex(dice)), ux=plane.ux, uz=plane.uz).rotate_local_z(dice.uniform(0, 6))
+            text, block = owner.add_multileader_mtext("Standard"), owner.add_multileader_block("Standard")
+            text.set_content("one\\Ptwo", char_height=dice.uniform(1, 3), alignment=mleader.TextAlignment(number % 3 + 1))
+            block.set_content("BUBBLE", scale=2)
+            for builder in (text, block):
+                builder.set_leader_properties(leader_type=mleader.LeaderType((1, 2, 0)[number // 4]))
+                builder.set_connection_properties(landing_gap=1, dogleg_length=5)
+                for side in (mleader.ConnectionSide.left, mleader.ConnectionSide.right):
+                    for _ in range(2):
+                        builder.add_leader_line(side, [Vec2(dice.uniform(-60, 60), dice.uniform(-60, 60)) for _ in range(dice.randint(1, 3))])
+                builder.build(insert=Vec2(dice.uniform(-9, 9), 0), rotation=dice.uniform(0, 360), ucs=ucs)
+
+    add(space)
+    block = space.doc.blocks.new("NOTES-IN-BLOCK")
+    add(block)
+    for number, place in enumerate(({"rotation": 30}, {"xscale": -2, "yscale": 2, "zscale": 2}, {"extrusion": (0, 0, -1)})):
+        space.add_blockref("NOTES-IN-BLOCK", (1000 * number, 500, 3), dxfattribs=place)
+
+
 def generated(folder):
-    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches):
+    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_leaders, add_multilines, add_notes, add_multileaders):
         for release, form in (("R2000", "asc"), ("R2018", "bin"), ("R12", "bin")):
             if release != "R12" or maker is add_arcs:
                 document = ezdxf.new(release)

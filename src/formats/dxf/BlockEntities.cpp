@@ -34,17 +34,18 @@ BlockPlace PlaceOf(const EntityGroups& groups) {
           .stepY = finite(45)};
 }
 
-// Finds the block that the entity names, for drawing it. False where there is nothing to draw.
-bool FindBlock(EntityContext& context) {
+// Looks for a block that is to be drawn. False where there is nothing to draw.
+template <typename Find>
+bool FindBlock(EntityContext& context, std::string_view given, const Find& find) {
   DrawingBlocks& blocks = context.source.drawing.Blocks();
-  std::size_t number = blocks.Find(context.groups.Name());
+  std::size_t number = find(blocks);
   if (number == DrawingBlocks::kNone || !blocks.Block(number).defined) {
     context.source.drawing.LookForBlocks();
-    number = blocks.Find(context.groups.Name());
+    number = find(blocks);
   }
   const auto left = [&](WarningKind kind, const std::string& why) {
     std::string name;
-    context.source.drawing.Text().DecodeName(context.groups.Name(), name);
+    context.source.drawing.Text().DecodeName(given, name);
     Warn(context, kind, "block " + std::string(CutUtf8(name, kLongestShownName)) + why);
     return false;
   };
@@ -58,6 +59,12 @@ bool FindBlock(EntityContext& context) {
     return left(WarningKind::EmptyBlocks, " draws nothing, so nothing stands for it");
   context.insert.block = number;
   return true;
+}
+
+// Finds the block that the entity names.
+bool FindBlock(EntityContext& context) {
+  const std::string& name = context.groups.Name();
+  return FindBlock(context, name, [&](DrawingBlocks& blocks) { return blocks.Find(name); });
 }
 
 // A block that was inserted as a point: what it draws is counted.
@@ -122,6 +129,12 @@ bool MakeDimension(EntityContext& context, tEntity&) {
   return DrawOwnBlock(context, at);
 }
 
+void DrawBlockOfRecord(EntityContext& context, std::uint64_t record, const BlockPlace& at) {
+  context.insert.at = at;
+  const auto find = [&](DrawingBlocks& blocks) { return blocks.FindRecord(record); };
+  context.toDraw = FindBlock(context, "of record " + std::to_string(record), find);
+}
+
 void GatherTable(EntityContext& context) {
   bool cells = false;
   GatherWith(context, [&](int code) {
@@ -141,9 +154,15 @@ bool MakeTable(EntityContext& context, tEntity&) {
   return DrawOwnBlock(context, at);
 }
 
+void GatherAttributeDefinition(EntityContext& context) {
+  constexpr int kPrompt = 3;
+  GatherAttribute(context, kPrompt);
+}
+
 bool MakeAttributeDefinition(EntityContext& context, tEntity& element) {
   constexpr std::int32_t kConstant = 2;
   if (!context.source.inBlock) {
+    if (context.source.whole) return MakeTag(context, element);
     context.source.report.Undelivered(context.type);
     return false;
   }

@@ -202,10 +202,21 @@ void BlockExpansion::Load(Frame& frame) {
   if (atWork_ > kMostAtWork) LetGo();
 }
 
-// Lets go of the pieces of all but the innermost insert.
+// Lets go of the pieces of all but the innermost insert. One that can not be read again has come to its end, for an
+// insert is the last that it draws.
 void BlockExpansion::LetGo() {
   for (; loaded_ < depth_ - 1; ++loaded_) {
-    if (const auto piece = std::move(frames_[loaded_].piece)) atWork_ -= piece->bytes;
+    Frame& frame = frames_[loaded_];
+    const auto piece = std::move(frame.piece);
+    if (!piece) continue;
+    atWork_ -= piece->bytes;
+    if (!piece->isRest) continue;
+    const auto end = std::make_shared<Piece>();
+    end->isRest = true;
+    end->isLast = piece->isLast;
+    end->next = piece->next;
+    frame.piece = end;
+    frame.part = 0;
   }
 }
 
@@ -269,8 +280,6 @@ void BlockExpansion::AddParts(Piece& piece) {
   if (reader_.Read(scratch_)) {
     AddPart(piece, nullptr);
     if (reader_.IsOfArray()) piece.parts.back().insert.at = reader_.Array();
-  } else if (reader_.ToDraw() != nullptr) {
-    AddPart(piece, reader_.ToDraw());
   }
   AddWires(piece);
 }
@@ -284,17 +293,20 @@ void BlockExpansion::AddPart(Piece& piece, const BlockInsert* insert) {
                  scratch_.Text.size() + scratch_.Layer.size() + scratch_.LineStyle.size();
 }
 
-// Adds what the entity read last still draws, as far as the piece has room.
+// Adds what the entity read last still draws, as far as the piece has room; what it inserts comes last, for that takes
+// the reader from the rest.
 void BlockExpansion::AddWires(Piece& piece) {
   while (reader_.HasWires() && piece.parts.size() < kMostParts && piece.bytes < kPieceBytes) {
     scratch_.Reset();
     if (reader_.NextWire(scratch_)) AddPart(piece, nullptr);
   }
+  if (!reader_.HasWires() && reader_.ToDraw() != nullptr) AddPart(piece, reader_.ToDraw());
 }
 
 void BlockExpansion::GoOnWithWires(Frame& frame) {
   const auto piece = std::make_shared<Piece>();
   piece->bytes = sizeof(Piece);
+  piece->isRest = true;
   piece->isLast = frame.piece->isLast;
   piece->next = frame.piece->next;
   AddWires(*piece);

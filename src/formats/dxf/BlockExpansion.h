@@ -53,6 +53,7 @@ class BlockExpansion {
     std::int64_t passed = 0;  // entities that draw nothing
     bool isLast = true;
     bool wiresFollow = false;  // the entity read last draws more, which the reader holds
+    bool isRest = false;       // it is what one entity still draws, not what is read at a mark
     int scale = 0;             // for which it was drawn, as a power of 2; matters only where it has curves
     bool hasCurves = false;
     PieceMark next;         // where the block goes on

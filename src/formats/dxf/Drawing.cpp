@@ -31,12 +31,14 @@ void Drawing::TakeHeaderGroup(const GroupScanner& scanner) {
 void Drawing::TakeTableGroup(const GroupScanner& scanner) {
   if (scanner.Code() == 0) {
     EndEntry();
-    table_ = scanner.Keyword() == "LAYER"   ? Table::Layers
-             : scanner.Keyword() == "LTYPE" ? Table::LineTypes
-                                            : Table::Other;
+    table_ = scanner.Keyword() == "LAYER"      ? Table::Layers
+             : scanner.Keyword() == "LTYPE"    ? Table::LineTypes
+             : scanner.Keyword() == "DIMSTYLE" ? Table::DimensionStyles
+                                               : Table::Other;
     return;
   }
   if (table_ == Table::LineTypes) TakeLineTypeGroup(scanner);
+  if (table_ == Table::DimensionStyles) dimensions_.TakeGroup(scanner);
   if (table_ != Table::Layers) return;
   switch (scanner.Code()) {
     case 2:
@@ -74,6 +76,7 @@ void Drawing::TakeLineTypeGroup(const GroupScanner& scanner) {
 void Drawing::EndEntry() {
   if (table_ == Table::LineTypes && !lineType_.dashes.empty()) lineTypes_.push_back(std::move(lineType_));
   lineType_ = {};
+  if (table_ == Table::DimensionStyles) dimensions_.EndEntry();
   if (table_ == Table::Layers && !layerBytes_.empty() && byBytes_.find(layerBytes_) == byBytes_.end()) {
     text_.DecodeName(layerBytes_, read_.name);
     Add(layerBytes_, read_);

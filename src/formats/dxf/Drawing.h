@@ -13,6 +13,7 @@
 
 #include "core/element/LayerState.h"
 #include "core/element/LineType.h"
+#include "formats/dxf/DimensionStyles.h"
 #include "formats/dxf/DrawingBlocks.h"
 #include "formats/dxf/DrawingText.h"
 
@@ -49,6 +50,8 @@ class Drawing {
   /// The line types of the table that have a pattern.
   const std::vector<LineType>& LineTypes() const { return lineTypes_; }
 
+  const DimensionStyles& Dimensions() const { return dimensions_; }
+
   const DrawingText& Text() const { return text_; }
   DrawingBlocks& Blocks() { return blocks_; }
   /// How to read blocks that stand behind the entities. It is done once, for the first block that was not found.
@@ -78,12 +81,13 @@ class Drawing {
   double angleBase_ = 0;
   bool clockwise_ = false;
 
-  enum class Table { Other, Layers, LineTypes };
+  enum class Table { Other, Layers, LineTypes, DimensionStyles };
   Table table_ = Table::Other;  // that the entry being read is of
   std::string layerBytes_;
   DrawingLayer read_;
   LineType lineType_;
   std::vector<LineType> lineTypes_;
+  DimensionStyles dimensions_;
 
   std::deque<DrawingLayer> layers_;
   LayerIndex byBytes_, byFoldedName_;

@@ -1,6 +1,7 @@
 #include "formats/dxf/DrawingBlocks.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -31,6 +32,12 @@ std::int64_t Times(std::int64_t a, std::int64_t b) { return a != 0 && b > kMost 
 
 }  // namespace
 
+std::uint64_t HandleOf(std::string_view text) {
+  std::uint64_t handle = 0;
+  std::from_chars(text.data(), text.data() + text.size(), handle, 16);
+  return handle;
+}
+
 void DrawingBlocks::TakeGroup(const GroupScanner& scanner) {
   const int code = scanner.Code();
   if (code == 0) return BeginEntity(scanner);
@@ -41,6 +48,7 @@ void DrawingBlocks::TakeGroup(const GroupScanner& scanner) {
     if (code == 10) head_.base.x = number(0);
     if (code == 20) head_.base.y = number(0);
     if (code == 30) head_.base.z = number(0);
+    if (code == 330) record_ = HandleOf(scanner.Keyword());
   } else if (part_ == Part::Insert) {
     if (code == 2 && inserted_ == kNone) inserted_ = NumberOf(scanner.Keyword());
     if (code == 70) columns_ = std::max(scanner.Integer().value_or(1), 1);
@@ -60,6 +68,7 @@ void DrawingBlocks::BeginEntity(const GroupScanner& scanner) {
   if (EndsBlock(type)) {
     block_ = kNone;
     head_ = {};
+    record_ = 0;
     if (type == "BLOCK") part_ = Part::Head;
   } else if (block_ == kNone || type == "VERTEX" || type == "SEQEND") {
     return;
@@ -82,6 +91,7 @@ void DrawingBlocks::EndHead(const GroupScanner& scanner) {
   head_.contents = scanner.Mark();
   head_.name = CutUtf8(head_.name, kLongestName);
   blocks_[number] = head_;
+  if (record_ != 0) byRecord_.emplace(record_, number);
   if (!head_.elsewhere) block_ = number;
 }
 
@@ -165,6 +175,11 @@ std::size_t DrawingBlocks::Find(std::string_view name) {
   asked_ = name;
   answered_ = known == numbers_.end() ? kNone : known->second;
   return answered_;
+}
+
+std::size_t DrawingBlocks::FindRecord(std::uint64_t handle) const {
+  const auto known = byRecord_.find(handle);
+  return known == byRecord_.end() ? kNone : known->second;
 }
 
 const DrawingBlock& DrawingBlocks::Block(std::size_t number) {

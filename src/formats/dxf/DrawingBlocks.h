@@ -28,6 +28,9 @@ inline bool EndsBlock(std::string_view keyword) {
   return keyword == "ENDBLK" || keyword == "BLOCK" || keyword == "ENDSEC" || keyword == "SECTION" || keyword == "EOF";
 }
 
+/// A handle as drawings write it; 0 where it is none.
+std::uint64_t HandleOf(std::string_view text);
+
 /// Takes note of the definitions of the BLOCKS section. Names match without regard to the case of ASCII letters and the
 /// blanks around them; of several blocks of one name the first holds. The spaces of the drawing stand among the blocks
 /// and are none.
@@ -40,6 +43,8 @@ class DrawingBlocks {
 
   /// The number of a block by its name; kNone for one that the drawing neither defines nor inserts in another.
   std::size_t Find(std::string_view name);
+  /// The number of a block that is defined, by the handle of its record.
+  std::size_t FindRecord(std::uint64_t handle) const;
   /// A block by its number. An attribute definition counts as drawn only where it is constant; a block that inserts
   /// itself counts once.
   const DrawingBlock& Block(std::size_t number);
@@ -64,6 +69,7 @@ class DrawingBlocks {
   void CountNested();
 
   std::unordered_map<std::string, std::size_t> numbers_;  // of the blocks, by folded name
+  std::unordered_map<std::uint64_t, std::size_t> byRecord_;
   std::vector<DrawingBlock> blocks_;
   std::vector<Nested> nested_;  // those that have not been counted yet
   std::string folded_;
@@ -73,6 +79,7 @@ class DrawingBlocks {
   std::size_t block_ = kNone;  // the one that what is read belongs to
   Part part_ = Part::Other;
   DrawingBlock head_;             // as far as it has been read
+  std::uint64_t record_ = 0;      // that owns it
   std::size_t inserted_ = kNone;  // by the insert being read
   std::int64_t columns_ = 1, rows_ = 1;
 };

@@ -119,14 +119,16 @@ void AppendStacked(std::string_view stacked, std::string& text) {
 }
 
 // An inline code of an MTEXT at the front of the text, which begins with a backslash.
-bool TakeInlineCode(std::string_view& rest, std::string& text, char lineBreak) {
+bool TakeInlineCode(std::string_view& rest, std::string& text, char lineBreak, char columnBreak) {
   if (rest.size() < 2) return false;
   std::size_t length = 2;
   switch (rest[1]) {
     case 'P':
-    case 'N':
     case 'X':
       text += lineBreak;
+      break;
+    case 'N':
+      text += columnBreak;
       break;
     case '~':
       text += ' ';
@@ -235,7 +237,7 @@ void DrawingText::DecodeText(std::string_view bytes, std::string& text) const {
   }
 }
 
-void DrawingText::DecodeMText(std::string_view bytes, std::string& text, char lineBreak) const {
+void DrawingText::DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const {
   DecodePage(bytes, decoded_);
   text.clear();
   for (std::string_view rest = decoded_; !rest.empty();) {
@@ -244,7 +246,7 @@ void DrawingText::DecodeMText(std::string_view bytes, std::string& text, char li
     } else if (rest.starts_with("^J")) {
       text += lineBreak;
       rest.remove_prefix(2);
-    } else if (!TakeUnicode(rest, text) && !(rest[0] == '\\' && TakeInlineCode(rest, text, lineBreak)) &&
+    } else if (!TakeUnicode(rest, text) && !(rest[0] == '\\' && TakeInlineCode(rest, text, lineBreak, columnBreak)) &&
                !TakePercentCode(rest, text, upperHalf_) && !TakeCaretCode(rest, text)) {
       TakeLetter(rest, text);
     }

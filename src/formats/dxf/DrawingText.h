@@ -33,8 +33,8 @@ class DrawingText {
   void DecodeName(std::string_view bytes, std::string& text) const;
   /// The text of a TEXT or ATTRIB: also "%%d" and its like, and "^I" and its like for control characters.
   void DecodeText(std::string_view bytes, std::string& text) const;
-  /// The text of an MTEXT: also its inline codes; between two lines stands what is given.
-  void DecodeMText(std::string_view bytes, std::string& text, char lineBreak) const;
+  /// The text of an MTEXT: also its inline codes; between two lines and two columns stands what is given.
+  void DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const;
 
  private:
   void Take(const tesselink::CodePage& page);

@@ -12,7 +12,9 @@
 #include "core/element/VertexChains.h"
 #include "formats/dxf/DrawingColours.h"
 #include "formats/dxf/EntityGroups.h"
+#include "formats/dxf/MultileaderEntities.h"
 #include "formats/dxf/Placement.h"
+#include "formats/dxf/TextLines.h"
 
 namespace tesselink {
 
@@ -79,16 +81,19 @@ class Wires {
   std::size_t next_ = 0;
 };
 
-/// The lines of an MTEXT, delivered one by one.
-struct TextLines {
-  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-  std::string text;        ///< with a line feed between two
-  std::size_t at = kNone;  ///< where the next one begins
-  Vertex place, step;      ///< of the next one, and from one to the next
-  double angle = 0, size = 0;
-  std::int16_t just = 0;
+/// The vertices of an MLINE, each with how far along its miter the lines run.
+struct Multiline {
+  struct At {
+    Vertex place, miter;
+    std::size_t offsets = 0;  ///< where its own begin
+  };
+  std::vector<At> vertices;
+  std::vector<double> offsets;
 
-  bool HasNext() const { return at != kNone && at <= text.size(); }
+  void Clear() {
+    vertices.clear();
+    offsets.clear();
+  }
 };
 
 /// The entity being read. An element is made in `chain`; what an entity type gathers besides is here as well, so that
@@ -123,6 +128,8 @@ struct EntityContext {
   SplineCurve spline;
   std::string hatch;     ///< the handle of the last HATCH that became an area
   bool ofHatch = false;  ///< the entity says that it draws the edge of that HATCH, as this program writes it
+  Multiline multiline;
+  Multileader multileader;
 };
 
 }  // namespace tesselink

@@ -23,9 +23,9 @@ inline double NumberHere(EntityContext& context) { return context.groups.NumberO
 
 /// Hands every group's code to `own`, which tells whether it takes it, and to the common groups what it does not take.
 /// Left out are lists that an application put in braces, and the object that newer releases embed behind code 101: both
-/// use the same codes in other meanings.
-template <typename Own>
-void GatherWith(EntityContext& context, const Own& own) {
+/// use the same codes in other meanings. What is embedded may be handed to a function of its own.
+template <typename Own, typename Embedded>
+void GatherWith(EntityContext& context, const Own& own, const Embedded& embeddedGroup) {
   bool braces = false, embedded = false;
   while (NextGroup(context)) {
     const int code = context.source.scanner.Code();
@@ -33,10 +33,17 @@ void GatherWith(EntityContext& context, const Own& own) {
       embedded = true;
     } else if (code == 102) {
       braces = context.source.scanner.Text().starts_with('{');
-    } else if (!braces && !embedded && !own(code)) {
+    } else if (embedded) {
+      embeddedGroup(code);
+    } else if (!braces && !own(code)) {
       context.groups.Take(context.source.scanner);
     }
   }
+}
+
+template <typename Own>
+void GatherWith(EntityContext& context, const Own& own) {
+  GatherWith(context, own, [](int) {});
 }
 
 /// Gathers the common groups, which is all that most types need.

@@ -40,9 +40,9 @@ bool EntityReader::Read(tEntity& element) {
 std::int32_t EntityReader::RgbOf(const DrawingLayer& layer) { return tesselink::RgbOf(context_, layer); }
 
 bool EntityReader::NextWire(tEntity& element) {
-  if (!StoreWire(context_, element) && !StoreTextLine(context_, element)) return false;
-  StoreAttributes(context_, element);
-  return true;
+  const bool stored = StoreWire(context_, element) || StoreTextLine(context_, element);
+  if (stored || context_.toDraw) StoreAttributes(context_, element);
+  return stored;
 }
 
 // Counts an entity of a type that is no element.

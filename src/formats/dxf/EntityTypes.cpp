@@ -7,10 +7,14 @@
 #include "formats/dxf/CurveEntities.h"
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/HatchEntities.h"
+#include "formats/dxf/LeaderEntities.h"
 #include "formats/dxf/LineEntities.h"
+#include "formats/dxf/MultileaderEntities.h"
+#include "formats/dxf/MultilineEntities.h"
 #include "formats/dxf/PointEntities.h"
 #include "formats/dxf/PolylineEntities.h"
 #include "formats/dxf/TextEntities.h"
+#include "formats/dxf/ToleranceEntities.h"
 
 namespace tesselink {
 namespace {
@@ -23,8 +27,8 @@ constexpr std::array kTypes{
     EntityType{"POINT", GatherCommon, MakePoint},
     EntityType{"INSERT", GatherCommon, MakeInsert},
     EntityType{"TEXT", GatherCommon, MakeText},
-    EntityType{"MTEXT", GatherCommon, MakeMText},
-    EntityType{"ATTRIB", GatherCommon, MakeAttrib, true},
+    EntityType{"MTEXT", GatherMText, MakeMText},
+    EntityType{"ATTRIB", GatherAttrib, MakeAttrib, true},
     EntityType{"SEQEND", GatherCommon, nullptr, true},
     EntityType{"CIRCLE", GatherCommon, MakeCircle},
     EntityType{"ARC", GatherCommon, MakeArc},
@@ -36,8 +40,13 @@ constexpr std::array kTypes{
     EntityType{"DIMENSION", GatherCommon, MakeDimension},
     EntityType{"ARC_DIMENSION", GatherCommon, MakeDimension},
     EntityType{"ACAD_TABLE", GatherTable, MakeTable},
-    EntityType{"ATTDEF", GatherCommon, MakeAttributeDefinition},
+    EntityType{"ATTDEF", GatherAttributeDefinition, MakeAttributeDefinition},
     EntityType{"HATCH", GatherHatch, MakeHatch, false, true},
+    EntityType{"LEADER", GatherLeader, MakeLeader, false, true},
+    EntityType{"MULTILEADER", GatherMultileader, MakeMultileader, false, true},
+    EntityType{"MLEADER", GatherMultileader, MakeMultileader, false, true},
+    EntityType{"TOLERANCE", GatherTolerance, MakeTolerance, false, true},
+    EntityType{"MLINE", GatherMultiline, MakeMultiline, false, true},
 };
 
 }  // namespace

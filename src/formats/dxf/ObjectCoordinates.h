@@ -29,6 +29,10 @@ class ObjectCoordinates {
     return {v.x * x_.x + v.y * y_.x + v.z * n_.x, v.x * x_.y + v.y * y_.y + v.z * n_.y,
             v.x * x_.z + v.y * y_.z + v.z * n_.z};
   }
+  Vertex FromWorld(const Vertex& v) const {
+    if (IsTilted()) return {Along(v, x_), Along(v, y_), Along(v, n_)};
+    return ToWorld(v);
+  }
   /// The direction that an angle of the plane has on the map; degrees.
   double AngleToWorld(double degrees) const;
 
@@ -36,6 +40,8 @@ class ObjectCoordinates {
   const Vertex& Normal() const { return n_; }
 
  private:
+  static double Along(const Vertex& v, const Vertex& axis) { return v.x * axis.x + v.y * axis.y + v.z * axis.z; }
+
   enum class Facing { Up, Down, Tilted };
   Facing facing_ = Facing::Up;
   Vertex x_{1, 0, 0}, y_{0, 1, 0}, n_{0, 0, 1};

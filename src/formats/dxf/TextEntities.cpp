@@ -5,8 +5,8 @@
 #include <numbers>
 
 #include "core/element/Justification.h"
-#include "core/element/VertexAlgebra.h"
 #include "formats/dxf/Drawing.h"
+#include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
 
@@ -14,6 +14,9 @@ namespace tesselink {
 namespace {
 
 constexpr double kDegrees = 180 / std::numbers::pi;
+
+// Columns of an MTEXT: so many, or as many as the text fills.
+enum Columns : std::int32_t { kStatic = 1, kDynamic = 2 };
 
 // Group 72 of a TEXT.
 enum Horizontal : std::int32_t { kAligned = 3, kMiddle = 4, kFit = 5 };
@@ -37,43 +40,7 @@ void StoreHeight(const EntityContext& context, tEntity& element) {
   if (!std::isfinite(element.TextAng)) element.TextAng = 0;
 }
 
-bool IsBlank(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t' || c == '\n'; });
-}
-
-// Whether the font may be too wide for the width at which lines are broken: most have letters of more than half their
-// height.
-bool MayBeBroken(std::string_view text, double letters) {
-  double letter = 0;
-  for (const char c : text) {
-    const bool begins = (static_cast<unsigned char>(c) & 0xC0) != 0x80;
-    letter = c == '\n' ? 0 : letter + (begins ? 1 : 0);
-    if (letter > letters) return true;
-  }
-  return false;
-}
-
-// Lines stand 5/3 of the height apart, times the factor of the text; the place is that of the first line, of the middle
-// or of the last line. What is blank behind the last letter counts as lines, but none are made of it.
-void BeginLines(EntityContext& context, const tEntity& element, int row) {
-  TextLines& lines = context.lines;
-  const EntityGroups& groups = context.groups;
-  const double given = groups.Number(44, 1), width = groups.Number(41, 0);
-  const double apart = element.TextSize * 5 / 3 * (std::isfinite(given) && given > 0 ? given : 1);
-  const double angle = element.TextAng / kDegrees;
-  const Vertex up = Cross(ObjectCoordinates(groups.Extrusion()).Normal(), {std::cos(angle), std::sin(angle), 0});
-  const auto count = static_cast<double>(std::count(lines.text.begin(), lines.text.end(), '\n'));
-  if (width > 0 && MayBeBroken(lines.text, 2 * width / element.TextSize)) context.lost |= kLostBreaks;
-  while (!lines.text.empty() && IsBlank({&lines.text.back(), 1})) lines.text.pop_back();
-  lines.step = -apart * up;
-  lines.place = groups.Point(0) + 0.5 * row * count * apart * up;
-  lines.angle = element.TextAng;
-  lines.size = element.TextSize;
-  lines.just = element.TextJust;
-  lines.at = 0;
-}
-
-bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t vertical) {
+bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t vertical, const std::string& text) {
   const EntityGroups& groups = context.groups;
   const std::int32_t horizontal = groups.Integer(72, 0);
   const bool stretched = horizontal == kAligned || horizontal == kFit;
@@ -86,7 +53,7 @@ bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t verti
     const Vertex from = groups.Point(0), to = groups.Point(1);
     if (!(from == to)) angle = std::atan2(to.y - from.y, to.x - from.x) * kDegrees;
   }
-  drawing.Text().DecodeText(groups.Text(), element.Text);
+  drawing.Text().DecodeText(text, element.Text);
   element.TextAng = plane.AngleToWorld(angle);
   element.TextJust = JustificationOf(horizontal, vertical, kBaseline);
   if (!context.source.baselines && PlacementOf(element.TextJust).up == kBaseline) {
@@ -97,16 +64,63 @@ bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t verti
   return StorePoint(context, element, kText, plane.ToWorld(groups.Point(second ? 1 : 0)));
 }
 
+bool MakeAttribute(EntityContext& context, tEntity& element, const std::string& text) {
+  constexpr std::int32_t kInvisible = 1;
+  if ((context.groups.Integer(70, 0) & kInvisible) != 0) context.lost |= kLostHiding;
+  return MakePlacedText(context, element, context.groups.Integer(74, 0), text);
+}
+
 }  // namespace
 
 bool MakeText(EntityContext& context, tEntity& element) {
-  return MakePlacedText(context, element, context.groups.Integer(73, 0));
+  return MakePlacedText(context, element, context.groups.Integer(73, 0), context.groups.Text());
 }
 
 bool MakeAttrib(EntityContext& context, tEntity& element) {
-  constexpr std::int32_t kInvisible = 1;
-  if ((context.groups.Integer(70, 0) & kInvisible) != 0) context.lost |= kLostHiding;
-  return MakePlacedText(context, element, context.groups.Integer(74, 0));
+  return MakeAttribute(context, element, context.groups.Text());
+}
+
+bool MakeTag(EntityContext& context, tEntity& element) {
+  return MakeAttribute(context, element, context.groups.Name());
+}
+
+void GatherAttrib(EntityContext& context) { GatherAttribute(context, -1); }
+
+// Newer releases use codes of its text again, for what becomes of it when it has several lines.
+void GatherAttribute(EntityContext& context, int passed) {
+  bool isAttribute = false;
+  GatherWith(context, [&](int code) {
+    if (code == 100)
+      isAttribute = context.source.whole && context.source.scanner.Keyword().starts_with("AcDbAttribute");
+    const bool isPlace = code < 40 && (code % 10 == 0 || code % 10 == 1) && code >= 10;
+    return code == passed || (isAttribute && (isPlace || code == 71 || code == 72));
+  });
+}
+
+// Columns that stand in the text itself are embedded; older drawings have an MTEXT for each.
+void GatherMText(EntityContext& context) {
+  const GroupScanner& scanner = context.source.scanner;
+  TextColumns& columns = context.lines.columns;
+  columns.Clear();
+  std::int32_t kind = 0, count = 0;
+  bool isAutomatic = false;
+  double height = 0, width = 0;
+  const auto own = [](int) { return false; };
+  GatherWith(context, own, [&](int code) {
+    const double value = std::isfinite(scanner.Number()) ? scanner.Number() : 0;
+    if (code == 41) height = value;
+    if (code == 44) width = value;
+    if (code == 45) columns.gutter = value;
+    if (code == 46) columns.heights.push_back(value);
+    if (code == 71) kind = scanner.Integer().value_or(0);
+    if (code == 72) count = scanner.Integer().value_or(0);
+    if (code == 73) isAutomatic = value != 0;
+    if (code == 74) columns.isReversed = value != 0;
+  });
+  if (kind != kStatic && kind != kDynamic) return;
+  columns.width = width;
+  columns.count = kind == kStatic || !isAutomatic ? static_cast<std::size_t>(std::max(count, 0)) : 0;
+  if (kind == kStatic || isAutomatic || columns.heights.empty()) columns.heights.assign(1, height);
 }
 
 bool MakeMText(EntityContext& context, tEntity& element) {
@@ -126,30 +140,19 @@ bool MakeMText(EntityContext& context, tEntity& element) {
   element.TextJust = JustificationCode({place % 3, kTop - 16 * (place / 3)});
   StoreHeight(context, element);
   if (!context.source.whole) {
-    drawing.Text().DecodeMText(groups.Text(), element.Text, ' ');
+    drawing.Text().DecodeMText(groups.Text(), element.Text, ' ', ' ');
     return StorePoint(context, element, kText, groups.Point(0));
   }
-  drawing.Text().DecodeMText(groups.Text(), context.lines.text, '\n');
-  BeginLines(context, element, place / 3);
+  drawing.Text().DecodeMText(groups.Text(), context.lines.text, '\n', context.lines.columns.width > 0 ? '\r' : '\n');
+  BeginLines(context, {.place = groups.Point(0),
+                       .normal = groups.Extrusion(),
+                       .angle = element.TextAng,
+                       .size = element.TextSize,
+                       .spacing = groups.Number(44, 1),
+                       .width = groups.Number(41, 0),
+                       .across = place % 3,
+                       .row = place / 3});
   return StoreTextLine(context, element);
-}
-
-bool StoreTextLine(EntityContext& context, tEntity& element) {
-  TextLines& lines = context.lines;
-  while (lines.HasNext()) {
-    const std::size_t end = std::min(lines.text.find('\n', lines.at), lines.text.size());
-    element.Text.assign(lines.text, lines.at, end - lines.at);
-    const Vertex place = lines.place;
-    lines.at = end + 1;
-    lines.place = lines.place + lines.step;
-    if (IsBlank(element.Text) && lines.HasNext()) continue;
-    element.TextAng = lines.angle;
-    element.TextSize = lines.size;
-    element.TextJust = lines.just;
-    if (StorePoint(context, element, kText, place)) return true;
-    lines.at = TextLines::kNone;  // the others lie nowhere either
-  }
-  return false;
 }
 
 }  // namespace tesselink

@@ -1,4 +1,4 @@
-// Entities that are texts: TEXT, ATTRIB and MTEXT.
+// Entities that are texts: TEXT, ATTRIB, ATTDEF and MTEXT.
 #pragma once
 
 namespace tesselink {
@@ -7,10 +7,15 @@ class tEntity;
 struct EntityContext;
 
 bool MakeText(EntityContext& context, tEntity& element);
+void GatherAttrib(EntityContext& context);
+/// Gathers an attribute or its definition, but for one code.
+void GatherAttribute(EntityContext& context, int passed);
 bool MakeAttrib(EntityContext& context, tEntity& element);
+/// An attribute definition as what it is in the drawing itself: its tag.
+bool MakeTag(EntityContext& context, tEntity& element);
+
+void GatherMText(EntityContext& context);
 /// Where the whole drawing is wanted, a text for each line, in place; the first is made at once.
 bool MakeMText(EntityContext& context, tEntity& element);
-/// The next line of an MTEXT; false when there is none left.
-bool StoreTextLine(EntityContext& context, tEntity& element);
 
 }  // namespace tesselink

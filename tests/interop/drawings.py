@@ -27,6 +27,7 @@ try:
     from ezdxf.path import from_hatch
 
     from generated_drawings import generated
+    from outlines import Outlines
 except ImportError as error:
     print(f"skipped: {error}")
     sys.exit(77)
@@ -357,10 +358,10 @@ class Reader:
         check(ours == theirs, f"text {element['Text'][:60]!r} is not {expected[:60]!r}")
 
 
-class BlockReader(Reader):
+class BlockReader(Outlines, Reader):
     """The same of a drawing whose blocks are drawn, with the colours of what they draw. ATTRIBs are no part of that."""
 
-    symbol, baseline, origin_counts = "", 0, True
+    symbol, baseline, origin_counts, deviation = "", 0, True, Deviation
 
     def __init__(self, elements, document):
         super().__init__(elements, document)
@@ -512,7 +513,7 @@ def main():
     faults = compared = unread = 0
     with tempfile.TemporaryDirectory() as folder:
         paths = [*generated(pathlib.Path(folder)), *sorted((options.data / "dxf").rglob("*.dxf"))]
-        drawn = (b"INSERT", b"DIMENSION", b"ACAD_TABLE", b"HATCH")
+        drawn = (b"INSERT", b"DIMENSION", b"ACAD_TABLE", b"HATCH", b"SOLID", b"TRACE", b"SHAPE", b"IMAGE", b"WIPEOUT")
         tasks = [(path, Reader) for path in paths]
         tasks += [(path, BlockReader) for path in paths if any(name in path.read_bytes() for name in drawn)]
         for path, reader_type in tasks:

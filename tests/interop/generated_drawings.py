@@ -5,6 +5,8 @@ import random
 import ezdxf
 from ezdxf.math import OCS, Vec3, closed_uniform_bspline
 
+from outlines import add_outlines
+
 EXTRUSIONS = [(0, 0, 1), (0, 0, -1), (0.3, -0.2, 0.9), (1, 0, 0), (0.01, 0.01, 1), (-0.5, 0.5, -0.7)]
 
 
@@ -129,7 +131,7 @@ def add_hatches(space, dice):
 
 
 def generated(folder):
-    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches):
+    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_outlines):
         for release, form in (("R2000", "asc"), ("R2018", "bin"), ("R12", "bin")):
             if release != "R12" or maker is add_arcs:
                 document = ezdxf.new(release)

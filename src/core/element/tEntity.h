@@ -38,15 +38,16 @@ struct CurveNumbers {
 enum class StyleSource : std::uint8_t { Own, Layer, Block };
 
 /// What the source of an element has and its reader could not put into it, as bits. The run counts it.
-enum ReadingLoss : std::uint8_t {
-  kLostArea = 1,      ///< that its chain is a ring
-  kLostParts = 2,     ///< that further elements are parts of the same; of the first of them
-  kLostBaseline = 4,  ///< that a text stands on its baseline
-  kLostCurve = 8,     ///< a curve, for which its chain stands
-  kLostDigits = 16,   ///< of z, radius and angles, beyond single precision
-  kLostHiding = 32,   ///< that the drawing does not show it
-  kLostPattern = 64,  ///< with what the area is filled
-  kLostBreaks = 128,  ///< where the font breaks a line of text
+enum ReadingLoss : std::uint32_t {
+  kLostArea = 1,       ///< that its chain is a ring
+  kLostParts = 2,      ///< that further elements are parts of the same; of the first of them
+  kLostBaseline = 4,   ///< that a text stands on its baseline
+  kLostCurve = 8,      ///< a curve, for which its chain stands
+  kLostDigits = 16,    ///< of z, radius and angles, beyond single precision
+  kLostHiding = 32,    ///< that the drawing does not show it
+  kLostPattern = 64,   ///< with what the area is filled
+  kLostBreaks = 128,   ///< where the font breaks a line of text
+  kLostPicture = 256,  ///< what an image shows or a wipeout hides
 };
 
 /// What an element has besides its vertices.
@@ -72,7 +73,7 @@ struct EntityAttributes {
   bool IsBlack = false;  ///< an RGB of 0 is black; else it is no colour
   StyleSource ColourFrom = StyleSource::Own, LineStyleFrom = StyleSource::Own;
 
-  std::uint8_t Lost = 0;    ///< of ReadingLoss; in the classic dialect too
+  std::uint32_t Lost = 0;   ///< of ReadingLoss; in the classic dialect too
   std::int64_t Record = 0;  ///< number, from 1, of the input's record that it came from; 0 where there are none
 };
 

@@ -31,6 +31,7 @@ constexpr std::array kRows{
     Row{kFirstOfReading * kLostHiding, WarningKind::Hidden},
     Row{kFirstOfReading * kLostPattern, WarningKind::Patterns},
     Row{kFirstOfReading * kLostBreaks, WarningKind::BrokenLines},
+    Row{kFirstOfReading * kLostPicture, WarningKind::Pictures},
 };
 
 bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && entity.Layer != "0"; }

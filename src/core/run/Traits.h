@@ -24,9 +24,9 @@ enum Trait : std::uint32_t {
   kHasSeveralPoints = 1024,   ///< a group of points
   kHasClosedMark = 2048,      ///< a chain that is marked as closed
 };
-using TraitSet = std::uint32_t;
+using TraitSet = std::uint64_t;
 /// The lowest of the bits in which a set holds those of ReadingLoss.
-inline constexpr TraitSet kFirstOfReading = TraitSet{1} << 24;
+inline constexpr TraitSet kFirstOfReading = TraitSet{1} << 32;
 
 /// Counts what the elements of a run had of the traits that its writer lacks, and what their reader could not put into
 /// them.

@@ -103,12 +103,12 @@ struct EntityContext {
   EntitySource source;
   DrawingColours colours;
 
-  std::string type;       ///< as it may be shown
-  EntityGroups groups;    ///< the common ones
-  bool atEnd = false;     ///< the file has ended
-  bool curved = false;    ///< a curve was drawn since it was set, so that elements depend on the tolerance
-  std::uint8_t lost = 0;  ///< of the entity, what its elements lack; bits of ReadingLoss
-  bool toDraw = false;    ///< the entity is an insert that is to be drawn, which `insert` tells
+  std::string type;        ///< as it may be shown
+  EntityGroups groups;     ///< the common ones
+  bool atEnd = false;      ///< the file has ended
+  bool curved = false;     ///< a curve was drawn since it was set, so that elements depend on the tolerance
+  std::uint32_t lost = 0;  ///< of the entity, what its elements lack; bits of ReadingLoss
+  bool toDraw = false;     ///< the entity is an insert that is to be drawn, which `insert` tells
   BlockInsert insert;
   bool inArray = false;  ///< attributes that follow are those of an array of inserts, at `array`
   BlockPlace array;

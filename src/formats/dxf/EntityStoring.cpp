@@ -9,6 +9,7 @@
 #include "core/run/Report.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReporting.h"
+#include "formats/dxf/RingNesting.h"
 
 namespace tesselink {
 namespace {
@@ -74,6 +75,16 @@ bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind, std
   return true;
 }
 
+// A ring that crosses itself runs clockwise where most of its area does.
+bool StoreArea(EntityContext& context, tEntity& element) {
+  VertexChain& ring = context.chain;
+  element.Closed = true;
+  const double area = DoubledArea(ring);
+  element.IsArea = context.source.whole && std::isfinite(area);
+  if (element.IsArea && area > 0) std::reverse(ring.begin(), ring.end());
+  return StoreChain(context, element, kPolyline);
+}
+
 bool StoreWire(EntityContext& context, tEntity& element) {
   while (context.wires.HasNext()) {
     const Wires::Wire& wire = context.wires.Next();
@@ -103,7 +114,7 @@ std::int32_t RgbOf(EntityContext& context, const DrawingLayer& layer) {
 void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
   constexpr int kVisibility = 60;
-  element.Lost |= static_cast<std::uint8_t>(context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0));
+  element.Lost |= context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0U);
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
   context.insert.layer = &layer;
   element.Layer = layer.name;

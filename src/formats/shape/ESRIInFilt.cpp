@@ -277,10 +277,10 @@ bool ESRIInFilt::DeliverShape(tEntity& entity) {
     }
   } else {
     if (records_.AtFirstPart()) {
-      lost_ = static_cast<std::uint8_t>((type.isArea ? kLostArea : 0) | (records_.Parts() > 1 ? kLostParts : 0));
+      lost_ = (type.isArea ? kLostArea : 0U) | (records_.Parts() > 1 ? kLostParts : 0U);
     }
     if (!records_.ReadPart(entity)) return false;
-    entity.Lost = std::exchange(lost_, std::uint8_t{0});
+    entity.Lost = std::exchange(lost_, 0U);
   }
   entity.Closed = reading_.closesPolygons && type.isClosed;
   SetAttributes(entity);

@@ -83,7 +83,7 @@ class ESRIInFilt final : public InputFilter {
 
   const ESRIReading& reading_;
   ShapeRecords records_;
-  std::uint8_t lost_ = 0;      // of the record, by what is delivered of it; see ReadingLoss
+  std::uint32_t lost_ = 0;     // of the record, by what is delivered of it; see ReadingLoss
   bool shapePending_ = false;  // of the current record, where it is delivered whole
   bool labelPending_ = false;
   // For the file that is open:

@@ -67,5 +67,32 @@ TEST_F(ImageTest, DamagedOnesAreLeftOutOrNoArea) {
   EXPECT_FALSE(ReadOne("0 WIPEOUT|24 5|10 0|20 0|11 1e308|21 0|12 0|22 1e308|13 1e308|23 1e308"_g).IsArea);
 }
 
+TEST_F(ImageTest, WhatElementsLookLikeIsNotedInBothDialects) {
+  const Groups styles = Section("TABLES",
+                                "0 TABLE|2 STYLE|0 STYLE|2 Standard|41 1|50 0|3 TXT.SHX|0 STYLE|2 Wide|41 2|50 15"
+                                "|3 arial.ttf|0 ENDTAB"_g);
+  const std::pair<Groups, std::uint32_t> cases[] = {
+      {"0 LINE|10 1|20 1|11 2|21 2|39 0|370 -1"_g, 0},
+      {"0 LINE|10 1|20 1|11 2|21 2|39 -4|370 25"_g, kLostThickness | kLostWeight},
+      {"0 LWPOLYLINE|43 0|10 1|20 1|40 0|41 0|10 2|20 2"_g, 0},
+      {"0 LWPOLYLINE|10 1|20 1|40 0|41 0.5|10 2|20 2"_g, kLostWidth},
+      {"0 POLYLINE|40 2|0 VERTEX|10 1|20 1"_g, kLostWidth},
+      {"0 POLYLINE|0 VERTEX|10 1|20 1|0 VERTEX|10 2|20 1|41 3"_g, kLostWidth},
+      {"0 TEXT|10 1|20 1|40 2|1 \\A a|41 1|51 0|73 1"_g, 0},
+      {"0 TEXT|10 1|20 1|40 2|1 %%Ua|41 0.8|51 10|7 WIDE|73 1"_g,
+       kLostFont | kLostSlant | kLostLetterWidth | kLostFormats},
+      {"0 TEXT|10 1|20 1|40 2|1 a|72 5|71 2|73 1"_g, kLostSlant | kLostLetterWidth},
+      {"0 MTEXT|10 1|20 1|40 2|1 a\\P\\\\b|41 0"_g, 0},
+      {"0 MTEXT|10 1|20 1|40 2|1 {\\fArial;a}|7 wide"_g, kLostFont | kLostSlant | kLostLetterWidth | kLostFormats}};
+  for (const Dialect dialect : {Dialect::Standard, Dialect::Classic}) {
+    rig.context.options.dialect = dialect;
+    for (const auto& [entity, lost] : cases) {
+      const auto found = ReadGroups(styles + Section("ENTITIES", entity) + kEnd);
+      ASSERT_FALSE(found.empty());
+      EXPECT_EQ(found[0].Lost, lost) << Lines(entity);
+    }
+  }
+}
+
 }  // namespace
 }  // namespace tesselink

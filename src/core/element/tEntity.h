@@ -39,15 +39,24 @@ enum class StyleSource : std::uint8_t { Own, Layer, Block };
 
 /// What the source of an element has and its reader could not put into it, as bits. The run counts it.
 enum ReadingLoss : std::uint32_t {
-  kLostArea = 1,       ///< that its chain is a ring
-  kLostParts = 2,      ///< that further elements are parts of the same; of the first of them
-  kLostBaseline = 4,   ///< that a text stands on its baseline
-  kLostCurve = 8,      ///< a curve, for which its chain stands
-  kLostDigits = 16,    ///< of z, radius and angles, beyond single precision
-  kLostHiding = 32,    ///< that the drawing does not show it
-  kLostPattern = 64,   ///< with what the area is filled
-  kLostBreaks = 128,   ///< where the font breaks a line of text
-  kLostPicture = 256,  ///< what an image shows or a wipeout hides
+  kLostArea = 1,               ///< that its chain is a ring
+  kLostParts = 2,              ///< that further elements are parts of the same; of the first of them
+  kLostBaseline = 4,           ///< that a text stands on its baseline
+  kLostCurve = 8,              ///< a curve, for which its chain stands
+  kLostDigits = 16,            ///< of z, radius and angles, beyond single precision
+  kLostHiding = 32,            ///< that the drawing does not show it
+  kLostPattern = 64,           ///< with what the area is filled
+  kLostBreaks = 128,           ///< where the font breaks a line of text
+  kLostPicture = 256,          ///< what an image shows or a wipeout hides
+  kLostWidth = 1 << 9,         ///< the width of its line
+  kLostThickness = 1 << 10,    ///< how far it is drawn out across its plane
+  kLostWeight = 1 << 11,       ///< the weight of its line
+  kLostFont = 1 << 12,         ///< of a text, other than the plainest
+  kLostSlant = 1 << 13,        ///< of its letters, or that they are mirrored
+  kLostLetterWidth = 1 << 14,  ///< beside that of the font
+  kLostFormats = 1 << 15,      ///< of parts of a text
+  kLostAppearance =
+      kLostWidth | kLostThickness | kLostWeight | kLostFont | kLostSlant | kLostLetterWidth | kLostFormats,
 };
 
 /// What an element has besides its vertices.

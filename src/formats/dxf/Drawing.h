@@ -44,6 +44,9 @@ class Drawing {
   /// The names of the layer table, in its order.
   std::vector<std::string> LayerNames() const;
 
+  /// What texts of a style lose by it: font, slant and width of letters, as bits of ReadingLoss.
+  std::uint32_t LostByStyle(std::string_view name) const;
+
   /// The line types of the table that have a pattern.
   const std::vector<LineType>& LineTypes() const { return lineTypes_; }
 
@@ -66,6 +69,7 @@ class Drawing {
 
   void EndEntry();
   void TakeLineTypeGroup(const GroupScanner& scanner);
+  void TakeStyleGroup(const GroupScanner& scanner);
   const DrawingLayer& Add(std::string_view bytes, DrawingLayer layer);
 
   Report& report_;
@@ -76,12 +80,16 @@ class Drawing {
   double angleBase_ = 0;
   bool clockwise_ = false;
 
-  enum class Table { Other, Layers, LineTypes };
+  enum class Table { Other, Layers, LineTypes, Styles };
   Table table_ = Table::Other;  // that the entry being read is of
   std::string layerBytes_;
   DrawingLayer read_;
   LineType lineType_;
   std::vector<LineType> lineTypes_;
+
+  std::string styleName_;
+  std::uint32_t styleLost_ = 0;
+  std::unordered_map<std::string, std::uint32_t, Hash, std::equal_to<>> styles_;  // by folded name
 
   std::deque<DrawingLayer> layers_;
   LayerIndex byBytes_, byFoldedName_;

@@ -115,6 +115,8 @@ void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
   constexpr int kVisibility = 60;
   element.Lost |= context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0U);
+  if (groups.Thickness() != 0) element.Lost |= kLostThickness;
+  if (groups.Weight() > 0) element.Lost |= kLostWeight;
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
   context.insert.layer = &layer;
   element.Layer = layer.name;

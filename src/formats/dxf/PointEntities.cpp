@@ -5,6 +5,7 @@
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReporting.h"
 #include "formats/dxf/EntityStoring.h"
+#include "formats/dxf/TextEntities.h"
 
 namespace tesselink {
 
@@ -22,6 +23,7 @@ bool MakeShape(EntityContext& context, tEntity& element) {
   context.source.drawing.Text().DecodeName(groups.Name(), element.Text);
   element.TextAng = std::isfinite(rotation) ? plane.AngleToWorld(rotation) : 0;
   element.TextSize = std::isfinite(size) && size != 0 ? size : 1;
+  NoteLetters(context);
   return StorePoint(context, element, kPoint, plane.ToWorld(groups.Point(0)));
 }
 

@@ -86,7 +86,8 @@ bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t verti
     const Vertex from = groups.Point(0), to = groups.Point(1);
     if (!(from == to)) angle = std::atan2(to.y - from.y, to.x - from.x) * kDegrees;
   }
-  drawing.Text().DecodeText(groups.Text(), element.Text);
+  NoteLetters(context);
+  if (drawing.Text().DecodeText(groups.Text(), element.Text)) context.lost |= kLostFormats;
   element.TextAng = plane.AngleToWorld(angle);
   element.TextJust = JustificationOf(horizontal, vertical, kBaseline);
   if (!context.source.baselines && PlacementOf(element.TextJust).up == kBaseline) {
@@ -98,6 +99,16 @@ bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t verti
 }
 
 }  // namespace
+
+// The style of a TEXT gives it the font alone; slant and width of its letters it has itself.
+void NoteLetters(EntityContext& context) {
+  constexpr std::int32_t kMirrored = 2 | 4;
+  const EntityGroups& groups = context.groups;
+  const double slant = groups.Number(51, 0), width = groups.Number(41, 1);
+  context.lost |= context.source.drawing.LostByStyle(groups.Style()) & kLostFont;
+  if (slant != 0 || (groups.Integer(71, 0) & kMirrored) != 0) context.lost |= kLostSlant;
+  if (width != 1 || groups.Integer(72, 0) == kFit) context.lost |= kLostLetterWidth;
+}
 
 bool MakeText(EntityContext& context, tEntity& element) {
   return MakePlacedText(context, element, context.groups.Integer(73, 0));
@@ -125,11 +136,10 @@ bool MakeMText(EntityContext& context, tEntity& element) {
   }
   element.TextJust = JustificationCode({place % 3, kTop - 16 * (place / 3)});
   StoreHeight(context, element);
-  if (!context.source.whole) {
-    drawing.Text().DecodeMText(groups.Text(), element.Text, ' ');
-    return StorePoint(context, element, kText, groups.Point(0));
-  }
-  drawing.Text().DecodeMText(groups.Text(), context.lines.text, '\n');
+  context.lost |= drawing.LostByStyle(groups.Style());
+  std::string& text = context.source.whole ? context.lines.text : element.Text;
+  if (drawing.Text().DecodeMText(groups.Text(), text, context.source.whole ? '\n' : ' ')) context.lost |= kLostFormats;
+  if (!context.source.whole) return StorePoint(context, element, kText, groups.Point(0));
   BeginLines(context, element, place / 3);
   return StoreTextLine(context, element);
 }

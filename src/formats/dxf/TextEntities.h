@@ -6,6 +6,8 @@ namespace tesselink {
 class tEntity;
 struct EntityContext;
 
+/// Notes what the letters of a TEXT, or a SHAPE, look like and its elements do not say.
+void NoteLetters(EntityContext& context);
 bool MakeText(EntityContext& context, tEntity& element);
 bool MakeAttrib(EntityContext& context, tEntity& element);
 /// Where the whole drawing is wanted, a text for each line, in place; the first is made at once.

@@ -30,6 +30,7 @@ try:
                                   closed_chain, compare_chains, distances, extent, inside, with_arcs)
     from drawing_notes import NotesReader
     from generated_drawings import generated
+    from outlines import Outlines
 except ImportError as error:
     print(f"skipped: {error}")
     sys.exit(77)
@@ -277,10 +278,10 @@ class Reader:
         check(ours == theirs, f"text {element['Text'][:60]!r} is not {expected[:60]!r}")
 
 
-class BlockReader(NotesReader, Reader):
+class BlockReader(NotesReader, Outlines, Reader):
     """The same of a drawing whose blocks are drawn, with the colours of what they draw. ATTRIBs are no part of that."""
 
-    symbol, baseline, origin_counts = "", 0, True
+    symbol, baseline, origin_counts, deviation = "", 0, True, Deviation
 
     def __init__(self, elements, document):
         super().__init__(elements, document)
@@ -436,7 +437,7 @@ def main():
     agreed = set(EXPLAINED)
     with tempfile.TemporaryDirectory() as folder:
         paths = [*generated(pathlib.Path(folder)), *sorted((options.data / "dxf").rglob("*.dxf"))]
-        drawn = re.compile(rb"(?<![A-Z])(INSERT|DIMENSION|ACAD_TABLE|HATCH|LEADER|MULTILEADER|MLINE|TOLERANCE|ATTDEF|Embedded Object)[\r\n\0]")
+        drawn = re.compile(rb"(?<![A-Z])(INSERT|SOLID|TRACE|SHAPE|IMAGE|WIPEOUT|DIMENSION|ACAD_TABLE|HATCH|LEADER|MULTILEADER|MLINE|TOLERANCE|ATTDEF|Embedded Object)[\r\n\0]")
         tasks = [(path, Reader) for path in paths]
         tasks += [(path, BlockReader) for path in paths if drawn.search(path.read_bytes())]
         for path, reader_type in tasks:

@@ -6,6 +6,8 @@ import ezdxf
 from ezdxf.math import OCS, UCS, Vec2, Vec3, closed_uniform_bspline
 from ezdxf.render import mleader
 
+from outlines import add_outlines
+
 EXTRUSIONS = [(0, 0, 1), (0, 0, -1), (0.3, -0.2, 0.9), (1, 0, 0), (0.01, 0.01, 1), (-0.5, 0.5, -0.7)]
 
 
@@ -231,7 +233,8 @@ def add_multileaders(space, dice):
 
 
 def generated(folder):
-    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_leaders, add_multilines, add_notes, add_multileaders):
+    for maker in (add_arcs, add_polylines, add_ellipses, add_splines, add_texts, add_blocks, add_hatches, add_outlines, add_leaders, add_multilines, add_notes,
+                  add_multileaders):
         for release, form in (("R2000", "asc"), ("R2018", "bin"), ("R12", "bin")):
             if release != "R12" or maker is add_arcs:
                 document = ezdxf.new(release)

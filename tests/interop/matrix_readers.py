@@ -138,7 +138,7 @@ def from_cat(e):
     curve = kind in (CIRCLE, ARC)
     angled = kind in (POINT, TEXT)
     return Element(
-        kind, xyz, e["Layer"], e["Text"] if angled else "", number(e["TextSize"]) if kind == TEXT else 0.0,
+        kind, xyz, e["Layer"], e["Text"] if angled else "", number(e["TextSize"]) if kind in (POINT, TEXT) else 0.0,
         number(e["TextAng"]) if angled else 0.0, e["TextJust"] if kind == TEXT else 0, e["Closed"], e["Colour"],
         tuple(e["RGB"] >> shift & 255 for shift in (0, 8, 16)), e["LineStyle"], e["CDFCode"],
         number(e["Rad"]) if curve else None, number(e["AngStart"]) if kind == ARC else None,

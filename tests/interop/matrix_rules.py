@@ -202,13 +202,13 @@ def in_point_file(elements):
     """Points stand in a file of their own, with a name and a number."""
     yield from (e for e in elements if e.kind != POINT)
     for number, e in enumerate((e for e in elements if e.kind == POINT), 1):
-        yield e.but(text=decoded(raw(f"DXF Point ({e.text or e.layer}) {number}")[:40].rstrip(b" ")[11:]), angle=0.0)
+        yield e.but(text=decoded(raw(f"DXF Point ({e.text or e.layer}) {number}")[:40].rstrip(b" ")[11:]), angle=0.0, size=0.0)
 
 
 # ---- what the formats hold
 
 TOGETHER = ("groups of points", each(lambda e: [e.but(xyz=(v,)) for v in e.xyz] if e.kind == POINT and len(e.xyz) > 1 else e))
-SYMBOLS = ("symbols", when(lambda e: e.kind == POINT and (e.text not in ("", "NOSTATUS") or e.angle), text="NOSTATUS", angle=0.0))
+SYMBOLS = ("symbols", when(lambda e: e.kind == POINT and (e.text not in ("", "NOSTATUS") or e.angle), text="NOSTATUS", angle=0.0, size=0.0))
 LINE_TYPES = ("line types", when(lambda e: e.style.upper() not in ("", "CONTINUOUS"), style="CONTINUOUS"))
 CODES = ("entity codes", when(lambda e: e.code and not e.code.startswith(NO_CODE), code=NO_CODE))
 ATTRIBUTES = ("attributes", when(always, values=None))

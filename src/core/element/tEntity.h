@@ -47,7 +47,17 @@ enum ReadingLoss : std::uint32_t {
   kLostHiding = 32,            ///< that the drawing does not show it
   kLostPattern = 64,           ///< with what the area is filled
   kLostBreaks = 128,           ///< where the font breaks a line of text
-  kLostLayerHiding = 1 << 15,  ///< that its layer is off or frozen
+  kLostPicture = 256,          ///< what an image shows or a wipeout hides
+  kLostWidth = 1 << 9,         ///< the width of its line
+  kLostThickness = 1 << 10,    ///< how far it is drawn out across its plane
+  kLostWeight = 1 << 11,       ///< the weight of its line
+  kLostFont = 1 << 12,         ///< of a text, other than the plainest
+  kLostSlant = 1 << 13,        ///< of its letters, or that they are mirrored
+  kLostLetterWidth = 1 << 14,  ///< beside that of the font
+  kLostFormats = 1 << 15,      ///< of parts of a text
+  kLostAppearance =
+      kLostWidth | kLostThickness | kLostWeight | kLostFont | kLostSlant | kLostLetterWidth | kLostFormats,
+  kLostLayerHiding = 1 << 16,  ///< that its layer is off or frozen
 };
 
 /// What an element has besides its vertices.

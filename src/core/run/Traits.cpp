@@ -32,6 +32,22 @@ constexpr std::array kRows{
     Row{kFirstOfReading * kLostLayerHiding, WarningKind::HiddenLayers},
     Row{kFirstOfReading * kLostPattern, WarningKind::Patterns},
     Row{kFirstOfReading * kLostBreaks, WarningKind::BrokenLines},
+    Row{kFirstOfReading * kLostPicture, WarningKind::Pictures},
+    Row{kFirstOfReading * kLostAppearance, WarningKind::Appearance},
+};
+
+struct Looks {
+  ReadingLoss lost;
+  std::string_view name;
+};
+constexpr std::array kLooks{
+    Looks{kLostWidth, "line widths"},
+    Looks{kLostThickness, "thickness"},
+    Looks{kLostWeight, "line weights"},
+    Looks{kLostFont, "fonts"},
+    Looks{kLostSlant, "slant of letters"},
+    Looks{kLostLetterWidth, "widths of letters"},
+    Looks{kLostFormats, "formats within texts"},
 };
 
 bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && entity.Layer != "0"; }
@@ -70,7 +86,20 @@ TraitSet TraitLosses::Of(const tEntity& entity) {
   return found;
 }
 
+// All of that is told in one line, which names what has occurred.
+void TraitLosses::NameLooks(std::uint32_t lost) {
+  looks_ |= lost;
+  std::string names;
+  for (const auto& [bit, name] : kLooks) {
+    const bool isLast = (looks_ & ~(2 * bit - 1)) == 0;
+    if ((looks_ & bit) != 0) names.append(names.empty() ? "" : isLast ? " and " : ", ").append(name);
+  }
+  losses_.Describe(WarningKind::Appearance, {}, "elements that came without their " + names);
+}
+
 void TraitLosses::CountEach(TraitSet traits) {
+  const auto looks = static_cast<std::uint32_t>(traits / kFirstOfReading) & kLostAppearance;
+  if ((looks & ~looks_) != 0) NameLooks(looks);
   for (const Row& row : kRows) {
     if ((traits & row.trait) != 0) losses_.Add(row.kind);
   }

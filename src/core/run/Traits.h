@@ -45,12 +45,14 @@ class TraitLosses {
  private:
   void CountEach(TraitSet traits);
   bool IsNamed(std::int32_t rgb);
+  void NameLooks(std::uint32_t lost);
 
   TraitSet lacking_;
   std::uint32_t kept_;
   Losses& losses_;
   std::int32_t asked_ = 0;  // the colour asked for last, and what was answered
   bool named_ = true;
+  std::uint32_t looks_ = 0;  // of kLostAppearance, what has been counted
 };
 
 }  // namespace tesselink

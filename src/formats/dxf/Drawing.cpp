@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "core/element/tEntity.h"
 #include "core/io/Text.h"
 #include "core/run/Report.h"
 #include "formats/dxf/GroupScanner.h"
@@ -33,11 +34,13 @@ void Drawing::TakeTableGroup(const GroupScanner& scanner) {
     EndEntry();
     table_ = scanner.Keyword() == "LAYER"      ? Table::Layers
              : scanner.Keyword() == "LTYPE"    ? Table::LineTypes
+             : scanner.Keyword() == "STYLE"    ? Table::Styles
              : scanner.Keyword() == "DIMSTYLE" ? Table::DimensionStyles
                                                : Table::Other;
     return;
   }
   if (table_ == Table::LineTypes) TakeLineTypeGroup(scanner);
+  if (table_ == Table::Styles) TakeStyleGroup(scanner);
   if (table_ == Table::DimensionStyles) dimensions_.TakeGroup(scanner);
   if (table_ != Table::Layers) return;
   switch (scanner.Code()) {
@@ -73,7 +76,27 @@ void Drawing::TakeLineTypeGroup(const GroupScanner& scanner) {
   }
 }
 
+// The font of a drawing that names none is txt, which is also that of the drawings that are written.
+void Drawing::TakeStyleGroup(const GroupScanner& scanner) {
+  const std::string_view text = scanner.Keyword();
+  const double number = scanner.Number();
+  if (scanner.Code() == 2) styleName_ = LowerCase(text);
+  if (scanner.Code() == 3 && !text.empty() && !EqualsIgnoringCase(text, "txt") &&
+      !EqualsIgnoringCase(text, "txt.shx")) {
+    styleLost_ |= kLostFont;
+  }
+  if (scanner.Code() == 41 && number > 0 && number != 1) styleLost_ |= kLostLetterWidth;
+  if (scanner.Code() == 50 && std::isfinite(number) && number != 0) styleLost_ |= kLostSlant;
+}
+
+std::uint32_t Drawing::LostByStyle(std::string_view name) const {
+  if (styles_.empty()) return 0;
+  const auto found = styles_.find(LowerCase(name.empty() ? "standard" : name));
+  return found == styles_.end() ? 0 : found->second;
+}
+
 void Drawing::EndEntry() {
+  if (table_ == Table::Styles) styles_.emplace(std::exchange(styleName_, {}), std::exchange(styleLost_, 0U));
   if (table_ == Table::LineTypes && !lineType_.dashes.empty()) lineTypes_.push_back(std::move(lineType_));
   lineType_ = {};
   if (table_ == Table::DimensionStyles) dimensions_.EndEntry();

@@ -47,6 +47,9 @@ class Drawing {
   /// Those layers of the table that are off, frozen or locked.
   std::vector<LayerState> LayerStates() const;
 
+  /// What texts of a style lose by it: font, slant and width of letters, as bits of ReadingLoss.
+  std::uint32_t LostByStyle(std::string_view name) const;
+
   /// The line types of the table that have a pattern.
   const std::vector<LineType>& LineTypes() const { return lineTypes_; }
 
@@ -71,6 +74,7 @@ class Drawing {
 
   void EndEntry();
   void TakeLineTypeGroup(const GroupScanner& scanner);
+  void TakeStyleGroup(const GroupScanner& scanner);
   const DrawingLayer& Add(std::string_view bytes, DrawingLayer layer);
 
   Report& report_;
@@ -81,13 +85,17 @@ class Drawing {
   double angleBase_ = 0;
   bool clockwise_ = false;
 
-  enum class Table { Other, Layers, LineTypes, DimensionStyles };
+  enum class Table { Other, Layers, LineTypes, Styles, DimensionStyles };
   Table table_ = Table::Other;  // that the entry being read is of
   std::string layerBytes_;
   DrawingLayer read_;
   LineType lineType_;
   std::vector<LineType> lineTypes_;
   DimensionStyles dimensions_;
+
+  std::string styleName_;
+  std::uint32_t styleLost_ = 0;
+  std::unordered_map<std::string, std::uint32_t, Hash, std::equal_to<>> styles_;  // by folded name
 
   std::deque<DrawingLayer> layers_;
   LayerIndex byBytes_, byFoldedName_;

@@ -169,6 +169,18 @@ bool TakeInlineCode(std::string_view& rest, std::string& text, char lineBreak, c
   return true;
 }
 
+// Whether a switch of lines under, over or through letters follows.
+bool BeginsLine(std::string_view rest) {
+  return rest.size() > 2 && rest.starts_with("%%") &&
+         std::string_view("uUoOkK").find(rest[2]) != std::string_view::npos;
+}
+
+// Whether an inline code follows that changes how letters look or stand.
+bool BeginsFormat(std::string_view rest) {
+  return rest.size() > 1 && rest[0] == '\\' &&
+         std::string_view("LlOoKkACcFfHQTWpS").find(rest[1]) != std::string_view::npos;
+}
+
 }  // namespace
 
 DrawingText::DrawingText() : upperHalf_(Windows1252()) {}
@@ -227,20 +239,25 @@ void DrawingText::DecodeName(std::string_view bytes, std::string& text) const {
   }
 }
 
-void DrawingText::DecodeText(std::string_view bytes, std::string& text) const {
+bool DrawingText::DecodeText(std::string_view bytes, std::string& text) const {
   DecodePage(bytes, decoded_);
   text.clear();
+  bool formats = false;
   for (std::string_view rest = decoded_; !rest.empty();) {
+    formats = formats || BeginsLine(rest);
     if (!TakeUnicode(rest, text) && !TakePercentCode(rest, text, upperHalf_) && !TakeCaretCode(rest, text)) {
       TakeLetter(rest, text);
     }
   }
+  return formats;
 }
 
-void DrawingText::DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const {
+bool DrawingText::DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const {
   DecodePage(bytes, decoded_);
   text.clear();
+  bool formats = false;
   for (std::string_view rest = decoded_; !rest.empty();) {
+    formats = formats || BeginsLine(rest) || BeginsFormat(rest);
     if (rest[0] == '{' || rest[0] == '}') {
       rest.remove_prefix(1);
     } else if (rest.starts_with("^J")) {
@@ -251,6 +268,7 @@ void DrawingText::DecodeMText(std::string_view bytes, std::string& text, char li
       TakeLetter(rest, text);
     }
   }
+  return formats;
 }
 
 }  // namespace tesselink

@@ -28,13 +28,13 @@ class DrawingText {
   /// Whether bytes were no letters of the code page, so that U+FFFD stands for them.
   bool HadOtherBytes() const { return otherBytes_; }
 
-  /// Each function replaces `text` by the decoded bytes.
+  /// Each function replaces `text` by the decoded bytes; those of texts say whether formats are left out of it.
   /// A name: the code page, and "\U+XXXX" for any letter.
   void DecodeName(std::string_view bytes, std::string& text) const;
   /// The text of a TEXT or ATTRIB: also "%%d" and its like, and "^I" and its like for control characters.
-  void DecodeText(std::string_view bytes, std::string& text) const;
+  bool DecodeText(std::string_view bytes, std::string& text) const;
   /// The text of an MTEXT: also its inline codes; between two lines and two columns stands what is given.
-  void DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const;
+  bool DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const;
 
  private:
   void Take(const tesselink::CodePage& page);

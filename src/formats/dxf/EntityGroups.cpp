@@ -10,13 +10,15 @@ void EntityGroups::Begin(std::int64_t place) {
   place_ = place;
   given_.reset();
   points_ = {};
-  elevation_ = 0;
+  elevation_ = thickness_ = 0;
+  weight_ = 0;
   extrusion_ = {0, 0, 1};
   trueColour_.reset();
   layer_.assign(1, '0');
   lineType_.clear();
   name_.clear();
   text_.clear();
+  style_.clear();
   wrong_ = 0;
 }
 
@@ -52,12 +54,18 @@ void EntityGroups::Take(const GroupScanner& scanner) {
       case 6:
         lineType_ = scanner.Text();
         break;
+      case 7:
+        style_ = scanner.Keyword();
+        break;
       case 8:
         layer_ = scanner.Text();
         if (layer_.empty()) layer_.assign(1, '0');
         break;
       case 38:
         elevation_ = NumberOf(scanner);
+        break;
+      case 39:
+        thickness_ = NumberOf(scanner);
         break;
       case 210:
         extrusion_.x = NumberOf(scanner);
@@ -67,6 +75,9 @@ void EntityGroups::Take(const GroupScanner& scanner) {
         break;
       case 230:
         extrusion_.z = NumberOf(scanner);
+        break;
+      case 370:
+        weight_ = scanner.Integer().value_or(0);
         break;
       case 420:
         trueColour_ = scanner.Integer();

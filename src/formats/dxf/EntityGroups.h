@@ -39,6 +39,9 @@ class EntityGroups {
     return Has(code) ? integers_[static_cast<std::size_t>(code - 60)] : otherwise;
   }
   double Elevation() const { return elevation_; }
+  double Thickness() const { return thickness_; }      ///< code 39
+  std::int32_t Weight() const { return weight_; }      ///< code 370; below 0 where it is not the entity's own
+  const std::string& Style() const { return style_; }  ///< code 7, of texts
   const Vertex& Extrusion() const { return extrusion_; }
   const std::optional<std::int32_t>& TrueColour() const { return trueColour_; }
   const std::string& Layer() const { return layer_; }        ///< code 8
@@ -52,10 +55,11 @@ class EntityGroups {
   std::array<Vertex, kPoints> points_{};
   std::array<double, 20> numbers_{};
   std::array<std::int32_t, 20> integers_{};
-  double elevation_ = 0;
+  double elevation_ = 0, thickness_ = 0;
+  std::int32_t weight_ = 0;
   Vertex extrusion_{0, 0, 1};
   std::optional<std::int32_t> trueColour_;
-  std::string layer_, lineType_, name_, text_;
+  std::string layer_, lineType_, name_, text_, style_;
 };
 
 }  // namespace tesselink

@@ -9,6 +9,7 @@
 #include "core/run/Report.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReporting.h"
+#include "formats/dxf/RingNesting.h"
 
 namespace tesselink {
 namespace {
@@ -74,6 +75,16 @@ bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind, std
   return true;
 }
 
+// A ring that crosses itself runs clockwise where most of its area does.
+bool StoreArea(EntityContext& context, tEntity& element) {
+  VertexChain& ring = context.chain;
+  element.Closed = true;
+  const double area = DoubledArea(ring);
+  element.IsArea = context.source.whole && std::isfinite(area);
+  if (element.IsArea && area > 0) std::reverse(ring.begin(), ring.end());
+  return StoreChain(context, element, kPolyline);
+}
+
 bool StoreWire(EntityContext& context, tEntity& element) {
   while (context.wires.HasNext()) {
     const Wires::Wire& wire = context.wires.Next();
@@ -103,6 +114,8 @@ std::int32_t RgbOf(EntityContext& context, const DrawingLayer& layer) {
 void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
   constexpr int kVisibility = 60;
+  if (groups.Thickness() != 0) element.Lost |= kLostThickness;
+  if (groups.Weight() > 0) element.Lost |= kLostWeight;
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
   element.Lost |= context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0U) |
                   (layer.IsHidden() ? kLostLayerHiding : 0U);

@@ -16,6 +16,8 @@ bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind, std
 inline bool StoreChain(EntityContext& context, tEntity& element, std::int16_t kind) {
   return StoreChain(context, element, kind, 0, context.chain.size());
 }
+/// The whole chain, a ring that ends on its first vertex, as an area; in readings without areas as a closed chain.
+bool StoreArea(EntityContext& context, tEntity& element);
 /// The next wire that has vertices; false when there is none.
 bool StoreWire(EntityContext& context, tEntity& element);
 /// A single vertex.

@@ -7,6 +7,7 @@
 #include "formats/dxf/CurveEntities.h"
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/HatchEntities.h"
+#include "formats/dxf/ImageEntities.h"
 #include "formats/dxf/LeaderEntities.h"
 #include "formats/dxf/LineEntities.h"
 #include "formats/dxf/MultileaderEntities.h"
@@ -41,6 +42,10 @@ constexpr std::array kTypes{
     EntityType{"ARC_DIMENSION", GatherCommon, MakeDimension},
     EntityType{"ACAD_TABLE", GatherTable, MakeTable},
     EntityType{"ATTDEF", GatherAttributeDefinition, MakeAttributeDefinition},
+    EntityType{"3DLINE", GatherCommon, MakeLine, false, true},
+    EntityType{"SHAPE", GatherCommon, MakeShape, false, true},
+    EntityType{"IMAGE", GatherImage, MakeImage, false, true},
+    EntityType{"WIPEOUT", GatherImage, MakeWipeout, false, true},
     EntityType{"HATCH", GatherHatch, MakeHatch, false, true},
     EntityType{"LEADER", GatherLeader, MakeLeader, false, true},
     EntityType{"MULTILEADER", GatherMultileader, MakeMultileader, false, true},

@@ -8,9 +8,8 @@
 namespace tesselink {
 namespace {
 
-// The outline through three or four corners, named in the order in which it goes through them.
-bool MakeOutline(EntityContext& context, tEntity& element, const std::array<int, 4>& order,
-                 const ObjectCoordinates& plane) {
+// Makes the chain go round three or four corners, named in their order on the way.
+bool GoRound(EntityContext& context, const std::array<int, 4>& order) {
   const EntityGroups& groups = context.groups;
   VertexChain& chain = context.chain;
   const bool triangle = !groups.Has(13) || groups.Point(3) == groups.Point(2);
@@ -19,9 +18,7 @@ bool MakeOutline(EntityContext& context, tEntity& element, const std::array<int,
   }
   if (chain.size() < 3) return Damaged(context, "has fewer than three corners");
   chain.push_back(Vertex(chain.front()));
-  ToWorld(context, plane);
-  element.Closed = true;
-  return StoreChain(context, element, kPolyline);
+  return true;
 }
 
 }  // namespace
@@ -37,11 +34,16 @@ bool MakeLine(EntityContext& context, tEntity& element) {
   return StoreChain(context, element, kLine);
 }
 
-bool MakeFace(EntityContext& context, tEntity& element) { return MakeOutline(context, element, {0, 1, 2, 3}, {}); }
+bool MakeFace(EntityContext& context, tEntity& element) {
+  element.Closed = true;
+  return GoRound(context, {0, 1, 2, 3}) && StoreChain(context, element, kPolyline);
+}
 
 // The corners of a solid go across: first, second, fourth, third.
 bool MakeSolid(EntityContext& context, tEntity& element) {
-  return MakeOutline(context, element, {0, 1, 3, 2}, ObjectCoordinates(context.groups.Extrusion()));
+  if (!GoRound(context, {0, 1, 3, 2})) return false;
+  ToWorld(context, ObjectCoordinates(context.groups.Extrusion()));
+  return StoreArea(context, element);
 }
 
 }  // namespace tesselink

@@ -1,4 +1,4 @@
-// Entities with straight edges between points of their own: LINE, 3DFACE, SOLID and TRACE.
+// Entities with straight edges between points of their own: LINE, 3DLINE, 3DFACE, SOLID and TRACE.
 #pragma once
 
 namespace tesselink {

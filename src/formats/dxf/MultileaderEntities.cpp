@@ -204,7 +204,8 @@ void DrawLines(EntityContext& context) {
 void BeginText(EntityContext& context) {
   Multileader& note = context.multileader;
   context.lines.columns.Clear();
-  context.source.drawing.Text().DecodeMText(note.text, context.lines.text, '\n', '\n');
+  if (context.source.drawing.Text().DecodeMText(note.text, context.lines.text, '\n', '\n'))
+    context.lost |= kLostFormats;
   TextBlock& place = note.place;
   if (IsFinite(note.along)) place.angle = std::atan2(note.along.y, note.along.x) / kRadians;
   BeginLines(context, place);

@@ -64,7 +64,8 @@ Placement BlockPlace::PlacementOf(std::int64_t n, const Vertex& base) const {
 
 bool Placing::Place(tEntity& element, const Placement& placement) {
   coarse_ = tooHigh_ = false;
-  if (element.bType == kText) PlaceText(element, placement);
+  const bool isShape = element.bType == kPoint && element.TextSize != 0;
+  if (element.bType == kText || isShape) PlaceText(element, placement);
   if (!element.Bulges.empty()) PlaceBulges(element, placement);
   if (IsCurve(element.bType)) {
     PlaceCurve(element, placement);

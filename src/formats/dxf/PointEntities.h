@@ -1,4 +1,4 @@
-// Entities that are points: POINT, and INSERT as the place of its block.
+// Entities that are points: POINT and SHAPE.
 #pragma once
 
 namespace tesselink {
@@ -7,5 +7,7 @@ class tEntity;
 struct EntityContext;
 
 bool MakePoint(EntityContext& context, tEntity& element);
+/// A point with a symbol, which is named, turned and has a size as TextSize.
+bool MakeShape(EntityContext& context, tEntity& element);
 
 }  // namespace tesselink

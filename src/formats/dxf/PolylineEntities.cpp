@@ -37,6 +37,11 @@ struct PolyVertex {
   Corners corners{};
 };
 
+// Of the line, at the group at hand.
+void NoteWidth(EntityContext& context) {
+  if (context.source.scanner.Number() > 0) context.lost |= kLostWidth;
+}
+
 PolyVertex GatherVertex(EntityContext& context) {
   const GroupScanner& scanner = context.source.scanner;
   PolyVertex vertex;
@@ -51,6 +56,10 @@ PolyVertex GatherVertex(EntityContext& context) {
         break;
       case 30:
         vertex.at.z = NumberHere(context);
+        break;
+      case 40:
+      case 41:
+        NoteWidth(context);
         break;
       case 42:
         vertex.bulge = NumberHere(context);
@@ -237,6 +246,11 @@ void GatherLwPolyline(EntityContext& context) {
       case 20:
         if (!chain.empty()) chain.back().y = NumberHere(context);
         return true;
+      case 40:
+      case 41:
+      case 43:
+        NoteWidth(context);
+        return false;
       case 42:
         if (!chain.empty()) {
           bulges.resize(chain.size());
@@ -290,6 +304,7 @@ bool MakePolyline(EntityContext& context, tEntity& element) {
     return StoreChain(context, element, kPolyline);
   }
   const double elevation = context.groups.Point(0).z;
+  if (context.groups.Number(40, 0) > 0 || context.groups.Number(41, 0) > 0) context.lost |= kLostWidth;
   for (Vertex& v : context.chain) v.z = v.z == 0 ? elevation : v.z;
   return StoreFlat(context, element, closed);
 }

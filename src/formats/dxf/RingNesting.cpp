@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <span>
 
+#include "core/element/VertexAlgebra.h"
+
 namespace tesselink {
 namespace {
 
@@ -25,10 +27,8 @@ struct Ring {
 
 Ring RingOf(std::span<Vertex> vertices) {
   const Vertex& first = vertices.front();
-  Ring ring{vertices, 0, first.x, first.y, first.x, first.y};
-  for (std::size_t i = 1; i < vertices.size(); ++i) {
-    const Vertex &a = vertices[i - 1], &b = vertices[i];
-    ring.area += (a.x - first.x) * (b.y - first.y) - (b.x - first.x) * (a.y - first.y);
+  Ring ring{vertices, DoubledArea(vertices), first.x, first.y, first.x, first.y};
+  for (const Vertex& b : vertices) {
     ring.minX = std::min(ring.minX, b.x);
     ring.minY = std::min(ring.minY, b.y);
     ring.maxX = std::max(ring.maxX, b.x);
@@ -77,6 +77,16 @@ bool FindDepths(std::vector<Ring>& rings) {
 }
 
 }  // namespace
+
+double DoubledArea(std::span<const Vertex> ring) {
+  const Vertex& first = ring.front();
+  double area = 0;
+  for (std::size_t i = 1; i < ring.size(); ++i) {
+    const Vertex a = ring[i - 1] - first, b = ring[i] - first;
+    area += a.x * b.y - b.x * a.y;
+  }
+  return area;
+}
 
 bool NestRings(VertexChain& chain, std::vector<Wires::Wire>& rings, int deepest) {
   std::vector<Ring> found;

@@ -53,7 +53,8 @@ bool MakePlacedText(EntityContext& context, tEntity& element, std::int32_t verti
     const Vertex from = groups.Point(0), to = groups.Point(1);
     if (!(from == to)) angle = std::atan2(to.y - from.y, to.x - from.x) * kDegrees;
   }
-  drawing.Text().DecodeText(text, element.Text);
+  NoteLetters(context);
+  if (drawing.Text().DecodeText(text, element.Text)) context.lost |= kLostFormats;
   element.TextAng = plane.AngleToWorld(angle);
   element.TextJust = JustificationOf(horizontal, vertical, kBaseline);
   if (!context.source.baselines && PlacementOf(element.TextJust).up == kBaseline) {
@@ -71,6 +72,16 @@ bool MakeAttribute(EntityContext& context, tEntity& element, const std::string& 
 }
 
 }  // namespace
+
+// The style of a TEXT gives it the font alone; slant and width of its letters it has itself.
+void NoteLetters(EntityContext& context) {
+  constexpr std::int32_t kMirrored = 2 | 4;
+  const EntityGroups& groups = context.groups;
+  const double slant = groups.Number(51, 0), width = groups.Number(41, 1);
+  context.lost |= context.source.drawing.LostByStyle(groups.Style()) & kLostFont;
+  if (slant != 0 || (groups.Integer(71, 0) & kMirrored) != 0) context.lost |= kLostSlant;
+  if (width != 1 || groups.Integer(72, 0) == kFit) context.lost |= kLostLetterWidth;
+}
 
 bool MakeText(EntityContext& context, tEntity& element) {
   return MakePlacedText(context, element, context.groups.Integer(73, 0), context.groups.Text());
@@ -139,11 +150,13 @@ bool MakeMText(EntityContext& context, tEntity& element) {
   }
   element.TextJust = JustificationCode({place % 3, kTop - 16 * (place / 3)});
   StoreHeight(context, element);
-  if (!context.source.whole) {
-    drawing.Text().DecodeMText(groups.Text(), element.Text, ' ', ' ');
-    return StorePoint(context, element, kText, groups.Point(0));
-  }
-  drawing.Text().DecodeMText(groups.Text(), context.lines.text, '\n', context.lines.columns.width > 0 ? '\r' : '\n');
+  context.lost |= drawing.LostByStyle(groups.Style());
+  const DrawingText& decoding = drawing.Text();
+  const char columnBreak = context.lines.columns.width > 0 ? '\r' : '\n';
+  const bool formats = context.source.whole ? decoding.DecodeMText(groups.Text(), context.lines.text, '\n', columnBreak)
+                                            : decoding.DecodeMText(groups.Text(), element.Text, ' ', ' ');
+  if (formats) context.lost |= kLostFormats;
+  if (!context.source.whole) return StorePoint(context, element, kText, groups.Point(0));
   BeginLines(context, {.place = groups.Point(0),
                        .normal = groups.Extrusion(),
                        .angle = element.TextAng,

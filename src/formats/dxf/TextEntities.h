@@ -6,6 +6,8 @@ namespace tesselink {
 class tEntity;
 struct EntityContext;
 
+/// Notes what the letters of a TEXT, or a SHAPE, look like and its elements do not say.
+void NoteLetters(EntityContext& context);
 bool MakeText(EntityContext& context, tEntity& element);
 void GatherAttrib(EntityContext& context);
 /// Gathers an attribute or its definition, but for one code.

@@ -81,6 +81,25 @@ TEST_F(CDFInFilterTest, WhereElementsBeginAndEnd) {
   }
 }
 
+TEST_F(CDFInFilterTest, PointsBesideTheDrawing) {
+  const auto line = [](std::string name, const std::string& x, const std::string& y) {
+    name.resize(40, ' ');
+    return name + x + std::string(13 - x.size(), ' ') + y + "\r\n";
+  };
+  rig.folder.Put("A.PTS", line("DXF Point (Well (1)) 1", "2.5", "-3") + "no point\r\n\r\n" +
+                              line("Tower 7", "1E3", "nan") + line("Tower 7", "1E3", "4") +
+                              line("DXF Point (" + std::string(40, 'x'), "0", "0"));
+  EXPECT_EQ(Shown(Read("")), "");
+  EXPECT_TRUE(Holds(rig.report.Of(WarningKind::PointFile)->text, "A.PTS"));
+  rig.context.options.dialect = Dialect::Standard;
+  reader = std::make_unique<CDFInFilter>(rig.context);
+  const std::string expected =
+      "0900000- Well (1)2.5,-3 | 0900000- Tower 71000,4 | 0900000- " + std::string(29, 'x') + "0,0";
+  EXPECT_EQ(Shown(Read("")), expected);
+  EXPECT_EQ(rig.report.Warnings().back().count, 2) << "the first at line 2";
+  EXPECT_EQ(Shown(Read("B12345671\nC" + Group('U', "2", "1") + "\n")), "1234567+ 1,2 | " + expected);
+}
+
 TEST_F(CDFInFilterTest, TheColumnsOfATextAndItsJustification) {
   const auto text = Read("B0900000\nD-12345678901.5 1846000.125    F  2.5 45HRT99  two  words \n").at(0);
   // A half goes to the even neighbour.

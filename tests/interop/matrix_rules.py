@@ -6,6 +6,7 @@ import functools
 import itertools
 import math
 import pathlib
+import re
 
 import numpy
 
@@ -412,7 +413,9 @@ SEEN = {
         ("texts, colours (they stay attributes)",
          when(always, text="", size=0.0, angle=0.0, just=0, colour=0, rgb=None, style="", code=NO_CODE, values=None))],
     ("asc", "Tesselink"): [(None, when(always, colour=0))],
-    ("cdf", "Tesselink"): [("points (it reads no point files)", without(POINT))],
+    ("cdf", "Tesselink"): [
+        (None, when(lambda e: e.kind == POINT, layer="Unassociated", colour=7, rgb=COLOURS["WHITE"], code=NO_CODE,
+                    text=lambda e: re.sub(r"\) \d+$", "", e.text)))],
 }
 SEEN["dxf 2007", "GDAL"] = [
     ("areas (it makes its own rings of them)", each(part_by_part)), (None, when(lambda e: e.area, area=False, closed=True)), *SEEN["dxf", "GDAL"]]

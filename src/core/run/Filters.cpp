@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/io/Errors.h"
+#include "core/run/FilesRead.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 
@@ -16,6 +17,10 @@ const std::vector<std::string>& InputFilter::Layers() const {
 const std::vector<LineType>& InputFilter::LineTypes() const {
   static const std::vector<LineType> kNone;
   return kNone;
+}
+
+void InputFilter::NoteRead(const std::string& path) const {
+  if (context_.filesRead != nullptr && !path.empty()) context_.filesRead->Add(path);
 }
 
 void OutputFilter::filename(const std::string& path) {

@@ -133,6 +133,8 @@ class InputFilter {
   Interaction& interaction() const { return context_.interaction; }
   Report& report() const { return context_.report; }
   const FilterOptions& options() const { return context_.options; }
+  /// Notes a file that is read besides the input, so that it is not written; an empty path is none.
+  void NoteRead(const std::string& path) const;
 
   std::string filename_;
   std::vector<std::string> layers_;

@@ -6,7 +6,9 @@
 #include "core/element/Justification.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
+#include "core/io/Paths.h"
 #include "core/io/Text.h"
+#include "core/run/LayerCodes.h"
 #include "core/run/LineEnds.h"
 #include "core/run/Report.h"
 
@@ -33,8 +35,9 @@ std::int16_t JustificationOf(std::string_view letters) {
 
 }  // namespace
 
-constexpr CDFInFilter::Conventions CDFInFilter::kClassic{.lineEndWithin = 20, .zeroGivesWay = true};
-constexpr CDFInFilter::Conventions CDFInFilter::kStandard{.lineEndWithin = std::size_t{1} << 16, .zeroGivesWay = false};
+constexpr CDFInFilter::Conventions CDFInFilter::kClassic{.lineEndWithin = 20, .pointFile = false, .zeroGivesWay = true};
+constexpr CDFInFilter::Conventions CDFInFilter::kStandard{
+    .lineEndWithin = std::size_t{1} << 16, .pointFile = true, .zeroGivesWay = false};
 
 std::vector<FormatOption> CDFInFilter::Options() {
   return {{.name = "cdf-map",
@@ -56,13 +59,24 @@ CDFInFilter::CDFInFilter(const FilterContext& context)
 void CDFInFilter::Open(const std::string& path) {
   filename_ = path;
   reader_ = LineReader();
-  pending_ = anyLine_ = closed_ = false;
+  pending_ = anyLine_ = closed_ = atPoints_ = false;
+  points_ = PointFile();
   code_.clear();
   loneHeader_ = began_ = 0;
   const std::string readable = CheckLineEnds(path, interaction(), conventions_.lineEndWithin);
   if (readable == kOperationCanceled) throw OperationCanceled();
   filename_ = readable;
   reader_ = LineReader(readable);
+  const std::string points = PartnerFile(path, "PTS");
+  if (points.empty()) return;
+  if (!conventions_.pointFile) {
+    report().Warn(WarningKind::PointFile, points +
+                                              ": the points beside the drawing were not read; the standard dialect (" +
+                                              interaction().Naming("dialect", "standard") + ") reads them");
+    return;
+  }
+  points_.Open(points);
+  NoteRead(points);
 }
 
 std::vector<std::string> CDFInFilter::GetLayerCodes() const {
@@ -100,6 +114,15 @@ bool CDFInFilter::NextLine() {
 
 bool CDFInFilter::Next(tEntity& entity) {
   entity.Reset();
+  if (!atPoints_ && NextOfDrawing(entity)) return true;
+  atPoints_ = points_.IsOpen();
+  if (!atPoints_ || !points_.Next(entity, report())) return false;
+  entity.CDFCode = kUnassociatedCode;
+  tables_.Fill(entity, false);
+  return true;
+}
+
+bool CDFInFilter::NextOfDrawing(tEntity& entity) {
   for (;; pending_ = false) {
     if (!pending_ && !NextLine()) break;
     if (kind_ == 'B') {

@@ -10,13 +10,15 @@
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
 #include "formats/cdf/CodeTables.h"
+#include "formats/cdf/PointFile.h"
 
 namespace tesselink {
 
 enum class WarningKind;
 
 /// Reads headers "B" (an entity code and whether the element is closed), coordinates "C" and texts "D"; other lines are
-/// skipped. Layers and colours are those of the entity code, so there are no layers to match.
+/// skipped. Layers and colours are those of the entity code, so there are no layers to match. The standard dialect
+/// goes on with the points of the file beside the drawing.
 class CDFInFilter final : public InputFilter {
  public:
   explicit CDFInFilter(const FilterContext& context);
@@ -25,11 +27,13 @@ class CDFInFilter final : public InputFilter {
   int FileNumber() const override { return reader_.Number(); }
   /// The position in bytes.
   std::int64_t Loc() const override { return reader_.Position(); }
-  double Progress() const override { return Percentage(Loc(), reader_.Size()); }
-  /// At the end of the file with no line read ahead.
-  bool Eof() const override { return !pending_ && reader_.AtEnd(); }
+  double Progress() const override {
+    return Percentage(reader_.Position() + points_.Position(), reader_.Size() + points_.Size());
+  }
+  /// At the end of the file with no line read ahead, and of the points.
+  bool Eof() const override { return !pending_ && reader_.AtEnd() && !points_.HasMore(); }
   /// File and line on which the element delivered last begins.
-  std::string Where() const override { return PlaceOf(began_); }
+  std::string Where() const override { return atPoints_ ? points_.Where() : PlaceOf(began_); }
 
   /// The distinct entity codes of the file's headers, in order of first appearance. Reads the whole file.
   std::vector<std::string> GetLayerCodes() const;
@@ -38,6 +42,7 @@ class CDFInFilter final : public InputFilter {
   // All that the dialects decide differently.
   struct Conventions {
     std::size_t lineEndWithin;  // bytes that are searched for a paired line end before the person is asked
+    bool pointFile;             // the points beside the drawing are read
     bool zeroGivesWay;          // a first coordinate of 0 is overwritten; else vertices are stored by index
   };
   static const Conventions kClassic, kStandard;
@@ -45,6 +50,7 @@ class CDFInFilter final : public InputFilter {
   void Open(const std::string& path) override;
   bool Next(tEntity& entity) override;
 
+  bool NextOfDrawing(tEntity& entity);
   bool NextLine();
   void ReadHeader();
   void ReadChain(tEntity& entity);
@@ -71,6 +77,8 @@ class CDFInFilter final : public InputFilter {
   std::int64_t began_ = 0;   // the line on which the element begins
   VertexAppender vertices_;  // of the chain that is being read
   bool anyLine_ = false;
+  PointFile points_;
+  bool atPoints_ = false;
 };
 
 }  // namespace tesselink

@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "formats/dxf/DrawingOutput.h"
+#include "formats/dxf/DrawingPages.h"
+#include "formats/dxf/PageEncoding.h"
 
 namespace tesselink {
 
@@ -36,7 +38,9 @@ class DXFOutFilter final : public DrawingOutput {
   void WriteText(const tEntity& entity) override;
   void WriteCircle(const tEntity& entity) override;
   void WriteArc(const tEntity& entity) override;
-  void NoteNewName(const std::string& name) override;
+  void NoteNewName(const DrawingNames::Entry& entry) override;
+  void AppendEntities(FileWriter& output, const std::string& path) override;
+  void Create(const std::string& path) override;
 
   void NoteMisread(const tEntity& entity);
   void NoteHeights(const tEntity& entity);
@@ -46,7 +50,15 @@ class DXFOutFilter final : public DrawingOutput {
   void WriteLineTypeTable();
   void WriteLayerTable();
 
+  void ChoosePage();
+  void SettleNames(DrawingNames& names, const char* what, NamesInPage& settled);
+  static std::string_view NameInPage(const NamesInPage& names, std::string_view name);
+  std::string_view InPage(std::string_view text);
+
   std::string vertexHead_;
+  DrawingPages pages_;
+  NamesInPage layersInPage_, lineTypesInPage_;  // those with letters beyond ASCII
+  std::string inPage_;
 };
 
 }  // namespace tesselink

@@ -230,7 +230,8 @@ TEST_F(StandardDXFOutFilterTest, TheCodePageIsOneThatHoldsTheLetters) {
       {"A", "\xC4\x9B \xC3\x9F", "ANSI_1250", "  1|\xEC \xDF|"},
       {"\xE4\xB8\xAD", "\xE8\xA1\xA8", "ANSI_932", "  1|\x95\\|"},
       {"\xED\x95\x9C", "a", "ANSI_949", "  8|\xC7\xD1|"},
-      {"\xD0\x96\xC3\xA9", "\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80", "ANSI_936", "  1|\xA8\xA6 \\U+20AC \\U+D83D\\U+DE00|"},
+      {"\xD0\x96\xC3\xA9", "\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80", "ANSI_936",
+       "  1|\xA8\xA6 \\U+20AC \\U+D83D\\U+DE00|"},
   };
   for (const auto& [layer, content, page, bytes] : cases) {
     writer.filename(path);
@@ -256,15 +257,17 @@ TEST_F(StandardDXFOutFilterTest, TheCodePageIsOneThatHoldsTheLetters) {
   EXPECT_EQ(rig.WarningOf("names")->count, 2);
 }
 
-TEST_F(StandardDXFOutFilterTest, LinesOfAnyLengthAreEncoded) {
+TEST_F(StandardDXFOutFilterTest, LinesOfAnyLengthAreEncodedWhenAnotherPageIsNeeded) {
   for (const std::size_t length : {65500U, 65530U, 131071U, 400000U}) {
     tEntity text = Element(kText, {{1, 2, 3}});
+    text.Layer = length > 131071 ? "\xD0\x96" : "\xC3\xA9";
     text.Text = std::string(length, 'a') + "\xC3\xA9";
     Write(text);
   }
   const auto texts = ReadBack();
   ASSERT_EQ(texts.size(), 4u);
   for (const tEntity& text : texts) EXPECT_TRUE(text.Text.ends_with("a\xC3\xA9"));
+  for (const std::size_t i : {0U, 3U}) EXPECT_EQ(texts[i].Layer, i == 3 ? "\xD0\x96" : "\xC3\xA9");
   EXPECT_EQ(texts[3].Text.size(), 400002u);
 }
 

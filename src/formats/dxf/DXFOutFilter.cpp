@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/element/Justification.h"
+#include "core/io/CodePages.h"
 #include "core/io/Text.h"
 #include "core/io/Utf8.h"
 #include "core/run/Interaction.h"
@@ -105,21 +106,35 @@ void DXFOutFilter::NoteHeights(const tEntity& entity) {
 }
 
 void DXFOutFilter::NoteNewName(const DrawingNames::Entry& entry) {
-  if (!conventions_.textsAsGiven) return pages_.NoteName(entry.name);
+  if (!conventions_.textsAsGiven) {
+    pages_.NoteName(entry.name);
+    return NoteOtherPage();
+  }
   if (!IsAscii(entry.given)) NoteMissed(kLettersBeyondAscii);
   if (!EncodeName(entry.given, conventions_.nameSigns, encoded_)) NoteMissed("layers whose names they refuse");
 }
 
 void DXFOutFilter::Create(const std::string& path) {
   pages_ = {};
+  utf8From_ = kNever;
   layersInPage_.clear();
   lineTypesInPage_.clear();
   DrawingOutput::Create(path);
 }
 
-// Texts and names are UTF-8 until the code page is known that holds them all.
+// Most drawings are in ANSI_1252, as which they begin. From the first letter that another page may have to hold they
+// are UTF-8 until the end, when the page is known.
+void DXFOutFilter::NoteOtherPage() {
+  if (!pages_.NeedOther() || utf8From_ != kNever) return;
+  utf8From_ = entities_.Size();
+  ForgetHead();
+}
+
+std::string_view DXFOutFilter::InterimText(std::string_view text) { return utf8From_ == kNever ? InPage(text) : text; }
+
 void DXFOutFilter::ChoosePage() {
   for (const DrawingNames::Entry& entry : lineTypes_.All()) pages_.NoteText(Encoded(PatternOf(entry).description));
+  NoteOtherPage();
   pages_.Choose();
   SettleNames(layers_, "layer", layersInPage_);
   SettleNames(lineTypes_, "line type", lineTypesInPage_);
@@ -154,13 +169,19 @@ std::string_view DXFOutFilter::NameInPage(const NamesInPage& names, std::string_
 }
 
 void DXFOutFilter::AppendEntities(FileWriter& output, const std::string& path) {
-  if (!pages_.AreNeeded()) return DrawingOutput::AppendEntities(output, path);
+  if (utf8From_ == kNever) return DrawingOutput::AppendEntities(output, path);
   BinaryFile entities(path);
-  AppendInPage(output, entities, [this](std::string_view code, std::string_view value) {
+  const auto inPage = [this](std::string_view code, std::string_view value) {
     return code == "  8"   ? NameInPage(layersInPage_, value)
            : code == "  6" ? NameInPage(lineTypesInPage_, value)
                            : InPage(value);
+  };
+  AppendInPage(output, entities, 0, utf8From_, [&](std::string_view code, std::string_view value) {
+    decoded_.clear();
+    AppendDecoded1252(decoded_, value);
+    return inPage(code, decoded_);
   });
+  AppendInPage(output, entities, utf8From_, entities.Size(), inPage);
 }
 
 // The lines that most kinds begin with.
@@ -198,7 +219,7 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
     WritePolylineForm(entity, inSpace);
     if (entity.Closed) last = LastStored(entity, 0, last);
   }
-  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Printable(*layer_)).append("\r\n");
+  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Interim(Printable(*layer_))).append("\r\n");
   const bool hasBulges = !entity.Bulges.empty();
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) continue;
@@ -224,14 +245,16 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
     across = across > 2 ? 0 : across;
     up = up > 48 ? 0 : up / 16;
   }
+  if (!conventions_.textsAsGiven) {
+    pages_.NoteText(Encoded(entity.Text));
+    NoteOtherPage();
+  }
   Open("TEXT", entity);
   Vertex(entity, 0);
   // A text at its left on its baseline has no alignment point.
   if (conventions_.placementAsByte || across != 0 || up != 0) Vertex(entity, 0, true);
   entities_.Line(" 40").Number(entity.TextSize).EndLine();
-  const std::string_view text = Encoded(entity.Text);
-  if (!conventions_.textsAsGiven) pages_.NoteText(text);
-  Text("  1", text);
+  Text("  1", conventions_.textsAsGiven ? Encoded(entity.Text) : InterimText(encoded_));
   entities_.Line(" 50").Number(entity.TextAng).EndLine();
   entities_.Line(" 72").Integer(across).EndLine();
   entities_.Line(" 73").Integer(up).EndLine();
@@ -239,10 +262,10 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
 
 void DXFOutFilter::WriteCircle(const tEntity& entity) {
   entities_.Write("  0\r\nCIRCLE\r\n 62\r\n").Integer(ColourNumber(entity)).EndLine();
-  Text("  8", Printable(*layer_));
+  Text("  8", Interim(Printable(*layer_)));
   Vertex(entity, 0);
   entities_.Line(" 40").Number(entity.Curve().radius).EndLine();
-  Text("  6", Printable(*lineType_));
+  Text("  6", Interim(Printable(*lineType_)));
 }
 
 void DXFOutFilter::WriteArc(const tEntity& entity) {

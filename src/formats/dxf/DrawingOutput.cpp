@@ -219,9 +219,9 @@ const std::string& DrawingOutput::Head(std::string_view before) {
   if (layer_ == headLayer_ && *lineType_ == headLineType_) return head_;
   const std::string& layer = Printable(*layer_);
   const bool isLayerAsGiven = &layer == layer_;
-  head_.assign(before).append("  8\r\n").append(layer).append("\r\n  6\r\n");
+  head_.assign(before).append("  8\r\n").append(Interim(layer)).append("\r\n  6\r\n");
   const std::string& lineType = Printable(*lineType_);
-  head_.append(lineType).append("\r\n");
+  head_.append(Interim(lineType)).append("\r\n");
   headLayer_ = isLayerAsGiven && &lineType == lineType_ ? layer_ : nullptr;
   headLineType_ = *lineType_;
   return head_;

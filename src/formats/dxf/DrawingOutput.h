@@ -64,6 +64,8 @@ class DrawingOutput : public OutputFilter {
   virtual void NoteNewName(const DrawingNames::Entry&) {}
   /// Appends what was written of the entities.
   virtual void AppendEntities(FileWriter& output, const std::string& path) { output.Append(path); }
+  /// A name as it stands among the entities until they are appended; valid until the next call.
+  virtual std::string_view Interim(const std::string& name) { return name; }
   /// Tells of a layer or a line type that has another name in the drawing.
   void TellOfName(const DrawingNames::Entry& entry, const char* what, std::string_view why);
 
@@ -87,6 +89,7 @@ class DrawingOutput : public OutputFilter {
   /// The lines that name layer and line type, behind those before them; they serve further elements, unless something
   /// in them is to be told of each.
   const std::string& Head(std::string_view before);
+  void ForgetHead() { headLayer_ = nullptr; }
   /// $EXTMIN and $EXTMAX.
   void WriteCorners();
   /// What is known of the pattern of a line type; without, it is a solid line.

@@ -1,5 +1,6 @@
 #include "formats/dxf/DrawingPages.h"
 
+#include <algorithm>
 #include <iterator>
 #include <tuple>
 
@@ -24,17 +25,19 @@ std::string_view TakeLetter(std::string_view& rest) {
 
 }  // namespace
 
-void DrawingPages::Note(std::string_view text, std::array<std::int64_t, kPages>& lacking) {
+void DrawingPages::Note(std::string_view text, bool isName) {
   if (IsAscii(text)) return;
-  needed_ = true;
   PageSet holding = kEvery;
   while (!text.empty()) {
     const std::string_view letter = TakeLetter(text);
     if (IsAsciiByte(letter[0])) continue;
+    const PageSet with = PagesWith(letter);
+    needOther_ = needOther_ || ((with & 1) == 0 && (isName || with != 0));
     // One that no page holds says nothing about which to take.
-    if (const PageSet with = PagesWith(letter); with != 0) holding &= with;
+    if (with != 0) holding &= with;
   }
   if (holding == kEvery) return;
+  auto& lacking = isName ? lackingNames_ : lackingTexts_;
   for (std::size_t page = 0; page < kPages; ++page) lacking[page] += (holding >> page & 1) == 0 ? 1 : 0;
 }
 
@@ -85,13 +88,13 @@ bool DrawingPages::FitName(std::string& name) {
 void DrawingPages::AppendText(std::string& bytes, std::string_view text) {
   const CodePage& page = *CodePage::Numbered(kNumbers[chosen_]);
   while (!text.empty()) {
+    const auto ascii = static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsAsciiByte) - text.begin());
+    bytes += text.substr(0, ascii);
+    text.remove_prefix(ascii);
     std::string_view rest = text;
-    std::size_t held = 0;
-    while (!rest.empty() && HoldsLetter(rest.substr(0, Utf8Length(rest)))) {
-      held += TakeLetter(rest).size();
-    }
-    page.AppendEncoded(bytes, text.substr(0, held));
-    if (!rest.empty()) AppendUnicodeCode(bytes, Utf8Letter(TakeLetter(rest)));
+    while (!rest.empty() && !IsAsciiByte(rest[0]) && HoldsLetter(rest.substr(0, Utf8Length(rest)))) TakeLetter(rest);
+    page.AppendEncoded(bytes, text.substr(0, text.size() - rest.size()));
+    if (!rest.empty() && !IsAsciiByte(rest[0])) AppendUnicodeCode(bytes, Utf8Letter(TakeLetter(rest)));
     text = rest;
   }
 }

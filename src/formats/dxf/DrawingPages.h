@@ -16,14 +16,14 @@ namespace tesselink {
 /// that it is handed is UTF-8.
 class DrawingPages {
  public:
-  void NoteName(std::string_view name) { Note(name, lackingNames_); }
-  void NoteText(std::string_view text) { Note(text, lackingTexts_); }
+  void NoteName(std::string_view name) { Note(name, true); }
+  void NoteText(std::string_view text) { Note(text, false); }
   /// Chooses the page that holds most names, and of these the one that holds most texts.
   void Choose();
 
-  /// Whether there were letters beyond ASCII.
-  bool AreNeeded() const { return needed_; }
-  /// The chosen page, as in "ANSI_1252".
+  /// Whether there was something that is not in ANSI_1252 as it will be in the drawing.
+  bool NeedOther() const { return needOther_; }
+  /// The chosen page, ANSI_1252 before there was a choice; as in "ANSI_1252".
   std::string Name() const;
   /// Whether the page holds all letters of a name; each that it lacks becomes "_".
   bool FitName(std::string& name);
@@ -34,7 +34,7 @@ class DrawingPages {
   static constexpr std::size_t kPages = 14;
   using PageSet = std::uint16_t;  // a bit for each
 
-  void Note(std::string_view text, std::array<std::int64_t, kPages>& lacking);
+  void Note(std::string_view text, bool isName);
   PageSet PagesWith(std::string_view letter);
   static PageSet Ask(std::string_view letter);
   bool HoldsLetter(std::string_view letter);
@@ -42,7 +42,7 @@ class DrawingPages {
   std::array<std::int64_t, kPages> lackingNames_{}, lackingTexts_{};
   std::vector<PageSet> asked_;  // by letter, with a bit of its own once it has been; empty until the first one comes
   std::size_t chosen_ = 0;
-  bool needed_ = false;
+  bool needOther_ = false;
 };
 
 }  // namespace tesselink

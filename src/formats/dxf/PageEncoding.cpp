@@ -27,18 +27,18 @@ std::string_view LastLine(std::string_view lines) {
 
 }  // namespace
 
-void AppendInPage(FileWriter& output, BinaryFile& groups,
+void AppendInPage(FileWriter& output, BinaryFile& groups, std::int64_t from, std::int64_t to,
                   const std::function<std::string_view(std::string_view code, std::string_view value)>& inPage) {
   constexpr std::size_t kBlock = std::size_t{1} << 16;
   std::string buffer, code;
-  std::int64_t read = 0;
-  for (;;) {
+  while (from < to) {
     const std::size_t kept = buffer.size();
-    buffer.resize(kept + kBlock);
-    const std::size_t got = groups.ReadAt(read, buffer.data() + kept, kBlock);
+    const std::size_t most = std::min(kBlock, static_cast<std::size_t>(to - from));
+    buffer.resize(kept + most);
+    const std::size_t got = groups.ReadAt(from, buffer.data() + kept, most);
     buffer.resize(kept + got);
     if (got == 0) break;
-    read += static_cast<std::int64_t>(got);
+    from += static_cast<std::int64_t>(got);
     const std::size_t whole = buffer.rfind('\n') + 1;
     for (std::string_view lines(buffer.data(), whole); !lines.empty();) {
       const std::size_t at = FirstBeyondAscii(lines);

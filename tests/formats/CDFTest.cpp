@@ -86,11 +86,11 @@ TEST_F(CDFInFilterTest, PointsBesideTheDrawing) {
     name.resize(40, ' ');
     return name + x + std::string(13 - x.size(), ' ') + y + "\r\n";
   };
-  rig.folder.Put("A.PTS", line("DXF Point (Well (1)) 1", "2.5", "-3") + "no point\r\n\r\n" +
+  rig.folder.Put("a.PTS", line("DXF Point (Well (1)) 1", "2.5", "-3") + "no point\r\n\r\n" +
                               line("Tower 7", "1E3", "nan") + line("Tower 7", "1E3", "4") +
                               line("DXF Point (" + std::string(40, 'x'), "0", "0"));
   EXPECT_EQ(Shown(Read("")), "");
-  EXPECT_TRUE(Holds(rig.report.Of(WarningKind::PointFile)->text, "A.PTS"));
+  EXPECT_TRUE(Holds(rig.report.Of(WarningKind::PointFile)->text, "a.PTS"));
   rig.context.options.dialect = Dialect::Standard;
   reader = std::make_unique<CDFInFilter>(rig.context);
   const std::string expected =

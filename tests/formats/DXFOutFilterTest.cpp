@@ -182,17 +182,10 @@ TEST_F(StandardDXFOutFilterTest, ALayerThatOneInputShowsIsShown) {
 TEST_F(StandardDXFOutFilterTest, LayersStayDistinctAndComeBack) {
   const std::string cut(300, 'x');
   const std::pair<std::string, std::string> layers[] = {
-      {"DRY HOLE", "DRY HOLE"},
-      {"Dry Hole", "Dry Hole_2"},
-      {"A/B", "A_B"},
-      {"A_B_2", "A_B_2"},
-      {"A:B", "A_B_3"},
-      {" edge ", "_edge_"},
-      {"$-_09", "$-_09"},
-      {"\xC3\x96l \xD0\x96 \xF0\x9F\x98\x80", "\xC3\x96l \xD0\x96 \xF0\x9F\x98\x80"},
-      {"W\xE4rme", "W\xC3\xA4rme"},
-      {cut, cut.substr(0, 240)},
-      {cut + "y", cut.substr(0, 240) + "_2"},
+      {"DRY HOLE", "DRY HOLE"},     {"Dry Hole", "Dry Hole_2"}, {"A/B", "A_B"},
+      {"A_B_2", "A_B_2"},           {"A:B", "A_B_3"},           {" edge ", "_edge_"},
+      {"$-_09", "$-_09"},           {"\xC3\x96l", "\xC3\x96l"}, {"\xC3\xB6L", "\xC3\xB6L_2"},
+      {"W\xE4rme", "W\xC3\xA4rme"}, {cut, cut.substr(0, 240)},  {cut + "y", cut.substr(0, 240) + "_2"},
   };
   tEntity element = Element(kPoint, {{1, 2, 3}});
   for (const auto& [given, written] : layers) {
@@ -202,7 +195,7 @@ TEST_F(StandardDXFOutFilterTest, LayersStayDistinctAndComeBack) {
   const auto elements = ReadBack();
   ASSERT_EQ(elements.size(), std::size(layers));
   for (std::size_t i = 0; i < elements.size(); ++i) EXPECT_EQ(elements[i].Layer, layers[i].second);
-  EXPECT_EQ(rig.WarningOf("names")->count, 6);
+  EXPECT_EQ(rig.WarningOf("names")->count, 7);
 }
 
 TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
@@ -244,18 +237,68 @@ TEST_F(StandardDXFOutFilterTest, TextsComeBackAsTheyWere) {
   EXPECT_TRUE(Holds(bytes, "|\\U+D83D\\U+DE00|"));
 }
 
+TEST_F(StandardDXFOutFilterTest, TheCodePageIsOneThatHoldsTheLetters) {
+  struct Case {
+    const char *layer, *text, *page, *bytes;
+  };
+  const Case cases[] = {
+      {"A", "\xC3\xA9", "ANSI_1252", "  1|\xE9|"},
+      {"\xD0\x96", "\xD1\x83^", "ANSI_1251", "  8|\xC6|"},
+      {"A", "\xC4\x9B \xC3\x9F", "ANSI_1250", "  1|\xEC \xDF|"},
+      {"\xE4\xB8\xAD", "\xE8\xA1\xA8", "ANSI_932", "  1|\x95\\|"},
+      {"\xED\x95\x9C", "a", "ANSI_949", "  8|\xC7\xD1|"},
+      {"\xD0\x96\xC3\xA9", "\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80", "ANSI_936",
+       "  1|\xA8\xA6 \\U+20AC \\U+D83D\\U+DE00|"},
+  };
+  for (const auto& [layer, content, page, bytes] : cases) {
+    writer.filename(path);
+    tEntity text = Element(kText, {{1, 2, 3}});
+    text.Layer = layer;
+    text.Text = content;
+    Write(text);
+    writer.Release();
+    EXPECT_TRUE(Holds(Piped(), std::string("$DWGCODEPAGE|  3|") + page + "|"));
+    EXPECT_TRUE(Holds(Piped(), bytes)) << page;
+  }
+  EXPECT_EQ(rig.WarningOf("names"), nullptr);
+  // Cyrillic and Thai letters have no page in common.
+  writer.filename(path);
+  tEntity point = Element(kPoint, {{1, 2, 3}});
+  for (const char* layer : {"\xD0\x96", "\xE0\xB8\x81", "_"}) {
+    point.Layer = point.LineStyle = layer;
+    Write(point);
+  }
+  std::string names;
+  for (const tEntity& element : ReadBack()) names += element.Layer + " " + element.LineStyle + "|";
+  EXPECT_EQ(names, "\xD0\x96 \xD0\x96|__2 __2|_ _|");
+  EXPECT_EQ(rig.WarningOf("names")->count, 2);
+}
+
+TEST_F(StandardDXFOutFilterTest, LinesOfAnyLengthAreEncodedWhenAnotherPageIsNeeded) {
+  for (const std::size_t length : {65500U, 65530U, 131071U, 400000U}) {
+    tEntity text = Element(kText, {{1, 2, 3}});
+    text.Layer = length > 131071 ? "\xD0\x96" : "\xC3\xA9";
+    text.Text = std::string(length, 'a') + "\xC3\xA9";
+    Write(text);
+  }
+  const auto texts = ReadBack();
+  ASSERT_EQ(texts.size(), 4u);
+  for (const tEntity& text : texts) EXPECT_TRUE(text.Text.ends_with("a\xC3\xA9"));
+  for (const std::size_t i : {0U, 3U}) EXPECT_EQ(texts[i].Layer, i == 3 ? "\xD0\x96" : "\xC3\xA9");
+  EXPECT_EQ(texts[3].Text.size(), 400002u);
+}
+
 TEST(DrawingEncoding, EveryTextComesBack) {
   std::vector<std::string> pieces{"\xC3\xA9", "\xD0\x96", "\xF0\x9F\x98\x80"};
   for (const char letter : std::string("%%%^\\UuM+01dJ[ \t\x1F")) pieces.emplace_back(1, letter);
   DrawingText drawing;
-  drawing.Release("AC1009");
-  ASSERT_TRUE(drawing.CodePage("ANSI_1252"));
+  drawing.Release("AC1021");
   std::mt19937 dice(1);
   std::string text, bytes, decoded;
   for (int i = 0; i < 100000; ++i) {
     text.clear();
     for (auto length = dice() % 12; length-- > 0;) text += pieces[dice() % pieces.size()];
-    EncodeText(text, DrawingLetters::Ansi, bytes);
+    EncodeText(text, bytes);
     drawing.DecodeText(bytes, decoded);
     ASSERT_EQ(decoded, text) << bytes;
   }

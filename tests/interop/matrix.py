@@ -194,7 +194,7 @@ def own(job):
 PROGRAMS = {
     "shp": {"pyshp": pyshp, "GDAL": lambda job: read.by_gdal(job.output), "Tesselink": own},
     "dxf": {"ezdxf": lambda job: read.by_ezdxf(job.output), "GDAL": lambda job: read.by_gdal(job.output), "Tesselink": own},
-    "dxf 2007": {"ezdxf": lambda job: read.by_ezdxf(job.output, True), "GDAL": lambda job: read.by_gdal(job.output), "Tesselink": own_areas},
+    "dxf 2007": {"ezdxf": lambda job: read.by_ezdxf(job.output), "GDAL": lambda job: read.by_gdal(job.output), "Tesselink": own_areas},
     "asc": {"a reader of the layout": lambda job: read.by_landmark_layout(job.output), "Tesselink": own},
     "cdf": {"a reader of the layout": lambda job: read.by_cdf_layout(job.output), "Tesselink": own},
     "grd": {"a reader of the layout": lambda job: read.by_grid_layout(job.output)},

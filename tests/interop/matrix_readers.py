@@ -9,7 +9,6 @@ import subprocess
 
 import ezdxf
 import shapefile
-from ezdxf import recover
 from osgeo import gdal, ogr
 
 from drawings import Deviation, check  # which keeps the log of ezdxf quiet, too
@@ -149,12 +148,9 @@ def from_cat(e):
 # ---- drawings
 
 
-def by_ezdxf(path, strictly=False):
-    if strictly:
-        document = ezdxf.readfile(path)
-        auditor = document.audit()
-    else:
-        document, auditor = recover.readfile(path, errors="surrogateescape")
+def by_ezdxf(path):
+    document = ezdxf.readfile(path)
+    auditor = document.audit()
     found = {e.message for e in auditor.errors + auditor.fixes}
     check(not found, f"ezdxf repairs: {sorted(found)[:3]}")
     bounded = {}

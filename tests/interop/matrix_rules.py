@@ -119,26 +119,66 @@ def fold(name):
     return "".join(c.upper().lower() if len(c.upper()) == 1 else c for c in name)
 
 
+def allows(refused, name, i):
+    """Whether a letter may stand where it stands in a name."""
+    c = name[i]
+    if c == " ":
+        return 0 < i < len(name) - 1
+    return (c >= "\x80" or c.isalnum() or c in "$-_") if refused is None else c > " " and c not in refused
+
+
 def distinct_names(refused=None):
     """Layers by other names where signs are not allowed, or where two would differ in letter case alone."""
-    def name_of(name):
-        def allowed(i, c):
-            within = c == " " and 0 < i < len(name) - 1
-            return within or (c >= "\x80" or c.isascii() and (c.isalnum() or c in "$-_") if refused is None else c > " " and c not in refused)
-        return "".join(c if allowed(i, c) else "_" for i, c in enumerate(name))[:240]
-
     def rule(elements):
         written, taken = {"": "0", "0": "0"}, {"0": 1}
+
+        def name_like(base):
+            name = base
+            while fold(name) in taken:
+                taken[fold(base)] += 1
+                name = f"{base}_{taken[fold(base)]}"
+            taken[fold(name)] = 1
+            return name
         for e in elements:
             if e.layer not in written:
-                base = name = name_of(e.layer)
-                while fold(name) in taken:
-                    taken[fold(base)] += 1
-                    name = f"{base}_{taken[fold(base)]}"
-                taken[fold(name)] = 1
-                written[e.layer] = name
-            yield e.but(layer=written[e.layer])
+                signs = (c if allows(refused, e.layer, i) else "_" for i, c in enumerate(e.layer))
+                written[e.layer] = name_like("".join(signs)[:240])
+        page = None if refused else page_of(list(written.values()), [e.text for e in elements if is_text(e)])
+        for given, name in written.items() if page else ():
+            fitting = "".join(c if c.isascii() or is_in(page, c) else "_" for c in name)
+            written[given] = name if fitting == name else name_like(fitting)
+        return [e.but(layer=written[e.layer]) for e in elements]
     return rule
+
+
+# ---- code pages
+
+
+PAGES = ["cp1252", "cp1250", "cp1251", *(f"cp{n}" for n in range(1253, 1259)), "cp874", "cp932", "cp936", "cp949", "cp950"]
+
+
+@functools.cache
+def is_in(page, c):
+    try:
+        return "\xa0" <= c and not "\ue000" <= c < "\uf900" and c.encode(page).decode(page) == c
+    except UnicodeError:
+        return False
+
+
+def page_of(names, texts):
+    """The page of a drawing: the one that lacks fewest names, then fewest texts. Letters in no page do not count."""
+    known = [[{c for c in text if not c.isascii() and any(is_in(p, c) for p in PAGES)} for text in kind] for kind in (names, texts)]
+    return min(PAGES, key=lambda page: [sum(any(not is_in(page, c) for c in letters) for letters in kind) for kind in known])
+
+
+def codes_shown(elements):
+    """A letter that the page lacks, as it is written."""
+    page = page_of(list({e.layer for e in elements}), [e.text for e in elements if is_text(e)])
+    def shown(c):
+        units = c.encode("utf-16-be")
+        codes = "".join(f"\\U+{units[i]:02X}{units[i + 1]:02X}" for i in range(0, len(units), 2))
+        return c if c.isascii() or is_in(page, c) else codes
+    return [e.but(text="".join(map(shown, e.text))) if is_text(e) else e for e in elements]
 
 
 # ---- areas
@@ -373,11 +413,6 @@ CLASSIC = {
 NOTHING_BUT_PLACES = {key: None for key in ("layer", "text", "size", "angle", "just", "colour", "rgb", "style", "code", "values", "closed")}
 
 
-def halves(e):
-    units = e.text.encode("utf-16-be")
-    return "".join(chr(units[i] << 8 | units[i + 1]) for i in range(0, len(units), 2))
-
-
 def stored(e):
     """The vertex that closes a chain goes without saying, unless it stands there twice."""
     return e.xyz[:-1] if len(e.xyz) > 1 and e.xyz[0] == e.xyz[-1] != e.xyz[-2] else e.xyz
@@ -391,20 +426,18 @@ def is_upright_at_its_end(e):
 CLOSE = (None, when(lambda e: e.closed and not e.area and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1], xyz=lambda e: e.xyz + e.xyz[:1]))
 PLACES_ALONE = ("all but kinds and vertices, which alone are compared", when(always, **NOTHING_BUT_PLACES))
 
+COLOURED = (None, when(always, rgb=lambda e: e.rgb if 0 <= e.colour < 256 and e.rgb != NUMBERED[e.colour] else None))
 CARET = ("a ^ at the end of a text", when(always, text=lambda e: e.text.removesuffix("^")))
 
 SEEN = {
-    ("dxf", "ezdxf"): [
-        ("letters beyond U+FFFF (it shows halves)", when(always, text=halves)),
-        CARET],
+    ("dxf", "ezdxf"): [("letters that the code page lacks (it shows their codes)", codes_shown), CARET, COLOURED],
     ("dxf", "GDAL"): [
         (None, when(has_curves, drawn=(math.inf, 1e-3))), AS_POLYLINES,
         ("arcs of polylines beyond half a circle (it draws some of them wrong)",
          when(lambda e: any(abs(bulge) > 1 for bulge in e.bulges), drawn=(math.inf, math.inf))), (None, when(is_text, kind=POINT)),
         ("the closing side of a chain where it is upright", when(is_upright_at_its_end, closed=False, xyz=stored)), CLOSE, PLACES_ALONE],
     ("dxf", "Tesselink"): [(None, coloured_by_layer), CLOSE],
-    ("dxf 2007", "ezdxf"): [
-        CARET, (None, when(always, rgb=lambda e: e.rgb if 0 <= e.colour < 256 and e.rgb != NUMBERED[e.colour] else None))],
+    ("dxf 2007", "ezdxf"): [CARET, COLOURED],
     ("shp", "pyshp"): [("blanks at the ends of texts", when(always, text=lambda e: e.text.strip(" ")))],
     ("shp", "GDAL"): [
         PLACES_ALONE, (None, when(always, measures=None)),

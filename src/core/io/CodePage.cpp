@@ -90,6 +90,9 @@ std::u16string_view TableOf(int number) {
                                        : (isAnsi ? "ANSI_" : "DOS") + std::to_string(number));
 }
 
+// What iconv has for no converter.
+void* NoConverter() { return reinterpret_cast<void*>(-1); }  // NOLINT: it is how iconv says so
+
 std::string NameForIconv(int number) {
   const auto* own =
       std::find_if(std::begin(kOwnNames), std::end(kOwnNames), [&](const Name& n) { return n.number == number; });
@@ -101,7 +104,9 @@ std::string NameForIconv(int number) {
 }  // namespace
 
 CodePage::~CodePage() {
-  if (converter_ != nullptr) iconv_close(converter_);
+  for (void* converter : {converter_, encoder_}) {
+    if (converter != nullptr) iconv_close(converter);
+  }
 }
 
 // Whether it is known, and begins with ASCII, on which all that reads texts rests.
@@ -110,7 +115,7 @@ bool CodePage::Open() {
   upperHalf_ = TableOf(number_);
   if (!upperHalf_.empty()) return true;
   void* opened = iconv_open("UTF-8", NameForIconv(number_).c_str());
-  if (opened == reinterpret_cast<void*>(-1)) return false;  // NOLINT: it is how iconv says so
+  if (opened == NoConverter()) return false;
   converter_ = opened;
   std::string ascii, decoded;
   for (char c = ' '; c < 127; ++c) ascii += c;
@@ -160,6 +165,41 @@ std::size_t CodePage::AppendConverted(std::string& text, std::string_view bytes)
     left -= cutOff ? left : 1;
   }
   return none;
+}
+
+bool CodePage::AppendEncoded(std::string& bytes, std::string_view text) const {
+  if (IsUtf8()) {
+    bytes += text;
+    return true;
+  }
+  if (upperHalf_.empty()) return AppendConvertedBack(bytes, text);
+  const std::size_t before = bytes.size();
+  const bool held = tesselink::AppendEncoded(bytes, text, upperHalf_) == 0;
+  if (!held) bytes.resize(before);
+  return held;
+}
+
+bool CodePage::AppendConvertedBack(std::string& bytes, std::string_view text) const {
+  if (encoder_ == nullptr) {
+    void* opened = iconv_open(NameForIconv(number_).c_str(), "UTF-8");
+    if (opened == NoConverter()) return false;
+    encoder_ = opened;
+  }
+  iconv(encoder_, nullptr, nullptr, nullptr, nullptr);
+  const std::size_t before = bytes.size();
+  std::size_t left = text.size(), room = 2 * left;  // no letter takes more
+  bytes.resize(before + room);
+  char* from = const_cast<char*>(text.data());
+  char* to = bytes.data() + before;
+  // More than none are letters that became others that resemble them.
+  const bool held = iconv(encoder_, &from, &left, &to, &room) == 0;
+  bytes.resize(held ? bytes.size() - room : before);
+  return held;
+}
+
+bool CodePage::Holds(std::string_view letter) const {
+  std::string bytes, back;
+  return AppendEncoded(bytes, letter) && AppendDecoded(back, bytes) == 0 && back == letter;
 }
 
 std::size_t AppendRepaired(std::string& text, std::string_view bytes) {

@@ -8,8 +8,9 @@
 
 namespace tesselink {
 
-/// Decodes the bytes of one code page. The pages of one byte a letter that are known by heart (CodePages.h) do so on
-/// every system; others are those of the C library's iconv, and there where it has them. All begin with ASCII.
+/// Decodes and encodes the letters of one code page. The pages of one byte a letter that are known by heart
+/// (CodePages.h) do so on every system; others are those of the C library's iconv, and there where it has them. All
+/// begin with ASCII.
 class CodePage {
  public:
   static constexpr int kUtf8 = 65001;
@@ -29,15 +30,21 @@ class CodePage {
   std::u16string_view UpperHalf() const { return upperHalf_; }
   /// Appends the bytes as UTF-8, with U+FFFD for those that are no letter of the page. Returns how often it stands.
   std::size_t AppendDecoded(std::string& text, std::string_view bytes) const;
+  /// Appends UTF-8 as bytes of the page. False, and nothing is appended, where a letter is not in it.
+  bool AppendEncoded(std::string& bytes, std::string_view text) const;
+  /// Whether the page has a letter of UTF-8 and gives the very same one back: not all that it has do.
+  bool Holds(std::string_view letter) const;
 
  private:
   explicit CodePage(int number) : number_(number) {}
   bool Open();
   std::size_t AppendConverted(std::string& text, std::string_view bytes) const;
+  bool AppendConvertedBack(std::string& bytes, std::string_view text) const;
 
   int number_;
   std::u16string_view upperHalf_;
-  void* converter_ = nullptr;  // of iconv
+  void* converter_ = nullptr;        // of iconv, to UTF-8
+  mutable void* encoder_ = nullptr;  // likewise, from UTF-8; opened when it is needed first
 };
 
 /// Appends UTF-8 of which some may not be valid: U+FFFD stands for each run that is not. Returns how often.

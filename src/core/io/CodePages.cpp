@@ -44,7 +44,9 @@ void AppendDecoded(std::string& text, std::string_view bytes, std::u16string_vie
 std::optional<char> ByteOf(std::uint32_t letter, std::u16string_view upperHalf) {
   if (letter < 128) return static_cast<char>(letter);
   if (letter > 0xFFFF || letter == kNoLetter) return std::nullopt;
-  const std::size_t at = upperHalf.find(static_cast<char16_t>(letter));
+  // Most letters of Windows-1252 lie at their own numbers.
+  const bool isOwn = letter < 256 && upperHalf[letter - 128] == letter;
+  const std::size_t at = isOwn ? letter - 128 : upperHalf.find(static_cast<char16_t>(letter));
   if (at == std::u16string_view::npos) return std::nullopt;
   return static_cast<char>(128 + at);
 }

@@ -25,7 +25,7 @@ constexpr DrawingConventions k2007{
     .textsAsGiven = false,
     .layerNames = DrawingNames::Rule::KeepDistinct,
     .lineTypeNames = DrawingNames::Rule::MergeCase,
-    .letters = DrawingLetters::Unicode,
+    .nameSigns = NameSigns::Most,
 };
 
 constexpr std::int32_t kWhite = 7;

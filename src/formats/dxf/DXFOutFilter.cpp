@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "core/element/Justification.h"
+#include "core/io/CodePages.h"
 #include "core/io/Text.h"
 #include "core/io/Utf8.h"
+#include "core/run/Interaction.h"
 #include "formats/dxf/DXF2007OutFilter.h"
 #include "formats/dxf/DrawingEncoding.h"
 
@@ -30,7 +32,7 @@ constexpr DrawingConventions kClassic{
     .textsAsGiven = true,
     .layerNames = DrawingNames::Rule::AsGiven,
     .lineTypeNames = DrawingNames::Rule::AsGiven,
-    .letters = DrawingLetters::Ansi,
+    .nameSigns = NameSigns::Few,
 };
 constexpr DrawingConventions kStandard{
     .originIsMissing = false,
@@ -47,7 +49,7 @@ constexpr DrawingConventions kStandard{
     .textsAsGiven = false,
     .layerNames = DrawingNames::Rule::KeepDistinct,
     .lineTypeNames = DrawingNames::Rule::MergeCase,
-    .letters = DrawingLetters::Ansi,
+    .nameSigns = NameSigns::Few,
 };
 
 }  // namespace
@@ -103,10 +105,83 @@ void DXFOutFilter::NoteHeights(const tEntity& entity) {
   if (!isTold && std::any_of(entity.AllZ().begin(), entity.AllZ().end(), isRounded)) Lost(WarningKind::RoundedNumbers);
 }
 
-void DXFOutFilter::NoteNewName(const std::string& name) {
-  if (conventions_.layerNames != DrawingNames::Rule::AsGiven) return;
-  if (!IsAscii(name)) NoteMissed(kLettersBeyondAscii);
-  if (!EncodeName(name, DrawingLetters::Ansi, encoded_)) NoteMissed("layers whose names they refuse");
+void DXFOutFilter::NoteNewName(const DrawingNames::Entry& entry) {
+  if (!conventions_.textsAsGiven) {
+    pages_.NoteName(entry.name);
+    return NoteOtherPage();
+  }
+  if (!IsAscii(entry.given)) NoteMissed(kLettersBeyondAscii);
+  if (!EncodeName(entry.given, conventions_.nameSigns, encoded_)) NoteMissed("layers whose names they refuse");
+}
+
+void DXFOutFilter::Create(const std::string& path) {
+  pages_ = {};
+  utf8From_ = kNever;
+  layersInPage_.clear();
+  lineTypesInPage_.clear();
+  DrawingOutput::Create(path);
+}
+
+// Most drawings are in ANSI_1252, as which they begin. From the first letter that another page may have to hold they
+// are UTF-8 until the end, when the page is known.
+void DXFOutFilter::NoteOtherPage() {
+  if (!pages_.NeedOther() || utf8From_ != kNever) return;
+  utf8From_ = entities_.Size();
+  ForgetHead();
+}
+
+std::string_view DXFOutFilter::InterimText(std::string_view text) { return utf8From_ == kNever ? InPage(text) : text; }
+
+void DXFOutFilter::ChoosePage() {
+  for (const DrawingNames::Entry& entry : lineTypes_.All()) pages_.NoteText(Encoded(PatternOf(entry).description));
+  NoteOtherPage();
+  pages_.Choose();
+  SettleNames(layers_, "layer", layersInPage_);
+  SettleNames(lineTypes_, "line type", lineTypesInPage_);
+}
+
+void DXFOutFilter::SettleNames(DrawingNames& names, const char* what, NamesInPage& settled) {
+  for (const DrawingNames::Entry& entry : names.All()) {
+    if (IsAscii(entry.name)) continue;
+    std::string name = entry.name;
+    if (!pages_.FitName(name)) {
+      name = names.Distinct(name);
+      if (!entry.changed) {
+        TellOfName(entry, what,
+                   "no code page holds all names: " + pages_.Name() + ", which it is in, lacks letters of this one; " +
+                       "release 2007 holds all (" + interaction().Naming("release", "2007") + ")");
+      }
+    }
+    pages_.AppendText(settled[entry.name], name);
+  }
+}
+
+std::string_view DXFOutFilter::InPage(std::string_view text) {
+  if (IsAscii(text) || conventions_.textsAsGiven) return text;
+  inPage_.clear();
+  pages_.AppendText(inPage_, text);
+  return inPage_;
+}
+
+std::string_view DXFOutFilter::NameInPage(const NamesInPage& names, std::string_view name) {
+  const auto found = names.find(name);
+  return found == names.end() ? name : std::string_view(found->second);
+}
+
+void DXFOutFilter::AppendEntities(FileWriter& output, const std::string& path) {
+  if (utf8From_ == kNever) return DrawingOutput::AppendEntities(output, path);
+  BinaryFile entities(path);
+  const auto inPage = [this](std::string_view code, std::string_view value) {
+    return code == "  8"   ? NameInPage(layersInPage_, value)
+           : code == "  6" ? NameInPage(lineTypesInPage_, value)
+                           : InPage(value);
+  };
+  AppendInPage(output, entities, 0, utf8From_, [&](std::string_view code, std::string_view value) {
+    decoded_.clear();
+    AppendDecoded1252(decoded_, value);
+    return inPage(code, decoded_);
+  });
+  AppendInPage(output, entities, utf8From_, entities.Size(), inPage);
 }
 
 // The lines that most kinds begin with.
@@ -144,7 +219,7 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
     WritePolylineForm(entity, inSpace);
     if (entity.Closed) last = LastStored(entity, 0, last);
   }
-  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Printable(*layer_)).append("\r\n");
+  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Interim(Printable(*layer_))).append("\r\n");
   const bool hasBulges = !entity.Bulges.empty();
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) continue;
@@ -170,12 +245,16 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
     across = across > 2 ? 0 : across;
     up = up > 48 ? 0 : up / 16;
   }
+  if (!conventions_.textsAsGiven) {
+    pages_.NoteText(Encoded(entity.Text));
+    NoteOtherPage();
+  }
   Open("TEXT", entity);
   Vertex(entity, 0);
   // A text at its left on its baseline has no alignment point.
   if (conventions_.placementAsByte || across != 0 || up != 0) Vertex(entity, 0, true);
   entities_.Line(" 40").Number(entity.TextSize).EndLine();
-  Text("  1", Encoded(entity.Text));
+  Text("  1", conventions_.textsAsGiven ? Encoded(entity.Text) : InterimText(encoded_));
   entities_.Line(" 50").Number(entity.TextAng).EndLine();
   entities_.Line(" 72").Integer(across).EndLine();
   entities_.Line(" 73").Integer(up).EndLine();
@@ -183,10 +262,10 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
 
 void DXFOutFilter::WriteCircle(const tEntity& entity) {
   entities_.Write("  0\r\nCIRCLE\r\n 62\r\n").Integer(ColourNumber(entity)).EndLine();
-  Text("  8", Printable(*layer_));
+  Text("  8", Interim(Printable(*layer_)));
   Vertex(entity, 0);
   entities_.Line(" 40").Number(entity.Curve().radius).EndLine();
-  Text("  6", Printable(*lineType_));
+  Text("  6", Interim(Printable(*lineType_)));
 }
 
 void DXFOutFilter::WriteArc(const tEntity& entity) {
@@ -200,7 +279,6 @@ void DXFOutFilter::WriteArc(const tEntity& entity) {
 
 void DXFOutFilter::WriteSections() {
   constexpr std::string_view kRelease = "  0\r\nSECTION\r\n  2\r\nHEADER\r\n  9\r\n$ACADVER\r\n  1\r\nAC1009\r\n";
-  constexpr std::string_view kCodePage = "  9\r\n$DWGCODEPAGE\r\n  3\r\nANSI_1252\r\n";
   constexpr std::string_view kBase = "  9\r\n$INSBASE\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n0\r\n";
   constexpr std::string_view kTables = "  0\r\nENDSEC\r\n  0\r\nSECTION\r\n  2\r\nTABLES\r\n";
   constexpr std::string_view kNoStyles = "  0\r\nTABLE\r\n  2\r\nSTYLE\r\n 70\r\n0\r\n  0\r\nENDTAB\r\n";
@@ -212,7 +290,10 @@ void DXFOutFilter::WriteSections() {
       "  0\r\nSECTION\r\n  2\r\nBLOCKS\r\n  0\r\nENDSEC\r\n"
       "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n";
   header_.Write(kRelease);
-  if (!conventions_.textsAsGiven) header_.Write(kCodePage);
+  if (!conventions_.textsAsGiven) {
+    ChoosePage();
+    header_.Write("  9\r\n$DWGCODEPAGE\r\n  3\r\n").Line(pages_.Name());
+  }
   header_.Write(kBase);
   WriteCorners();
   header_.Write(kTables);
@@ -225,8 +306,10 @@ void DXFOutFilter::WriteLineTypeTable() {
   header_.Write("  0\r\nTABLE\r\n  2\r\nLTYPE\r\n 70\r\n").Integer(std::ssize(lineTypes_.All())).EndLine();
   for (const DrawingNames::Entry& entry : lineTypes_.All()) {
     const LineType& lineType = PatternOf(entry);
-    header_.Write("  0\r\nLTYPE\r\n  2\r\n").Write(Printable(entry.name)).Write("\r\n 70\r\n64\r\n  3\r\n");
-    header_.Line(Encoded(lineType.description)).Write(" 72\r\n65\r\n 73\r\n");
+    header_.Write("  0\r\nLTYPE\r\n  2\r\n")
+        .Write(NameInPage(lineTypesInPage_, Printable(entry.name)))
+        .Write("\r\n 70\r\n64\r\n  3\r\n");
+    header_.Line(InPage(Encoded(lineType.description))).Write(" 72\r\n65\r\n 73\r\n");
     header_.Integer(std::ssize(lineType.dashes)).Write("\r\n 40\r\n").Number(LengthOf(lineType)).EndLine();
     for (const double dash : lineType.dashes) header_.Write(" 49\r\n").Number(dash).EndLine();
   }
@@ -238,14 +321,16 @@ void DXFOutFilter::WriteLayerTable() {
   constexpr int kIsUsed = 64;
   std::int64_t position = 0;
   for (const DrawingNames::Entry& layer : layers_.All()) {
-    header_.Write("  0\r\nLAYER\r\n  2\r\n").Write(Printable(layer.name)).Write("\r\n 70\r\n");
+    header_.Write("  0\r\nLAYER\r\n  2\r\n")
+        .Write(NameInPage(layersInPage_, Printable(layer.name)))
+        .Write("\r\n 70\r\n");
     header_.Integer(kIsUsed + FlagsOf(layer.state)).Write("\r\n 62\r\n");
     ++position;
     const std::int64_t colour = conventions_.layerColourIsPosition ? position
                                 : layer.colour == 0                ? kWhite
                                                                    : layer.colour;
-    header_.Integer(layer.state.isOff ? -colour : colour);
-    header_.Write("\r\n  6\r\n").Line(layer.lineType.empty() ? kContinuous : layer.lineType);
+    header_.Integer(layer.state.isOff ? -colour : colour).Write("\r\n  6\r\n");
+    header_.Line(layer.lineType.empty() ? std::string_view(kContinuous) : NameInPage(lineTypesInPage_, layer.lineType));
   }
   header_.Write("  0\r\nENDTAB\r\n");
 }

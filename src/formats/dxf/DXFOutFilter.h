@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "formats/dxf/DrawingOutput.h"
+#include "formats/dxf/DrawingPages.h"
+#include "formats/dxf/PageEncoding.h"
 
 namespace tesselink {
 
@@ -39,7 +41,12 @@ class DXFOutFilter final : public DrawingOutput {
   void WriteText(const tEntity& entity) override;
   void WriteCircle(const tEntity& entity) override;
   void WriteArc(const tEntity& entity) override;
-  void NoteNewName(const std::string& name) override;
+  void NoteNewName(const DrawingNames::Entry& entry) override;
+  std::string_view Interim(const std::string& name) override { return InterimText(name); }
+  void AppendEntities(FileWriter& output, const std::string& path) override;
+  void Create(const std::string& path) override;
+
+  static constexpr std::int64_t kNever = -1;
 
   void NoteMisread(const tEntity& entity);
   void NoteHeights(const tEntity& entity);
@@ -49,7 +56,18 @@ class DXFOutFilter final : public DrawingOutput {
   void WriteLineTypeTable();
   void WriteLayerTable();
 
+  void NoteOtherPage();
+  std::string_view InterimText(std::string_view text);
+  void ChoosePage();
+  void SettleNames(DrawingNames& names, const char* what, NamesInPage& settled);
+  static std::string_view NameInPage(const NamesInPage& names, std::string_view name);
+  std::string_view InPage(std::string_view text);
+
   std::string vertexHead_;
+  DrawingPages pages_;
+  std::int64_t utf8From_ = kNever;              // where the entities are UTF-8 and no longer in ANSI_1252
+  NamesInPage layersInPage_, lineTypesInPage_;  // those with letters beyond ASCII
+  std::string inPage_, decoded_;
 };
 
 }  // namespace tesselink

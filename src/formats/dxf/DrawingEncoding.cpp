@@ -26,19 +26,6 @@ void AppendUnicode(std::string& bytes, std::uint32_t unit) {
   for (int shift = 12; shift >= 0; shift -= 4) bytes += kDigits[unit >> shift & 15];
 }
 
-void AppendLetter(std::string& bytes, std::uint32_t letter, DrawingLetters letters) {
-  if (letters == DrawingLetters::Unicode) {
-    AppendUtf8(bytes, letter);
-  } else if (const auto byte = ByteOf(letter, Windows1252())) {
-    bytes += *byte;
-  } else if (letter > 0xFFFF) {
-    AppendUnicode(bytes, 0xD800 + ((letter - 0x10000) >> 10));
-    AppendUnicode(bytes, 0xDC00 + ((letter - 0x10000) & 0x3FF));
-  } else {
-    AppendUnicode(bytes, letter);
-  }
-}
-
 // Two percent signs before a letter or a digit begin a code, and three are one sign.
 bool TakePercents(std::string_view& rest, std::string& bytes) {
   const std::size_t count = std::min(rest.find_first_not_of('%'), rest.size());
@@ -68,8 +55,8 @@ bool TakeSpecial(std::string_view& rest, std::string& bytes) {
 }
 
 // Letters that a name may hold at its ends; within it there may be blanks, too.
-bool IsOfName(std::uint32_t letter, DrawingLetters letters) {
-  if (letters == DrawingLetters::Unicode) {
+bool IsOfName(std::uint32_t letter, NameSigns signs) {
+  if (signs == NameSigns::Most) {
     constexpr std::string_view kRefused = "<>/\\\":;?*|,=`";
     return letter > ' ' && !IsControl(letter) &&
            (letter >= 128 || kRefused.find(static_cast<char>(letter)) == std::string_view::npos);
@@ -79,15 +66,21 @@ bool IsOfName(std::uint32_t letter, DrawingLetters letters) {
 
 }  // namespace
 
-void EncodeText(std::string_view text, DrawingLetters letters, std::string& bytes) {
+void AppendUnicodeCode(std::string& bytes, std::uint32_t letter) {
+  if (letter <= 0xFFFF) return AppendUnicode(bytes, letter);
+  AppendUnicode(bytes, 0xD800 + ((letter - 0x10000) >> 10));
+  AppendUnicode(bytes, 0xDC00 + ((letter - 0x10000) & 0x3FF));
+}
+
+void EncodeText(std::string_view text, std::string& bytes) {
   bytes.clear();
   const bool utf8 = IsUtf8(text);
   for (std::string_view rest = text; !rest.empty();) {
-    if (!TakeSpecial(rest, bytes)) AppendLetter(bytes, TakeLetter(rest, utf8), letters);
+    if (!TakeSpecial(rest, bytes)) AppendUtf8(bytes, TakeLetter(rest, utf8));
   }
 }
 
-bool EncodeName(std::string_view name, DrawingLetters letters, std::string& bytes) {
+bool EncodeName(std::string_view name, NameSigns signs, std::string& bytes) {
   constexpr int kLongest = 240;  // 255 would be read; the rest is room for what tells names apart
   bytes.clear();
   const bool utf8 = IsUtf8(name);
@@ -96,15 +89,15 @@ bool EncodeName(std::string_view name, DrawingLetters letters, std::string& byte
   for (int length = 0; !rest.empty() && length < kLongest; ++length) {
     const bool first = rest.size() == name.size();
     const std::uint32_t letter = TakeLetter(rest, utf8);
-    const bool allowed = IsOfName(letter, letters) || (letter == ' ' && !first && !rest.empty());
-    AppendLetter(bytes, allowed ? letter : '_', letters);
+    const bool allowed = IsOfName(letter, signs) || (letter == ' ' && !first && !rest.empty());
+    AppendUtf8(bytes, allowed ? letter : '_');
     kept = kept && allowed;
   }
   return kept && rest.empty();
 }
 
-std::string_view NameRule(DrawingLetters letters) {
-  return letters == DrawingLetters::Ansi
+std::string_view NameRule(NameSigns signs) {
+  return signs == NameSigns::Few
              ? "names hold up to 240 letters, digits, $, -, _ and blanks within, and differ in more than letter case"
              : "names hold up to 240 letters other than < > / \\ \" : ; ? * | , = ` and blanks at their ends, and "
                "differ "

@@ -23,20 +23,26 @@ DrawingNames::Entry& DrawingNames::Find(const std::string& name) {
   return *added.first->second;
 }
 
+std::string DrawingNames::Distinct(const std::string& like) {
+  std::string name = like;
+  int& number = written_[FoldedCase(like)];
+  while (++number > 1) {
+    name = like + "_" + std::to_string(number);
+    if (written_.emplace(FoldedCase(name), 1).second) break;
+  }
+  return name;
+}
+
 void DrawingNames::Add(const std::string& name) {
   Entry entry;
   entry.given = name;
   if (rule_ == Rule::AsGiven) {
     entry.name = name;
   } else {
-    entry.changed = !EncodeName(name, letters_, entry.name);
-    const std::string base = entry.name;
-    int& number = written_[FoldedCase(base)];
-    while (++number > 1) {
-      entry.name = base + "_" + std::to_string(number);
-      if (written_.emplace(FoldedCase(entry.name), 1).second) break;
-    }
-    entry.changed = entry.changed || entry.name != base;
+    entry.changed = !EncodeName(name, signs_, entry.name);
+    const std::string distinct = Distinct(entry.name);
+    entry.changed = entry.changed || entry.name != distinct;
+    entry.name = distinct;
   }
   entries_.push_back(std::move(entry));
 }

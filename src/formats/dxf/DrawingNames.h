@@ -35,12 +35,14 @@ class DrawingNames {
     bool isInherited = false;             ///< an element has the layer's colour by layer, so that it must stay
   };
 
-  DrawingNames(Rule rule, DrawingLetters letters) : rule_(rule), letters_(letters) {}
+  DrawingNames(Rule rule, NameSigns signs) : rule_(rule), signs_(signs) {}
   DrawingNames(DrawingNames&&) = default;
   DrawingNames& operator=(DrawingNames&&) = default;
 
   /// The entry of a name, added when it is new; it stays where it is. No name is that of layer 0, except by the letter.
   Entry& Of(const std::string& name);
+  /// A name like another one that no entry has, for an entry that cannot have that.
+  std::string Distinct(const std::string& like);
   const std::deque<Entry>& All() const { return entries_; }
 
  private:
@@ -48,7 +50,7 @@ class DrawingNames {
   void Add(const std::string& name);
 
   Rule rule_;
-  DrawingLetters letters_;
+  NameSigns signs_;
   std::deque<Entry> entries_;
   std::unordered_map<std::string, Entry*> byName_;
   std::unordered_map<std::string, int> written_;  // as FoldedCase, with the number that was tried last

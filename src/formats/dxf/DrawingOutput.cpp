@@ -31,8 +31,8 @@ bool IsInheritedLineType(const std::string& lineType) {
 DrawingOutput::DrawingOutput(const FilterContext& context, const DrawingConventions& conventions)
     : OutputFilter(context),
       conventions_(conventions),
-      layers_(conventions.layerNames, conventions.letters),
-      lineTypes_(conventions.lineTypeNames, conventions.letters),
+      layers_(conventions.layerNames, conventions.nameSigns),
+      lineTypes_(conventions.lineTypeNames, conventions.nameSigns),
       colours_(context.options.programFolder) {}
 
 void DrawingOutput::Create(const std::string& path) {
@@ -47,9 +47,9 @@ void DrawingOutput::Create(const std::string& path) {
   entityFile_ = TempFile("DXF");
   header_ = FileWriter(headerFile_.TakeHandle(), headerFile_.Path());
   entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
-  layers_ = DrawingNames(conventions_.layerNames, conventions_.letters);
+  layers_ = DrawingNames(conventions_.layerNames, conventions_.nameSigns);
   headLayer_ = nullptr;
-  lineTypes_ = DrawingNames(conventions_.lineTypeNames, conventions_.letters);
+  lineTypes_ = DrawingNames(conventions_.lineTypeNames, conventions_.nameSigns);
   lineTypes_.Of(kContinuous);
   patterns_.clear();
   if (conventions_.fullTables) layers_.Of("0");
@@ -189,12 +189,14 @@ void DrawingOutput::NoteLineType(const tEntity& entity, DrawingNames::Entry& lay
 DrawingNames::Entry& DrawingOutput::NameIn(DrawingNames& names, const std::string& name, const char* what) {
   DrawingNames::Entry& entry = names.Of(name);
   if (std::exchange(entry.isTold, true)) return entry;
-  NoteNewName(name);
-  if (entry.changed) {
-    report().Warn(WarningKind::Names, path_ + ": the " + what + " \"" + name.substr(0, kShownName) +
-                                          "\" has another name there; " + std::string(NameRule(conventions_.letters)));
-  }
+  NoteNewName(entry);
+  if (entry.changed) TellOfName(entry, what, NameRule(conventions_.nameSigns));
   return entry;
+}
+
+void DrawingOutput::TellOfName(const DrawingNames::Entry& entry, const char* what, std::string_view why) {
+  report().Warn(WarningKind::Names, path_ + ": the " + what + " \"" + entry.given.substr(0, kShownName) +
+                                        "\" has another name there; " + std::string(why));
 }
 
 void DrawingOutput::NoteExtents(const tEntity& entity, tEntity::Index last) {
@@ -223,7 +225,7 @@ const std::string& DrawingOutput::Printable(const std::string& value) {
 std::string_view DrawingOutput::Encoded(const std::string& text) {
   const std::string& printable = Printable(text);
   if (conventions_.textsAsGiven) return printable;
-  EncodeText(printable, conventions_.letters, encoded_);
+  EncodeText(printable, encoded_);
   return encoded_;
 }
 
@@ -231,9 +233,9 @@ const std::string& DrawingOutput::Head(std::string_view before) {
   if (layer_ == headLayer_ && *lineType_ == headLineType_) return head_;
   const std::string& layer = Printable(*layer_);
   const bool isLayerAsGiven = &layer == layer_;
-  head_.assign(before).append("  8\r\n").append(layer).append("\r\n  6\r\n");
+  head_.assign(before).append("  8\r\n").append(Interim(layer)).append("\r\n  6\r\n");
   const std::string& lineType = Printable(*lineType_);
-  head_.append(lineType).append("\r\n");
+  head_.append(Interim(lineType)).append("\r\n");
   headLayer_ = isLayerAsGiven && &lineType == lineType_ ? layer_ : nullptr;
   headLineType_ = *lineType_;
   return head_;
@@ -302,7 +304,7 @@ void DrawingOutput::Merge(const std::string& headerPath, const std::string& enti
   FileWriter output(path_);
   try {
     output.Append(headerPath);
-    output.Append(entityPath);
+    AppendEntities(output, entityPath);
     WriteEnd(output);
     output.Close();
   } catch (...) {

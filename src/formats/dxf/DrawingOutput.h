@@ -30,7 +30,7 @@ struct DrawingConventions {
   bool trueColours;            ///< stand beside the number that comes nearest
   bool textsAsGiven;           ///< byte by byte; else as the header says
   DrawingNames::Rule layerNames, lineTypeNames;
-  DrawingLetters letters;  ///< of texts and names that are not as given
+  NameSigns nameSigns;  ///< of names that are not as given
 };
 
 /// Streams the elements into a temporary file, since the header lists layers and extents that are known only at the
@@ -62,7 +62,13 @@ class DrawingOutput : public OutputFilter {
   virtual void WriteCircle(const tEntity& entity) = 0;
   virtual void WriteArc(const tEntity& entity) = 0;
   /// Told of each layer and line type once.
-  virtual void NoteNewName(const std::string&) {}
+  virtual void NoteNewName(const DrawingNames::Entry&) {}
+  /// Appends what was written of the entities.
+  virtual void AppendEntities(FileWriter& output, const std::string& path) { output.Append(path); }
+  /// A name as it stands among the entities until they are appended; valid until the next call.
+  virtual std::string_view Interim(const std::string& name) { return name; }
+  /// Tells of a layer or a line type that has another name in the drawing.
+  void TellOfName(const DrawingNames::Entry& entry, const char* what, std::string_view why);
 
   /// Takes from an element what the header needs, before it is written.
   void Note(tEntity& entity);
@@ -84,6 +90,7 @@ class DrawingOutput : public OutputFilter {
   /// The lines that name layer and line type, behind those before them; they serve further elements, unless something
   /// in them is to be told of each.
   const std::string& Head(std::string_view before);
+  void ForgetHead() { headLayer_ = nullptr; }
   /// $EXTMIN and $EXTMAX.
   void WriteCorners();
   /// What is known of the pattern of a line type; without, it is a solid line.

@@ -224,9 +224,11 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->check(Distance());
 }
 
-CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
+// Of the commands but the one that is asked for, which is the first argument, only the names are needed.
+CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& command) {
   const auto& formats = AllFormats().Outputs();
   CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
+  if (asked != convert->get_name()) return convert;
   convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
   convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(*convert, command.reading);
@@ -253,8 +255,9 @@ CLI::App* AddConvert(CLI::App& app, ConvertCommand& command) {
   return convert;
 }
 
-CLI::App* AddInfo(CLI::App& app, InfoCommand& command) {
+CLI::App* AddInfo(CLI::App& app, const std::string& asked, InfoCommand& command) {
   CLI::App* info = app.add_subcommand("info", "Tell what a drawing holds: elements, layers, extents, fields");
+  if (asked != info->get_name()) return info;
   info->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   info->add_flag("--json", command.json, "Print as JSON");
   AddReadingOptions(*info, command.reading);
@@ -262,24 +265,27 @@ CLI::App* AddInfo(CLI::App& app, InfoCommand& command) {
   return info;
 }
 
-CLI::App* AddCat(CLI::App& app, CatCommand& command) {
+CLI::App* AddCat(CLI::App& app, const std::string& asked, CatCommand& command) {
   CLI::App* cat = app.add_subcommand("cat", "Print every element as one JSON object a line");
+  if (asked != cat->get_name()) return cat;
   cat->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   AddReadingOptions(*cat, command.reading);
   cat->footer(kCatExample);
   return cat;
 }
 
-CLI::App* AddLayers(CLI::App& app, LayersCommand& command) {
+CLI::App* AddLayers(CLI::App& app, const std::string& asked, LayersCommand& command) {
   CLI::App* layers = app.add_subcommand("layers", "List layers and their entity codes as CSV, ready for --layer-codes");
+  if (asked != layers->get_name()) return layers;
   layers->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   AddReadingOptions(*layers, command.reading);
   layers->footer(kLayersExamples);
   return layers;
 }
 
-CLI::App* AddTable(CLI::App& app, TableCommand& command) {
+CLI::App* AddTable(CLI::App& app, const std::string& asked, TableCommand& command) {
   CLI::App* table = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
+  if (asked != table->get_name()) return table;
   table->add_option("FILE", command.file, "The table")->required()->type_name("");
   static const std::vector<Format> kRows{{.options = {EncodingOption()}}};
   AddFormatOptions(*table, kRows, command.reading.own);
@@ -288,8 +294,9 @@ CLI::App* AddTable(CLI::App& app, TableCommand& command) {
   return table;
 }
 
-CLI::App* AddPreview(CLI::App& app, PreviewCommand& command) {
+CLI::App* AddPreview(CLI::App& app, const std::string& asked, PreviewCommand& command) {
   CLI::App* preview = app.add_subcommand("preview", "Draw a picture (SVG) of a drawing, coloured by layer");
+  if (asked != preview->get_name()) return preview;
   preview->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   preview->add_option("PICTURE", command.picture, "The picture")->required()->type_name("");
   preview->add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
@@ -342,12 +349,13 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   PreviewCommand preview;
   TableCommand table;
   FormatsCommand formats;
-  const CLI::App* convertApp = AddConvert(app, convert);
-  const CLI::App* infoApp = AddInfo(app, info);
-  const CLI::App* catApp = AddCat(app, cat);
-  const CLI::App* layersApp = AddLayers(app, layers);
-  const CLI::App* previewApp = AddPreview(app, preview);
-  const CLI::App* tableApp = AddTable(app, table);
+  const std::string asked = arguments.empty() ? std::string() : arguments.front();
+  const CLI::App* convertApp = AddConvert(app, asked, convert);
+  const CLI::App* infoApp = AddInfo(app, asked, info);
+  const CLI::App* catApp = AddCat(app, asked, cat);
+  const CLI::App* layersApp = AddLayers(app, asked, layers);
+  const CLI::App* previewApp = AddPreview(app, asked, preview);
+  const CLI::App* tableApp = AddTable(app, asked, table);
   CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
   formatsApp->add_flag("--json", formats.json, "Print as JSON");
   app.footer(kExamples);  // last, for commands take over what stands here before them

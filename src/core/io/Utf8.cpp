@@ -14,14 +14,10 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 }  // namespace
 
-std::size_t Utf8Length(std::string_view bytes) {
+std::size_t Utf8LengthOfMore(std::string_view bytes) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
   const unsigned char lead = byte(0);
-  if (lead < 0x80) return 1;
-  const std::size_t length = lead >= 0xC2 && lead < 0xE0   ? 2
-                             : lead >= 0xE0 && lead < 0xF0 ? 3
-                             : lead >= 0xF0 && lead < 0xF5 ? 4
-                                                           : 0;
+  const std::size_t length = lead >= 0xE0 && lead < 0xF0 ? 3 : lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
   if (length == 0 || bytes.size() < length) return 0;
   for (std::size_t i = 1; i < length; ++i) {
     if ((byte(i) & 0xC0) != 0x80) return 0;
@@ -57,13 +53,6 @@ std::string_view CutUtf8(std::string_view text, std::size_t most) {
   return text.substr(0, most);
 }
 
-std::uint32_t Utf8Letter(std::string_view sequence) {
-  constexpr unsigned char kLeadBits[] = {0x7F, 0x7F, 0x1F, 0x0F, 0x07};
-  std::uint32_t letter = static_cast<unsigned char>(sequence[0]) & kLeadBits[sequence.size()];
-  for (const char c : sequence.substr(1)) letter = letter << 6 | (static_cast<unsigned char>(c) & 0x3F);
-  return letter;
-}
-
 bool IsControl(std::uint32_t letter) {
   return letter < ' ' || (letter >= 0x7F && letter < 0xA0) || (letter >= 0x202A && letter <= 0x202E) ||
          (letter >= 0x2066 && letter <= 0x2069);
@@ -74,8 +63,8 @@ void AppendUtf8(std::string& text, std::uint32_t letter) {
   if (letter < 0x80) {
     text += BreaksLine(static_cast<char>(letter)) ? ' ' : static_cast<char>(letter);
   } else if (letter < 0x800) {
-    put(0xC0 | letter >> 6);
-    put(0x80 | (letter & 0x3F));
+    const char bytes[] = {static_cast<char>(0xC0 | letter >> 6), static_cast<char>(0x80 | (letter & 0x3F))};
+    text.append(bytes, 2);
   } else if ((letter >= 0xD800 && letter < 0xE000) || letter > 0x10FFFF) {
     text += kReplacement;
   } else if (letter < 0x10000) {

@@ -75,8 +75,15 @@ void AppendUnicodeCode(std::string& bytes, std::uint32_t letter) {
 void EncodeText(std::string_view text, std::string& bytes) {
   bytes.clear();
   const bool utf8 = IsUtf8(text);
+  const auto isPlain = [utf8](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= ' ' && (byte < 128 || utf8) && c != '%' && c != '^' && c != '\\';
+  };
   for (std::string_view rest = text; !rest.empty();) {
-    if (!TakeSpecial(rest, bytes)) AppendUtf8(bytes, TakeLetter(rest, utf8));
+    const auto plain = static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), isPlain) - rest.begin());
+    bytes += rest.substr(0, plain);
+    rest.remove_prefix(plain);
+    if (!rest.empty() && !TakeSpecial(rest, bytes)) AppendUtf8(bytes, TakeLetter(rest, utf8));
   }
 }
 

@@ -243,7 +243,12 @@ bool DrawingText::DecodeText(std::string_view bytes, std::string& text) const {
   DecodePage(bytes, decoded_);
   text.clear();
   bool formats = false;
+  const auto isPlain = [](char c) { return c != '\\' && c != '%' && c != '^' && !BreaksLine(c); };
   for (std::string_view rest = decoded_; !rest.empty();) {
+    const auto plain = static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), isPlain) - rest.begin());
+    text += rest.substr(0, plain);
+    rest.remove_prefix(plain);
+    if (rest.empty()) break;
     formats = formats || BeginsLine(rest);
     if (!TakeUnicode(rest, text) && !TakePercentCode(rest, text, upperHalf_) && !TakeCaretCode(rest, text)) {
       TakeLetter(rest, text);

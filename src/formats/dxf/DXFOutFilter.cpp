@@ -132,6 +132,16 @@ void DXFOutFilter::NoteOtherPage() {
 
 std::string_view DXFOutFilter::InterimText(std::string_view text) { return utf8From_ == kNever ? InPage(text) : text; }
 
+// Most elements have the layer of the one before.
+std::string_view DXFOutFilter::Interim(const std::string& name) {
+  if (utf8From_ != kNever || conventions_.textsAsGiven || IsAscii(name)) return name;
+  if (name != interimName_) {
+    interim_ = InPage(name);
+    interimName_ = name;
+  }
+  return interim_;
+}
+
 void DXFOutFilter::ChoosePage() {
   for (const DrawingNames::Entry& entry : lineTypes_.All()) pages_.NoteText(Encoded(PatternOf(entry).description));
   NoteOtherPage();

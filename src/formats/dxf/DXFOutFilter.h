@@ -42,7 +42,7 @@ class DXFOutFilter final : public DrawingOutput {
   void WriteCircle(const tEntity& entity) override;
   void WriteArc(const tEntity& entity) override;
   void NoteNewName(const DrawingNames::Entry& entry) override;
-  std::string_view Interim(const std::string& name) override { return InterimText(name); }
+  std::string_view Interim(const std::string& name) override;
   void AppendEntities(FileWriter& output, const std::string& path) override;
   void Create(const std::string& path) override;
 
@@ -68,6 +68,7 @@ class DXFOutFilter final : public DrawingOutput {
   std::int64_t utf8From_ = kNever;              // where the entities are UTF-8 and no longer in ANSI_1252
   NamesInPage layersInPage_, lineTypesInPage_;  // those with letters beyond ASCII
   std::string inPage_, decoded_;
+  std::string interimName_, interim_;  // the last name in ANSI_1252
 };
 
 }  // namespace tesselink

@@ -110,10 +110,6 @@ WriteResult DrawingOutput::WriteForm(tEntity& entity) {
   return WriteResult::Written;
 }
 
-bool DrawingOutput::IsMissing(const tEntity& entity, tEntity::Index i) const {
-  return conventions_.originIsMissing && entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
-}
-
 // Whether the element is but a place, of a kind that must have more.
 bool DrawingOutput::IsDegenerate(const tEntity& entity, tEntity::Index last) const {
   if (conventions_.degenerateKept) return false;
@@ -252,15 +248,18 @@ std::int32_t DrawingOutput::ColourNumber(const tEntity& entity) {
   return kByLayer;
 }
 
-void DrawingOutput::Vertex(const tEntity& entity, tEntity::Index index, bool second) {
-  entities_.Write(second ? " 11\r\n" : " 10\r\n").Number(entity.x(index));
-  entities_.Write(second ? "\r\n 21\r\n" : "\r\n 20\r\n").Number(entity.Y(index));
-  entities_.Write(second ? "\r\n 31\r\n" : "\r\n 30\r\n");
+// Codes of a length that is known are copied without a call.
+template <bool isSecond>
+void DrawingOutput::WriteVertex(const tEntity& entity, tEntity::Index index) {
+  constexpr std::string_view kX = isSecond ? " 11\r\n" : " 10\r\n";
+  constexpr std::string_view kY = isSecond ? "\r\n 21\r\n" : "\r\n 20\r\n";
+  constexpr std::string_view kZ = isSecond ? "\r\n 31\r\n" : "\r\n 30\r\n";
+  entities_.Write(kX).Number(entity.x(index)).Write(kY).Number(entity.Y(index)).Write(kZ);
   Height(entities_, entity.Height(index)).EndLine();
 }
 
-FileWriter& DrawingOutput::Height(FileWriter& file, double value) const {
-  return conventions_.heightsInFull ? file.Number(value) : file.Single(static_cast<float>(value));
+void DrawingOutput::Vertex(const tEntity& entity, tEntity::Index index, bool second) {
+  second ? WriteVertex<true>(entity, index) : WriteVertex<false>(entity, index);
 }
 
 double DrawingOutput::ArcEnd(const CurveNumbers& arc) {

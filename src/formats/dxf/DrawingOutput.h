@@ -74,12 +74,16 @@ class DrawingOutput : public OutputFilter {
   void Note(tEntity& entity);
   WriteResult WriteForm(tEntity& entity);
 
-  bool IsMissing(const tEntity& entity, tEntity::Index i) const;
+  bool IsMissing(const tEntity& entity, tEntity::Index i) const {
+    return conventions_.originIsMissing && entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
+  }
   /// The last vertex that is written of a closed chain within the element: the one that closes it goes without saying.
   static tEntity::Index LastStored(const tEntity& entity, tEntity::Index first, tEntity::Index last);
   /// The number that stands for the element's colour.
   std::int32_t ColourNumber(const tEntity& entity);
-  FileWriter& Height(FileWriter& file, double value) const;
+  FileWriter& Height(FileWriter& file, double value) const {
+    return conventions_.heightsInFull ? file.Number(value) : file.Single(static_cast<float>(value));
+  }
   void Vertex(const tEntity& entity, tEntity::Index index, bool second = false);
   /// An end beyond 360 degrees counts from 0 again, unless the arc is a whole turn.
   static double ArcEnd(const CurveNumbers& arc);
@@ -113,6 +117,8 @@ class DrawingOutput : public OutputFilter {
 
  private:
   void RequireOpen(const char* member) const;
+  template <bool isSecond>
+  void WriteVertex(const tEntity& entity, tEntity::Index index);
   bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
   void NumberColour(tEntity& entity);
   void NoteNames(const tEntity& entity);

@@ -79,7 +79,7 @@ TEST_F(DXF2007OutFilterTest, EveryHandleIsOfOneObjectAndEveryOwnerIsThere) {
   std::string variable;
   for (const auto& [code, value] : Groups()) {
     if (code == 9) variable = value;
-    const auto number = [&] { return std::stoull(value, nullptr, 16); };
+    const auto number = [&given = value] { return std::stoull(given, nullptr, 16); };
     if (code == 5 && seed == 0 && variable == "$HANDSEED") {
       seed = number();
     } else if (code == 5 || code == 105) {
@@ -159,7 +159,8 @@ TEST_F(DXF2007OutFilterTest, ElementsComeBackAsTheyWere) {
     std::string bulges;
     for (const double bulge : e.Bulges) bulges += NumberText(bulge) + " ";
     return Row(e.bType, e.Layer, e.Colour, e.RGB, e.LineStyle, e.Closed, XY(e), e.Height(0), e.Height(e.PointCount()),
-               e.Text, e.TextSize, e.TextAng, e.TextJust, curve.radius, curve.start, curve.end, bulges, std::int64_t{e.Lost});
+               e.Text, e.TextSize, e.TextAng, e.TextJust, curve.radius, curve.start, curve.end, bulges,
+               std::int64_t{e.Lost});
   };
   for (std::size_t i = 0; i < back.size(); ++i) EXPECT_EQ(row(back[i]), row(elements[i]));
   EXPECT_EQ(rig.report.Warnings().size(), 0u);

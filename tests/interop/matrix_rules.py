@@ -423,7 +423,12 @@ def is_upright_at_its_end(e):
     return e.closed and len(chain) > 1 and chain[0][:2] == chain[-1][:2] and chain[0] != chain[-1]
 
 
-CLOSE = (None, when(lambda e: e.closed and not e.area and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1], xyz=lambda e: e.xyz + e.xyz[:1]))
+def is_open(e):
+    return e.closed and len(e.xyz) > 1 and e.xyz[0] != e.xyz[-1]
+
+
+CLOSE = (None, when(is_open, xyz=lambda e: e.xyz + e.xyz[:1]))
+CLOSE_CHAINS = (None, when(lambda e: not e.area and is_open(e), xyz=lambda e: e.xyz + e.xyz[:1]))
 PLACES_ALONE = ("all but kinds and vertices, which alone are compared", when(always, **NOTHING_BUT_PLACES))
 
 COLOURED = (None, when(always, rgb=lambda e: e.rgb if 0 <= e.colour < 256 and e.rgb != NUMBERED[e.colour] else None))
@@ -452,4 +457,4 @@ SEEN = {
 }
 SEEN["dxf 2007", "GDAL"] = [
     ("areas (it makes its own rings of them)", each(part_by_part)), (None, when(lambda e: e.area, area=False, closed=True)), *SEEN["dxf", "GDAL"]]
-SEEN["dxf 2007", "Tesselink"] = [*SEEN["dxf", "Tesselink"], (None, each(boundaries))]
+SEEN["dxf 2007", "Tesselink"] = [(None, coloured_by_layer), CLOSE_CHAINS, (None, each(boundaries))]

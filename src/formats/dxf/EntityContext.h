@@ -126,8 +126,9 @@ struct EntityContext {
   std::vector<std::int32_t> flags;  ///< likewise
   std::vector<Corners> faces;       ///< of a polyface
   SplineCurve spline;
-  std::string hatch;     ///< the handle of the last HATCH that became an area
-  bool ofHatch = false;  ///< the entity says that it draws the edge of that HATCH, as this program writes it
+  std::string regionData;  ///< of a region
+  std::string hatch;       ///< the handle of the last HATCH that became an area
+  bool ofHatch = false;    ///< the entity says that it draws the edge of that HATCH, as this program writes it
   Multiline multiline;
   Multileader multileader;
 };

@@ -85,6 +85,18 @@ bool StoreArea(EntityContext& context, tEntity& element) {
   return StoreChain(context, element, kPolyline);
 }
 
+bool StoreRings(EntityContext& context, tEntity& element, int deepest) {
+  std::vector<Wires::Wire> rings;
+  while (context.wires.HasNext()) rings.push_back(context.wires.Next());
+  context.wires.Clear();
+  if (!NestRings(context.chain, rings, deepest)) {
+    Warn(context, WarningKind::Rings, "has so many rings that which of them are holes was not found out");
+  }
+  for (std::size_t i = 1; i < rings.size(); ++i) element.Parts.push_back(static_cast<tEntity::Index>(rings[i].begin));
+  element.IsArea = element.Closed = true;
+  return StoreChain(context, element, kPolyline);
+}
+
 bool StoreWire(EntityContext& context, tEntity& element) {
   while (context.wires.HasNext()) {
     const Wires::Wire& wire = context.wires.Next();

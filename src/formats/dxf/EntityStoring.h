@@ -18,6 +18,8 @@ inline bool StoreChain(EntityContext& context, tEntity& element, std::int16_t ki
 }
 /// The whole chain, a ring that ends on its first vertex, as an area; in readings without areas as a closed chain.
 bool StoreArea(EntityContext& context, tEntity& element);
+/// All wires, which are rings, as one area; rings that lie deeper than `deepest` are left out.
+bool StoreRings(EntityContext& context, tEntity& element, int deepest);
 /// The next wire that has vertices; false when there is none.
 bool StoreWire(EntityContext& context, tEntity& element);
 /// A single vertex.

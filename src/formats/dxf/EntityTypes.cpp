@@ -14,6 +14,7 @@
 #include "formats/dxf/MultilineEntities.h"
 #include "formats/dxf/PointEntities.h"
 #include "formats/dxf/PolylineEntities.h"
+#include "formats/dxf/RegionEntities.h"
 #include "formats/dxf/TextEntities.h"
 #include "formats/dxf/ToleranceEntities.h"
 
@@ -47,6 +48,7 @@ constexpr std::array kTypes{
     EntityType{"IMAGE", GatherImage, MakeImage, false, true},
     EntityType{"WIPEOUT", GatherImage, MakeWipeout, false, true},
     EntityType{"HATCH", GatherHatch, MakeHatch, false, true},
+    EntityType{"REGION", GatherRegion, MakeRegion, false, true},
     EntityType{"LEADER", GatherLeader, MakeLeader, false, true},
     EntityType{"MULTILEADER", GatherMultileader, MakeMultileader, false, true},
     EntityType{"MLEADER", GatherMultileader, MakeMultileader, false, true},

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 #include "core/element/VertexAlgebra.h"
 #include "core/run/Report.h"
@@ -202,20 +201,12 @@ bool MakeHatch(EntityContext& context, tEntity& element) {
   const ObjectCoordinates plane(context.groups.Extrusion());
   for (Vertex& v : context.chain) v.z = context.groups.Point(0).z;
   ToWorld(context, plane);
-  std::vector<Wires::Wire> rings;
-  while (context.wires.HasNext()) rings.push_back(context.wires.Next());
-  context.wires.Clear();
-  if (rings.empty()) {
+  if (context.wires.IsEmpty()) {
     context.hatch.clear();
     return Damaged(context, "has no boundary that surrounds anything");
   }
-  if (!NestRings(context.chain, rings, DeepestRing(context.groups.Integer(75, kEveryOther)))) {
-    Warn(context, WarningKind::Rings, "has so many rings that which of them are holes was not found out");
-  }
-  for (std::size_t i = 1; i < rings.size(); ++i) element.Parts.push_back(static_cast<tEntity::Index>(rings[i].begin));
-  element.IsArea = element.Closed = true;
   context.lost |= kLostPattern;
-  return StoreChain(context, element, kPolyline);
+  return StoreRings(context, element, DeepestRing(context.groups.Integer(75, kEveryOther)));
 }
 
 }  // namespace tesselink

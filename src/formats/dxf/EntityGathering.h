@@ -21,6 +21,11 @@ inline bool IsAt(const EntityContext& context, std::string_view type) {
 /// The value of the scanner's group as a number, noted when it is none.
 inline double NumberHere(EntityContext& context) { return context.groups.NumberOf(context.source.scanner); }
 
+/// Takes a coordinate by its code: 10 to 19 is x, 20 to 29 y, 30 to 39 z.
+inline void TakeCoordinate(EntityContext& context, Vertex& v, int code) {
+  (code < 20 ? v.x : code < 30 ? v.y : v.z) = NumberHere(context);
+}
+
 /// Hands every group's code to `own`, which tells whether it takes it, and to the common groups what it does not take.
 /// Left out are lists that an application put in braces, and the object that newer releases embed behind code 101: both
 /// use the same codes in other meanings. What is embedded may be handed to a function of its own.

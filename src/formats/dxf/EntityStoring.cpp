@@ -85,6 +85,17 @@ bool StoreArea(EntityContext& context, tEntity& element) {
   return StoreChain(context, element, kPolyline);
 }
 
+void EndRing(EntityContext& context, std::size_t begin) {
+  constexpr std::size_t kLeastRing = 4;
+  VertexChain& chain = context.chain;
+  if (chain.size() - begin < kLeastRing) {
+    chain.resize(begin);
+  } else {
+    chain.back() = chain[begin];
+    context.wires.End(chain.size(), true);
+  }
+}
+
 bool StoreRings(EntityContext& context, tEntity& element, int deepest) {
   std::vector<Wires::Wire> rings;
   while (context.wires.HasNext()) rings.push_back(context.wires.Next());

@@ -18,6 +18,9 @@ inline bool StoreChain(EntityContext& context, tEntity& element, std::int16_t ki
 }
 /// The whole chain, a ring that ends on its first vertex, as an area; in readings without areas as a closed chain.
 bool StoreArea(EntityContext& context, tEntity& element);
+/// Ends a wire that is a ring: the vertices of the chain from `begin` on, the last of which becomes the first one. What
+/// surrounds nothing is taken out.
+void EndRing(EntityContext& context, std::size_t begin);
 /// All wires, which are rings, as one area; rings that lie deeper than `deepest` are left out.
 bool StoreRings(EntityContext& context, tEntity& element, int deepest);
 /// The next wire that has vertices; false when there is none.

@@ -158,13 +158,7 @@ class Boundaries {
     }
     const auto isWild = [](const Vertex& v) { return !IsFinite(v); };
     chain.erase(std::remove_if(chain.begin() + static_cast<std::ptrdiff_t>(begin), chain.end(), isWild), chain.end());
-    constexpr std::size_t kLeastRing = 4;
-    if (chain.size() - begin < kLeastRing) {
-      chain.resize(begin);
-    } else {
-      chain.back() = chain[begin];
-      context_.wires.End(chain.size(), true);
-    }
+    EndRing(context_, begin);
     ring_.clear();
     context_.bulges.clear();
   }

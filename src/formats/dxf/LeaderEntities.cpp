@@ -50,8 +50,7 @@ void GatherLeader(EntityContext& context) {
     const bool isPoint = code == 10 || code == 20 || code == 30;
     if (code == 10) chain.emplace_back();
     if (isPoint && !chain.empty()) {
-      Vertex& v = chain.back();
-      (code < 20 ? v.x : code < 30 ? v.y : v.z) = NumberHere(context);
+      TakeCoordinate(context, chain.back(), code);
     } else if (code == 211 || code == 221 || code == 231) {
       (code < 220 ? along.x : code < 230 ? along.y : along.z) = NumberHere(context);
     } else if (code == 3) {

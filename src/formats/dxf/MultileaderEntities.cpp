@@ -55,8 +55,7 @@ class Parts {
     const double number = NumberHere(context_);
     if (std::isfinite(number)) value = number;
   }
-  // Codes 10 to 39 are points.
-  void Set(Vertex& v, int code) { (code < 20 ? v.x : code < 30 ? v.y : v.z) = NumberHere(context_); }
+  void Set(Vertex& v, int code) { TakeCoordinate(context_, v, code); }
 
   bool TakeOfEntity(int code) {
     if (code == 300) {

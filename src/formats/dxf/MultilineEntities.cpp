@@ -20,7 +20,7 @@ void GatherMultiline(EntityContext& context) {
   lines.Clear();
   bool isFirst = false;  // what follows is the first number of a list
   GatherWith(context, [&](int code) {
-    const auto coordinate = [&](Vertex& v) { (code < 20 ? v.x : code < 30 ? v.y : v.z) = NumberHere(context); };
+    const auto coordinate = [&](Vertex& v) { TakeCoordinate(context, v, code); };
     if (code == 11) {
       lines.vertices.push_back({{}, {}, lines.offsets.size()});
       isFirst = false;

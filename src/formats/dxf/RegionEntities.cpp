@@ -126,13 +126,7 @@ class Boundary {
       at = Linked(*at, "coedge");
       if (++steps_ > records_.size() || chain.size() > kMostVerticesOfChain) return false;
     } while (at != first);
-    constexpr std::size_t kLeastRing = 4;
-    if (chain.size() - begin < kLeastRing) {
-      chain.resize(begin);
-    } else {
-      chain.back() = chain[begin];
-      context_.wires.End(chain.size(), true);
-    }
+    EndRing(context_, begin);
     return true;
   }
 

@@ -70,10 +70,12 @@ TEST_F(ImageTest, DamagedOnesAreLeftOutOrNoArea) {
 TEST_F(ImageTest, WhatElementsLookLikeIsNotedInBothDialects) {
   const Groups styles = Section("TABLES",
                                 "0 TABLE|2 STYLE|0 STYLE|2 Standard|41 1|50 0|3 TXT.SHX|0 STYLE|2 Wide|41 2|50 15"
-                                "|3 arial.ttf|0 ENDTAB"_g);
+                                "|3 arial.ttf|0 ENDTAB|0 TABLE|2 LAYER|0 LAYER|2 Thick|370 50|0 ENDTAB"_g);
   const std::pair<Groups, std::uint32_t> cases[] = {
       {"0 LINE|10 1|20 1|11 2|21 2|39 0|370 -1"_g, 0},
       {"0 LINE|10 1|20 1|11 2|21 2|39 -4|370 25"_g, kLostThickness | kLostWeight},
+      {"0 LINE|8 thick|10 1|20 1|11 2|21 2"_g, kLostWeight},
+      {"0 LINE|8 Thick|10 1|20 1|11 2|21 2|370 0"_g, 0},
       {"0 LWPOLYLINE|43 0|10 1|20 1|40 0|41 0|10 2|20 2"_g, 0},
       {"0 LWPOLYLINE|10 1|20 1|40 0|41 0.5|10 2|20 2"_g, kLostWidth},
       {"0 POLYLINE|40 2|0 VERTEX|10 1|20 1"_g, kLostWidth},

@@ -55,9 +55,10 @@ enum ReadingLoss : std::uint32_t {
   kLostSlant = 1 << 13,        ///< of its letters, or that they are mirrored
   kLostLetterWidth = 1 << 14,  ///< beside that of the font
   kLostFormats = 1 << 15,      ///< of parts of a text
-  kLostAppearance =
-      kLostWidth | kLostThickness | kLostWeight | kLostFont | kLostSlant | kLostLetterWidth | kLostFormats,
   kLostLayerHiding = 1 << 16,  ///< that its layer is off or frozen
+  kLostArrow = 1 << 17,        ///< the head of an arrow at its end
+  kLostAppearance =
+      kLostWidth | kLostThickness | kLostWeight | kLostFont | kLostSlant | kLostLetterWidth | kLostFormats | kLostArrow,
 };
 
 /// What an element has besides its vertices.

@@ -48,6 +48,7 @@ constexpr std::array kLooks{
     Looks{kLostSlant, "slant of letters"},
     Looks{kLostLetterWidth, "widths of letters"},
     Looks{kLostFormats, "formats within texts"},
+    Looks{kLostArrow, "heads of arrows"},
 };
 
 bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && entity.Layer != "0"; }

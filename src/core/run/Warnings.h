@@ -186,7 +186,7 @@ inline constexpr auto kWarnings = std::to_array<WarningEntry>({
      "Images came as their outlines without the picture, wipeouts as areas that hide nothing.",
      "images and wipeouts that came as what bounds them, which shows and hides nothing"},
     {WarningKind::Appearance, "appearance",
-     "Line widths and weights, thickness, fonts, the shape of letters and formats within texts do not go along.",
+     "Line widths and weights, thickness, arrow heads, fonts, the shape of letters and formats within texts are lost.",
      "elements that came without all of their appearance"},
     {WarningKind::Sizes, "sizes", "Sizes of texts were rounded to whole numbers.",
      "texts whose size was rounded to a whole number"},

@@ -60,6 +60,9 @@ void Drawing::TakeTableGroup(const GroupScanner& scanner) {
       read_.isFrozen = (scanner.Integer().value_or(0) & 1) != 0;
       read_.isLocked = (scanner.Integer().value_or(0) & 4) != 0;
       break;
+    case 370:
+      read_.weight = scanner.Integer().value_or(0);
+      break;
     case 420:
       read_.trueColour = scanner.Integer();
       break;

@@ -25,7 +25,8 @@ class Report;
 struct DrawingLayer : LayerState {
   std::int32_t colour = 7;                 ///< 1 to 255
   std::optional<std::int32_t> trueColour;  ///< red in the high byte
-  std::string lineType;                    ///< empty where the table names none
+  std::int32_t weight = 0;  ///< of its lines, in hundredths of a millimetre; 0 and below: none of its own
+  std::string lineType;     ///< empty where the table names none
 };
 
 /// Header variables, layers and blocks. Layer names match without regard to the case of ASCII letters.

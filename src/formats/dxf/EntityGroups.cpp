@@ -11,7 +11,7 @@ void EntityGroups::Begin(std::int64_t place) {
   given_.reset();
   points_ = {};
   elevation_ = thickness_ = 0;
-  weight_ = 0;
+  weight_ = kWeightByLayer;
   extrusion_ = {0, 0, 1};
   trueColour_.reset();
   layer_.assign(1, '0');
@@ -77,7 +77,7 @@ void EntityGroups::Take(const GroupScanner& scanner) {
         extrusion_.z = NumberOf(scanner);
         break;
       case 370:
-        weight_ = scanner.Integer().value_or(0);
+        weight_ = scanner.Integer().value_or(kWeightByLayer);
         break;
       case 420:
         trueColour_ = scanner.Integer();

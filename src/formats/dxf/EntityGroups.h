@@ -18,6 +18,7 @@ class GroupScanner;
 class EntityGroups {
  public:
   static constexpr int kPoints = 4;
+  static constexpr std::int32_t kWeightByLayer = -1;
 
   /// Begins an entity that stands at a place of the drawing.
   void Begin(std::int64_t place);
@@ -56,7 +57,7 @@ class EntityGroups {
   std::array<double, 20> numbers_{};
   std::array<std::int32_t, 20> integers_{};
   double elevation_ = 0, thickness_ = 0;
-  std::int32_t weight_ = 0;
+  std::int32_t weight_ = kWeightByLayer;
   Vertex extrusion_{0, 0, 1};
   std::optional<std::int32_t> trueColour_;
   std::string layer_, lineType_, name_, text_, style_;

@@ -138,8 +138,10 @@ void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
   constexpr int kVisibility = 60;
   if (groups.Thickness() != 0) element.Lost |= kLostThickness;
-  if (groups.Weight() > 0) element.Lost |= kLostWeight;
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
+  if ((groups.Weight() == EntityGroups::kWeightByLayer ? layer.weight : groups.Weight()) > 0) {
+    element.Lost |= kLostWeight;
+  }
   element.Lost |= context.lost | (groups.Integer(kVisibility, 0) == 1 ? kLostHiding : 0U) |
                   (layer.IsHidden() ? kLostLayerHiding : 0U);
   context.insert.layer = &layer;

@@ -66,6 +66,7 @@ void GatherLeader(EntityContext& context) {
 bool MakeLeader(EntityContext& context, tEntity& element) {
   VertexChain& chain = context.chain;
   if (chain.size() < 2) return Damaged(context, "has fewer than two vertices");
+  if (context.groups.Integer(71, 1) != 0) context.lost |= kLostArrow;
   if (context.groups.Integer(72, 0) == kSpline) {
     SplineCurve& spline = context.spline;
     spline.Clear();

@@ -251,6 +251,7 @@ void GatherMultileader(EntityContext& context) {
 bool MakeMultileader(EntityContext& context, tEntity& element) {
   const Multileader& note = context.multileader;
   if (note.type != kInvisible) DrawLines(context);
+  if (!context.wires.IsEmpty()) context.lost |= kLostArrow;
   if (note.hasText) BeginText(context);
   if (note.hasBlock) DrawBlock(context);
   if (context.wires.IsEmpty() && !note.hasText && !note.hasBlock)

@@ -21,16 +21,21 @@ fs::path ProgramPath() {
 #endif
 }
 
-}  // namespace
-
-std::string ProgramDataFolder() {
+// The folder of the executable where a file lies beside it, or nothing is installed.
+std::string FolderWith(const char* file, const char* installedIn) {
   const fs::path program = ProgramPath();
   if (program.empty()) return {};
   const fs::path beside = program.parent_path();
-  const fs::path installed = beside.parent_path() / "share" / "tesselink";
+  const fs::path installed = beside.parent_path() / installedIn / "tesselink";
   std::error_code error;
   const bool hasInstalled = fs::is_directory(installed, error);
-  return (hasInstalled && !fs::exists(beside / "ACADTBL.TBL", error) ? installed : beside).string();
+  return (hasInstalled && !fs::exists(beside / file, error) ? installed : beside).string();
 }
+
+}  // namespace
+
+std::string ProgramDataFolder() { return FolderWith("ACADTBL.TBL", "share"); }
+
+std::string ModuleFolder() { return FolderWith("tesselink-projection.so", "lib"); }
 
 }  // namespace tesselink

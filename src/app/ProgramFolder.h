@@ -1,4 +1,4 @@
-// Where the program's own data files lie.
+// Where the program's own data files and modules lie.
 #pragma once
 
 #include <string>
@@ -9,5 +9,8 @@ namespace tesselink {
 /// build tree, else the share/tesselink that belongs to the executable's bin folder. Empty when the executable cannot
 /// be told.
 std::string ProgramDataFolder();
+/// The folder of the program's modules: that of the executable in a build tree, else the lib/tesselink that belongs to
+/// the executable's bin folder.
+std::string ModuleFolder();
 
 }  // namespace tesselink

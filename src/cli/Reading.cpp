@@ -85,6 +85,7 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   FilterOptions result;
   result.dialect = options.dialect;
   result.programFolder = ProgramDataFolder();
+  result.moduleFolder = ModuleFolder();
   result.own = options.own;
   result.tolerance = options.tolerance;
   result.layers = options.layers;

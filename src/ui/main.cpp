@@ -84,6 +84,7 @@ int main(int count, char** values) {
   tesselink::QtSettings settings;
   tesselink::FilterOptions options;
   options.programFolder = tesselink::ProgramDataFolder();
+  options.moduleFolder = tesselink::ModuleFolder();
   tesselink::MainWindow window(tesselink::AllFormats(), settings, options);
   auto* preview = new tesselink::PreviewWidget(tesselink::AllFormats(), settings, options);
   window.SetPreview(preview);

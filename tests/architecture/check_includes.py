@@ -11,15 +11,21 @@ ROOMS = {
     "core/run": {"core/run", "core/element", "core/io"},
     "formats": {"core", "formats"},
     "picture": {"core", "picture"},
+    # Modules, each around one library; see core/io/Module.h.
+    "projection": {"core", "projection"},
+    "linework": {"core", "linework"},
+    "database": {"core", "database"},
     "app": {"core", "formats", "app"},
     "cli": {"core", "formats", "picture", "app", "cli"},
     "ui": {"core", "formats", "picture", "app", "ui"},
 }
 # A file of one format folder that may include a header of another. The table of formats includes them all.
 LEANINGS = {("AscOutFilter", "grid"), ("TRDigOut", "shape"), ("CodeTables", "grid"), ("CodeTables", "dxf")}
+# Which module alone includes which library.
+OF_MODULES = {"proj": "projection", "geos": "linework", "sqlite": "database"}
 STANDARD_ONLY = {"core/io", "core/element", "core/run", "formats", "picture"}
 # Calls to the system are made in one file; and other packages register their folders with the one system that has a registry.
-OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h"), ("CodePage.cpp", "iconv.h")} | {
+OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h"), ("CodePage.cpp", "iconv.h"), ("Module.cpp", "dlfcn.h")} | {
     ("System.cpp", header) for header in ("dirent.h", "fcntl.h", "sys/file.h", "sys/stat.h", "unistd.h")}
 
 
@@ -38,6 +44,9 @@ def complaints(root):
                 own = place[1] if len(place) > 2 else target[1]
                 if target[1] != own and not any(path.name.startswith(n) and target[1] == f for n, f in LEANINGS):
                     yield f"{'/'.join(place)} includes {included}: format folders do not lean on each other here"
+        for library in re.findall(r"^\s*#\s*include\s+<(proj|geos|sqlite)", path.read_text(), re.M):
+            if OF_MODULES[library] != room:
+                yield f"{'/'.join(place)} includes {library}: only src/{OF_MODULES[library]} does"
         if room in STANDARD_ONLY:
             for header in re.findall(r"^\s*#\s*include\s+<([^>]+)>", path.read_text(), re.M):
                 if (path.name, header) in OF_THE_SYSTEM:

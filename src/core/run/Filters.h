@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/element/CoordinateSystem.h"
 #include "core/element/Extents.h"
 #include "core/element/LayerState.h"
 #include "core/element/LineType.h"
@@ -32,6 +33,7 @@ struct FilterOptions {
   bool layersWanted = true;  ///< false: nobody will match layers, so readers need not look through a file for them
   bool lookAhead = true;     ///< false: begin at once, without what a file tells only behind its elements
   std::string programFolder = {};  ///< where the data files lie that come with the program
+  std::string moduleFolder = {};   ///< where its modules lie; see core/io/Module.h
   Dialect dialect = Dialect::Classic;
   OptionValues own = {};                 ///< of the options that formats bring along
   std::optional<double> tolerance = {};  ///< greatest distance of a curve from its chain, in drawing units
@@ -116,7 +118,8 @@ class InputFilter {
 
   /// Hands over the field selection that several files share; only readers with attribute tables heed it.
   virtual void SetDBFObj(FieldSelection&) {}
-  /// The table in whose rows the elements' `Record` counts, and its path; nothing for formats without one.
+  /// The table in whose rows the elements' `Record` counts, and its path; nothing for formats without one. It may know
+  /// of no row but that of the element delivered last.
   virtual AttributeTable* Attributes() { return nullptr; }
   virtual std::string AttributesPath() const { return {}; }
   /// What all elements of the open file are.
@@ -167,6 +170,11 @@ class OutputFilter {
   void filename(const std::string& path);
   /// The path of the file set last; empty after one that could not be created.
   const std::string& filename() const { return filename_; }
+  /// What the writer wishes of coordinate systems; the run fulfils it, or fails.
+  virtual SystemWish WishesSystem() const { return SystemWish::None; }
+  /// Told, before SourceOpened, of the system that an input's coordinates are in when they arrive here; of one that is
+  /// not known where none is.
+  virtual void SourceSystem(const CoordinateSystem&) {}
   /// Told of each input once it is open, before its first element, for writers that take more from it than elements.
   virtual void SourceOpened(InputFilter&) {}
   /// Writes one element and may change it on the way. Throws Error when no file is open or the writing fails.

@@ -41,6 +41,7 @@ class ForwardingWriter final : public OutputFilter {
  private:
   void Create(const std::string&) override {}
   Carrying CarriesSource() const override { return Carrying::Yes; }  // nobody expects that here
+  bool WritesRecords() const override { return false; }
   Holding Holds() const override {
     return {.parts = true, .areas = true, .bulges = true, .measures = true, .curves = true};
   }

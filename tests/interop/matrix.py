@@ -233,7 +233,7 @@ class Job:
     def __init__(self, source, output):
         self.program, self.source, self.format = source.program, source, output.split()[0]
         self.column = output if output in COLUMNS else self.format
-        self.carried = source.format == self.format == "shp" and bool(source.names)
+        self.carried = source.format == "shp" and self.format in ("shp", "dxf") and bool(source.names)
         self.output = source.folder / f"out.{self.format}"
         self.fields, self.options = [], []
         if self.format == "shp":
@@ -255,10 +255,20 @@ class Job:
         if records is not None and not self.fields:
             compare([e for e, _ in source.records], [e.but(closed=e.closed, values=None) for e in elements])
         if self.carried and records:
-            return [e.but(values=source.rows[n] if n < len(source.rows) else source.empty) for e, n in zip(elements, records)]
+            return list(with_rows(elements, records, source))
         if self.format == "grd":
             return elements if source.names else with_townships(elements if records else rules.by_part(elements), records)
         return [e.but(values=()) for e in elements] if len(source.names) > 2 else elements
+
+
+def with_rows(elements, records, source):
+    """A label has the row of the shape before it."""
+    records, row = iter(records), source.empty
+    for e in elements:
+        if e.kind != TEXT:
+            n = next(records)
+            row = source.rows[n] if n < len(source.rows) else source.empty
+        yield e.but(values=row)
 
 
 def with_townships(elements, records):

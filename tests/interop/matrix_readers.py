@@ -9,6 +9,7 @@ import subprocess
 
 import ezdxf
 import shapefile
+from ezdxf.lldxf.encoding import decode_dxf_unicode
 from osgeo import gdal, ogr
 
 from drawings import Deviation, check  # which keeps the log of ezdxf quiet, too
@@ -153,13 +154,43 @@ def by_ezdxf(path):
     auditor = document.audit()
     found = {e.message for e in auditor.errors + auditor.fixes}
     check(not found, f"ezdxf repairs: {sorted(found)[:3]}")
-    bounded = {}
+    bounded, fields = {}, own_fields(document)
     for e in document.modelspace():
         if e.dxftype() == "LWPOLYLINE" and e.has_reactors():  # the boundary of an area, which has the same vertices
             check(tuple(e.get_points("xyb")) == bounded.pop(e.dxf.handle, None), "a boundary is not that of its area")
         else:
-            yield from_ezdxf(e, document.layers, bounded)
+            yield from_ezdxf(e, document.layers, bounded).but(values=own_values(e, fields))
     check(not bounded, "an area lacks a boundary")
+
+
+def own_texts(e):
+    """Texts of extended data; one that begins with "=" goes on with the one before."""
+    texts = []
+    for code, value in e.get_xdata("TESSELINK") if e.has_xdata("TESSELINK") else []:
+        if code == 1000 and value.startswith("="):
+            texts[-1] += value[1:]
+        elif code == 1000:
+            texts.append(value)
+    return [re.sub(r"\^(.)", lambda m: "^" if m[1] == " " else chr(ord(m[1]) - 64), decode_dxf_unicode(t)) for t in texts]
+
+
+def own_fields(document):
+    """Name and type of each field of the first table that layer 0 tells of."""
+    fields = [text.split(" ", 4) for text in own_texts(document.layers.get("0")) if text.startswith("field ")]
+    return [(name, kind) for _, kind, _, _, name in fields]
+
+
+def own_values(e, fields):
+    def typed(kind, text):
+        if kind in "NF":
+            return float(text) if re.fullmatch(r"[-+.\dEe]+", text) else None
+        if kind == "L":
+            return text.strip("?")
+        return f"{text[:4]}/{text[4:6]}/{text[6:]}" if kind == "D" and len(text) == 8 else text
+    if not e.has_xdata("TESSELINK"):
+        return None
+    given = dict(text.split("=", 1) for text in own_texts(e)[1:])
+    return tuple(typed(kind, given.get(name, "")) for name, kind in fields)
 
 
 def from_hatch(e, at, bounded):

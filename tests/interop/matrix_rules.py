@@ -326,7 +326,7 @@ STANDARD = {
         ("signs in names", distinct_names()),
         NEAREST,
         ("numbers of colours", when(lambda e: not 0 <= e.colour <= 256, colour=256)),
-        ("true colours", when(lambda e: e.rgb and 0 <= e.colour < 256, rgb=lambda e: NUMBERED[e.colour])), CODES, ATTRIBUTES],
+        ("true colours", when(lambda e: e.rgb and 0 <= e.colour < 256, rgb=lambda e: NUMBERED[e.colour])), CODES],
     "dxf 2007": [
         ("measures", when(lambda e: any(e.measures or ()), measures=())), (None, when(lambda e: e.measures, measures=())),
         (None, each(lambda e: closed_rings(e) if e.area and is_level(e) else e)), ("areas", each(hatched)),
@@ -335,7 +335,7 @@ STANDARD = {
         ("signs in names", distinct_names('<>/\\":;?*|,=`')),
         (None, when(lambda e: not is_coloured(e) and e.rgb and 0 <= e.colour < 256, rgb=lambda e: NUMBERED[e.colour])),
         NEAREST,
-        ("numbers of colours", when(lambda e: not 0 <= e.colour <= 256, colour=256)), CODES, ATTRIBUTES],
+        ("numbers of colours", when(lambda e: not 0 <= e.colour <= 256, colour=256)), CODES],
     "shp": [
         WITH_CLOSING, TURNED, ("patches", when(lambda e: e.closed and not e.area, closed=False)), LONG_TEXTS],
     "shp points": [

@@ -56,23 +56,38 @@ def compare(path, copy, deleted):
     return len(shapes)
 
 
-def through_a_drawing(program, path, folder, deleted):
-    """Each part comes back as a shape of its own; of polygons those that surround something."""
+def rings(e, release):
+    """The parts of a shape that a drawing holds, each from its least vertex on, whatever their order; of a HATCH whatever their
+    direction, which is that of outer rings and holes."""
+    def begun(ring):
+        least = ring.index(min(ring[:-1]))
+        return ring[least:-1] + ring[:least + 1]
+
+    def turned(ring):
+        return min(begun(ring), begun(ring[::-1])) if release == "2007" else begun(ring)
+    return sorted(turned(part.xyz) if part.xyz[0] == part.xyz[-1] and len(part.xyz) > 1 else part.xyz
+                  for part in rules.apply([(None, rules.by_part)], [e])[0])
+
+
+def through_a_drawing(program, path, folder, deleted, release):
+    """A shape comes back with all of its parts and with its row; only m values and Null shapes have no place in a drawing."""
     kind, shapes = shapes_of(path, deleted)
     if kind == PATCH:
         return
-    option = "points" if kind in read.POINT_TYPES else "polygons" if kind in RINGS else "polylines"
-    convert(program, path, folder / "way.dxf")
-    convert(program, folder / "way.dxf", folder / "back.shp", "--shape-type", option)
-    single = [(None, rules.each(rules.part_by_part)), rules.TOGETHER, (None, rules.when(rules.always, measures=())), rules.CLOSE]
-    wanted = rules.apply([*single, rules.TURNED], [e for _, e in shapes if e])[0]
-    least = {"points": 1, "polylines": 2, "polygons": 4}[option]
-    wanted = [e.xyz for e in wanted if len(e.xyz) >= least]
-    found = [e.xyz for _, e in shapes_of(folder / "back.shp")[1]]
-    check(len(found) == len(wanted), f"{len(found)} parts by way of a drawing, not {len(wanted)}")
-    for a, b in zip(wanted, found):
-        same = len(a) == len(b) and all(near(p, q, 1e-14) for v, w in zip(a, b) for p, q in zip(v, w))
+    convert(program, path, folder / "way.dxf", "-O", "--release", release)
+    convert(program, folder / "way.dxf", folder / "back.shp", "-O")
+    rows = read.attributes(folder / "copy.shp")[1] if partner(path, ".dbf") and any(read.attributes(path)[1]) else []
+    found, found_rows = shapes_of(folder / "back.shp")[1], read.attributes(folder / "back.shp")[1]
+    wanted = [rules.apply([rules.WITH_CLOSING, rules.TURNED], [e])[0][0] if e else None for _, e in shapes]
+    check(len(found) == sum(e is not None for e in wanted), f"{len(found)} records by way of a drawing, not {len(wanted)}")
+    for e, row, (_, back), back_row in zip([e for e in wanted if e], [r for r, e in zip(rows, wanted) if e] or found_rows, found, found_rows):
+        a, b = rings(e, release), rings(back, release)
+        same = len(a) == len(b) and all(len(p) == len(q) and all(near(s, t, 1e-14) for v, w in zip(p, q) for s, t in zip(v, w)) for p, q in zip(a, b))
         check(same, f"by way of a drawing {str(b)[:200]}, not {str(a)[:200]}")
+        check(not rows or all(map(same_value, row, back_row)), f"by way of a drawing a row is {back_row}, not {row}")
+    if rows and all(wanted):
+        same = (folder / "copy.dbf").read_bytes() == (folder / "back.dbf").read_bytes()
+        check(same, "by way of a drawing the table is another one")
 
 
 def main():
@@ -87,7 +102,8 @@ def main():
             try:
                 convert(options.tesselink, path, folder / "copy.shp")
                 compared += compare(path, folder / "copy.shp", deleted)
-                through_a_drawing(options.tesselink, path, folder, deleted)
+                for release in ("r12", "2007"):
+                    through_a_drawing(options.tesselink, path, folder, deleted, release)
             except (struct.error, shapefile.ShapefileException, IndexError, UnicodeError) as error:
                 print(f"not readable by pyshp: {path.name}: {error!r}")
             except Deviation as deviation:

@@ -96,7 +96,7 @@ void tEntity::Clear() {
   TextJust = 0;
   Closed = false;
   RGB = 0;
-  IsBlack = false;
+  IsBlack = WasArea = IsLabel = false;
   Lost = 0;
   ColourFrom = LineStyleFrom = StyleSource::Own;
   Record = 0;

@@ -84,6 +84,9 @@ struct EntityAttributes {
   bool IsBlack = false;  ///< an RGB of 0 is black; else it is no colour
   StyleSource ColourFrom = StyleSource::Own, LineStyleFrom = StyleSource::Own;
 
+  bool WasArea = false;  ///< a closed chain that is a ring of an area, which the writer cannot hold as such
+  bool IsLabel = false;  ///< a text that names the record of another element
+
   std::uint32_t Lost = 0;   ///< of ReadingLoss; in the classic dialect too
   std::int64_t Record = 0;  ///< number, from 1, of the input's record that it came from; 0 where there are none
 };

@@ -187,6 +187,7 @@ void ConversionRun::CreateFilters(State& state) {
   state.writer->losses().Locate([&state] { return state.reader->Where(); });
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
+  state.reader->WholeRecords = state.writer->WritesRecords();
   std::string path = state.request.OutFile;
   if (!outFormat.makesNoFile) {
     OutputOptions options{.overwrite = state.request.overwrite, .sync = state.request.sync};
@@ -237,10 +238,9 @@ void ConversionRun::TellUnfoundLayers(State& state) {
 }
 
 void ConversionRun::TellWhatIsNotCarried(State& state) {
-  const Carrying carrying = state.writer->CarriesSource();
-  if (carrying == Carrying::Yes) return;
-  const auto tell = [&](WarningKind kind, const std::string& path, const std::string& what, const char* verb) {
-    if (path.empty()) return;
+  const auto tell = [&](WarningKind kind, Carrying carrying, const std::string& path, const std::string& what,
+                        const char* verb) {
+    if (path.empty() || carrying == Carrying::Yes) return;
     std::string text = path + ": " + what + verb + " not carried into " + state.request.OutFile;
     if (carrying == Carrying::InStandard) {
       text += "; the standard dialect (" + interaction_.Naming("dialect", "standard") + ") carries them along";
@@ -248,9 +248,10 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
     state.summary.report.Warn(kind, text);
   };
   const std::string taken(state.reader->Layered ? "layer and text" : state.writer->TakesFromAttributes());
-  tell(WarningKind::AttributesNotCarried, state.reader->AttributesPath(),
+  tell(WarningKind::AttributesNotCarried, state.writer->CarriesAttributes(), state.reader->AttributesPath(),
        "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");
-  tell(WarningKind::ProjectionNotCarried, state.reader->ProjectionPath(), "the coordinate system that it names", " is");
+  tell(WarningKind::ProjectionNotCarried, state.writer->CarriesSource(), state.reader->ProjectionPath(),
+       "the coordinate system that it names", " is");
 }
 
 void ConversionRun::MatchLayers(State& state) {

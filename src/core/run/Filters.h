@@ -79,6 +79,9 @@ class InputFilter {
   /// A switch that the run sets false where layers are of no use: no layers are reported, and a shapefile does not ask
   /// for its attribute fields.
   bool Layered = true;
+  /// A switch that the run sets true where records of a table arrive whole: what stands for one record is one element,
+  /// with the attributes of all, and texts that only repeat them are left out.
+  bool WholeRecords = false;
 
   /// Opens a file, closing the one before, and reads what the format puts first.
   void filename(const std::string& path) { Open(path); }
@@ -122,6 +125,8 @@ class InputFilter {
   /// of no row but that of the element delivered last.
   virtual AttributeTable* Attributes() { return nullptr; }
   virtual std::string AttributesPath() const { return {}; }
+  /// Whether the table says of its records all that an output need say: no layers or texts besides.
+  virtual bool AttributesAreAll() const { return false; }
   /// What all elements of the open file are.
   virtual ElementForm Form() const { return {}; }
   /// How many records the open file has, the highest value of `Record`; 0 for formats without.
@@ -195,6 +200,10 @@ class OutputFilter {
   void CountIn(Losses& losses) { counted_ = &losses; }
   /// Whether the attributes of an input and the name of its coordinate system go along. What does not is told.
   virtual Carrying CarriesSource() const { return Carrying::No; }
+  /// The same for attributes alone.
+  virtual Carrying CarriesAttributes() const { return CarriesSource(); }
+  /// Whether each of its elements is a record of a table, so that it wants records whole.
+  virtual bool WritesRecords() const { return CarriesSource() == Carrying::Yes; }
   /// What it takes of an input's attributes all the same, as in "township, range and section".
   virtual std::string_view TakesFromAttributes() const { return {}; }
 

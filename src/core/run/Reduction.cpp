@@ -34,7 +34,7 @@ void Reduction::Reduce(tEntity& entity, const Sink& sink) {
   if (entity.IsArea && !HoldsAreaOf(entity)) {
     lost_.push_back(WarningKind::Areas);
     entity.IsArea = false;
-    entity.Closed = true;
+    entity.Closed = entity.WasArea = true;
   }
   if (!HandOut(entity, sink)) return;
   for (const WarningKind kind : lost_) losses_.Add(kind);

@@ -6,6 +6,7 @@
 #include "core/element/Justification.h"
 #include "core/io/Utf8.h"
 #include "formats/dxf/DrawingSections.h"
+#include "formats/dxf/ExtendedData.h"
 
 namespace tesselink {
 namespace {
@@ -70,6 +71,7 @@ void DXF2007OutFilter::Open(std::string_view type, const tEntity& entity, std::s
 void DXF2007OutFilter::WritePoint(const tEntity& entity, tEntity::Index at) {
   Open("POINT", entity, "AcDbPoint");
   Vertex(entity, at);
+  Record(entity);
 }
 
 void DXF2007OutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
@@ -81,6 +83,7 @@ void DXF2007OutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
     Open("LINE", entity, "AcDbLine");
     Vertex(entity, i);
     Vertex(entity, i + 1, true);
+    Record(entity);
   }
 }
 
@@ -115,7 +118,7 @@ void DXF2007OutFilter::WriteFlatChain(const tEntity& entity, const Run& chain, b
   entities_.Write(" 90\r\n").Integer(chain.Count()).Write("\r\n 70\r\n").Integer(closed ? 1 : 0);
   entities_.Write("\r\n 38\r\n").Number(entity.Height(chain.first)).EndLine();
   FlatVertices(entity, chain, !entity.Bulges.empty(), false);
-  if (hatch == kNoHandle) return;
+  if (hatch == kNoHandle) return Record(entity);
   WriteHandle(entities_.Write("1001\r\n").Line(kOwnData).Write("1005\r\n"), hatch).EndLine();
 }
 
@@ -125,6 +128,7 @@ void DXF2007OutFilter::WriteChainInSpace(const tEntity& entity, const Run& chain
   Open("POLYLINE", entity, "AcDb3dPolyline");
   entities_.Write(" 66\r\n1\r\n 10\r\n0\r\n 20\r\n0\r\n 30\r\n0\r\n 70\r\n");
   entities_.Integer(kInSpace + (entity.Closed ? kClosed : 0)).EndLine();
+  Record(entity);
   for (tEntity::Index i = chain.first; i <= chain.last; ++i) {
     Begin("VERTEX", polyline);
     entities_.Write("100\r\nAcDbVertex\r\n100\r\nAcDb3dPolylineVertex\r\n");
@@ -182,6 +186,7 @@ void DXF2007OutFilter::WriteHatch(const tEntity& entity, std::int64_t paths) {
     if (Surrounds(entity, ring)) WritePath(entity, ring, boundary++);
   }
   entities_.Write(" 75\r\n0\r\n 76\r\n1\r\n 98\r\n0\r\n");
+  Record(entity);
 }
 
 // An odd number of paths around a point makes it one of the area, so that all may have the same flags: an outer
@@ -208,12 +213,14 @@ void DXF2007OutFilter::WriteText(const tEntity& entity) {
   // A text at its left on its baseline has no alignment point.
   if (across != 0 || up != 0) Vertex(entity, 0, true);
   entities_.Write("100\r\nAcDbText\r\n 73\r\n").Integer(up).EndLine();
+  Record(entity);
 }
 
 void DXF2007OutFilter::WriteCircle(const tEntity& entity) {
   Open("CIRCLE", entity, "AcDbCircle");
   Vertex(entity, 0);
   entities_.Write(" 40\r\n").Number(entity.Curve().radius).EndLine();
+  Record(entity);
 }
 
 void DXF2007OutFilter::WriteArc(const tEntity& entity) {
@@ -222,6 +229,7 @@ void DXF2007OutFilter::WriteArc(const tEntity& entity) {
   Vertex(entity, 0);
   entities_.Write(" 40\r\n").Number(arc.radius).Write("\r\n100\r\nAcDbArc\r\n 50\r\n").Number(arc.start).EndLine();
   entities_.Write(" 51\r\n").Number(ArcEnd(arc)).EndLine();
+  Record(entity);
 }
 
 void DXF2007OutFilter::WriteSections() {
@@ -279,6 +287,7 @@ void DXF2007OutFilter::WriteLayerTable() {
     groups.Group(2, layer.name).Integer(70, FlagsOf(layer.state)).Integer(62, layer.state.isOff ? -colour : colour);
     if (layer.trueColour != kNoColour) groups.Integer(420, RedFirst(layer.trueColour));
     groups.Group(6, layer.lineType.empty() ? kContinuous : layer.lineType).Object(390, objects::kPlotStyle);
+    if (layer.name == "0") Schema(groups);
   }
   groups.Groups("0 ENDTAB");
 }

@@ -36,10 +36,13 @@ std::vector<FormatOption> DXFInFilter::Options() {
 
 void DXFInFilter::Open(const std::string& path) {
   expansion_.reset();
+  records_.reset();
+  table_.reset();
   entities_.reset();
   scanner_.reset();
   layers_.clear();
   bytesTold_ = inEntities_ = tablesSeen_ = blocksSeen_ = sectionSeen_ = endSeen_ = false;
+  read_.CountOrigin(true);
   drawn_ = {};
   filename_ = path;
   const bool everyPage = options().dialect == Dialect::Standard;
@@ -55,16 +58,19 @@ void DXFInFilter::Open(const std::string& path) {
   if (inEntities_ && !tablesSeen_ && options().lookAhead) ReadBehindEntities();
   if (!blocksSeen_) drawing_->BlocksMayFollow([this] { ReadBehindEntities(); });
   layers_ = drawing_->LayerNames();
+  if (options().dialect == Dialect::Standard) OpenTable();
   entities_ = std::make_unique<EntityReader>(Source());
   if (!inEntities_) LeaveEntities();
 }
 
+BlockMode DXFInFilter::Blocks() const {
+  const std::string blocks = options().own.Text("blocks", options().dialect == Dialect::Standard ? "expand" : "points");
+  return blocks == "points" ? BlockMode::Points : blocks == "both" ? BlockMode::Both : BlockMode::Expand;
+}
+
 EntitySource DXFInFilter::Source() {
   const bool isStandard = options().dialect == Dialect::Standard;
-  const std::string blocks = options().own.Text("blocks", isStandard ? "expand" : "points");
-  const BlockMode mode = blocks == "points" ? BlockMode::Points
-                         : blocks == "both" ? BlockMode::Both
-                                            : BlockMode::Expand;
+  const BlockMode mode = Blocks();
   return {.scanner = *scanner_,
           .drawing = *drawing_,
           .report = report(),
@@ -135,11 +141,77 @@ void DXFInFilter::ReadBehindEntities() {
 double DXFInFilter::Progress() const { return scanner_ ? Percentage(Loc(), scanner_->Size()) : 0; }
 
 std::string DXFInFilter::Where() const {
-  return entities_ && entities_->Place() > 0 ? scanner_->PlaceText(entities_->Place()) : filename_;
+  const std::int64_t place = records_ && WholeRecords ? records_->Place() : entities_ ? entities_->Place() : 0;
+  return place > 0 ? scanner_->PlaceText(place) : filename_;
+}
+
+bool DXFInFilter::InsertsAreRecords() const { return WholeRecords && Blocks() == BlockMode::Points; }
+
+void DXFInFilter::OpenTable() {
+  auto table = std::make_unique<DrawingTable>(drawing_->Text());
+  table->AddTables(drawing_->Schema());
+  if (InsertsAreRecords()) {
+    for (const std::string& tag : drawing_->Blocks().Tags()) table->AddTag(tag);
+  }
+  if (table->LeftOut() > 0) {
+    report().Warn(WarningKind::FieldsLeftOut, filename_ + ": attributes beyond the first " +
+                                                  std::to_string(DrawingTable::kMostColumns) + " were left out");
+  }
+  if (!table->Any()) return;
+  records_ = std::make_unique<RecordGathering>(*table);
+  table_ = std::move(table);
 }
 
 bool DXFInFilter::Next(tEntity& entity) {
   if (!entities_) return false;
+  if (!table_) return NextElement(entity);
+  if (WholeRecords) return NextRecord(entity);
+  if (!NextElement(entity)) return false;
+  if (!fromBlock_) records_->MarkOf(entity, entities_->Groups(), table_->Current());
+  return true;
+}
+
+// Reads on until an element is complete.
+bool DXFInFilter::NextRecord(tEntity& entity) {
+  while (EntitiesGoOn()) {
+    if (!NextElement(read_)) {
+      if (!EntitiesGoOn()) break;
+      return false;
+    }
+    RecordMark mark;
+    if (!fromBlock_) {
+      mark = records_->MarkOf(read_, entities_->Groups(), records_->NextRow());
+      const bool ofInsert = entities_->IsOfInsert();
+      if (InsertsAreRecords() && mark.role == RecordMark::Role::None && (ofInsert || entities_->IsInsert())) {
+        mark = records_->MarkOfInsert(ofInsert, entities_->Groups());
+      }
+    }
+    if (!records_->Add(read_, mark)) continue;
+    std::swap(entity, read_);
+    return true;
+  }
+  if (!records_->IsWaiting()) return false;
+  records_->Finish(entity);
+  TellOfRecords();
+  return true;
+}
+
+void DXFInFilter::TellOfRecords() {
+  if (const std::int64_t labels = records_->LabelsLeftOut(); labels > 0) {
+    report().Warn(WarningKind::LabelsInRecords,
+                  filename_ + ": " + Counted(labels, "text") +
+                      (labels == 1 ? " only repeats what its record says, and was left out"
+                                   : " only repeat what their records say, and were left out"));
+  }
+  if (!records_->UnknownTags().empty()) {
+    report().Warn(
+        WarningKind::FieldsLeftOut,
+        filename_ + ": attributes of inserts that no block defines were left out: " + records_->UnknownTags());
+  }
+}
+
+bool DXFInFilter::NextElement(tEntity& entity) {
+  fromBlock_ = false;
   entity.Reset();
   bool delivered = entities_->NextWire(entity);
   // A block may hold much that is no element: the run goes on meanwhile.
@@ -187,6 +259,7 @@ void DXFInFilter::Expand(const BlockInsert& insert, const tEntity& attributes) {
 }
 
 bool DXFInFilter::DeliverFromBlock(tEntity& entity) {
+  fromBlock_ = true;
   entity.Reset();
   if (!expansion_->Next(entity)) return false;
   entity.CDFCode = codes_.CodeOf(entity.Layer);

@@ -12,6 +12,7 @@
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityReader.h"
 #include "formats/dxf/GroupScanner.h"
+#include "formats/dxf/RecordGathering.h"
 
 namespace tesselink {
 
@@ -27,7 +28,7 @@ class DXFInFilter final : public InputFilter {
   /// The position in bytes.
   std::int64_t Loc() const override { return scanner_ ? scanner_->Position() : 0; }
   double Progress() const override;
-  bool Eof() const override { return !inEntities_ && !HasMore(); }
+  bool Eof() const override { return !EntitiesGoOn() && !(records_ && records_->IsWaiting()); }
   std::string Where() const override;
   const std::vector<LineType>& LineTypes() const override {
     return drawing_ ? drawing_->LineTypes() : InputFilter::LineTypes();
@@ -35,6 +36,11 @@ class DXFInFilter final : public InputFilter {
   std::vector<LayerState> LayerStates() const override {
     return drawing_ ? drawing_->LayerStates() : std::vector<LayerState>();
   }
+  /// The attributes that this program wrote into the drawing, or those of inserted blocks that come as points.
+  AttributeTable* Attributes() override { return table_.get(); }
+  std::string AttributesPath() const override { return table_ ? filename_ : std::string(); }
+  bool AttributesAreAll() const override { return table_ && table_->Tables() > 0; }
+  ElementForm Form() const override { return table_ && table_->Tables() == 1 ? table_->Form() : ElementForm(); }
   TextEncoding Encoding() const override {
     return {true, drawing_ ? drawing_->Text().NamedPage() : std::u16string_view()};
   }
@@ -45,11 +51,18 @@ class DXFInFilter final : public InputFilter {
   void Open(const std::string& path) override;
   bool Next(tEntity& entity) override;
 
+  bool EntitiesGoOn() const { return inEntities_ || HasMore(); }
   // Whether what was read last draws anything further.
   bool HasMore() const { return (entities_ && entities_->HasWires()) || BlockGoesOn(); }
   bool BlockGoesOn() const { return expansion_ && expansion_->IsActive(); }
+  BlockMode Blocks() const;
   EntitySource Source();
   bool ReadEntity(tEntity& entity);
+  bool NextElement(tEntity& entity);
+  bool NextRecord(tEntity& entity);
+  bool InsertsAreRecords() const;
+  void OpenTable();
+  void TellOfRecords();
   BlockExpansion& Expansion();
   void Expand(const BlockInsert& insert, const tEntity& attributes);
   bool DeliverFromBlock(tEntity& entity);
@@ -63,6 +76,10 @@ class DXFInFilter final : public InputFilter {
   std::unique_ptr<GroupScanner> scanner_;
   std::unique_ptr<EntityReader> entities_;
   std::unique_ptr<BlockExpansion> expansion_;  // once there is an insert to be drawn
+  std::unique_ptr<DrawingTable> table_;        // where the drawing has attributes
+  std::unique_ptr<RecordGathering> records_;   // likewise
+  tEntity read_;
+  bool fromBlock_ = false;  // the element read last
   BlockTally drawn_;
   bool inEntities_ = false;
   bool tablesSeen_ = false, blocksSeen_ = false;

@@ -132,6 +132,12 @@ void DXFOutFilter::NoteOtherPage() {
 
 std::string_view DXFOutFilter::InterimText(std::string_view text) { return utf8From_ == kNever ? InPage(text) : text; }
 
+std::string_view DXFOutFilter::InterimValue(std::string_view value) {
+  pages_.NoteText(value);
+  NoteOtherPage();
+  return InterimText(value);
+}
+
 // Most elements have the layer of the one before.
 std::string_view DXFOutFilter::Interim(const std::string& name) {
   if (utf8From_ != kNever || conventions_.textsAsGiven || IsAscii(name)) return name;
@@ -144,6 +150,7 @@ std::string_view DXFOutFilter::Interim(const std::string& name) {
 
 void DXFOutFilter::ChoosePage() {
   for (const DrawingNames::Entry& entry : lineTypes_.All()) pages_.NoteText(Encoded(PatternOf(entry).description));
+  for (const std::string& text : Records().Schema()) pages_.NoteText(text);
   NoteOtherPage();
   pages_.Choose();
   SettleNames(layers_, "layer", layersInPage_);
@@ -210,6 +217,7 @@ void DXFOutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
     if (IsMissing(entity, i)) continue;
     Open("POINT", entity);
     Vertex(entity, i);
+    Record(entity);
   }
 }
 
@@ -219,6 +227,7 @@ void DXFOutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
     Open("LINE", entity);
     Vertex(entity, i);
     Vertex(entity, i + 1, true);
+    Record(entity);
   }
 }
 
@@ -229,6 +238,7 @@ void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
     WritePolylineForm(entity, inSpace);
     if (entity.Closed) last = LastStored(entity, 0, last);
   }
+  Record(entity);
   vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Interim(Printable(*layer_))).append("\r\n");
   const bool hasBulges = !entity.Bulges.empty();
   for (tEntity::Index i = 0; i <= last; ++i) {
@@ -268,6 +278,7 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
   entities_.Line(" 50").Number(entity.TextAng).EndLine();
   entities_.Line(" 72").Integer(across).EndLine();
   entities_.Line(" 73").Integer(up).EndLine();
+  Record(entity);
 }
 
 void DXFOutFilter::WriteCircle(const tEntity& entity) {
@@ -276,6 +287,7 @@ void DXFOutFilter::WriteCircle(const tEntity& entity) {
   Vertex(entity, 0);
   entities_.Line(" 40").Number(entity.Curve().radius).EndLine();
   Text("  6", Interim(Printable(*lineType_)));
+  Record(entity);
 }
 
 void DXFOutFilter::WriteArc(const tEntity& entity) {
@@ -285,6 +297,7 @@ void DXFOutFilter::WriteArc(const tEntity& entity) {
   entities_.Line(" 40").Number(arc.radius).EndLine();
   entities_.Line(" 50").Number(arc.start).EndLine();
   entities_.Line(" 51").Number(ArcEnd(arc)).EndLine();
+  Record(entity);
 }
 
 void DXFOutFilter::WriteSections() {
@@ -309,6 +322,9 @@ void DXFOutFilter::WriteSections() {
   header_.Write(kTables);
   WriteLineTypeTable();
   WriteLayerTable();
+  if (Records().Any()) {
+    GroupWriter(header_).Groups("0 TABLE|2 APPID|70 1|0 APPID|2 TESSELINK|70 0|0 ENDTAB");
+  }
   header_.Write(conventions_.fullTables ? kStyles : kNoStyles).Write(kBehindTables);
 }
 
@@ -330,6 +346,7 @@ void DXFOutFilter::WriteLayerTable() {
   header_.Write("  0\r\nTABLE\r\n  2\r\nLAYER\r\n 70\r\n").Integer(std::ssize(layers_.All())).EndLine();
   constexpr int kIsUsed = 64;
   std::int64_t position = 0;
+  GroupWriter groups(header_);
   for (const DrawingNames::Entry& layer : layers_.All()) {
     header_.Write("  0\r\nLAYER\r\n  2\r\n")
         .Write(NameInPage(layersInPage_, Printable(layer.name)))
@@ -341,6 +358,7 @@ void DXFOutFilter::WriteLayerTable() {
                                                                    : layer.colour;
     header_.Integer(layer.state.isOff ? -colour : colour).Write("\r\n  6\r\n");
     header_.Line(layer.lineType.empty() ? std::string_view(kContinuous) : NameInPage(lineTypesInPage_, layer.lineType));
+    if (layer.name == "0") Schema(groups);
   }
   header_.Write("  0\r\nENDTAB\r\n");
 }

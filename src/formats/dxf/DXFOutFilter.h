@@ -43,6 +43,8 @@ class DXFOutFilter final : public DrawingOutput {
   void WriteArc(const tEntity& entity) override;
   void NoteNewName(const DrawingNames::Entry& entry) override;
   std::string_view Interim(const std::string& name) override;
+  std::string_view InterimValue(std::string_view value) override;
+  std::string_view SchemaText(const std::string& text) override { return InPage(text); }
   void AppendEntities(FileWriter& output, const std::string& path) override;
   void Create(const std::string& path) override;
 

@@ -67,6 +67,7 @@ void Drawing::TakeTableGroup(const GroupScanner& scanner) {
       read_.trueColour = scanner.Integer();
       break;
     default:
+      if (scanner.Code() >= 1000) readData_.Take(scanner);
       break;
   }
 }
@@ -107,6 +108,10 @@ void Drawing::EndEntry() {
     text_.DecodeName(layerBytes_, read_.name);
     Add(layerBytes_, read_);
   }
+  if (table_ == Table::Layers && layerBytes_ == "0" && schema_.empty()) {
+    schema_.assign(readData_.Texts().begin(), readData_.Texts().end());
+  }
+  readData_.Begin();
   table_ = Table::Other;
   layerBytes_.clear();
   read_ = {};

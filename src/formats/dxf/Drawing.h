@@ -16,6 +16,7 @@
 #include "formats/dxf/DimensionStyles.h"
 #include "formats/dxf/DrawingBlocks.h"
 #include "formats/dxf/DrawingText.h"
+#include "formats/dxf/ExtendedData.h"
 
 namespace tesselink {
 
@@ -54,6 +55,9 @@ class Drawing {
   /// The line types of the table that have a pattern.
   const std::vector<LineType>& LineTypes() const { return lineTypes_; }
 
+  /// What layer 0 tells of attribute tables, as the drawing has the texts.
+  const std::vector<std::string>& Schema() const { return schema_; }
+
   const DimensionStyles& Dimensions() const { return dimensions_; }
 
   const DrawingText& Text() const { return text_; }
@@ -90,6 +94,8 @@ class Drawing {
   Table table_ = Table::Other;  // that the entry being read is of
   std::string layerBytes_;
   DrawingLayer read_;
+  ExtendedData readData_;
+  std::vector<std::string> schema_;
   LineType lineType_;
   std::vector<LineType> lineTypes_;
   DimensionStyles dimensions_;

@@ -53,9 +53,9 @@ void DrawingBlocks::TakeGroup(const GroupScanner& scanner) {
     if (code == 2 && inserted_ == kNone) inserted_ = NumberOf(scanner.Keyword());
     if (code == 70) columns_ = std::max(scanner.Integer().value_or(1), 1);
     if (code == 71) rows_ = std::max(scanner.Integer().value_or(1), 1);
-  } else if (part_ == Part::AttributeDefinition && code == 70) {
-    if ((scanner.Integer().value_or(0) & kConstant) != 0) ++blocks_[block_].drawn;
-    part_ = Part::Other;
+  } else if (part_ == Part::AttributeDefinition) {
+    if (code == 2) tag_ = scanner.Keyword();
+    if (code == 70) isConstant_ = (scanner.Integer().value_or(0) & kConstant) != 0;
   }
 }
 
@@ -64,6 +64,7 @@ void DrawingBlocks::BeginEntity(const GroupScanner& scanner) {
   const std::string_view type = scanner.Keyword();
   if (part_ == Part::Head) EndHead(scanner);
   if (part_ == Part::Insert) EndInsert();
+  if (part_ == Part::AttributeDefinition) EndAttributeDefinition();
   part_ = Part::Other;
   if (EndsBlock(type)) {
     block_ = kNone;
@@ -78,6 +79,8 @@ void DrawingBlocks::BeginEntity(const GroupScanner& scanner) {
     columns_ = rows_ = 1;
   } else if (type == "ATTDEF") {
     part_ = Part::AttributeDefinition;
+    tag_.clear();
+    isConstant_ = false;
   } else {
     ++blocks_[block_].drawn;
   }
@@ -102,6 +105,16 @@ void DrawingBlocks::EndInsert() {
     nested_.back().count = Sum(nested_.back().count, count);
   } else {
     nested_.push_back({block_, inserted_, count});
+  }
+}
+
+// A constant attribute is drawn with the block; inserts have none of it.
+void DrawingBlocks::EndAttributeDefinition() {
+  constexpr std::size_t kMostTags = 4096;
+  if (isConstant_) {
+    ++blocks_[block_].drawn;
+  } else if (!tag_.empty() && tags_.size() < kMostTags && seenTags_.insert(tag_).second) {
+    tags_.push_back(tag_);
   }
 }
 

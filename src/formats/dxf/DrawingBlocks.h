@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "core/element/VertexChains.h"
@@ -48,6 +49,8 @@ class DrawingBlocks {
   /// A block by its number. An attribute definition counts as drawn only where it is constant; a block that inserts
   /// itself counts once.
   const DrawingBlock& Block(std::size_t number);
+  /// The tags of the attributes that inserts of blocks may have, each once, in the order of the definitions.
+  const std::vector<std::string>& Tags() const { return tags_; }
   /// How many entities so many inserts of a block draw, as far as such counts go.
   std::int64_t DrawnBy(std::size_t number, std::int64_t inserts);
   /// A sum of such counts, which goes no further either.
@@ -67,6 +70,7 @@ class DrawingBlocks {
   void EndHead(const GroupScanner& scanner);
   void EndInsert();
   void CountNested();
+  void EndAttributeDefinition();
 
   std::unordered_map<std::string, std::size_t> numbers_;  // of the blocks, by folded name
   std::unordered_map<std::uint64_t, std::size_t> byRecord_;
@@ -82,6 +86,10 @@ class DrawingBlocks {
   std::uint64_t record_ = 0;      // that owns it
   std::size_t inserted_ = kNone;  // by the insert being read
   std::int64_t columns_ = 1, rows_ = 1;
+  std::string tag_;  // of the definition being read
+  bool isConstant_ = false;
+  std::unordered_set<std::string> seenTags_;
+  std::vector<std::string> tags_;
 };
 
 }  // namespace tesselink

@@ -37,8 +37,8 @@ bool TakePercents(std::string_view& rest, std::string& bytes) {
   return true;
 }
 
-bool TakeSpecial(std::string_view& rest, std::string& bytes) {
-  if (rest[0] == '%') return TakePercents(rest, bytes);
+bool TakeSpecial(std::string_view& rest, std::string& bytes, bool percents) {
+  if (rest[0] == '%') return percents && TakePercents(rest, bytes);
   const bool isUnicode = rest.size() > 2 && rest[0] == '\\' && rest[2] == '+' &&
                          std::string_view("UuMm").find(rest[1]) != std::string_view::npos;
   if (isUnicode) {
@@ -64,15 +64,7 @@ bool IsOfName(std::uint32_t letter, NameSigns signs) {
   return letter >= 128 || IsAsciiLetter(letter) || IsDigit(letter) || letter == '$' || letter == '-' || letter == '_';
 }
 
-}  // namespace
-
-void AppendUnicodeCode(std::string& bytes, std::uint32_t letter) {
-  if (letter <= 0xFFFF) return AppendUnicode(bytes, letter);
-  AppendUnicode(bytes, 0xD800 + ((letter - 0x10000) >> 10));
-  AppendUnicode(bytes, 0xDC00 + ((letter - 0x10000) & 0x3FF));
-}
-
-void EncodeText(std::string_view text, std::string& bytes) {
+void Encode(std::string_view text, std::string& bytes, bool percents) {
   bytes.clear();
   const bool utf8 = IsUtf8(text);
   const auto isPlain = [utf8](char c) {
@@ -83,9 +75,21 @@ void EncodeText(std::string_view text, std::string& bytes) {
     const auto plain = static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), isPlain) - rest.begin());
     bytes += rest.substr(0, plain);
     rest.remove_prefix(plain);
-    if (!rest.empty() && !TakeSpecial(rest, bytes)) AppendUtf8(bytes, TakeLetter(rest, utf8));
+    if (!rest.empty() && !TakeSpecial(rest, bytes, percents)) AppendUtf8(bytes, TakeLetter(rest, utf8));
   }
 }
+
+}  // namespace
+
+void AppendUnicodeCode(std::string& bytes, std::uint32_t letter) {
+  if (letter <= 0xFFFF) return AppendUnicode(bytes, letter);
+  AppendUnicode(bytes, 0xD800 + ((letter - 0x10000) >> 10));
+  AppendUnicode(bytes, 0xDC00 + ((letter - 0x10000) & 0x3FF));
+}
+
+void EncodeText(std::string_view text, std::string& bytes) { Encode(text, bytes, true); }
+
+void EncodeValue(std::string_view value, std::string& bytes) { Encode(value, bytes, false); }
 
 bool EncodeName(std::string_view name, NameSigns signs, std::string& bytes) {
   constexpr int kLongest = 240;  // 255 would be read; the rest is room for what tells names apart

@@ -13,12 +13,15 @@ enum class NameSigns {
   Most,  ///< as from AC1015 on: all but those that have a meaning in commands
 };
 
-// What comes of both functions is UTF-8. Bytes that are valid UTF-8 are taken for it, others for ANSI_1252. Line breaks
-// are the caller's to replace.
+// What comes of these functions is UTF-8. Bytes that are valid UTF-8 are taken for it, others for ANSI_1252. Line
+// breaks are the caller's to replace.
 
 /// Replaces `encoded` by the text of a TEXT. What would be read as a code of its own ("%%d", "^J", "\U+0041") is
 /// written so that it is read as it stands; control characters are written as such codes, as "^I".
 void EncodeText(std::string_view text, std::string& encoded);
+
+/// Replaces `encoded` by a value of extended data, where percent signs begin no codes.
+void EncodeValue(std::string_view value, std::string& encoded);
 
 /// Replaces `encoded` by the name of a layer or a line type. A name ends after 240 letters; those that NameRule does
 /// not list become "_". False when the name had to change.

@@ -7,6 +7,7 @@
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/run/Report.h"
+#include "formats/dxf/ExtendedData.h"
 
 namespace tesselink {
 namespace {
@@ -52,6 +53,7 @@ void DrawingOutput::Create(const std::string& path) {
   lineTypes_ = DrawingNames(conventions_.lineTypeNames, conventions_.nameSigns);
   lineTypes_.Of(kContinuous);
   patterns_.clear();
+  records_.Reset();
   if (conventions_.fullTables) layers_.Of("0");
   extents_ = {};
 }
@@ -62,6 +64,30 @@ void DrawingOutput::SourceOpened(InputFilter& source) {
   for (const LineType& lineType : source.LineTypes()) patterns_.emplace(UpperCase(lineType.name), lineType);
   states_ = source.LayerStates();
   ++source_;
+  const std::string leftOut = records_.Begin(source);
+  if (leftOut.empty()) return;
+  report().Warn(
+      WarningKind::FieldsLeftOut,
+      source.AttributesPath() + ": fields for which the drawing's layer 0 has no room were left out: " + leftOut);
+}
+
+void DrawingOutput::WriteRecord() {
+  const RecordsOut::Tag& tag = records_.At();
+  entities_.Write("1001\r\n").Line(kOwnData).Write("1070\r\n").Integer(tag.table).Write("\r\n1071\r\n");
+  entities_.Integer(tag.record).Write("\r\n1070\r\n").Integer(std::max(tag.part, 0)).EndLine();
+  for (const TextList* texts : {&records_.Role(), &records_.Values()}) {
+    for (const std::string& text : *texts) {
+      const std::string_view value = InterimValue(text);
+      entities_.Write("1000\r\n").Line(value);
+    }
+  }
+  if (tag.leftOut > 0) Lost(WarningKind::LongRecords, tag.leftOut);
+}
+
+void DrawingOutput::Schema(GroupWriter& groups) {
+  if (!records_.Any()) return;
+  groups.Group(1001, kOwnData).Integer(1070, schema::kVersion);
+  for (const std::string& text : records_.Schema()) groups.Group(1000, SchemaText(text));
 }
 
 WriteResult DrawingOutput::Write(tEntity& entity) {

@@ -11,6 +11,8 @@
 #include "core/io/Files.h"
 #include "core/run/Filters.h"
 #include "formats/dxf/DrawingNames.h"
+#include "formats/dxf/GroupWriter.h"
+#include "formats/dxf/RecordsOut.h"
 #include "formats/dxf/cColourTab.h"
 
 namespace tesselink {
@@ -38,6 +40,7 @@ struct DrawingConventions {
 class DrawingOutput : public OutputFilter {
  public:
   void SourceOpened(InputFilter& source) override;
+  Carrying CarriesAttributes() const override { return conventions_.fullTables ? Carrying::Yes : Carrying::InStandard; }
   /// Writes the sections before the entities into the header file. This and Merge throw Error when no file is open.
   void WriteHead();
   /// Builds the output from the bytes of the header file and of the entity file, and appends the closing lines.
@@ -65,6 +68,8 @@ class DrawingOutput : public OutputFilter {
   virtual void NoteNewName(const DrawingNames::Entry&) {}
   /// Appends what was written of the entities.
   virtual void AppendEntities(FileWriter& output, const std::string& path) { output.Append(path); }
+  /// A value of extended data as it stands among the entities until they are appended; valid until the next call.
+  virtual std::string_view InterimValue(std::string_view value) { return value; }
   /// A name as it stands among the entities until they are appended; valid until the next call.
   virtual std::string_view Interim(const std::string& name) { return name; }
   /// Tells of a layer or a line type that has another name in the drawing.
@@ -95,6 +100,15 @@ class DrawingOutput : public OutputFilter {
   /// in them is to be told of each.
   const std::string& Head(std::string_view before);
   void ForgetHead() { headLayer_ = nullptr; }
+  /// The attributes of the element's record, at the end of an entity; nothing for one without.
+  void Record(const tEntity& entity) {
+    if (records_.Any() && records_.Take(entity)) WriteRecord();
+  }
+  /// What layer 0 tells of the attributes' tables.
+  void Schema(GroupWriter& groups);
+  /// The same of each text, for the encoding.
+  const RecordsOut& Records() const { return records_; }
+  virtual std::string_view SchemaText(const std::string& text) { return text; }
   /// $EXTMIN and $EXTMAX.
   void WriteCorners();
   /// What is known of the pattern of a line type; without, it is a solid line.
@@ -117,6 +131,7 @@ class DrawingOutput : public OutputFilter {
 
  private:
   void RequireOpen(const char* member) const;
+  void WriteRecord();
   template <bool isSecond>
   void WriteVertex(const tEntity& entity, tEntity::Index index);
   bool IsDegenerate(const tEntity& entity, tEntity::Index last) const;
@@ -128,6 +143,7 @@ class DrawingOutput : public OutputFilter {
   void NoteExtents(const tEntity& entity, tEntity::Index last);
 
   TempFile headerFile_, entityFile_;
+  RecordsOut records_;
   cColourTab colours_;
   std::unordered_map<std::string, LineType> patterns_;  // of line types, by their names in capitals
   std::vector<LayerState> states_;                      // of the input's layers

@@ -82,13 +82,16 @@ bool TakePercentCode(std::string_view& rest, std::string& text, std::u16string_v
   return true;
 }
 
-// "^I" and its like: control characters, of which line breaks become blanks; "^ " is the caret itself.
-bool TakeCaretCode(std::string_view& rest, std::string& text) {
+// "^I" and its like: control characters, of which line breaks become blanks unless all are wanted as they are; "^ " is
+// the caret itself.
+bool TakeCaretCode(std::string_view& rest, std::string& text, bool asTheyAre = false) {
   if (rest.size() < 2 || rest[0] != '^') return false;
   const char c = rest[1];
   if (c != ' ' && !(c >= '@' && c <= '_')) return false;
   if (c == ' ') {
     text += '^';
+  } else if (asTheyAre) {
+    text += static_cast<char>(c - '@');
   } else if (c != 'M') {
     AppendUtf8(text, static_cast<std::uint32_t>(c - '@'));
   }
@@ -255,6 +258,20 @@ bool DrawingText::DecodeText(std::string_view bytes, std::string& text) const {
     }
   }
   return formats;
+}
+
+void DrawingText::DecodeValue(std::string_view bytes, std::string& text) const {
+  DecodePage(bytes, decoded_);
+  text.clear();
+  for (std::string_view rest = decoded_; !rest.empty();) {
+    const std::size_t plain = std::min(rest.find_first_of("\\^"), rest.size());
+    text += rest.substr(0, plain);
+    rest.remove_prefix(plain);
+    if (!rest.empty() && !TakeUnicode(rest, text) && !TakeCaretCode(rest, text, true)) {
+      text += rest[0];
+      rest.remove_prefix(1);
+    }
+  }
 }
 
 bool DrawingText::DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const {

@@ -33,6 +33,8 @@ class DrawingText {
   void DecodeName(std::string_view bytes, std::string& text) const;
   /// The text of a TEXT or ATTRIB: also "%%d" and its like, and "^I" and its like for control characters.
   bool DecodeText(std::string_view bytes, std::string& text) const;
+  /// A value of extended data: also "^I" and its like.
+  void DecodeValue(std::string_view bytes, std::string& text) const;
   /// The text of an MTEXT: also its inline codes; between two lines and two columns stands what is given.
   bool DecodeMText(std::string_view bytes, std::string& text, char lineBreak, char columnBreak) const;
 

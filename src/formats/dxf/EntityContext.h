@@ -128,7 +128,6 @@ struct EntityContext {
   SplineCurve spline;
   std::string regionData;  ///< of a region
   std::string hatch;       ///< the handle of the last HATCH that became an area
-  bool ofHatch = false;    ///< the entity says that it draws the edge of that HATCH, as this program writes it
   Multiline multiline;
   Multileader multileader;
 };

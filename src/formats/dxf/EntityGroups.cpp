@@ -19,6 +19,7 @@ void EntityGroups::Begin(std::int64_t place) {
   name_.clear();
   text_.clear();
   style_.clear();
+  own_.Begin();
   wrong_ = 0;
 }
 
@@ -42,6 +43,8 @@ void EntityGroups::Take(const GroupScanner& scanner) {
     given_.set(static_cast<std::size_t>(code));
     Vertex& point = points_[static_cast<std::size_t>(code % 10)];
     (code < 20 ? point.x : code < 30 ? point.y : point.z) = NumberOf(scanner);
+  } else if (code >= 1000) {
+    own_.Take(scanner);
   } else {
     switch (code) {
       case 1:

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/element/VertexChains.h"
+#include "formats/dxf/ExtendedData.h"
 
 namespace tesselink {
 
@@ -49,6 +50,7 @@ class EntityGroups {
   const std::string& LineType() const { return lineType_; }  ///< code 6
   const std::string& Name() const { return name_; }          ///< code 2
   const std::string& Text() const { return text_; }          ///< codes 3 and 1, joined
+  const ExtendedData& Own() const { return own_; }
 
  private:
   std::int64_t place_ = 0, wrong_ = 0;
@@ -61,6 +63,7 @@ class EntityGroups {
   Vertex extrusion_{0, 0, 1};
   std::optional<std::int32_t> trueColour_;
   std::string layer_, lineType_, name_, text_, style_;
+  ExtendedData own_;
 };
 
 }  // namespace tesselink

@@ -15,7 +15,6 @@ bool EntityReader::Read(tEntity& element) {
   context_.lines.at = TextLines::kNone;
   context_.atEnd = context_.toDraw = false;
   context_.lost = 0;
-  context_.ofHatch = false;
   const std::string_view name = context_.source.scanner.Keyword();
   const EntityType* type = EntityTypeOf(name);
   if (type != nullptr && type->ofWhole && !context_.source.whole) type = nullptr;
@@ -31,7 +30,7 @@ bool EntityReader::Read(tEntity& element) {
   if (context_.groups.WrongPlace() != 0) {
     WarnAt(context_, context_.groups.WrongPlace(), WarningKind::Numbers, "expected a number");
   }
-  if (!IsWanted(type) || type->make == nullptr || context_.ofHatch) return false;
+  if (!IsWanted(type) || type->make == nullptr) return false;
   const bool made = type->make(context_, element);
   if (made || context_.toDraw) StoreAttributes(context_, element);
   return made;

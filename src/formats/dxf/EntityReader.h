@@ -32,6 +32,11 @@ class EntityReader {
     context_.inArray = array.Count() > 1;
     context_.array = array;
   }
+  /// Whether the entity read last belongs to an insert, and the groups that it had.
+  bool IsOfInsert() const { return isOfInsert_; }
+  const EntityGroups& Groups() const { return context_.groups; }
+  /// Whether it is an insert.
+  bool IsInsert() const { return context_.type == "INSERT"; }
   /// What the entity read last draws by a block, if anything; the element that it was read into has its attributes.
   const BlockInsert* ToDraw() const { return context_.toDraw ? &context_.insert : nullptr; }
   /// Sets how far the chains of curves may depart from them, and whether any that depended on it was read since.

@@ -12,9 +12,6 @@ namespace tesselink {
 using Handle = std::uint64_t;
 inline constexpr Handle kNoHandle = 0;
 
-/// The application that extended data name when they are this program's: the HATCH that a boundary belongs to.
-inline constexpr std::string_view kOwnData = "TESSELINK";
-
 /// Appends a handle to a file.
 FileWriter& WriteHandle(FileWriter& file, Handle handle);
 

@@ -231,15 +231,8 @@ void GatherLwPolyline(EntityContext& context) {
   VertexChain& chain = context.chain;
   std::vector<double>& bulges = context.bulges;
   bulges.clear();
-  bool isOwn = false;  // of the extended data at hand
   GatherWith(context, [&](int code) {
     switch (code) {
-      case 1001:
-        isOwn = context.source.scanner.Text() == kOwnData;
-        return true;
-      case 1005:
-        if (isOwn && !context.hatch.empty()) context.ofHatch = context.source.scanner.Text() == context.hatch;
-        return true;
       case 10:
         chain.push_back({NumberHere(context), 0, 0});
         return true;
@@ -263,7 +256,9 @@ void GatherLwPolyline(EntityContext& context) {
   });
 }
 
+// What bounds the HATCH before it is drawn with that.
 bool MakeLwPolyline(EntityContext& context, tEntity& element) {
+  if (!context.hatch.empty() && context.groups.Own().Handle() == context.hatch) return false;
   const bool closed = (context.groups.Integer(70, 0) & kClosed) != 0;
   for (Vertex& v : context.chain) v.z = context.groups.Elevation();
   return StoreFlat(context, element, closed);

@@ -292,6 +292,7 @@ bool ESRIInFilt::DeliverLabel(tEntity& entity) {
   entity.Text = table_->GetFieldData(textField_, Row());
   entity.TextSize = 1000;
   entity.TextUnits.assign(1, 'M');
+  entity.IsLabel = true;
   entity.TextJust = JustificationCode({TextPlacement::kMiddle, TextPlacement::kCentre});
   return true;
 }

@@ -137,7 +137,7 @@ void ESRIOutFilt::SourceOpened(InputFilter& source) {
     return;
   }
   carried_.Declare(*attributes, source.AttributesPath(), table_);
-  hasOwnFields_ = !carried_.Any() || source.Layered;
+  hasOwnFields_ = !carried_.Any() || (source.Layered && !source.AttributesAreAll());
 }
 
 // Notes what the .prj file of an input says; an empty path stands for an input without one.
@@ -270,8 +270,22 @@ void ESRIOutFilt::AddRow(const tEntity& entity) {
   values_.clear();
   // A label that stands beside its shape in one file leaves the values of its record's row to that.
   carried_.Values(entity.bType == kText && !onlyKind_ ? -1 : entity.Record - 1, values_);
-  if (hasOwnFields_) AddOwnValues(entity);
+  if (hasOwnFields_) {
+    AddOwnValues(entity);
+  } else {
+    CountUnsaid(entity);
+  }
   table_.AddRecord(values_);
+}
+
+// What an element of a drawing has and no attribute of its record says.
+void ESRIOutFilt::CountUnsaid(const tEntity& entity) {
+  const bool hasColour = entity.Colour > 0 && entity.RGB != 0;
+  if (entity.Record == 0) return Lost(WarningKind::OutsideTables);
+  if (entity.Layer != "0" && std::find(values_.begin(), values_.end(), entity.Layer) == values_.end()) {
+    Lost(WarningKind::Layers);
+  }
+  if (hasColour) Lost(WarningKind::Colours);
 }
 
 void ESRIOutFilt::AddOwnValues(const tEntity& entity) {

@@ -79,6 +79,7 @@ class ESRIOutFilt final : public OutputFilter {
   void OrientRings(const tEntity& entity);
   void AddRow(const tEntity& entity);
   void AddOwnValues(const tEntity& entity);
+  void CountUnsaid(const tEntity& entity);
   std::string_view Real(double value, std::span<char> buffer) const;
   std::string_view Fitting(const std::string& value, std::size_t field);
   void WriteBeside(const std::string& extension, const std::string& text);

@@ -112,6 +112,19 @@ TEST_F(DrawingRecordsTest, AttributesOfInsertsThatComeAsPoints) {
   EXPECT_EQ(reader->Attributes(), nullptr);
 }
 
+TEST_F(DrawingRecordsTest, DataOfOtherApplicationsAreTold) {
+  const Groups point = "0 POINT|10 1|20 1"_g;
+  const auto elements =
+      Read(point + "1001 SURVEYCAD|1000 a"_g + point + "1001 ACAD_DSTYLE|1070 1|1001 TESSELINK"_g + point);
+  ASSERT_EQ(elements.size(), 3U);
+  EXPECT_EQ(elements[0].Lost, kLostData);
+  EXPECT_EQ(elements[1].Lost + elements[2].Lost, 0U);
+  rig.context.options.dialect = Dialect::Classic;
+  Records(Schema({"table points a.shp"}) + Section("ENTITIES", point) + kEnd, false);
+  EXPECT_EQ(reader->Attributes(), nullptr);
+  EXPECT_NE(reader->AttributesPath(), "") << "told, though not read";
+}
+
 // What goes beyond that is told, and the rest of the record stays readable.
 TEST_F(DrawingRecordsTest, AnEntityHoldsSixteenKilobytes) {
   Texts schema{"table points a.shp"}, values{"point"};

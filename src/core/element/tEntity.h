@@ -57,6 +57,7 @@ enum ReadingLoss : std::uint32_t {
   kLostFormats = 1 << 15,      ///< of parts of a text
   kLostLayerHiding = 1 << 16,  ///< that its layer is off or frozen
   kLostArrow = 1 << 17,        ///< the head of an arrow at its end
+  kLostData = 1 << 18,         ///< what applications other than CAD itself attached to it
   kLostAppearance =
       kLostWidth | kLostThickness | kLostWeight | kLostFont | kLostSlant | kLostLetterWidth | kLostFormats | kLostArrow,
 };

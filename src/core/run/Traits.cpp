@@ -33,6 +33,7 @@ constexpr std::array kRows{
     Row{kFirstOfReading * kLostPattern, WarningKind::Patterns},
     Row{kFirstOfReading * kLostBreaks, WarningKind::BrokenLines},
     Row{kFirstOfReading * kLostPicture, WarningKind::Pictures},
+    Row{kFirstOfReading * kLostData, WarningKind::ExtendedData},
     Row{kFirstOfReading * kLostAppearance, WarningKind::Appearance},
 };
 

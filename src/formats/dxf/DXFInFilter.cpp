@@ -63,6 +63,11 @@ void DXFInFilter::Open(const std::string& path) {
   if (!inEntities_) LeaveEntities();
 }
 
+// The classic dialect does not read what it names.
+std::string DXFInFilter::AttributesPath() const {
+  return table_ || (drawing_ && !drawing_->Schema().empty()) ? filename_ : std::string();
+}
+
 BlockMode DXFInFilter::Blocks() const {
   const std::string blocks = options().own.Text("blocks", options().dialect == Dialect::Standard ? "expand" : "points");
   return blocks == "points" ? BlockMode::Points : blocks == "both" ? BlockMode::Both : BlockMode::Expand;

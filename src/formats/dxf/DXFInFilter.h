@@ -38,7 +38,7 @@ class DXFInFilter final : public InputFilter {
   }
   /// The attributes that this program wrote into the drawing, or those of inserted blocks that come as points.
   AttributeTable* Attributes() override { return table_.get(); }
-  std::string AttributesPath() const override { return table_ ? filename_ : std::string(); }
+  std::string AttributesPath() const override;
   bool AttributesAreAll() const override { return table_ && table_->Tables() > 0; }
   ElementForm Form() const override { return table_ && table_->Tables() == 1 ? table_->Form() : ElementForm(); }
   TextEncoding Encoding() const override {

@@ -138,6 +138,7 @@ void StoreAttributes(EntityContext& context, tEntity& element) {
   const EntityGroups& groups = context.groups;
   constexpr int kVisibility = 60;
   if (groups.Thickness() != 0) element.Lost |= kLostThickness;
+  if (groups.Own().HasOther()) element.Lost |= kLostData;
   const DrawingLayer& layer = context.source.drawing.LayerOf(groups.Layer());
   if ((groups.Weight() == EntityGroups::kWeightByLayer ? layer.weight : groups.Weight()) > 0) {
     element.Lost |= kLostWeight;

@@ -1,5 +1,6 @@
 #include "formats/dxf/ExtendedData.h"
 
+#include "core/io/Text.h"
 #include "formats/dxf/GroupScanner.h"
 
 namespace tesselink {
@@ -11,7 +12,7 @@ constexpr std::size_t kMostBytes = 65536;
 }  // namespace
 
 void ExtendedData::Begin() {
-  isOwn_ = false;
+  isOwn_ = hasOther_ = false;
   integers_ = count_ = bytes_ = 0;
   handle_.clear();
 }
@@ -19,7 +20,10 @@ void ExtendedData::Begin() {
 // A text that begins with "=" goes on with the one before.
 void ExtendedData::Take(const GroupScanner& scanner) {
   const std::string_view text = scanner.Text();
-  if (scanner.Code() == 1001) isOwn_ = text == kOwnData;
+  if (scanner.Code() == 1001) {
+    isOwn_ = text == kOwnData;
+    hasOther_ = hasOther_ || !(isOwn_ || EqualsIgnoringCase(text.substr(0, 4), "ACAD"));
+  }
   if (!isOwn_) return;
   switch (scanner.Code()) {
     case 1000:

@@ -31,6 +31,8 @@ class ExtendedData {
   /// Takes the scanner's group, whose code is 1000 or more.
   void Take(const GroupScanner& scanner);
 
+  /// Whether other applications have data there, those of CAD itself aside.
+  bool HasOther() const { return hasOther_; }
   /// Whether the entity names table, record and part.
   bool HasRecord() const { return integers_ >= kOfRecord && count_ > 0; }
   std::int32_t Table() const { return numbers_[0]; }
@@ -44,7 +46,7 @@ class ExtendedData {
  private:
   static constexpr std::size_t kOfRecord = 3;
 
-  bool isOwn_ = false;
+  bool isOwn_ = false, hasOther_ = false;
   std::size_t integers_ = 0, count_ = 0, bytes_ = 0;
   std::array<std::int32_t, kOfRecord> numbers_{};
   std::vector<std::string> texts_;  // the first `count_`; the rest keep their memory

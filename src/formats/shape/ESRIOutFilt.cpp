@@ -19,6 +19,9 @@ namespace {
 // Of the fields that hold text from the drawing: layer, code, text.
 constexpr std::array<int, 3> kTextLengths{50, 10, 100};
 constexpr int kRealLength = 24;
+// Left for those fields by what is carried along.
+constexpr int kOwnFields = 8;
+constexpr int kOwnBytes = 512;
 constexpr std::size_t kLongestProjection = ReadWindow::kCapacity;
 
 constexpr ESRIWriting kClassic{.everyType = false,
@@ -85,7 +88,7 @@ ESRIOutFilt::ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> 
       writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
       files_(writing_.everyType),
       table_(options().dialect),
-      carried_(report()),
+      carried_(report(), {.longestName = 10, .longestText = 254, .types = "CNFDL"}),
       onlyKind_(kind) {}
 
 void ESRIOutFilt::CheckName(const std::string& path) {
@@ -136,7 +139,11 @@ void ESRIOutFilt::SourceOpened(InputFilter& source) {
     carried_.Match(attributes, source.AttributesPath());
     return;
   }
-  carried_.Declare(*attributes, source.AttributesPath(), table_);
+  carried_.Declare(*attributes, source.AttributesPath(), [this](const CarriedField& field) {
+    if (table_.RoomFor(1 + kOwnFields) < field.length + kOwnBytes) return false;
+    table_.AddField(field.name, field.length, {&field.type, 1}, field.decimals);
+    return true;
+  });
   hasOwnFields_ = !carried_.Any() || source.Layered;
 }
 

@@ -248,8 +248,10 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
     state.summary.report.Warn(kind, text);
   };
   const std::string taken(state.reader->Layered ? "layer and text" : state.writer->TakesFromAttributes());
-  tell(WarningKind::AttributesNotCarried, state.reader->AttributesPath(),
-       "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");
+  if (state.request.options.attributes) {
+    tell(WarningKind::AttributesNotCarried, state.reader->AttributesPath(),
+         "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");
+  }
   tell(WarningKind::ProjectionNotCarried, state.reader->ProjectionPath(), "the coordinate system that it names", " is");
 }
 

@@ -128,13 +128,13 @@ void ESRIOutFilt::Create(const std::string& path) {
   }
 }
 
-// The first input's attributes make the table. The fields of what the drawing itself says stand behind them where
-// layers and texts were asked for, and alone where no attributes are.
+// The first input's attributes make the table, unless they are to be dropped. The fields of what the drawing itself
+// says stand behind them where layers and texts were asked for, and alone where no attributes are.
 void ESRIOutFilt::SourceOpened(InputFilter& source) {
   if (!writing_.carriesSource) return;
   CarryProjection(source.ProjectionPath());
   if (sources_ == 0) form_ = source.Form();
-  AttributeTable* attributes = source.Attributes();
+  AttributeTable* attributes = options().attributes ? source.Attributes() : nullptr;
   if (++sources_ > 1 || attributes == nullptr) {
     carried_.Match(attributes, source.AttributesPath());
     return;

@@ -242,7 +242,7 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
   convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
   convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(*convert, command.reading);
-  convert->add_option("--to", command.to, "Output format, whatever the extension: " + KeyList(formats))
+  convert->add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
   AddFormatOptions(*convert, formats, command.reading.own);

@@ -5,6 +5,7 @@
 #include "formats/cdf/CDFOutFilter.h"
 #include "formats/dxf/DXFInFilter.h"
 #include "formats/dxf/DXFOutFilter.h"
+#include "formats/geojson/GeoJSONOutFilter.h"
 #include "formats/grid/TRDigOut.h"
 #include "formats/landmark/AscInFilter.h"
 #include "formats/landmark/AscOutFilter.h"
@@ -97,6 +98,24 @@ std::vector<OutputFormat> Outputs() {
         .ignoresLayers = true,
         .options = TRDigOut::Options()},
        kWriter<TRDigOut>},
+      {{.entry = "GeoJSON (*.geojson)",
+        .key = "geojson",
+        .className = "GeoJSONOutFilter",
+        .inDropDown = false,
+        .streams = true},
+       GeoJSONOutFilter::Writer<GeoJSONLayout::Collection>},
+      {{.entry = "GeoJSON Lines (*.geojsonl)",
+        .key = "geojsonl",
+        .className = "GeoJSONOutFilter",
+        .inDropDown = false,
+        .streams = true},
+       GeoJSONOutFilter::Writer<GeoJSONLayout::Lines>},
+      {{.entry = "GeoJSON Text Sequence (*.geojsons)",
+        .key = "geojsons",
+        .className = "GeoJSONOutFilter",
+        .inDropDown = false,
+        .streams = true},
+       GeoJSONOutFilter::Writer<GeoJSONLayout::Sequence>},
   };
 }
 

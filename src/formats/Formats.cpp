@@ -6,6 +6,7 @@
 #include "formats/dxf/DXFInFilter.h"
 #include "formats/dxf/DXFOutFilter.h"
 #include "formats/geojson/GeoJSONOutFilter.h"
+#include "formats/gpkg/GPKGOutFilter.h"
 #include "formats/grid/TRDigOut.h"
 #include "formats/landmark/AscInFilter.h"
 #include "formats/landmark/AscOutFilter.h"
@@ -116,6 +117,8 @@ std::vector<OutputFormat> Outputs() {
         .inDropDown = false,
         .streams = true},
        GeoJSONOutFilter::Writer<GeoJSONLayout::Sequence>},
+      {{.entry = "GeoPackage (*.gpkg)", .key = "gpkg", .className = "GPKGOutFilter", .inDropDown = false},
+       kWriter<GPKGOutFilter>},
   };
 }
 

@@ -1,8 +1,13 @@
-// GeoJSON: geometries and properties.
+// GeoJSON and GeoPackages: geometries, properties, and what a file says of them.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
+
+#include <csignal>
 
 #include "core/run/AttributeTable.h"
 #include "formats/geojson/GeoJSONOutFilter.h"
+#include "formats/gpkg/GPKGOutFilter.h"
 #include "support/Support.h"
 
 namespace tesselink {
@@ -171,6 +176,115 @@ TEST_F(GeoJSONTest, AttributesByTheirTypes) {
   EXPECT_TRUE(Holds(Feature(OfRecord(Element(kPoint, {{1, 2}}, "ROAD"), 1), &source, ""), "\"layer\":\"ROAD\""));
   rig.context.options.attributes = false;
   EXPECT_FALSE(Holds(Feature(OfRecord(Element(kPoint, {{1, 2}}), 1), &source, ""), "NAME"));
+}
+
+// The rows of a query, values apart by "|".
+std::string Query(const std::string& path, const std::string& query) {
+  sqlite3* database = nullptr;
+  std::string rows;
+  EXPECT_EQ(sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+  const auto add = [](void* into, int count, char** values, char**) {
+    std::string row;
+    for (int i = 0; i < count; ++i) row += (i > 0 ? "|" : "") + std::string(values[i] != nullptr ? values[i] : "null");
+    *static_cast<std::string*>(into) += row + "; ";
+    return 0;
+  };
+  EXPECT_EQ(sqlite3_exec(database, query.c_str(), add, &rows, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
+  sqlite3_close(database);
+  return rows;
+}
+
+class GeoPackageTest : public testing::Test {
+ protected:
+  Rig rig;
+  const std::string path = rig.folder.Path("a.gpkg");
+  GeoPackageTest() {
+    rig.context.options.dialect = Dialect::Standard;
+    rig.context.options.moduleFolder = TESSELINK_DATA_FOLDER;
+  }
+};
+
+TEST_F(GeoPackageTest, TablesOfEachKind) {
+  Source source(rig.context, {{"FID", 'N', 5, 0}, {"a \"b\"", 'C', 9, 0}, {"D", 'D', 8, 0}, {"L", 'L', 1, 0}},
+                {{"1.5", "one", "20040131", "F"}, {"2", "two", "", ""}});
+  GPKGOutFilter writer(rig.context);
+  writer.filename(path);
+  writer.SourceOpened(source);
+  tEntity group = OfRecord(Element(kPoint, {{1, 2}, {3, 4}}), 2);
+  tEntity single = OfRecord(Element(kPoint, {{5, 6}}), 1);
+  tEntity high = OfRecord(Element(kPolyline, {{0, 0, 0}, {10, 5, 7}}), 1);
+  tEntity flat = OfRecord(Element(kPolyline, {{-1, 0}, {10, 5}}), 1);
+  flat.Measures = {1, 2};
+  tEntity none = OfRecord(tEntity(), 2);
+  none.bType = kPolyline;
+  tEntity area = Area({{0, 0, 9, true}, {0, 0, 5, false}});
+  for (tEntity* entity : {&single, &group, &high, &flat, &none, &area}) {
+    EXPECT_EQ(writer.WriteEntity(*entity), WriteResult::Written);
+  }
+  writer.Release();
+  EXPECT_EQ(Query(path, "PRAGMA integrity_check; PRAGMA application_id; PRAGMA user_version"),
+            "ok; 1196444487; 10300; ");
+  EXPECT_EQ(Query(path,
+                  "SELECT table_name, geometry_type_name, z, m, min_x, max_y FROM gpkg_geometry_columns "
+                  "JOIN gpkg_contents USING (table_name)"),
+            "points|POINT|0|0|1.0|6.0; lines|MULTILINESTRING|2|2|-1.0|5.0; areas|MULTIPOLYGON|0|0|-9.0|9.0; ");
+  EXPECT_EQ(Query(path, "SELECT name, type FROM pragma_table_info('lines')"),
+            "fid|INTEGER; geom|MULTILINESTRING; FID_1|INTEGER; a \"b\"|TEXT; D|DATE; L|BOOLEAN; ");
+  EXPECT_EQ(Query(path, "SELECT fid, geom ISNULL, FID_1, \"a \"\"b\"\"\", D, L FROM lines"),
+            "1|0|null|one|2004-01-31|0; 2|0|null|one|2004-01-31|0; 3|1|2|two|null|null; ");
+  EXPECT_EQ(Query(path, "SELECT id, maxx, maxy FROM rtree_points_geom; SELECT count(*) FROM rtree_lines_geom"),
+            "1|5.0|6.0; 2|1.0|2.0; 3|3.0|4.0; 2; ");
+  EXPECT_EQ(Query(path, "SELECT hex(geom) FROM points WHERE fid = 1"),
+            "47500001FFFFFFFF010100000000000000000014400000000000001840; ");
+  ASSERT_NE(rig.WarningOf("groups of points"), nullptr);
+}
+
+TEST_F(GeoPackageTest, CoordinateSystems) {
+  GPKGOutFilter writer(rig.context);
+  writer.filename(path);
+  CoordinateSystem unknown, coded, own, wgs84;
+  coded.name = "NAD27";
+  coded.epsg = 4267;
+  coded.wkt = "GEOGCS";
+  own.name = "Plant";
+  own.esriWkt = "LOCAL'S";
+  wgs84.name = "WGS";
+  wgs84.isWgs84 = true;
+  for (const CoordinateSystem& system : {unknown, coded, own, wgs84, coded}) {
+    tEntity point = Element(kPoint, {{1, 2}});
+    writer.SourceSystem(system);
+    writer.WriteEntity(point);
+  }
+  writer.Release();
+  EXPECT_EQ(Query(path,
+                  "SELECT table_name, srs_id, organization, definition FROM gpkg_contents "
+                  "JOIN gpkg_spatial_ref_sys USING (srs_id) WHERE srs_id != 4326"),
+            "points|-1|NONE|undefined; points_2|4267|EPSG|GEOGCS; points_3|100001|NONE|LOCAL'S; ");
+  EXPECT_EQ(
+      Query(path, "SELECT count(*) FROM points_2; SELECT srs_id FROM gpkg_contents WHERE table_name = 'points_4'"),
+      "2; 4326; ");
+}
+
+TEST_F(GeoPackageTest, AFileThatMayNotGrow) {
+  const auto old = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit little{100'000, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &little);
+  GPKGOutFilter writer(rig.context);
+  writer.filename(path);
+  const std::string error = ErrorOf([&] {
+    for (int i = 0; i < 100'000; ++i) {
+      tEntity text = Element(kText, {{1, 2}}, std::string(1000, 'x'));
+      writer.WriteEntity(text);
+    }
+    writer.Release();
+  });
+  writer.Abandon();
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, old);
+  EXPECT_TRUE(error.starts_with(path + ": could not be written: ")) << error;
+  EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 }  // namespace

@@ -224,6 +224,16 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->check(Distance());
 }
 
+void AddAttributes(CLI::App& command, ReadingOptions& options) {
+  const auto take = [&options](const std::string& choice) { options.attributes = choice == "keep"; };
+  command
+      .add_option_function<std::string>("--attributes", take,
+                                        "What becomes of an input's attributes: keep (default),\n"
+                                        "where the output holds them, or drop")
+      ->type_name("CHOICE")
+      ->check(CLI::IsMember({"keep", "drop"}));
+}
+
 // Of the commands but the one that is asked for, which is the first argument, only the names are needed.
 CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& command) {
   const auto& formats = AllFormats().Outputs();
@@ -232,10 +242,11 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
   convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
   convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(*convert, command.reading);
-  convert->add_option("--to", command.to, "Output format, whatever the extension: " + KeyList(formats))
+  convert->add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
   AddFormatOptions(*convert, formats, command.reading.own);
+  AddAttributes(*convert, command.reading);
   convert
       ->add_option("--max-output", command.maxOutput,
                    "How much may be written, as 500M or 20G; the output is\n"

@@ -27,6 +27,7 @@ struct ReadingOptions {
   OptionValues own;                                ///< of the options that formats bring along
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
+  bool attributes = true;           ///< those of inputs go along, where the output holds them
 };
 
 enum class ProgressChoice { WhenTerminal, Always, Never };

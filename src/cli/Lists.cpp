@@ -62,7 +62,7 @@ int Run(const FormatsCommand& command) {
     for (const Json& row : rows) {
       std::string key = row["key"], extension = row["extension"];
       key.resize(10, ' ');
-      extension.resize(6, ' ');
+      extension.resize(11, ' ');
       Print("  " + key.append(extension).append(row["name"].get<std::string>()) + "\n");
     }
   }

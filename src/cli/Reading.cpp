@@ -89,6 +89,7 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   result.moduleFolder = ModuleFolder();
   result.own = options.own;
   result.tolerance = options.tolerance;
+  result.attributes = options.attributes;
   result.layers = options.layers;
   result.withoutLayers = options.withoutLayers;
   return result;

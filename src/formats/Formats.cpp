@@ -5,6 +5,8 @@
 #include "formats/cdf/CDFOutFilter.h"
 #include "formats/dxf/DXFInFilter.h"
 #include "formats/dxf/DXFOutFilter.h"
+#include "formats/geojson/GeoJSONOutFilter.h"
+#include "formats/gpkg/GPKGOutFilter.h"
 #include "formats/grid/TRDigOut.h"
 #include "formats/landmark/AscInFilter.h"
 #include "formats/landmark/AscOutFilter.h"
@@ -97,6 +99,26 @@ std::vector<OutputFormat> Outputs() {
         .ignoresLayers = true,
         .options = TRDigOut::Options()},
        kWriter<TRDigOut>},
+      {{.entry = "GeoJSON (*.geojson)",
+        .key = "geojson",
+        .className = "GeoJSONOutFilter",
+        .inDropDown = false,
+        .streams = true},
+       GeoJSONOutFilter::Writer<GeoJSONLayout::Collection>},
+      {{.entry = "GeoJSON Lines (*.geojsonl)",
+        .key = "geojsonl",
+        .className = "GeoJSONOutFilter",
+        .inDropDown = false,
+        .streams = true},
+       GeoJSONOutFilter::Writer<GeoJSONLayout::Lines>},
+      {{.entry = "GeoJSON Text Sequence (*.geojsons)",
+        .key = "geojsons",
+        .className = "GeoJSONOutFilter",
+        .inDropDown = false,
+        .streams = true},
+       GeoJSONOutFilter::Writer<GeoJSONLayout::Sequence>},
+      {{.entry = "GeoPackage (*.gpkg)", .key = "gpkg", .className = "GPKGOutFilter", .inDropDown = false},
+       kWriter<GPKGOutFilter>},
   };
 }
 

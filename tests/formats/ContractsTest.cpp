@@ -33,7 +33,7 @@ class ContractsTest : public testing::TestWithParam<Dialect> {
  protected:
   ContractsTest() {
     rig.context.options.dialect = GetParam();
-    rig.context.options.programFolder = TESSELINK_DATA_FOLDER;
+    rig.context.options.programFolder = rig.context.options.moduleFolder = TESSELINK_DATA_FOLDER;
   }
   // Paths below the folder at which no file can be opened or made.
   std::vector<std::string> BadPaths(const std::string& extension) {

@@ -32,6 +32,7 @@ std::vector<Scenario> Scenarios() {
       {"ShapesToASurvey", {"sections.shp"}, "out.asc"},
       {"PointsToCDF", {"wells.shp"}, "out.cdf"},
       {"SeveralShapefiles", {"wells.shp", "sections.shp"}, "out.dxf", Dialect::Standard, false, false, "multishp"},
+      {"ShapesToFeatures", {"sections.shp"}, "out.geojson"},
       {"SectionsToTheDigitizer", {"sections.shp"}, "out.grd"},
       {"ADrawingToCDF", {"all-entities.dxf"}, "out.cdf", Dialect::Standard, true},
       {"ADrawingToShapes", {"all-entities.dxf"}, "out.shp", Dialect::Classic},

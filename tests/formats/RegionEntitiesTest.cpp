@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "formats/dxf/RingNesting.h"
+#include "core/element/Rings.h"
 #include "support/Drawings.h"
 
 namespace tesselink {

@@ -187,7 +187,7 @@ void ConversionRun::CreateFilters(State& state) {
   state.writer->losses().Locate([&state] { return state.reader->Where(); });
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
-  state.reader->WholeRecords = state.writer->WritesRecords();
+  state.reader->WholeRecords = state.request.options.attributes && state.writer->WritesRecords();
   std::string path = state.request.OutFile;
   if (!outFormat.makesNoFile) {
     OutputOptions options{.overwrite = state.request.overwrite, .sync = state.request.sync};
@@ -248,8 +248,10 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
     state.summary.report.Warn(kind, text);
   };
   const std::string taken(state.reader->Layered ? "layer and text" : state.writer->TakesFromAttributes());
-  tell(WarningKind::AttributesNotCarried, state.writer->CarriesAttributes(), state.reader->AttributesPath(),
-       "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");
+  if (state.request.options.attributes) {
+    tell(WarningKind::AttributesNotCarried, state.writer->CarriesAttributes(), state.reader->AttributesPath(),
+         "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");
+  }
   tell(WarningKind::ProjectionNotCarried, state.writer->CarriesSource(), state.reader->ProjectionPath(),
        "the coordinate system that it names", " is");
 }

@@ -37,6 +37,7 @@ struct FilterOptions {
   Dialect dialect = Dialect::Classic;
   OptionValues own = {};                 ///< of the options that formats bring along
   std::optional<double> tolerance = {};  ///< greatest distance of a curve from its chain, in drawing units
+  bool attributes = true;                ///< those of inputs go along, where the output holds them
 
   std::vector<std::string> layers = {}, withoutLayers = {};  ///< for LayerSelection
 

@@ -64,6 +64,7 @@ void DrawingOutput::SourceOpened(InputFilter& source) {
   for (const LineType& lineType : source.LineTypes()) patterns_.emplace(UpperCase(lineType.name), lineType);
   states_ = source.LayerStates();
   ++source_;
+  if (!options().attributes) return;
   const std::string leftOut = records_.Begin(source);
   if (leftOut.empty()) return;
   report().Warn(

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <limits>
 
+#include "core/element/Rings.h"
 #include "core/io/Text.h"
 #include "core/run/Report.h"
 #include "formats/dxf/Drawing.h"

@@ -1,7 +1,6 @@
 // Which rings of an area are holes.
 #pragma once
 
-#include <span>
 #include <vector>
 
 #include "core/element/VertexChains.h"
@@ -11,9 +10,6 @@ namespace tesselink {
 
 /// Deeper than any ring lies.
 inline constexpr int kAnyDepth = 1 << 30;
-
-/// Twice the area of a ring that ends on its first vertex; above 0 where it runs counter-clockwise.
-double DoubledArea(std::span<const Vertex> ring);
 
 /// Of rings that lie one behind the other in a chain, each ending on its first vertex: those within an even number of
 /// others bound an area from outside and run clockwise then, the others are its holes and run counter-clockwise. Rings

@@ -19,6 +19,11 @@ namespace {
 // Of the fields that hold text from the drawing: layer, code, text.
 constexpr std::array<int, 3> kTextLengths{50, 10, 100};
 constexpr int kRealLength = 24;
+// Left for those fields by what is carried along.
+constexpr int kOwnFields = 8;
+constexpr int kOwnBytes = 512;
+// Many programs read no more.
+constexpr int kMostFields = 255;
 constexpr std::size_t kLongestProjection = ReadWindow::kCapacity;
 
 constexpr ESRIWriting kClassic{.everyType = false,
@@ -85,7 +90,7 @@ ESRIOutFilt::ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> 
       writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
       files_(writing_.everyType),
       table_(options().dialect),
-      carried_(report()),
+      carried_(report(), {.longestName = 10, .longestText = 254, .types = "CNFDL"}),
       onlyKind_(kind) {}
 
 void ESRIOutFilt::CheckName(const std::string& path) {
@@ -125,18 +130,23 @@ void ESRIOutFilt::Create(const std::string& path) {
   }
 }
 
-// The first input's attributes make the table. The fields of what the drawing itself says stand behind them where
-// layers and texts were asked for, and alone where no attributes are.
+// The first input's attributes make the table, unless they are to be dropped. The fields of what the drawing itself
+// says stand behind them where layers and texts were asked for, and alone where no attributes are.
 void ESRIOutFilt::SourceOpened(InputFilter& source) {
   if (!writing_.carriesSource) return;
   CarryProjection(source.ProjectionPath());
   if (sources_ == 0) form_ = source.Form();
-  AttributeTable* attributes = source.Attributes();
+  AttributeTable* attributes = options().attributes ? source.Attributes() : nullptr;
   if (++sources_ > 1 || attributes == nullptr) {
     carried_.Match(attributes, source.AttributesPath());
     return;
   }
-  carried_.Declare(*attributes, source.AttributesPath(), table_);
+  carried_.Declare(*attributes, source.AttributesPath(), [this](const CarriedField& field) {
+    const bool hasPlace = std::ssize(carried_.Fields()) + kOwnFields < kMostFields;
+    if (!hasPlace || table_.RoomFor(1 + kOwnFields) < field.length + kOwnBytes) return false;
+    table_.AddField(field.name, field.length, {&field.type, 1}, field.decimals);
+    return true;
+  });
   hasOwnFields_ = !carried_.Any() || (source.Layered && !source.AttributesAreAll());
 }
 

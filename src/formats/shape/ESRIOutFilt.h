@@ -11,10 +11,10 @@
 
 #include "core/element/tEntity.h"
 #include "core/io/Numbers.h"
+#include "core/run/CarriedFields.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
 #include "core/run/Interaction.h"
-#include "formats/shape/CarriedFields.h"
 #include "formats/shape/DBFOutFilter.h"
 #include "formats/shape/ShapeFiles.h"
 #include "formats/shape/TableEncoding.h"

@@ -32,28 +32,24 @@ void ShapesByKind::Create(const std::string& path) {
   shapefiles_ = {};
 }
 
-WriteResult ShapesByKind::Write(tEntity& entity) { return WriterOf(KindOf(entity)).WriteEntity(entity); }
-
-ShapesByKind::Kind ShapesByKind::KindOf(const tEntity& entity) const {
-  if (entity.bType == kText) return Texts;
-  if (entity.bType == kPoint) return Points;
-  const bool ofAreas = source_ != nullptr && source_->Form().shape == ElementForm::Shape::Areas;
-  return entity.IsArea || (entity.IsNull() && ofAreas) ? Areas : Lines;
+WriteResult ShapesByKind::Write(tEntity& entity) {
+  return WriterOf(FeatureKindOf(entity, source_ != nullptr ? source_->Form() : ElementForm{})).WriteEntity(entity);
 }
 
 // A shapefile has the attributes and the coordinate system of those inputs alone whose elements it holds.
-ESRIOutFilt& ShapesByKind::WriterOf(Kind kind) {
-  Shapefile& shapefile = shapefiles_[kind];
-  if (!shapefile.writer) Begin(kind);
+ESRIOutFilt& ShapesByKind::WriterOf(FeatureKind kind) {
+  const auto at = static_cast<std::size_t>(kind);
+  Shapefile& shapefile = shapefiles_[at];
+  if (!shapefile.writer) Begin(at);
   if (shapefile.source != sources_) shapefile.writer->SourceOpened(*source_);
   shapefile.source = sources_;
   return *shapefile.writer;
 }
 
-void ShapesByKind::Begin(Kind kind) {
+void ShapesByKind::Begin(std::size_t kind) {
   const bool ofGroups = source_ != nullptr && source_->Form().shape == ElementForm::Shape::PointGroups;
-  const ShapeKind kinds[kKinds] = {ofGroups ? ShapeKind::MultiPoint : ShapeKind::PointsOrText, ShapeKind::Polyline,
-                                   ShapeKind::Polygon, ShapeKind::PointsOrText};
+  const ShapeKind kinds[kFeatureKinds] = {ofGroups ? ShapeKind::MultiPoint : ShapeKind::PointsOrText,
+                                          ShapeKind::Polyline, ShapeKind::Polygon, ShapeKind::PointsOrText};
   shapefiles_[kind].writer = std::make_unique<ESRIOutFilt>(context_, kinds[kind]);
   shapefiles_[kind].writer->CountIn(losses());
   shapefiles_[kind].writer->filename(BehindStem(path_, kParts[kind]));
@@ -61,7 +57,7 @@ void ShapesByKind::Begin(Kind kind) {
 
 void ShapesByKind::Complete() {
   const auto isThere = [](const Shapefile& file) { return file.writer != nullptr; };
-  if (std::none_of(shapefiles_.begin(), shapefiles_.end(), isThere)) WriterOf(Points);
+  if (std::none_of(shapefiles_.begin(), shapefiles_.end(), isThere)) WriterOf(FeatureKind::Points);
   for (const Shapefile& shapefile : shapefiles_) {
     if (shapefile.writer) shapefile.writer->Release();
   }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/run/Filters.h"
+#include "formats/FeatureGeometry.h"
 #include "formats/shape/ESRIOutFilt.h"
 
 namespace tesselink {
@@ -34,17 +35,13 @@ class ShapesByKind final : public OutputFilter {
   std::int64_t Size() const override;
 
  private:
-  enum Kind : std::size_t { Points, Lines, Areas, Texts };
-  static constexpr std::size_t kKinds = 4;
-
   void Create(const std::string& path) override;
   WriteResult Write(tEntity& entity) override;
   void Complete() override;
   void Drop() noexcept override;
 
-  Kind KindOf(const tEntity& entity) const;
-  ESRIOutFilt& WriterOf(Kind kind);
-  void Begin(Kind kind);
+  ESRIOutFilt& WriterOf(FeatureKind kind);
+  void Begin(std::size_t kind);
 
   FilterContext context_;
   Holding holding_;
@@ -56,7 +53,7 @@ class ShapesByKind final : public OutputFilter {
     std::unique_ptr<ESRIOutFilt> writer = {};  // none before its first element
     int source = 0;                            // the last one that it was told of
   };
-  std::array<Shapefile, kKinds> shapefiles_;
+  std::array<Shapefile, kFeatureKinds> shapefiles_;
 };
 
 }  // namespace tesselink

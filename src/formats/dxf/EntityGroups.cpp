@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "formats/dxf/DrawingBlocks.h"
 #include "formats/dxf/GroupScanner.h"
 
 namespace tesselink {
@@ -20,6 +21,7 @@ void EntityGroups::Begin(std::int64_t place) {
   text_.clear();
   style_.clear();
   wrong_ = 0;
+  handle_ = 0;
 }
 
 double EntityGroups::NumberOf(const GroupScanner& scanner) {
@@ -50,6 +52,9 @@ void EntityGroups::Take(const GroupScanner& scanner) {
         break;
       case 2:
         name_ = scanner.Text();
+        break;
+      case 5:
+        handle_ = HandleOf(scanner.Keyword());
         break;
       case 6:
         lineType_ = scanner.Text();

@@ -60,6 +60,8 @@ class FieldSelection {
   const std::string& TextField() const { return textField_; }
   /// Whether a text field is chosen, neither empty nor "(None)".
   bool TextWanted() const { return !textField_.empty() && textField_ != kNone; }
+  /// Whether nothing at all is chosen.
+  bool ChoosesNothing() const { return layerField_.empty() && !TextWanted(); }
 
  private:
   Names offered_;

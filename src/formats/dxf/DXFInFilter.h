@@ -35,6 +35,9 @@ class DXFInFilter final : public InputFilter {
   std::vector<LayerState> LayerStates() const override {
     return drawing_ ? drawing_->LayerStates() : std::vector<LayerState>();
   }
+  ElementForm Form() const override {
+    return {.isDrawing = true, .lineTypes = true, .blocks = options().dialect == Dialect::Standard};
+  }
   TextEncoding Encoding() const override {
     return {true, drawing_ ? drawing_->Text().NamedPage() : std::u16string_view()};
   }

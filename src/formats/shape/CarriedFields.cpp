@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kLongestName = 10;
 constexpr int kLongestText = 254;
 // Left for the fields that hold what the drawing itself says.
-constexpr int kOwnFields = 8;
+constexpr int kOwnFields = 12;
 constexpr int kOwnBytes = 512;
 
 bool IsNumber(char type) { return type == 'N' || type == 'F'; }

@@ -21,14 +21,16 @@ constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
                                .wholeShapes = false,
                                .skipsDeleted = false,
                                .closesPolygons = false,
-                               .layerZeroWithoutField = false};
+                               .layerZeroWithoutField = false,
+                               .knowsDrawings = false};
 constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
                                 .everyType = true,
                                 .needsIndex = false,
                                 .wholeShapes = true,
                                 .skipsDeleted = true,
                                 .closesPolygons = true,
-                                .layerZeroWithoutField = true};
+                                .layerZeroWithoutField = true,
+                                .knowsDrawings = true};
 
 }  // namespace
 
@@ -51,7 +53,9 @@ void ESRIInFilt::Open(const std::string& path) {
 void ESRIInFilt::Close() {
   filename_.clear();
   layers_.clear();
+  others_.reset();
   table_.reset();
+  isDrawing_ = false;
   shapePending_ = labelPending_ = tableTried_ = tableBroken_ = tableTold_ = false;
   records_.Close();
 }
@@ -70,6 +74,7 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
   indexPath.empty() ? records_.OpenWithoutIndex() : records_.OpenIndex(indexPath);
   OpenTable();
   if (reading_.skipsDeleted) FindTable();
+  KnowDrawing();
 }
 
 std::unique_ptr<DBFInFilter> ESRIInFilt::NewTable() const {
@@ -80,7 +85,7 @@ std::unique_ptr<DBFInFilter> ESRIInFilt::NewTable() const {
 // False when there is none.
 bool ESRIInFilt::FindTable() {
   if (table_) return true;
-  const std::string path = AttributesPath();
+  const std::string path = TablePath();
   if (path.empty() || tableBroken_) return false;
   try {
     auto table = NewTable();
@@ -99,7 +104,23 @@ bool ESRIInFilt::FindTable() {
 AttributeTable* ESRIInFilt::Attributes() {
   if (filename_.empty() || !FindTable()) return nullptr;
   TellOfTable();
-  return table_.get();
+  if (!isDrawing_) return table_.get();
+  return others_ ? &*others_ : nullptr;
+}
+
+// What the program itself has written of a drawing is a drawing, unless somebody wants to have it otherwise.
+void ESRIInFilt::KnowDrawing() {
+  const bool mayBe = reading_.knowsDrawings && table_ != nullptr && (!Layered || selection_->ChoosesNothing());
+  others_.reset();
+  isDrawing_ = mayBe && columns_.Find(*table_);
+  if (!isDrawing_) return;
+  TellOfTable();
+  if (!columns_.OtherFields().empty()) others_.emplace(*table_, columns_.OtherFields());
+  if (!Layered || !options().layersWanted) return;
+  FieldSelection drawn;
+  drawn.Create(*table_);
+  drawn.Choose(FormOf(Column::Layer).name);
+  GatherLayers(drawn);
 }
 
 // What whoever takes attributes from the table should know of it.
@@ -117,7 +138,7 @@ void ESRIInFilt::TellOfTable() {
 void ESRIInFilt::OpenTable() {
   if (!Layered) return;
   tableTried_ = true;
-  const std::string tablePath = PartnerFile(filename_, "DBF");
+  const std::string tablePath = TablePath();
   if (tablePath.empty()) {
     interaction().ShowMessage({Topic::Notice,
                                "Warning: \r\nCould not find file " + LowerCase(StripExtension(filename_) + ".DBF"), "",
@@ -156,10 +177,13 @@ void ESRIInFilt::UseTable() {
                                                 ") gives each shape its own row");
   }
   TellOfTable();
-  if (!options().layersWanted) return;
+  if (options().layersWanted) GatherLayers(*selection_);
+}
+
+void ESRIInFilt::GatherLayers(const FieldSelection& selection) {
   constexpr std::int64_t kRows = 4096;
   ScanProgress progress(interaction(), "Loading Database...", kRows);
-  layers_ = selection_->Entries([&](std::int64_t row) { progress.At(row, table_->NumRecs()); });
+  layers_ = selection.Entries([&](std::int64_t row) { progress.At(row, table_->NumRecs()); });
   progress.End();
 }
 
@@ -167,7 +191,9 @@ void ESRIInFilt::SetDBFObj(FieldSelection& selection) {
   const bool attached = tableTried_ && selection_ == &selection;
   Layered = true;
   selection_ = &selection;
-  if (!attached && !filename_.empty()) OpenTable();
+  if (attached || filename_.empty()) return;
+  OpenTable();
+  KnowDrawing();
 }
 
 double ESRIInFilt::Progress() const { return Percentage(Loc(), records_.File().Size()); }
@@ -176,8 +202,12 @@ bool ESRIInFilt::Eof() const { return records_.AtEnd() && !ShapeLeft() && !label
 
 ElementForm ESRIInFilt::Form() const {
   const ShapeType* type = reading_.wholeShapes ? records_.FileType() : nullptr;
-  if (type == nullptr || type->layout == ShapeLayout::None) return {};
-  ElementForm form{.heights = type->hasZ, .measures = type->mayHaveM && !type->hasZ};
+  ElementForm form{.isDrawing = isDrawing_,
+                   .lineTypes = isDrawing_ && columns_.Has(Column::LineType),
+                   .blocks = isDrawing_ && columns_.Has(Column::Block) && columns_.Has(Column::Handle)};
+  if (type == nullptr || type->layout == ShapeLayout::None) return form;
+  form.heights = type->hasZ;
+  form.measures = type->mayHaveM && !type->hasZ;
   form.shape = type->layout == ShapeLayout::Point        ? ElementForm::Shape::Points
                : type->layout == ShapeLayout::MultiPoint ? ElementForm::Shape::PointGroups
                : type->isArea                            ? ElementForm::Shape::Areas
@@ -297,6 +327,11 @@ bool ESRIInFilt::DeliverLabel(tEntity& entity) {
 }
 
 void ESRIInFilt::SetAttributes(tEntity& entity) {
+  if (isDrawing_) {
+    columns_.Store(*table_, Row(), entity);
+    if (!Codes().empty()) entity.CDFCode = codes_.CodeOf(entity.Layer);
+    return;
+  }
   if (!UsesTable()) return;
   if (layerField_ >= 0 || !reading_.layerZeroWithoutField) entity.Layer = table_->GetFieldData(layerField_, Row());
   entity.CDFCode = codes_.CodeOf(entity.Layer);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/io/Paths.h"
@@ -10,6 +11,7 @@
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
 #include "formats/shape/DBFInFilter.h"
+#include "formats/shape/DrawingColumns.h"
 #include "formats/shape/ShapeRecords.h"
 
 namespace tesselink {
@@ -23,6 +25,7 @@ struct ESRIReading {
   bool skipsDeleted;  ///< a shape whose row is marked as deleted is left out
   bool closesPolygons;         ///< polygons are areas, and the parts of a MultiPatch `Closed`
   bool layerZeroWithoutField;  ///< layer "0" where no field is chosen for it; else an empty layer
+  bool knowsDrawings;          ///< a table that a drawing was written into makes one again, where no field is chosen
 };
 
 /// Delivers one element a part in file order, or one a record in the standard dialect, and, where a label field is
@@ -46,7 +49,7 @@ class ESRIInFilt final : public InputFilter {
   /// Turns attribute use on and takes the selection that several files share.
   void SetDBFObj(FieldSelection& selection) override;
   AttributeTable* Attributes() override;
-  std::string AttributesPath() const override { return PartnerFile(filename_, "DBF"); }
+  std::string AttributesPath() const override { return isDrawing_ && !others_ ? std::string() : TablePath(); }
   ElementForm Form() const override;
   std::int64_t Records() const override { return records_.Count(); }
   std::string ProjectionPath() const override { return PartnerFile(filename_, "PRJ"); }
@@ -63,10 +66,13 @@ class ESRIInFilt final : public InputFilter {
   void Close();
   bool Next(tEntity& entity) override;
   bool Deliver(tEntity& entity);
+  std::string TablePath() const { return PartnerFile(filename_, "DBF"); }
   std::unique_ptr<DBFInFilter> NewTable() const;
   void OpenTable();
   void UseTable();
+  void GatherLayers(const FieldSelection& selection);
   bool FindTable();
+  void KnowDrawing();
   void TellOfTable();
   bool NextRecord();
   bool IsDeleted();
@@ -95,6 +101,9 @@ class ESRIInFilt final : public InputFilter {
   FieldSelection ownSelection_;
   FieldSelection* selection_ = &ownSelection_;
   int layerField_ = -1, textField_ = -1;
+  bool isDrawing_ = false;  // the table has what follows
+  DrawingColumns columns_;
+  std::optional<SomeFields> others_;  // none: there are no others
 };
 
 }  // namespace tesselink

@@ -5,12 +5,14 @@
 
 #include "core/element/Justification.h"
 #include "core/io/Errors.h"
+#include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/run/EncodingOption.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 #include "core/run/ScanProgress.h"
+#include "formats/shape/LabelHeight.h"
 
 namespace tesselink {
 namespace {
@@ -22,7 +24,8 @@ constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
                                .skipsDeleted = false,
                                .closesPolygons = false,
                                .layerZeroWithoutField = false,
-                               .knowsDrawings = false};
+                               .knowsDrawings = false,
+                               .legibleLabels = false};
 constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
                                 .everyType = true,
                                 .needsIndex = false,
@@ -30,14 +33,16 @@ constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
                                 .skipsDeleted = true,
                                 .closesPolygons = true,
                                 .layerZeroWithoutField = true,
-                                .knowsDrawings = true};
+                                .knowsDrawings = true,
+                                .legibleLabels = true};
 
 }  // namespace
 
 ESRIInFilt::ESRIInFilt(const FilterContext& context)
     : InputFilter(context),
       reading_(options().dialect == Dialect::Classic ? kClassic : kStandard),
-      records_(report(), reading_.everyType) {}
+      records_(report(), reading_.everyType),
+      colours_(options().programFolder, report()) {}
 
 void ESRIInFilt::Open(const std::string& path) {
   if (!IsThere(path)) return;
@@ -53,6 +58,7 @@ void ESRIInFilt::Open(const std::string& path) {
 void ESRIInFilt::Close() {
   filename_.clear();
   layers_.clear();
+  labels_.reset();
   others_.reset();
   table_.reset();
   isDrawing_ = false;
@@ -157,26 +163,18 @@ void ESRIInFilt::OpenTable() {
 // Asks for the fields unless they are chosen already, and gathers the layers that the table holds.
 void ESRIInFilt::UseTable() {
   if (selection_->CurrentStep() != FieldSelection::Step::Done) interaction().SelectFields(*selection_);
-  const auto fieldNumber = [this](const std::string& name) {
-    const int number = table_->GetFieldNum(name);
-    if (number == 0 && !EqualsIgnoringCase(Trimmed(table_->GetFieldName(0)), Trimmed(name))) {
-      report().Warn(WarningKind::UnknownField,
-                    table_->filename() + ": has no field \"" + name + "\"; its first field, \"" +
-                        table_->GetFieldName(0) + "\", is used",
-                    name);
-    }
-    return number;
-  };
-  layerField_ = fieldNumber(selection_->LayerField());
-  textField_ = selection_->TextWanted() ? fieldNumber(selection_->TextField()) : -1;
-  if (reading_.rowOfFirstShape != 0 && (layerField_ >= 0 || textField_ >= 0)) {
-    report().Warn(WarningKind::ShiftedRows, table_->filename() +
+  const std::string& path = table_->filename();
+  layerField_ = LabelFields::FieldNumber(selection_->LayerField(), *table_, path, report());
+  labels_.emplace(*selection_, *table_, path, report());
+  if (reading_.rowOfFirstShape != 0 && !selection_->ChoosesNothing()) {
+    report().Warn(WarningKind::ShiftedRows, path +
                                                 ": shape 1 takes layer and text from row 2, shape 2 from row 3, and so "
                                                 "on; the last shape has none; the standard dialect (" +
                                                 interaction().Naming("dialect", "standard") +
                                                 ") gives each shape its own row");
   }
   TellOfTable();
+  if (labels_->Wanted() && reading_.legibleLabels) ChooseLabelHeight();
   if (options().layersWanted) GatherLayers(*selection_);
 }
 
@@ -185,6 +183,15 @@ void ESRIInFilt::GatherLayers(const FieldSelection& selection) {
   ScanProgress progress(interaction(), "Loading Database...", kRows);
   layers_ = selection.Entries([&](std::int64_t row) { progress.At(row, table_->NumRecs()); });
   progress.End();
+}
+
+void ESRIInFilt::ChooseLabelHeight() {
+  const LabelHeight chosen = HeightOfLabels(records_.Box(), ProjectionPath());
+  labels_->DefaultHeight(chosen.height);
+  if (labels_->HasHeight()) return;
+  report().Warn(WarningKind::LabelHeight, filename_ + ": its labels are " + NumberText(chosen.height) + " high, " +
+                                              std::string(chosen.why) + "; " +
+                                              interaction().Naming("text-height", "N") + " gives them another height");
 }
 
 void ESRIInFilt::SetDBFObj(FieldSelection& selection) {
@@ -252,7 +259,7 @@ bool ESRIInFilt::NextRecord() {
     if (holdsVertices || (reading_.wholeShapes && records_.IsEmpty())) {
       if (IsDeleted()) continue;
       shapePending_ = true;
-      labelPending_ = holdsVertices && UsesTable() && selection_->TextWanted();
+      labelPending_ = holdsVertices && UsesTable() && labels_ && labels_->Wanted();
       return true;
     }
     if (ReportUnread()) return false;
@@ -319,11 +326,9 @@ bool ESRIInFilt::DeliverLabel(tEntity& entity) {
   if (!records_.ReadPoints(entity)) return false;
   entity.ResetToCentroid();
   SetAttributes(entity);
-  entity.Text = table_->GetFieldData(textField_, Row());
-  entity.TextSize = 1000;
   entity.TextUnits.assign(1, 'M');
   entity.TextJust = JustificationCode({TextPlacement::kMiddle, TextPlacement::kCentre});
-  return true;
+  return labels_->Fill(Row(), entity);
 }
 
 void ESRIInFilt::SetAttributes(tEntity& entity) {
@@ -335,6 +340,8 @@ void ESRIInFilt::SetAttributes(tEntity& entity) {
   if (!UsesTable()) return;
   if (layerField_ >= 0 || !reading_.layerZeroWithoutField) entity.Layer = table_->GetFieldData(layerField_, Row());
   entity.CDFCode = codes_.CodeOf(entity.Layer);
+  const int colour = labels_ ? labels_->ColourField() : -1;
+  if (colour >= 0) colours_.Give(table_->GetFieldData(colour, Row()), entity, table_->filename(), Row());
 }
 
 }  // namespace tesselink

@@ -10,8 +10,10 @@
 #include "core/run/FieldSelection.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
+#include "core/run/LabelFields.h"
 #include "formats/shape/DBFInFilter.h"
 #include "formats/shape/DrawingColumns.h"
+#include "formats/shape/FieldColours.h"
 #include "formats/shape/ShapeRecords.h"
 
 namespace tesselink {
@@ -26,6 +28,7 @@ struct ESRIReading {
   bool closesPolygons;         ///< polygons are areas, and the parts of a MultiPatch `Closed`
   bool layerZeroWithoutField;  ///< layer "0" where no field is chosen for it; else an empty layer
   bool knowsDrawings;          ///< a table that a drawing was written into makes one again, where no field is chosen
+  bool legibleLabels;          ///< labels that are given no height have one by the size of the drawing; else 1000
 };
 
 /// Delivers one element a part in file order, or one a record in the standard dialect, and, where a label field is
@@ -71,6 +74,7 @@ class ESRIInFilt final : public InputFilter {
   void OpenTable();
   void UseTable();
   void GatherLayers(const FieldSelection& selection);
+  void ChooseLabelHeight();
   bool FindTable();
   void KnowDrawing();
   void TellOfTable();
@@ -100,7 +104,9 @@ class ESRIInFilt final : public InputFilter {
   std::unique_ptr<DBFInFilter> table_;
   FieldSelection ownSelection_;
   FieldSelection* selection_ = &ownSelection_;
-  int layerField_ = -1, textField_ = -1;
+  int layerField_ = -1;
+  std::optional<LabelFields> labels_;
+  FieldColours colours_;
   bool isDrawing_ = false;  // the table has what follows
   DrawingColumns columns_;
   std::optional<SomeFields> others_;  // none: there are no others

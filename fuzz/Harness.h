@@ -24,7 +24,7 @@
 
 namespace tesselink {
 
-/// Leaves every file alone, chooses the first field for the layer and the last one for the text.
+/// Leaves every file alone, chooses the first field for the layer, the last one for the text, and both for its look.
 class SilentPerson final : public Nobody {
  public:
   void SelectFields(FieldSelection& selection) override {
@@ -32,6 +32,10 @@ class SilentPerson final : public Nobody {
     selection.Choose(choices.empty() ? std::string() : choices.front());
     selection.Continue();
     selection.Choose(choices.empty() ? std::string() : choices.back());
+    if (!choices.empty()) {
+      const std::string first = "{" + choices.front() + "}", last = "{" + choices.back() + "}";
+      selection.Choose(LabelLook{.height = last, .angle = first, .colour = last});
+    }
     selection.Continue();
   }
 };

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStyleFactory>
+#include <QToolButton>
 #include <cstdio>
 
 #include "app/SummaryText.h"
@@ -136,6 +137,8 @@ void TakeQuestions(Album& album) {
   album.Take("fields-values", fields);
   fields.findChild<QPushButton*>("cmdCont")->click();
   album.Take("fields-text", fields);
+  fields.findChild<QToolButton*>("cmdMore")->click();
+  album.Take("fields-more", fields);
   frmPoint points;
   album.Take("points", points);
   frmESRIType kind;

@@ -122,6 +122,15 @@ CLI::Validator Distance() {
       "");
 }
 
+CLI::Validator HeightOrName() {
+  return CLI::Validator(
+      [](std::string& text) {
+        const double number = NumberOrNone(text);
+        return number <= 0 ? "\"" + text + "\" is no height; give a number greater than 0, or a field" : std::string();
+      },
+      "");
+}
+
 // The options that the rows of one side bring along, each once.
 template <typename Rows>
 void AddFormatOptions(CLI::App& command, const Rows& rows, OptionValues& values) {
@@ -186,6 +195,27 @@ void AddLayerList(CLI::App& command, const char* name, const char* help, std::ve
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
+void AddLabels(CLI::App& command, ReadingOptions& options) {
+  command
+      .add_option("--text-field", options.textField,
+                  "Attribute field whose value becomes a text at each shape,\n"
+                  "or a template of several: '{NAME} ({DEPTH} ft)'")
+      ->type_name("NAME");
+  command
+      .add_option("--text-height", options.look.height,
+                  "Height of these texts, or the field that holds it\n"
+                  "(classic: 1000; standard: by the size of the drawing)")
+      ->type_name("N|NAME")
+      ->check(HeightOrName());
+  command.add_option("--text-angle", options.look.angle, "Their angle in degrees, or the field that holds it")
+      ->type_name("N|NAME");
+  command
+      .add_option("--colour-field", options.look.colour,
+                  "Attribute field with the colour of shapes and texts: a\n"
+                  "number from 1 to 255, a name, #rrggbb or r,g,b")
+      ->type_name("NAME");
+}
+
 void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
   const auto& formats = AllFormats().Inputs();
   command.add_option("--from", options.from, "Input format, whatever the extension: " + KeyList(formats))
@@ -193,8 +223,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->check(KnownKey(formats, "input"));
   command.add_option("--layer-field", options.layerField, "Attribute field of a shapefile that names the layer")
       ->type_name("NAME");
-  command.add_option("--text-field", options.textField, "Attribute field whose value becomes a text at each shape")
-      ->type_name("NAME");
+  AddLabels(command, options);
   AddLayerList(command, "--layers",
                "Take these layers alone: names, or patterns with * and ?,\n"
                "divided by commas; :off, :frozen and :locked are those\n"

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/run/Dialect.h"
+#include "core/run/FieldSelection.h"
 #include "core/run/Options.h"
 
 namespace tesselink {
@@ -18,7 +19,8 @@ enum class LineEndsChoice { Keep, Replace, Copy };
 struct ReadingOptions {
   std::string from;        ///< a format key; empty: by the extension
   std::string layerField;  ///< of a shapefile's table
-  std::string textField;
+  std::string textField;   ///< or a template
+  LabelLook look;
   LineEndsChoice lineEnds = LineEndsChoice::Keep;
   std::string lineEndsCopy;                        ///< where LineEndsChoice::Copy writes
   std::string layerCodes;                          ///< a CSV file with the entity codes of layers

@@ -58,6 +58,7 @@ void ConsoleInteraction::SelectFields(FieldSelection& selection) {
   selection.Choose(options_.layerField);
   selection.Continue();
   selection.Choose(options_.textField.empty() ? FieldSelection::kNone : std::string_view(options_.textField));
+  selection.Choose(options_.look);
   selection.Continue();
 }
 

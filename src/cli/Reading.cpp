@@ -58,9 +58,13 @@ class ForwardingWriter final : public OutputFilter {
 }  // namespace
 
 const InputFormat& InputFormatOf(const ReadingOptions& options, const std::string& path) {
+  if (options.textField.empty() && !(options.look.height.empty() && options.look.angle.empty())) {
+    throw UsageError("--text-height and --text-angle go with --text-field");
+  }
   const InputFormat& format = RowOf(AllFormats().Inputs(), options.from, path, "input");
-  if (!format.hasAttributes && !(options.layerField.empty() && options.textField.empty())) {
-    throw UsageError("--layer-field and --text-field go with a shapefile; " + path + " is read as " + format.Name());
+  if (!format.hasAttributes && UsesAttributes(options)) {
+    throw UsageError("--layer-field, --text-field and --colour-field go with a shapefile; " + path + " is read as " +
+                     format.Name());
   }
   return format;
 }
@@ -69,7 +73,9 @@ const OutputFormat& OutputFormatOf(const std::string& key, const std::string& pa
   return RowOf(AllFormats().Outputs(), key, path, "output");
 }
 
-bool UsesAttributes(const ReadingOptions& options) { return !options.layerField.empty() || !options.textField.empty(); }
+bool UsesAttributes(const ReadingOptions& options) {
+  return !options.layerField.empty() || !options.textField.empty() || !options.look.colour.empty();
+}
 
 FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   for (const InputFormat& row : AllFormats().Inputs()) {

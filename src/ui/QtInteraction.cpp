@@ -137,6 +137,7 @@ TableFields QtInteraction::LocateFields(const TableFieldsQuestion& question) {
 
 // The one option that messages speak of and that has a control of its own.
 std::string QtInteraction::Naming(std::string_view option, std::string_view value) const {
+  if (option == "text-height") return "Height in the dialog \"DBF Fields\"";
   if (option != "dialect") return "the command line's --" + std::string(option) + " " + std::string(value);
   return value == "standard" ? "Dialect: Standard" : "Dialect: Classic";
 }

@@ -3,11 +3,14 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QToolButton>
 
 #include "app/UiText.h"
 #include "core/io/Errors.h"
@@ -32,6 +35,15 @@ void Fill(QComboBox& list, const std::vector<std::string>& choices) {
   list.setCurrentIndex(-1);
 }
 
+// A field that is chosen from the list is named in braces, so that it is none but a field; what is typed stands as it
+// is.
+std::string FieldOrTyped(const QComboBox& list, const std::vector<std::string>& fields) {
+  const int row = list.currentIndex();
+  const bool isTyped = row < 0 || list.itemText(row) != list.currentText();
+  if (isTyped) return list.currentText().trimmed().toStdString();
+  return "{" + fields[static_cast<std::size_t>(row)] + "}";
+}
+
 }  // namespace
 
 fDBFSel::fDBFSel(FieldSelection& selection, QWidget* parent)
@@ -43,7 +55,13 @@ fDBFSel::fDBFSel(FieldSelection& selection, QWidget* parent)
       problem_(Named(new QLabel, "lblProblem")),
       layerFields_(Named(new QComboBox, "cboLayer")),
       textFields_(Named(new QComboBox, "cbotxtfield")),
-      entriesView_(Named(new QListView, "lstEntries")) {
+      entriesView_(Named(new QListView, "lstEntries")),
+      more_(Named(new QToolButton, "cmdMore")),
+      template_(Named(new QLineEdit, "txtTemplate")),
+      height_(Named(new QComboBox, "cboHeight")),
+      angle_(Named(new QComboBox, "cboAngle")),
+      colour_(Named(new QComboBox, "cboColour")),
+      details_(Details()) {
   setObjectName("fDBFSel");
   setWindowTitle("DBF Fields");
   setLayout(Contents());
@@ -65,6 +83,14 @@ QLayout* fDBFSel::Contents() {
   proceed->setDefault(true);
   connect(proceed, &QPushButton::clicked, this, &fDBFSel::Continue);
 
+  more_->setText("&More…");
+  more_->setToolTip("What the texts look like, and the colour of shapes and texts");
+  more_->setCheckable(true);
+  more_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  more_->setAutoRaise(true);
+  more_->setFocusPolicy(Qt::StrongFocus);
+  connect(more_, &QToolButton::toggled, this, &fDBFSel::ShowMore);
+
   auto* field = new QHBoxLayout;
   field->addWidget(fieldLabel_);
   field->addWidget(layerFields_, 1);
@@ -76,10 +102,37 @@ QLayout* fDBFSel::Contents() {
   contents->addWidget(stat_);
   contents->addLayout(field);
   contents->addWidget(entriesView_, 1);
+  contents->addWidget(more_);
+  contents->addWidget(details_);
   contents->addWidget(problem_);
   contents->addStretch();
   contents->addLayout(buttons);
   return contents;
+}
+
+// Nobody is asked for these; what stays empty is as it always was.
+QWidget* fDBFSel::Details() {
+  template_->setPlaceholderText("{NAME} ({DEPTH} ft)");
+  template_->setToolTip("Text made of several fields, each named in braces; it takes the place of the text field");
+  height_->setToolTip("A number, or the field that holds the height of each text");
+  angle_->setToolTip("Degrees, or the field that holds the angle of each text");
+  colour_->setToolTip("The field that holds the colour of each shape and its text: a number, a name or #rrggbb");
+  for (QComboBox* list : {height_, angle_}) list->setEditable(true);
+  auto* details = Named(new QWidget, "details");
+  auto* form = new QFormLayout(details);
+  form->addRow("Tem&plate:", template_);
+  form->addRow("&Height:", height_);
+  form->addRow("&Angle:", angle_);
+  form->addRow("&Colour Field:", colour_);
+  return details;
+}
+
+void fDBFSel::ShowMore() {
+  const bool second = selection_.CurrentStep() == FieldSelection::Step::TextField;
+  more_->setVisible(second);
+  more_->setArrowType(more_->isChecked() ? Qt::DownArrow : Qt::RightArrow);
+  details_->setVisible(second && more_->isChecked());
+  if (details_->isVisible()) template_->setFocus();
 }
 
 void fDBFSel::ShowStep() {
@@ -91,6 +144,9 @@ void fDBFSel::ShowStep() {
   layerFields_->setVisible(first);
   textFields_->setVisible(!first);
   Fill(*list, selection_.Choices());
+  for (QComboBox* look : {height_, angle_, colour_}) Fill(*look, selection_.Choices());
+  for (QComboBox* look : {height_, angle_}) look->removeItem(look->count() - 1);  // without "(None)"
+  ShowMore();
   list->setFocus();
   ShowEntries();
 }
@@ -102,7 +158,24 @@ void fDBFSel::Choose(const QComboBox& list) {
   ShowEntries();
 }
 
+// False for what the table does not have, which is told.
+bool fDBFSel::TakeDetails() {
+  const std::vector<std::string> fields = selection_.Choices();
+  if (const QString text = template_->text(); !text.trimmed().isEmpty()) {
+    selection_.Choose(text.toStdString());
+  } else {
+    Choose(*textFields_);
+  }
+  const bool hasColour = colour_->currentIndex() >= 0 && colour_->currentIndex() + 1 < colour_->count();
+  selection_.Choose(LabelLook{FieldOrTyped(*height_, fields), FieldOrTyped(*angle_, fields),
+                              hasColour ? FieldOrTyped(*colour_, fields) : std::string()});
+  problem_->setText(Shown(selection_.Problem()));
+  problem_->setVisible(!problem_->text().isEmpty());
+  return problem_->text().isEmpty();
+}
+
 void fDBFSel::Continue() {
+  if (selection_.CurrentStep() == FieldSelection::Step::TextField && !TakeDetails()) return;
   selection_.Continue();
   if (selection_.MayClose()) return accept();
   ShowStep();

@@ -1,5 +1,5 @@
 // The questions about an attribute table's fields: first that of the layer, with a look at its values, then that of the
-// text.
+// text. Behind a disclosure, what labels look like.
 #pragma once
 
 #include <QDialog>
@@ -8,7 +8,9 @@
 
 class QComboBox;
 class QLabel;
+class QLineEdit;
 class QListView;
+class QToolButton;
 
 namespace tesselink {
 
@@ -25,10 +27,13 @@ class fDBFSel final : public QDialog {
 
  private:
   QLayout* Contents();
+  QWidget* Details();
   void ShowStep();
+  void ShowMore();
   void ShowEntries();
   void LoadEntries();
   void Choose(const QComboBox& list);
+  bool TakeDetails();
   void Continue();
 
   FieldSelection& selection_;
@@ -36,6 +41,10 @@ class fDBFSel final : public QDialog {
   QLabel *stat_, *fieldLabel_, *problem_;
   QComboBox *layerFields_, *textFields_;
   QListView* entriesView_;
+  QToolButton* more_;
+  QLineEdit* template_;
+  QComboBox *height_, *angle_, *colour_;
+  QWidget* details_;
   std::string loadedField_;
   bool loading_ = false;
 };

@@ -20,7 +20,7 @@ ROOMS = {
     "ui": {"core", "formats", "picture", "app", "ui"},
 }
 # A file of one format folder that may include a header of another. The table of formats includes them all.
-LEANINGS = {("AscOutFilter", "grid"), ("TRDigOut", "shape"), ("CodeTables", "grid"), ("CodeTables", "dxf")}
+LEANINGS = {("AscOutFilter", "grid"), ("TRDigOut", "shape"), ("CodeTables", "grid"), ("CodeTables", "dxf"), ("FieldColours", "dxf")}
 # Which module alone includes which library.
 OF_MODULES = {"proj": "projection", "geos": "linework", "sqlite": "database"}
 STANDARD_ONLY = {"core/io", "core/element", "core/run", "formats", "picture"}

@@ -331,9 +331,10 @@ TEST_F(StandardOutputTest, OwnFieldsInFull) {
   text.TextSize = std::numeric_limits<double>::infinity();
   writer->WriteEntity(text);
   writer->Release();
-  const std::string row = "|" + std::string(49, 'a') + ",,0,BLACK,N 45° E|,";
-  EXPECT_EQ(ReadTable(), "DescC50 CodeC10 ColorNumN12 ColorNameC15 TextC100 TextAngleN24 TextSizeN24 " + row +
-                             "12.100000000000000,1234567890123.0000000000," + row + "1E-30,,");
+  const std::string row = "|" + std::string(49, 'a') + ",,0,BLACK,,N 45° E|,";
+  EXPECT_EQ(ReadTable(),
+            "DescC50 CodeC10 ColorNumN12 ColorNameC15 TrueColorC7 TextC100 TextAngleN24 TextSizeN24 TextJustC2 " + row +
+                "12.100000000000000,1234567890123.0000000000,L," + row + "1E-30,,L,");
   EXPECT_EQ(rig.WarningOf("cut values")->text.substr(rig.WarningOf("cut values")->text.size() - 3), ": 2");
   EXPECT_EQ(Folder::Get(rig.folder.Path("out.cpg")), "UTF-8");
   EXPECT_EQ(writer->Outputs().size(), 4U);
@@ -366,9 +367,9 @@ TEST_F(StandardOutputTest, OwnFieldsBesideCarriedOnes) {
   Carry(Put("b", {{"Desc", 4}}, {{"WELL"}}, "B"));
   writer->Release();
   EXPECT_EQ(ReadTable(),
-            "DescC4 COLORNAMEC5 Desc_1C50 CodeC10 ColorNumN12 ColorNam_1C15 TextC100 TextAngleN24 TextSizeN24 "
-            "|ROAD,gold,ROAD,0900000,0,BLACK,,0.000000000000000,0.000000000000000,"
-            "|WELL,,0,,0,BLACK,,0.000000000000000,0.000000000000000,");
+            "DescC4 COLORNAMEC5 Desc_1C50 CodeC10 ColorNumN12 ColorNam_1C15 TrueColorC7 TextC100 TextAngleN24 "
+            "TextSizeN24 TextJustC2 |ROAD,gold,ROAD,0900000,0,BLACK,,,0.000000000000000,0.000000000000000,,"
+            "|WELL,,0,,0,BLACK,,,0.000000000000000,0.000000000000000,,");
   EXPECT_NE(rig.WarningOf("coordinate systems"), nullptr);
   EXPECT_EQ(Folder::Get(rig.folder.Path("out.prj")), "from before");
 }

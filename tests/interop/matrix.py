@@ -188,7 +188,7 @@ def own_areas(job):
 
 
 def own(job):
-    return read.by_tesselink(job.program, job.output, *["--layer-field", "Desc"] * (job.format == "shp" and not job.carried))
+    return read.by_tesselink(job.program, job.output)
 
 
 PROGRAMS = {

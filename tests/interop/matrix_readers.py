@@ -27,6 +27,10 @@ COLOURS = {
     "SALMON": (250, 128, 144), "VIOLET": (238, 130, 232), "LIGHTYELLOW": (255, 255, 232), "WHITE": (255, 255, 255)}
 
 
+def nearest(rgb, table):
+    return min(table, key=lambda key: sum((a - b) ** 2 for a, b in zip(table[key], rgb)))
+
+
 @dataclasses.dataclass(frozen=True)
 class Element:
     """What is None, the format or the program does not tell."""
@@ -263,8 +267,14 @@ def with_own_fields(e, names, values, carried):
     if carried:
         return e.but(values=tuple(values))
     told = dict(zip(names, values))
-    e = e.but(layer=told["Desc"], code=told["Code"], colour=int(told["ColorNum"]), rgb=COLOURS[told["ColorName"]])
-    return e.but(text=told["Text"], angle=float(told["TextAngle"]), size=float(told["TextSize"])) if "Text" in told else e
+    rgb = tuple(bytes.fromhex(told["TrueColor"].removeprefix("#"))) or (0, 0, 0)
+    check(told["ColorName"] == nearest(rgb, COLOURS), f"{told['ColorName']} is not the name nearest to {rgb}")
+    e = e.but(layer=told["Desc"], code=told["Code"], colour=int(told["ColorNum"]), rgb=rgb, style=told.get("LineType", ""))
+    if "Text" not in told:
+        return e
+    just = told["TextJust"]
+    e = e.but(kind=TEXT, just=letters(just[1:], just[0])) if just else e
+    return e.but(text=told["Text"], angle=float(told["TextAngle"]), size=float(told["TextSize"]))
 
 
 def pyshp(path, *parts, encoding="utf-8", errors="strict"):

@@ -10,7 +10,7 @@ import re
 
 import numpy
 
-from matrix_readers import ARC, CHAIN, CIRCLE, COLOURS, LINE, NO_CODE, POINT, TEXT, decoded, leading_number, raw
+from matrix_readers import ARC, CHAIN, CIRCLE, COLOURS, LINE, NO_CODE, POINT, TEXT, decoded, leading_number, nearest, raw
 
 CHAINS, CURVES = (LINE, CHAIN), (CIRCLE, ARC)
 with open(pathlib.Path(__file__).parents[2] / "data/dxf-colours.csv", encoding="ascii") as numbers:
@@ -87,15 +87,13 @@ def cut(key, room):
 
 
 @functools.cache
-def nearest(rgb, names):
-    table = COLOURS if names else NUMBERED
-    known = COLOURS if names else range(1, 256)
-    return min(known, key=lambda key: sum((a - b) ** 2 for a, b in zip(table[key], rgb)))
+def nearest_number(rgb):
+    return nearest(rgb, {number: NUMBERED[number] for number in range(1, 256)})
 
 
 def colour_name(e):
     """A shapefile tells no colour, which counts as black."""
-    return nearest(e.rgb or COLOURS["BLACK"], True)
+    return nearest(e.rgb or COLOURS["BLACK"], COLOURS)
 
 
 def is_coloured(e):
@@ -259,12 +257,12 @@ AS_POLYLINES = (None, when(lambda e: e.kind == LINE, kind=CHAIN))
 WITH_CLOSING = (None, each(lambda e: with_closing(e) if is_open_at_its_end(e) else e))
 CLOSED = ("closed marks", when(lambda e: e.closed, closed=False))
 NEAREST = (None, when(lambda e: is_coloured(e) and 0 <= e.colour < 256 and (e.colour == 0 or NUMBERED[e.colour] != e.rgb),
-                      colour=lambda e: nearest(e.rgb, False)))
+                      colour=lambda e: nearest_number(e.rgb)))
 COLOURS_NAMED = ("colours", when(lambda e: e.rgb, rgb=lambda e: COLOURS[colour_name(e)]))
 WHOLE_SIZES = ("decimals of sizes", when(lambda e: is_text(e) and math.isfinite(e.size), size=lambda e: float(round(e.size))))
 BASELINES = ("baselines", when(lambda e: is_text(e) and not e.just & 240, just=lambda e: e.just | 16))
 PRINTABLE = ("line breaks", when(always, text=clean("text"), layer=clean("layer")))
-LONG_TEXTS = ("long texts", when(always, layer=cut("layer", 50), text=cut("text", 100)))
+LONG_TEXTS = ("long texts", when(always, layer=cut("layer", 50), text=cut("text", 100), style=cut("style", 50)))
 NO_POINTS = ("points", without(POINT))
 
 
@@ -339,12 +337,11 @@ STANDARD = {
     "shp": [
         WITH_CLOSING, TURNED, ("patches", when(lambda e: e.closed and not e.area, closed=False)), LONG_TEXTS],
     "shp points": [
-        ("other shapes", without(*CHAINS, *CURVES)), TOGETHER, ("justification", when(lambda e: e.just, just=0)),
-        (None, when(is_text, kind=POINT)), LINE_TYPES, PRINTABLE, LONG_TEXTS, COLOURS_NAMED],
+        ("other shapes", without(*CHAINS, *CURVES)), TOGETHER, PRINTABLE, LONG_TEXTS],
     "shp polylines": [
         ("other shapes", without(POINT, TEXT)), ("areas", when(lambda e: e.area, area=False)),
         ("single vertices", each(lambda e: None if is_degenerate(e) and e.kind in CHAINS else e)), CURVES_DRAWN, AS_POLYLINES,
-        WITH_CLOSING, CLOSED, LINE_TYPES, PRINTABLE, LONG_TEXTS, COLOURS_NAMED],
+        WITH_CLOSING, CLOSED, PRINTABLE, LONG_TEXTS],
     "asc": [
         *SINGLE_CHAINS, NO_POINTS, HEIGHTS, CURVES_DRAWN, AS_POLYLINES, LINE_TYPES, CODES, ("layers", when(always, layer=colour_name)),
         COLOURS_NAMED, WHOLE_SIZES, BASELINES, PRINTABLE, ATTRIBUTES,
@@ -445,11 +442,10 @@ SEEN = {
     ("dxf 2007", "ezdxf"): [CARET, COLOURED],
     ("shp", "pyshp"): [("blanks at the ends of texts", when(always, text=lambda e: e.text.strip(" ")))],
     ("shp", "GDAL"): [
-        PLACES_ALONE, (None, when(always, measures=None)),
+        (None, when(is_text, kind=POINT)), PLACES_ALONE, (None, when(always, measures=None)),
         (None, each(lambda e: sorted(parts, key=lambda p: p.xyz) if isinstance(parts := part_by_part(e.but(area=None)), list) else parts))],
     ("shp", "Tesselink"): [
-        ("texts, colours (they stay attributes)",
-         when(always, text="", size=0.0, angle=0.0, just=0, colour=0, rgb=None, style="", code=NO_CODE, values=None))],
+        ("blanks behind texts", when(always, text=lambda e: e.text.rstrip(" "))), (None, when(always, values=None))],
     ("asc", "Tesselink"): [(None, when(always, colour=0))],
     ("cdf", "Tesselink"): [
         (None, when(lambda e: e.kind == POINT, layer="Unassociated", colour=7, rgb=COLOURS["WHITE"], code=NO_CODE,

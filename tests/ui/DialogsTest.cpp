@@ -12,6 +12,7 @@
 #include <QTest>
 #include <QTextDocumentFragment>
 #include <QTimer>
+#include <QToolButton>
 #include <fstream>
 #include <functional>
 
@@ -148,6 +149,38 @@ class DialogsTest : public QObject {
     selection.Create(next);
     QVERIFY2(selection.CurrentStep() == FieldSelection::Step::Done, "asked once");
     QVERIFY(selection.Entries() == (std::vector<std::string>{"LAYER0", "LAYER1"}));
+  }
+
+  void MoreAboutLabels() {
+    MadeUpTable table({"NAME", "2020"}, 2);
+    FieldSelection selection;
+    selection.Create(table);
+    fDBFSel dialog(selection);
+    auto* more = &Control<QToolButton>(dialog, "cmdMore");
+    auto* text = &Control<QLineEdit>(dialog, "txtTemplate");
+    auto* problem = &Control<QLabel>(dialog, "lblProblem");
+    const int result = Run(dialog, [&] {
+      QVERIFY(!more->isVisible() && !text->isVisible());
+      Press(dialog, "cmdCont");
+      QVERIFY(more->isVisible() && !text->isVisible());
+      Control<QComboBox>(dialog, "cbotxtfield").setCurrentIndex(0);
+      QTest::keyClick(more, Qt::Key_Space);
+      QVERIFY(text->isVisible() && text->hasFocus());
+      text->setText("{NAME} {DEPTH}");
+      Press(dialog, "cmdCont");
+      QVERIFY2(dialog.isVisible() && problem->isVisible(), "what the table does not have keeps the question");
+      QVERIFY(problem->text().contains("no field \"DEPTH\"; the fields are NAME, 2020"));
+      text->setText("{NAME}!");
+      Control<QComboBox>(dialog, "cboHeight").setCurrentIndex(1);
+      Control<QComboBox>(dialog, "cboAngle").setEditText("45");
+      Control<QComboBox>(dialog, "cboColour").setCurrentIndex(2);
+      Press(dialog, "cmdCont");
+    });
+    QCOMPARE(result, int(QDialog::Accepted));
+    QCOMPARE(selection.TextField(), "{NAME}!");
+    QCOMPARE(selection.Look().height, "{2020}");
+    QCOMPARE(selection.Look().angle, "45");
+    QVERIFY2(selection.Look().colour.empty(), "(None) is no colour field");
   }
 
   void FieldNamesOfAnyBytes() {

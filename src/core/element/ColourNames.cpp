@@ -1,6 +1,7 @@
 #include "core/element/ColourNames.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "core/io/Text.h"
 
@@ -35,6 +36,23 @@ std::string_view ColourName(std::int32_t colour) {
 std::int32_t ColourOfName(std::string_view name) {
   const NamedColour* named = Find(kColourNames, name);
   return named == nullptr ? 0 : ColourOf(*named);
+}
+
+std::optional<std::int32_t> ColourOfText(std::string_view text) {
+  if (const NamedColour* named = Find(kColourNames, text)) return ColourOf(*named);
+  std::array<std::int32_t, 3> parts{};
+  const bool isHex = text.size() == 7 && text.front() == '#';
+  const char *at = text.data() + (isHex ? 1 : 0), *const end = text.data() + text.size();
+  for (std::int32_t& part : parts) {
+    if (!isHex && &part != &parts.front()) {
+      if (at == end || *at++ != ',') return {};
+    }
+    while (!isHex && at != end && *at == ' ') ++at;
+    const auto [behind, error] = std::from_chars(at, isHex ? at + 2 : end, part, isHex ? 16 : 10);
+    if (error != std::errc() || part < 0 || part > 255 || (isHex && behind != at + 2)) return {};
+    at = behind;
+  }
+  return at == end ? std::optional(ColourOf(parts[0], parts[1], parts[2])) : std::nullopt;
 }
 
 const NamedColour* LayerNamedForColour(std::string_view name) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace tesselink {
@@ -49,6 +50,9 @@ std::int32_t ColourDistance(std::int32_t a, std::int32_t b);
 std::string_view ColourName(std::int32_t colour);
 /// The colour of a name, letter case ignored; black, which is 0, for a text that is no name.
 std::int32_t ColourOfName(std::string_view name);
+/// The colour that a text says: one of the eighteen names, "#rrggbb", or three numbers up to 255 as in "255,128,0";
+/// nothing for any other.
+std::optional<std::int32_t> ColourOfText(std::string_view text);
 /// The entry of one of the twenty names of layers, letter case ignored; null for a text that is none.
 const NamedColour* LayerNamedForColour(std::string_view name);
 

@@ -14,6 +14,12 @@ std::string JustificationLetters(int code) {
                                : 'B'};
 }
 
+std::string LettersWithBaseline(int code) {
+  std::string letters = JustificationLetters(code);
+  if (PlacementOf(code).up == Place::kBaseline) letters.pop_back();
+  return letters;
+}
+
 std::int16_t JustificationOfLetters(char horizontal, char vertical, int otherwise) {
   Place place;
   place.across = horizontal == 'C' ? Place::kMiddle : horizontal == 'R' ? Place::kRight : Place::kLeft;

@@ -25,6 +25,8 @@ constexpr std::int16_t JustificationCode(TextPlacement placement) {
 /// The two letters of a justification code, horizontal first, as in "LB"; values without a letter count as left or
 /// bottom.
 std::string JustificationLetters(int code);
+/// The letters without that of the vertical placement for a text on its baseline, as in "L".
+std::string LettersWithBaseline(int code);
 /// The code of two letters, compared exactly. No horizontal letter counts as left, no vertical one as `otherwise`.
 std::int16_t JustificationOfLetters(char horizontal, char vertical, int otherwise);
 

@@ -100,6 +100,7 @@ void tEntity::Clear() {
   Lost = 0;
   ColourFrom = LineStyleFrom = StyleSource::Own;
   Record = 0;
+  Handle = 0;
 }
 
 void tEntity::Reset() {
@@ -109,6 +110,7 @@ void tEntity::Reset() {
   Text.clear();
   TextUnits.clear();
   CDFCode.clear();
+  Block.clear();
 }
 
 void tEntity::TurnParts() {

@@ -87,6 +87,8 @@ struct EntityAttributes {
 
   bool WasArea = false;  ///< a closed chain that is a ring of an area, which the writer cannot hold as such
   bool IsLabel = false;  ///< a text that names the record of another element
+  std::string Block;         ///< of a point that stands for an inserted block, its name
+  std::uint64_t Handle = 0;  ///< of what drew it in its drawing; 0 where there is none
 
   std::uint32_t Lost = 0;   ///< of ReadingLoss; in the classic dialect too
   std::int64_t Record = 0;  ///< number, from 1, of the input's record that it came from; 0 where there are none

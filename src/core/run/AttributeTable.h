@@ -29,4 +29,9 @@ class AttributeTable {
   virtual std::string_view GetFieldData(int field, std::int64_t record) = 0;
 };
 
+/// The index of the first field of a name, letter case and blanks around it ignored; -1 where there is none.
+int FieldNamed(const AttributeTable& table, std::string_view name);
+/// The names of all fields, as in "LAYER, LABEL"; "none" where there are none.
+std::string FieldNames(const AttributeTable& table);
+
 }  // namespace tesselink

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "core/io/Errors.h"
 #include "core/io/Text.h"
+#include "core/run/LabelFields.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 namespace {
@@ -32,6 +35,7 @@ void FieldSelection::Create(AttributeTable& table) {
   step_ = Step::LayerField;
   layerField_.clear();
   textField_.clear();
+  look_ = {};
 }
 
 std::string FieldSelection::Stat() const {
@@ -53,6 +57,17 @@ std::vector<std::string> FieldSelection::Choices() const {
 void FieldSelection::Choose(std::string_view field) {
   if (step_ == Step::LayerField) layerField_ = field;
   if (step_ == Step::TextField) textField_ = field;
+}
+
+std::string FieldSelection::Problem() const {
+  if (table_ == nullptr) return {};
+  try {
+    Report unheeded;
+    const LabelFields labels(*this, *table_, "the table", unheeded);
+    return {};
+  } catch (const Error& error) {
+    return error.what();
+  }
 }
 
 std::vector<std::string> FieldSelection::Entries(const std::function<void(std::int64_t)>& progress) const {

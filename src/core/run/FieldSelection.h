@@ -4,11 +4,18 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/run/AttributeTable.h"
 
 namespace tesselink {
+
+/// How labels look, and shapes with them: for height and angle a number or the name of a field, for the colour of both
+/// a field. What is empty stays as it is without.
+struct LabelLook {
+  std::string height = {}, angle = {}, colour = {};
+};
 
 /// Two questions in a row: first the field of the layer, with a look at its values, then the field of the text. The
 /// answers are names, so they serve further tables with the same fields.
@@ -41,8 +48,12 @@ class FieldSelection {
   /// The names offered, in field order; in the second step followed by "(None)".
   std::vector<std::string> Choices() const;
 
-  /// Chooses the field of the current step. Empty chooses none.
+  /// Chooses the field of the current step, or for the text a template; see LabelText. Empty chooses none.
   void Choose(std::string_view field);
+  /// Chooses how labels look, which nobody is asked for.
+  void Choose(LabelLook look) { look_ = std::move(look); }
+  /// Why what was chosen cannot be had of the table; empty where it can.
+  std::string Problem() const;
   /// The distinct values of the layer field, in order of first appearance; `progress` is called with the number of each
   /// record and may throw to stop.
   std::vector<std::string> Entries(const std::function<void(std::int64_t record)>& progress = {}) const;
@@ -58,8 +69,11 @@ class FieldSelection {
 
   const std::string& LayerField() const { return layerField_; }
   const std::string& TextField() const { return textField_; }
+  const LabelLook& Look() const { return look_; }
   /// Whether a text field is chosen, neither empty nor "(None)".
   bool TextWanted() const { return !textField_.empty() && textField_ != kNone; }
+  /// Whether nothing at all is chosen.
+  bool ChoosesNothing() const { return layerField_.empty() && !TextWanted() && look_.colour.empty(); }
 
  private:
   Names offered_;
@@ -67,6 +81,7 @@ class FieldSelection {
   std::vector<std::string> names_;
   Step step_ = Step::LayerField;
   std::string layerField_, textField_;
+  LabelLook look_;
 };
 
 }  // namespace tesselink

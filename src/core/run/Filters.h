@@ -63,10 +63,14 @@ struct TextEncoding {
   std::u16string_view codePage = {};  ///< of UTF-8: the upper half of the code page that the file names; empty: none
 };
 
-/// What the elements of a file are, where its format has one kind of them and says ahead which.
+/// What the elements of a file are, as far as it can be said ahead.
 struct ElementForm {
+  /// Where the format has one kind of them.
   enum class Shape : std::uint8_t { Unknown, Points, PointGroups, Chains, Areas } shape = Shape::Unknown;
   bool heights = false, measures = false;  ///< each vertex has a z, an m
+  bool isDrawing = false;  ///< they have layers, colours and texts of their own, whatever the attributes are
+  bool lineTypes = false;  ///< they may have line types
+  bool blocks = false;     ///< they may have handles and stand for blocks
 };
 
 /// A reader: delivers the elements of a file one at a time.

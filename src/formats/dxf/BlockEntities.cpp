@@ -115,6 +115,7 @@ bool MakeInsert(EntityContext& context, tEntity& element) {
   }
   for (std::int64_t i = 0; i < places; ++i) context.chain.push_back(at.Location(i));
   context.source.drawing.Text().DecodeName(groups.Name(), element.Text);
+  if (context.source.whole) element.Block = element.Text;
   const double rotation = groups.Number(50, 0);
   element.TextAng = std::isfinite(rotation) ? at.plane.AngleToWorld(rotation) : 0;
   if (!StoreChain(context, element, kPoint)) return false;

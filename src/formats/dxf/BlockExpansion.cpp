@@ -290,7 +290,7 @@ void BlockExpansion::AddPart(Piece& piece, const BlockInsert* insert) {
   if (insert != nullptr) part.insert = *insert;
   part.isInsert = insert != nullptr;
   piece.bytes += sizeof part + scratch_.AllX().size() * sizeof(Vertex) + scratch_.Bulges.size() * sizeof(double) +
-                 scratch_.Text.size() + scratch_.Layer.size() + scratch_.LineStyle.size();
+                 scratch_.Text.size() + scratch_.Block.size() + scratch_.Layer.size() + scratch_.LineStyle.size();
 }
 
 // Adds what the entity read last still draws, as far as the piece has room; what it inserts comes last, for that takes
@@ -350,10 +350,11 @@ bool BlockExpansion::Place(tEntity& element, const Placement& placement) {
   return true;
 }
 
-// Of what the block leaves open: its layer 0, and what is by block.
+// Of what the block leaves open: its layer 0, and what is by block. What it draws belongs to the insert.
 void BlockExpansion::Style(const Frame& frame, EntityAttributes& style) {
   const EntityAttributes& insert = frame.style;
   style.Lost |= insert.Lost & kLostHiding;
+  style.Handle = insert.Handle;
   const bool onInsertsLayer = style.Layer == "0";
   if (onInsertsLayer) style.Layer = insert.Layer;
   const bool sameLayer = style.Layer == insert.Layer;

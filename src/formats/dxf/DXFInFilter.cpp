@@ -63,6 +63,13 @@ void DXFInFilter::Open(const std::string& path) {
   if (!inEntities_) LeaveEntities();
 }
 
+ElementForm DXFInFilter::Form() const {
+  ElementForm form = table_ && table_->Tables() == 1 ? table_->Form() : ElementForm();
+  form.isDrawing = form.lineTypes = true;
+  form.blocks = options().dialect == Dialect::Standard;
+  return form;
+}
+
 // The classic dialect does not read what it names.
 std::string DXFInFilter::AttributesPath() const {
   return table_ || (drawing_ && !drawing_->Schema().empty()) ? filename_ : std::string();

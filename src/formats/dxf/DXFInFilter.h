@@ -39,8 +39,8 @@ class DXFInFilter final : public InputFilter {
   /// The attributes that this program wrote into the drawing, or those of inserted blocks that come as points.
   AttributeTable* Attributes() override { return table_.get(); }
   std::string AttributesPath() const override;
-  bool AttributesAreAll() const override { return table_ && table_->Tables() > 0; }
-  ElementForm Form() const override { return table_ && table_->Tables() == 1 ? table_->Form() : ElementForm(); }
+  bool AttributesAreAll() const override { return table_ && table_->Tables() > 0 && !table_->AreDrawings(); }
+  ElementForm Form() const override;
   TextEncoding Encoding() const override {
     return {true, drawing_ ? drawing_->Text().NamedPage() : std::u16string_view()};
   }

@@ -36,7 +36,9 @@ void DrawingTable::AddTables(std::span<const std::string> texts) {
     std::string_view text = decoded_;
     const std::string_view word = TakeWord(text);
     if (word == schema::kTable) {
-      if (tables_.empty()) form_ = schema::FormOf(TakeWord(text));
+      const ElementForm form = schema::FormOf(TakeWord(text));
+      if (tables_.empty()) form_ = form;
+      areDrawings_ = areDrawings_ || form.isDrawing;
       tables_.emplace_back();
     } else if (word == schema::kField && !tables_.empty()) {
       AddField(text);

@@ -34,6 +34,8 @@ class DrawingTable final : public AttributeTable {
   /// How many tables there are, and what the elements of the first are.
   std::size_t Tables() const { return tables_.size(); }
   const ElementForm& Form() const { return form_; }
+  /// Whether any of them is that of a drawing, whose elements have layers, colours and texts besides.
+  bool AreDrawings() const { return areDrawings_; }
   /// Columns that were left out.
   std::size_t LeftOut() const { return leftOut_; }
 
@@ -76,6 +78,7 @@ class DrawingTable final : public AttributeTable {
   std::vector<Column> columns_;
   std::vector<std::vector<TableColumn>> tables_;
   ElementForm form_;
+  bool areDrawings_ = false;
   std::size_t leftOut_ = 0;
   Row current_;
   std::string decoded_;

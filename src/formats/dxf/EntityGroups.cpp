@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "formats/dxf/DrawingBlocks.h"
 #include "formats/dxf/GroupScanner.h"
 
 namespace tesselink {
@@ -21,6 +22,7 @@ void EntityGroups::Begin(std::int64_t place) {
   style_.clear();
   own_.Begin();
   wrong_ = 0;
+  handle_ = 0;
 }
 
 double EntityGroups::NumberOf(const GroupScanner& scanner) {
@@ -53,6 +55,9 @@ void EntityGroups::Take(const GroupScanner& scanner) {
         break;
       case 2:
         name_ = scanner.Text();
+        break;
+      case 5:
+        handle_ = HandleOf(scanner.Keyword());
         break;
       case 6:
         lineType_ = scanner.Text();

@@ -48,12 +48,14 @@ class EntityGroups {
   const std::optional<std::int32_t>& TrueColour() const { return trueColour_; }
   const std::string& Layer() const { return layer_; }        ///< code 8
   const std::string& LineType() const { return lineType_; }  ///< code 6
+  std::uint64_t Handle() const { return handle_; }           ///< code 5; 0 where there is none
   const std::string& Name() const { return name_; }          ///< code 2
   const std::string& Text() const { return text_; }          ///< codes 3 and 1, joined
   const ExtendedData& Own() const { return own_; }
 
  private:
   std::int64_t place_ = 0, wrong_ = 0;
+  std::uint64_t handle_ = 0;
   std::bitset<80> given_;
   std::array<Vertex, kPoints> points_{};
   std::array<double, 20> numbers_{};

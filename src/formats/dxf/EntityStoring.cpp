@@ -148,6 +148,7 @@ void StoreAttributes(EntityContext& context, tEntity& element) {
                   (layer.IsHidden() ? kLostLayerHiding : 0U);
   context.insert.layer = &layer;
   element.Layer = layer.name;
+  if (context.source.whole) element.Handle = groups.Handle();
   StoreLineType(context, element, layer);
   const std::int64_t number = std::abs(std::int64_t{groups.Integer(62, kByLayer)});
   const bool byLayer = number >= kByLayer;

@@ -19,6 +19,7 @@ constexpr std::size_t kMostBytes = 16000, kLongestPiece = 250;
 constexpr std::size_t kOverhead = 4;
 constexpr int kTextLength = 254;
 constexpr std::array<std::string_view, 5> kForms{"any", "points", "groups", "chains", "areas"};
+constexpr std::string_view kHeights = "-z", kMeasures = "-m", kDrawing = "-drawing";
 
 // The most that a letter takes in a drawing: letters that its code page lacks are codes, as "\U+4E95".
 std::size_t Cost(std::string_view letter) { return letter.size() == 1 ? 1 : letter.size() == 4 ? 14 : 7; }
@@ -62,11 +63,15 @@ bool IsTextType(char type) { return std::string_view("CNFDL").find(type) != std:
 }  // namespace
 
 std::string schema::WordOf(const ElementForm& form) {
-  return std::string(kForms[static_cast<std::size_t>(form.shape)]) + (form.heights ? "-z" : form.measures ? "-m" : "");
+  std::string word(kForms[static_cast<std::size_t>(form.shape)]);
+  if (form.heights || form.measures) word += form.heights ? kHeights : kMeasures;
+  if (form.isDrawing) word += kDrawing;
+  return word;
 }
 
 ElementForm schema::FormOf(std::string_view word) {
-  ElementForm form{.heights = word.ends_with("-z"), .measures = word.ends_with("-m")};
+  const auto has = [word](std::string_view part) { return word.find(part) != std::string_view::npos; };
+  ElementForm form{.heights = has(kHeights), .measures = has(kMeasures), .isDrawing = has(kDrawing)};
   const auto found = std::find(kForms.begin(), kForms.end(), word.substr(0, word.find('-')));
   if (found != kForms.end()) form.shape = static_cast<ElementForm::Shape>(found - kForms.begin());
   return form;
@@ -84,6 +89,7 @@ std::string RecordsOut::Begin(InputFilter& source) {
   if (!hasRecords_) return leftOut;
   ++tables_;
   form_ = source.Form();
+  form_.isDrawing = form_.isDrawing && !source.AttributesAreAll();
   EncodeValue(std::string(schema::kTable) + ' ' + schema::WordOf(form_) + ' ' + FileNameOf(source.filename()),
               encoded_);
   schemaBytes_ += AppendPieces(schema_, encoded_);

@@ -185,18 +185,10 @@ std::string DBFInFilter::GetFieldName(int field) const {
 
 int DBFInFilter::GetFieldNum(std::string_view name) const {
   if (name.empty()) return -1;
-  for (int i = 0; i <= NumFields(); ++i) {
-    if (EqualsIgnoringCase(Trimmed(GetFieldName(i)), Trimmed(name))) return i;
-  }
+  if (const int field = FieldNamed(*this, name); field >= 0) return field;
   if (reading_.unknownFieldIsFirst) return 0;
-  throw Error(filename_ + ": has no field \"" + std::string(name) + "\"; its fields are " + FieldNames(),
+  throw Error(filename_ + ": has no field \"" + std::string(name) + "\"; its fields are " + FieldNames(*this),
               "GetFieldNum");
-}
-
-std::string DBFInFilter::FieldNames() const {
-  std::string names;
-  for (int i = 0; i <= NumFields(); ++i) names += (i > 0 ? ", " : "") + GetFieldName(i);
-  return names.empty() ? "none" : names;
 }
 
 int DBFInFilter::FieldWidth(int field) {

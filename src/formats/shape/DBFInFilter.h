@@ -93,7 +93,6 @@ class DBFInFilter final : public AttributeTable {
   Field FieldOf(std::span<const std::byte> descriptor, const Layout& layout, std::int64_t offset) const;
   bool TakeFlags(std::span<const std::byte> descriptor, Field& field);
   void ReadEncoding(unsigned char languageByte);
-  std::string FieldNames() const;
   void MeasureFields();
   void WarnOfBytes(const std::string& where);
   std::span<const std::byte> BytesOf(const Field& field, std::int64_t record);

@@ -5,12 +5,14 @@
 
 #include "core/element/Justification.h"
 #include "core/io/Errors.h"
+#include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/run/EncodingOption.h"
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 #include "core/run/ScanProgress.h"
+#include "formats/shape/LabelHeight.h"
 
 namespace tesselink {
 namespace {
@@ -21,21 +23,26 @@ constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
                                .wholeShapes = false,
                                .skipsDeleted = false,
                                .closesPolygons = false,
-                               .layerZeroWithoutField = false};
+                               .layerZeroWithoutField = false,
+                               .knowsDrawings = false,
+                               .legibleLabels = false};
 constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
                                 .everyType = true,
                                 .needsIndex = false,
                                 .wholeShapes = true,
                                 .skipsDeleted = true,
                                 .closesPolygons = true,
-                                .layerZeroWithoutField = true};
+                                .layerZeroWithoutField = true,
+                                .knowsDrawings = true,
+                                .legibleLabels = true};
 
 }  // namespace
 
 ESRIInFilt::ESRIInFilt(const FilterContext& context)
     : InputFilter(context),
       reading_(options().dialect == Dialect::Classic ? kClassic : kStandard),
-      records_(report(), reading_.everyType) {}
+      records_(report(), reading_.everyType),
+      colours_(options().programFolder, report()) {}
 
 void ESRIInFilt::Open(const std::string& path) {
   if (!IsThere(path)) return;
@@ -51,7 +58,10 @@ void ESRIInFilt::Open(const std::string& path) {
 void ESRIInFilt::Close() {
   filename_.clear();
   layers_.clear();
+  labels_.reset();
+  others_.reset();
   table_.reset();
+  isDrawing_ = false;
   shapePending_ = labelPending_ = tableTried_ = tableBroken_ = tableTold_ = false;
   records_.Close();
 }
@@ -70,6 +80,7 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
   indexPath.empty() ? records_.OpenWithoutIndex() : records_.OpenIndex(indexPath);
   OpenTable();
   if (reading_.skipsDeleted) FindTable();
+  KnowDrawing();
 }
 
 std::unique_ptr<DBFInFilter> ESRIInFilt::NewTable() const {
@@ -80,7 +91,7 @@ std::unique_ptr<DBFInFilter> ESRIInFilt::NewTable() const {
 // False when there is none.
 bool ESRIInFilt::FindTable() {
   if (table_) return true;
-  const std::string path = AttributesPath();
+  const std::string path = TablePath();
   if (path.empty() || tableBroken_) return false;
   try {
     auto table = NewTable();
@@ -99,7 +110,23 @@ bool ESRIInFilt::FindTable() {
 AttributeTable* ESRIInFilt::Attributes() {
   if (filename_.empty() || !FindTable()) return nullptr;
   TellOfTable();
-  return table_.get();
+  if (!isDrawing_) return table_.get();
+  return others_ ? &*others_ : nullptr;
+}
+
+// What the program itself has written of a drawing is a drawing, unless somebody wants to have it otherwise.
+void ESRIInFilt::KnowDrawing() {
+  const bool mayBe = reading_.knowsDrawings && table_ != nullptr && (!Layered || selection_->ChoosesNothing());
+  others_.reset();
+  isDrawing_ = mayBe && columns_.Find(*table_);
+  if (!isDrawing_) return;
+  TellOfTable();
+  if (!columns_.OtherFields().empty()) others_.emplace(*table_, columns_.OtherFields());
+  if (!Layered || !options().layersWanted) return;
+  FieldSelection drawn;
+  drawn.Create(*table_);
+  drawn.Choose(FormOf(Column::Layer).name);
+  GatherLayers(drawn);
 }
 
 // What whoever takes attributes from the table should know of it.
@@ -117,7 +144,7 @@ void ESRIInFilt::TellOfTable() {
 void ESRIInFilt::OpenTable() {
   if (!Layered) return;
   tableTried_ = true;
-  const std::string tablePath = PartnerFile(filename_, "DBF");
+  const std::string tablePath = TablePath();
   if (tablePath.empty()) {
     interaction().ShowMessage({Topic::Notice,
                                "Warning: \r\nCould not find file " + LowerCase(StripExtension(filename_) + ".DBF"), "",
@@ -136,38 +163,44 @@ void ESRIInFilt::OpenTable() {
 // Asks for the fields unless they are chosen already, and gathers the layers that the table holds.
 void ESRIInFilt::UseTable() {
   if (selection_->CurrentStep() != FieldSelection::Step::Done) interaction().SelectFields(*selection_);
-  const auto fieldNumber = [this](const std::string& name) {
-    const int number = table_->GetFieldNum(name);
-    if (number == 0 && !EqualsIgnoringCase(Trimmed(table_->GetFieldName(0)), Trimmed(name))) {
-      report().Warn(WarningKind::UnknownField,
-                    table_->filename() + ": has no field \"" + name + "\"; its first field, \"" +
-                        table_->GetFieldName(0) + "\", is used",
-                    name);
-    }
-    return number;
-  };
-  layerField_ = fieldNumber(selection_->LayerField());
-  textField_ = selection_->TextWanted() ? fieldNumber(selection_->TextField()) : -1;
-  if (reading_.rowOfFirstShape != 0 && (layerField_ >= 0 || textField_ >= 0)) {
-    report().Warn(WarningKind::ShiftedRows, table_->filename() +
+  const std::string& path = table_->filename();
+  layerField_ = LabelFields::FieldNumber(selection_->LayerField(), *table_, path, report());
+  labels_.emplace(*selection_, *table_, path, report());
+  if (reading_.rowOfFirstShape != 0 && !selection_->ChoosesNothing()) {
+    report().Warn(WarningKind::ShiftedRows, path +
                                                 ": shape 1 takes layer and text from row 2, shape 2 from row 3, and so "
                                                 "on; the last shape has none; the standard dialect (" +
                                                 interaction().Naming("dialect", "standard") +
                                                 ") gives each shape its own row");
   }
   TellOfTable();
-  if (!options().layersWanted) return;
+  if (labels_->Wanted() && reading_.legibleLabels) ChooseLabelHeight();
+  if (options().layersWanted) GatherLayers(*selection_);
+}
+
+void ESRIInFilt::GatherLayers(const FieldSelection& selection) {
   constexpr std::int64_t kRows = 4096;
   ScanProgress progress(interaction(), "Loading Database...", kRows);
-  layers_ = selection_->Entries([&](std::int64_t row) { progress.At(row, table_->NumRecs()); });
+  layers_ = selection.Entries([&](std::int64_t row) { progress.At(row, table_->NumRecs()); });
   progress.End();
+}
+
+void ESRIInFilt::ChooseLabelHeight() {
+  const LabelHeight chosen = HeightOfLabels(records_.Box(), ProjectionPath());
+  labels_->DefaultHeight(chosen.height);
+  if (labels_->HasHeight()) return;
+  report().Warn(WarningKind::LabelHeight, filename_ + ": its labels are " + NumberText(chosen.height) + " high, " +
+                                              std::string(chosen.why) + "; " +
+                                              interaction().Naming("text-height", "N") + " gives them another height");
 }
 
 void ESRIInFilt::SetDBFObj(FieldSelection& selection) {
   const bool attached = tableTried_ && selection_ == &selection;
   Layered = true;
   selection_ = &selection;
-  if (!attached && !filename_.empty()) OpenTable();
+  if (attached || filename_.empty()) return;
+  OpenTable();
+  KnowDrawing();
 }
 
 double ESRIInFilt::Progress() const { return Percentage(Loc(), records_.File().Size()); }
@@ -176,8 +209,12 @@ bool ESRIInFilt::Eof() const { return records_.AtEnd() && !ShapeLeft() && !label
 
 ElementForm ESRIInFilt::Form() const {
   const ShapeType* type = reading_.wholeShapes ? records_.FileType() : nullptr;
-  if (type == nullptr || type->layout == ShapeLayout::None) return {};
-  ElementForm form{.heights = type->hasZ, .measures = type->mayHaveM && !type->hasZ};
+  ElementForm form{.isDrawing = isDrawing_,
+                   .lineTypes = isDrawing_ && columns_.Has(Column::LineType),
+                   .blocks = isDrawing_ && columns_.Has(Column::Block) && columns_.Has(Column::EntityHandle)};
+  if (type == nullptr || type->layout == ShapeLayout::None) return form;
+  form.heights = type->hasZ;
+  form.measures = type->mayHaveM && !type->hasZ;
   form.shape = type->layout == ShapeLayout::Point        ? ElementForm::Shape::Points
                : type->layout == ShapeLayout::MultiPoint ? ElementForm::Shape::PointGroups
                : type->isArea                            ? ElementForm::Shape::Areas
@@ -222,7 +259,7 @@ bool ESRIInFilt::NextRecord() {
     if (holdsVertices || (reading_.wholeShapes && records_.IsEmpty())) {
       if (IsDeleted()) continue;
       shapePending_ = true;
-      labelPending_ = holdsVertices && UsesTable() && selection_->TextWanted();
+      labelPending_ = holdsVertices && UsesTable() && labels_ && labels_->Wanted();
       return true;
     }
     if (ReportUnread()) return false;
@@ -289,18 +326,23 @@ bool ESRIInFilt::DeliverLabel(tEntity& entity) {
   if (!records_.ReadPoints(entity)) return false;
   entity.ResetToCentroid();
   SetAttributes(entity);
-  entity.Text = table_->GetFieldData(textField_, Row());
-  entity.TextSize = 1000;
   entity.TextUnits.assign(1, 'M');
   entity.IsLabel = true;
   entity.TextJust = JustificationCode({TextPlacement::kMiddle, TextPlacement::kCentre});
-  return true;
+  return labels_->Fill(Row(), entity);
 }
 
 void ESRIInFilt::SetAttributes(tEntity& entity) {
+  if (isDrawing_) {
+    columns_.Store(*table_, Row(), entity);
+    if (!Codes().empty()) entity.CDFCode = codes_.CodeOf(entity.Layer);
+    return;
+  }
   if (!UsesTable()) return;
   if (layerField_ >= 0 || !reading_.layerZeroWithoutField) entity.Layer = table_->GetFieldData(layerField_, Row());
   entity.CDFCode = codes_.CodeOf(entity.Layer);
+  const int colour = labels_ ? labels_->ColourField() : -1;
+  if (colour >= 0) colours_.Give(table_->GetFieldData(colour, Row()), entity, table_->filename(), Row());
 }
 
 }  // namespace tesselink

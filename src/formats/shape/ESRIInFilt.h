@@ -3,13 +3,17 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/io/Paths.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
+#include "core/run/LabelFields.h"
 #include "formats/shape/DBFInFilter.h"
+#include "formats/shape/DrawingColumns.h"
+#include "formats/shape/FieldColours.h"
 #include "formats/shape/ShapeRecords.h"
 
 namespace tesselink {
@@ -23,6 +27,8 @@ struct ESRIReading {
   bool skipsDeleted;  ///< a shape whose row is marked as deleted is left out
   bool closesPolygons;         ///< polygons are areas, and the parts of a MultiPatch `Closed`
   bool layerZeroWithoutField;  ///< layer "0" where no field is chosen for it; else an empty layer
+  bool knowsDrawings;          ///< a table that a drawing was written into makes one again, where no field is chosen
+  bool legibleLabels;          ///< labels that are given no height have one by the size of the drawing; else 1000
 };
 
 /// Delivers one element a part in file order, or one a record in the standard dialect, and, where a label field is
@@ -46,7 +52,7 @@ class ESRIInFilt final : public InputFilter {
   /// Turns attribute use on and takes the selection that several files share.
   void SetDBFObj(FieldSelection& selection) override;
   AttributeTable* Attributes() override;
-  std::string AttributesPath() const override { return PartnerFile(filename_, "DBF"); }
+  std::string AttributesPath() const override { return isDrawing_ && !others_ ? std::string() : TablePath(); }
   ElementForm Form() const override;
   std::int64_t Records() const override { return records_.Count(); }
   std::string ProjectionPath() const override { return PartnerFile(filename_, "PRJ"); }
@@ -63,10 +69,14 @@ class ESRIInFilt final : public InputFilter {
   void Close();
   bool Next(tEntity& entity) override;
   bool Deliver(tEntity& entity);
+  std::string TablePath() const { return PartnerFile(filename_, "DBF"); }
   std::unique_ptr<DBFInFilter> NewTable() const;
   void OpenTable();
   void UseTable();
+  void GatherLayers(const FieldSelection& selection);
+  void ChooseLabelHeight();
   bool FindTable();
+  void KnowDrawing();
   void TellOfTable();
   bool NextRecord();
   bool IsDeleted();
@@ -94,7 +104,12 @@ class ESRIInFilt final : public InputFilter {
   std::unique_ptr<DBFInFilter> table_;
   FieldSelection ownSelection_;
   FieldSelection* selection_ = &ownSelection_;
-  int layerField_ = -1, textField_ = -1;
+  int layerField_ = -1;
+  std::optional<LabelFields> labels_;
+  FieldColours colours_;
+  bool isDrawing_ = false;  // the table has what follows
+  DrawingColumns columns_;
+  std::optional<SomeFields> others_;  // none: there are no others
 };
 
 }  // namespace tesselink

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 
 #include "core/element/ColourNames.h"
+#include "core/element/Justification.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
@@ -16,14 +18,12 @@
 namespace tesselink {
 namespace {
 
-// Of the fields that hold text from the drawing: layer, code, text.
-constexpr std::array<int, 3> kTextLengths{50, 10, 100};
-constexpr int kRealLength = 24;
-// Left for those fields by what is carried along.
-constexpr int kOwnFields = 8;
+// Left by what is carried along for the columns of what the drawing itself says.
+constexpr int kOwnFields = 12;
 constexpr int kOwnBytes = 512;
 // Many programs read no more.
 constexpr int kMostFields = 255;
+constexpr int kRealLength = FormOf(Column::Angle).length;
 constexpr std::size_t kLongestProjection = ReadWindow::kCapacity;
 
 constexpr ESRIWriting kClassic{.everyType = false,
@@ -31,13 +31,15 @@ constexpr ESRIWriting kClassic{.everyType = false,
                                .isUtf8 = false,
                                .needsTwoPoints = false,
                                .lostBytes = 1,
-                               .realDecimals = 0};
+                               .realDecimals = 0,
+                               .wholeDrawings = false};
 constexpr ESRIWriting kStandard{.everyType = true,
                                 .carriesSource = true,
                                 .isUtf8 = true,
                                 .needsTwoPoints = true,
                                 .lostBytes = 0,
-                                .realDecimals = 15};
+                                .realDecimals = 15,
+                                .wholeDrawings = true};
 
 // The values of the option, in the order of the kinds; the last ones belong to the standard dialect.
 constexpr std::array<std::string_view, 4> kKindNames{"points", "polylines", "polygons", "multipoints"};
@@ -137,6 +139,10 @@ void ESRIOutFilt::SourceOpened(InputFilter& source) {
   CarryProjection(source.ProjectionPath());
   if (sources_ == 0) form_ = source.Form();
   AttributeTable* attributes = options().attributes ? source.Attributes() : nullptr;
+  if (!hasOwnFields_ && source.Form().isDrawing && !source.AttributesAreAll()) {
+    report().Warn(WarningKind::FieldsLeftOut, source.filename() + ": layers, colours and texts of its elements were " +
+                                                  "left out, since the table of the first input has no such fields");
+  }
   if (++sources_ > 1 || attributes == nullptr) {
     carried_.Match(attributes, source.AttributesPath());
     return;
@@ -147,7 +153,7 @@ void ESRIOutFilt::SourceOpened(InputFilter& source) {
     table_.AddField(field.name, field.length, {&field.type, 1}, field.decimals);
     return true;
   });
-  hasOwnFields_ = !carried_.Any() || (source.Layered && !source.AttributesAreAll());
+  hasOwnFields_ = !carried_.Any() || ((source.Layered || form_.isDrawing) && !source.AttributesAreAll());
 }
 
 // Notes what the .prj file of an input says; an empty path stands for an input without one.
@@ -169,10 +175,20 @@ void ESRIOutFilt::CarryProjection(const std::string& path) {
 void ESRIOutFilt::DeclareFields() {
   fieldsDeclared_ = true;
   if (!hasOwnFields_) return;
-  table_.AddField(carried_.FreeName("Desc"), kTextLengths[0], "C");
-  table_.AddField(carried_.FreeName("Code"), kTextLengths[1], "C");
-  table_.AddField(carried_.FreeName("ColorNum"), 12, "N");
-  table_.AddField(carried_.FreeName("ColorName"), 15, "C");
+  for (const Column column : {Column::Layer, Column::Code, Column::Number, Column::Name}) AddColumn(column);
+  if (!writing_.wholeDrawings) return;
+  AddColumn(Column::TrueColour);
+  if (form_.lineTypes) AddColumn(Column::LineType);
+  if (!form_.blocks) return;
+  AddColumn(Column::Block);
+  AddColumn(Column::EntityHandle);
+}
+
+void ESRIOutFilt::AddColumn(Column column) {
+  const ColumnForm& form = FormOf(column);
+  const bool isReal = column == Column::Angle || column == Column::Height;
+  table_.AddField(carried_.FreeName(std::string(form.name)), form.length, {&form.type, 1},
+                  isReal ? writing_.realDecimals : 0);
 }
 
 WriteResult ESRIOutFilt::Write(tEntity& entity) {
@@ -184,8 +200,7 @@ WriteResult ESRIOutFilt::Write(tEntity& entity) {
     return WriteResult::Written;
   }
   const bool isChain = IsChain(entity.bType);
-  const bool holdsPoints = *kind_ == ShapeKind::PointsOrText || *kind_ == ShapeKind::MultiPoint;
-  if (holdsPoints ? !isPoint : !isChain) return WriteResult::Skipped;
+  if (HoldsPoints() ? !isPoint : !isChain) return WriteResult::Skipped;
   if (!writing_.everyType && entity.HasHeight()) Lost(WarningKind::Heights);
   if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
@@ -206,10 +221,9 @@ void ESRIOutFilt::ChooseKind(ShapeKind likely) {
   kind_ = onlyKind_ ? *onlyKind_ : static_cast<ShapeKind>(interaction().Choose(question));
   if (!fieldsDeclared_) DeclareFields();
   files_.Hold(*kind_, form_.heights, form_.measures);
-  if (!hasOwnFields_ || (*kind_ != ShapeKind::PointsOrText && *kind_ != ShapeKind::MultiPoint)) return;
-  table_.AddField(carried_.FreeName("Text"), kTextLengths[2], "C");
-  table_.AddField(carried_.FreeName("TextAngle"), kRealLength, "N", writing_.realDecimals);
-  table_.AddField(carried_.FreeName("TextSize"), kRealLength, "N", writing_.realDecimals);
+  if (!hasOwnFields_ || !HoldsPoints()) return;
+  for (const Column column : {Column::Text, Column::Angle, Column::Height}) AddColumn(column);
+  if (writing_.wholeDrawings) AddColumn(Column::Placement);
 }
 
 // There was no element to ask at. Whoever does not answer minds none.
@@ -279,7 +293,7 @@ void ESRIOutFilt::OrientRings(const tEntity& entity) {
 void ESRIOutFilt::AddRow(const tEntity& entity) {
   values_.clear();
   // A label that stands beside its shape in one file leaves the values of its record's row to that.
-  carried_.Values(entity.bType == kText && !onlyKind_ ? -1 : entity.Record - 1, values_);
+  carried_.Values(entity.IsLabel && !onlyKind_ ? -1 : entity.Record - 1, values_);
   if (hasOwnFields_) {
     AddOwnValues(entity);
   } else {
@@ -304,14 +318,42 @@ void ESRIOutFilt::AddOwnValues(const tEntity& entity) {
     colourName_ = ColourName(colour_);
   }
   const char* const numberEnd = FormatInteger(number_.data(), entity.Colour);
-  values_.push_back(Fitting(entity.Layer, 0));
-  values_.push_back(Fitting(entity.CDFCode, 1));
+  values_.push_back(Fitting(entity.Layer, Column::Layer));
+  values_.push_back(Fitting(entity.CDFCode, Column::Code));
   values_.emplace_back(number_.data(), static_cast<std::size_t>(numberEnd - number_.data()));
   values_.push_back(colourName_);
-  if (*kind_ != ShapeKind::PointsOrText && *kind_ != ShapeKind::MultiPoint) return;
-  values_.push_back(Fitting(entity.Text, 2));
+  if (writing_.wholeDrawings) AddLooks(entity);
+  if (HoldsPoints()) AddTextValues(entity);
+}
+
+void ESRIOutFilt::AddLooks(const tEntity& entity) {
+  const std::int32_t rgb = entity.RGB;
+  const int length = rgb == 0 && !entity.IsBlack
+                         ? 0
+                         : std::snprintf(trueColour_.data(), trueColour_.size(), "#%02x%02x%02x", rgb & 255,
+                                         rgb >> 8 & 255, rgb >> 16 & 255);
+  values_.emplace_back(trueColour_.data(), static_cast<std::size_t>(length));
+  if (form_.lineTypes) {
+    values_.push_back(Fitting(entity.LineStyle, Column::LineType));
+  } else if (!entity.LineStyle.empty() && !EqualsIgnoringCase(entity.LineStyle, "CONTINUOUS")) {
+    Lost(WarningKind::LineTypes);
+  }
+  if (!form_.blocks) return;
+  values_.push_back(Fitting(entity.Block, Column::Block));
+  char* end = handle_.data();
+  if (entity.Handle != 0) end = std::to_chars(end, end + handle_.size(), entity.Handle, 16).ptr;
+  std::transform(handle_.data(), end, handle_.data(), [](char c) { return c >= 'a' ? static_cast<char>(c - 32) : c; });
+  values_.emplace_back(handle_.data(), static_cast<std::size_t>(end - handle_.data()));
+}
+
+void ESRIOutFilt::AddTextValues(const tEntity& entity) {
+  values_.push_back(Fitting(entity.Text, Column::Text));
   values_.push_back(Real(entity.TextAng, angle_));
   values_.push_back(Real(entity.TextSize, height_));
+  if (!writing_.wholeDrawings) return;
+  placement_.clear();
+  if (entity.bType == kText) placement_ = LettersWithBaseline(entity.TextJust);
+  values_.push_back(placement_);
 }
 
 // A number as its field is declared: in full where it fits, with the decimals that the field announces.
@@ -329,10 +371,10 @@ std::string_view ESRIOutFilt::Real(double value, std::span<char> buffer) const {
   return text(end);
 }
 
-// A value as one of the fields of kTextLengths can hold it.
-std::string_view ESRIOutFilt::Fitting(const std::string& value, std::size_t field) {
-  const auto room = static_cast<std::size_t>(kTextLengths[field] - writing_.lostBytes);
-  std::string& fitted = fitted_[field];
+// A value as a column of text can hold it.
+std::string_view ESRIOutFilt::Fitting(const std::string& value, Column column) {
+  const auto room = static_cast<std::size_t>(FormOf(column).length - writing_.lostBytes);
+  std::string& fitted = fitted_[static_cast<std::size_t>(column)];
   const bool controls = &WithoutLineBreaks(value, fitted) != &value;
   std::string_view text = controls ? fitted : value;
   if (writing_.isUtf8) {

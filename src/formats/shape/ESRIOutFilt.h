@@ -16,6 +16,7 @@
 #include "core/run/FormatTable.h"
 #include "core/run/Interaction.h"
 #include "formats/shape/DBFOutFilter.h"
+#include "formats/shape/DrawingColumns.h"
 #include "formats/shape/ShapeFiles.h"
 #include "formats/shape/TableEncoding.h"
 
@@ -29,6 +30,7 @@ struct ESRIWriting {
   bool needsTwoPoints;  ///< a chain of one vertex is no PolyLine
   int lostBytes;        ///< at the end of every text, that must stay free
   int realDecimals;     ///< of TextAngle and TextSize
+  bool wholeDrawings;   ///< what else drawings have stands in columns too: true colours, justification, and so on
 };
 
 /// What the file shall hold is asked at the first element, or when there was none. "Points or Text": a Point for each
@@ -53,7 +55,7 @@ class ESRIOutFilt final : public OutputFilter {
     return {.parts = writing_.everyType,
             .areas = writing_.everyType,
             .measures = writing_.everyType,
-            .lacks = kHasLineType | kHasUnnamedColour | kHasJustification,
+            .lacks = writing_.wholeDrawings ? 0U : kHasLineType | kHasUnnamedColour | kHasJustification,
             .nulls = writing_.everyType};
   }
   Carrying CarriesSource() const override { return writing_.carriesSource ? Carrying::Yes : Carrying::InStandard; }
@@ -69,6 +71,7 @@ class ESRIOutFilt final : public OutputFilter {
   void Drop() noexcept override;
 
   void CarryProjection(const std::string& path);
+  void AddColumn(Column column);
   void DeclareFields();
   ShapeKind LikelyKind(const tEntity& entity) const;
   void ChooseKind(ShapeKind likely);
@@ -80,8 +83,11 @@ class ESRIOutFilt final : public OutputFilter {
   void AddRow(const tEntity& entity);
   void AddOwnValues(const tEntity& entity);
   void CountUnsaid(const tEntity& entity);
+  void AddLooks(const tEntity& entity);
+  void AddTextValues(const tEntity& entity);
+  bool HoldsPoints() const { return *kind_ == ShapeKind::PointsOrText || *kind_ == ShapeKind::MultiPoint; }
   std::string_view Real(double value, std::span<char> buffer) const;
-  std::string_view Fitting(const std::string& value, std::size_t field);
+  std::string_view Fitting(const std::string& value, Column column);
   void WriteBeside(const std::string& extension, const std::string& text);
   void CompleteProjection();
 
@@ -102,8 +108,10 @@ class ESRIOutFilt final : public OutputFilter {
   std::vector<ShapePart> parts_;
   std::vector<std::string_view> values_;
   std::array<char, 400> angle_, height_;
-  std::array<char, kNumberTextSize> number_;
-  std::array<std::string, 3> fitted_;
+  std::array<char, kNumberTextSize> number_, handle_;
+  std::array<char, FormOf(Column::TrueColour).length + 1> trueColour_;
+  std::string placement_;
+  std::array<std::string, kDrawingColumns.size()> fitted_;
   TableEncoding encoding_;  // of texts from drawings, which do not say theirs
   std::string decoded_;
   std::int32_t colour_ = 0;  // the colour that the name below is of

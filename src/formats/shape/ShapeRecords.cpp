@@ -43,6 +43,7 @@ void ShapeRecords::Open(const std::string& path) {
                 " where shapefiles have 9994");
   }
   fileType_ = LittleEndian<std::int32_t>(&header[32]);
+  for (std::size_t i = 0; i < box_.size(); ++i) box_[i] = LittleEndian<double>(&header[36 + 8 * i]);
 }
 
 void ShapeRecords::OpenIndex(const std::string& path) {

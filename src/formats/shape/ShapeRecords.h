@@ -1,6 +1,7 @@
 // The records of a shapefile: .shp by way of its .shx, or by their own headers.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -42,6 +43,8 @@ class ShapeRecords {
   bool AtEnd() const { return number_ >= count_; }
   /// The type that the file's header gives for all records; nullptr where it gives none.
   const ShapeType* FileType() const { return ShapeTypeOf(fileType_); }
+  /// What the header says of the extents: the least x and y, the greatest x and y.
+  const std::array<double, 4>& Box() const { return box_; }
   /// File and record, as in "wells.shp, record 7".
   std::string Where() const { return shp_.Path() + ", record " + std::to_string(number_); }
 
@@ -126,6 +129,7 @@ class ShapeRecords {
   std::span<const std::byte> whole_;
   std::int64_t wholeAt_ = 0;
   std::int32_t fileType_ = 0;
+  std::array<double, 4> box_{};
   std::int64_t count_ = 0;
   std::int64_t number_ = 0;
   std::int64_t position_ = 0;

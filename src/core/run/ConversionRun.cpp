@@ -347,6 +347,7 @@ void ConversionRun::Finish(State& state) {
   if (summary.outcome == RunOutcome::Cancelled && state.reader) interaction_.HoldRunProgress();
   if (!state.writer) return;
   state.writer->losses().Locate(nullptr);
+  summary.skippedHint = state.writer->HintOfSkipped();
   const bool failed = summary.outcome == RunOutcome::Failed;
   const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
   const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;

@@ -49,6 +49,7 @@ struct RunSummary {
   std::string reason;   ///< why that file was refused, with its name, as in "plat.asc: does not exist"; may be empty
   KindCounts read, written, converted, skipped;
   KindCounts leftOut;                   ///< for their layer, as the person wished
+  std::string skippedHint;              ///< how to write what was skipped too; empty where there is no such way
   std::vector<std::string> layers;      ///< of the elements read, in order of first appearance
   std::vector<LayerState> layerStates;  ///< of those that an input does not simply show
   Extents extents;                      ///< of the elements read

@@ -195,6 +195,9 @@ class OutputFilter {
   void CountIn(Losses& losses) { counted_ = &losses; }
   /// Whether the attributes of an input and the name of its coordinate system go along. What does not is told.
   virtual Carrying CarriesSource() const { return Carrying::No; }
+  /// How to write the elements that it skipped too, as in "--shape-type each writes a file for each kind"; empty where
+  /// it skipped none, or there is no such way.
+  virtual std::string HintOfSkipped() const { return {}; }
   /// What it takes of an input's attributes all the same, as in "township, range and section".
   virtual std::string_view TakesFromAttributes() const { return {}; }
 

@@ -104,6 +104,7 @@ void ESRIOutFilt::Create(const std::string& path) {
   carried_.Reset();
   hasOwnFields_ = true;
   fieldsDeclared_ = false;
+  skippedOthers_ = false;
   sources_ = 0;
   projection_.clear();
   projectionConflict_.clear();
@@ -173,12 +174,20 @@ WriteResult ESRIOutFilt::Write(tEntity& entity) {
     AddRow(entity);
     return WriteResult::Written;
   }
-  const bool isChain = IsChain(entity.bType);
   const bool holdsPoints = *kind_ == ShapeKind::PointsOrText || *kind_ == ShapeKind::MultiPoint;
-  if (holdsPoints ? !isPoint : !isChain) return WriteResult::Skipped;
+  if (holdsPoints ? !isPoint : !IsChain(entity.bType)) {
+    skippedOthers_ = true;
+    return WriteResult::Skipped;
+  }
   if (!writing_.everyType && entity.HasHeight()) Lost(WarningKind::Heights);
   if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
+}
+
+std::string ESRIOutFilt::HintOfSkipped() const {
+  if (!skippedOthers_) return {};
+  const std::string each = interaction().Naming(kKindOption, kEachKind) + " writes a file for each kind";
+  return writing_.everyType ? each : interaction().Naming("dialect", "standard") + " with " + each;
 }
 
 // That of the input where it says one that holds the element, else the element's own.
@@ -230,7 +239,10 @@ WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
 }
 
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
-  if (!FindParts(entity)) return WriteResult::Skipped;
+  if (!FindParts(entity)) {
+    skippedOthers_ = skippedOthers_ || (*kind_ == ShapeKind::Polygon && entity.PointCount() > 0);
+    return WriteResult::Skipped;
+  }
   if (*kind_ == ShapeKind::Polygon) OrientRings(entity);
   if (*kind_ == ShapeKind::Polyline && (entity.IsArea || entity.Closed)) {
     Lost(entity.IsArea ? WarningKind::Areas : WarningKind::ClosedMarks);

@@ -56,6 +56,7 @@ class ESRIOutFilt final : public OutputFilter {
             .lacks = kHasLineType | kHasUnnamedColour | kHasJustification,
             .nulls = writing_.everyType};
   }
+  std::string HintOfSkipped() const override;
   Carrying CarriesSource() const override { return writing_.carriesSource ? Carrying::Yes : Carrying::InStandard; }
 
   /// Completes the headers of .shp and .shx by what was written. Throws Error when no file is open.
@@ -92,6 +93,7 @@ class ESRIOutFilt final : public OutputFilter {
   CarriedFields carried_;
   bool hasOwnFields_ = true;
   bool fieldsDeclared_ = false;
+  bool skippedOthers_ = false;  // elements of other kinds
   int sources_ = 0;
   std::string projection_;          // what the .prj files of all sources say
   std::string projectionConflict_;  // the first input whose .prj says something else

@@ -85,6 +85,7 @@ std::vector<std::string> SummaryLines(const RunSummary& summary, const std::stri
   AddLine(lines, "Written: ", Listed(summary.written));
   AddLine(lines, "Written as another kind: ", Listed(summary.converted));
   AddLine(lines, "Left out by layer: ", Listed(summary.leftOut));
+  AddLine(lines, "Left out by clip: ", Listed(summary.clipped));
   AddLine(lines, "Not written: ", SkippedText(summary));
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
     AddLine(lines, "Warning: ", UndeliveredText(type, count));

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 
+#include "cli/ClipOption.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "core/io/Errors.h"
@@ -201,6 +202,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
                "that a drawing marks so",
                options.layers);
   AddLayerList(command, "--without-layers", "Leave these layers out, given likewise", options.withoutLayers);
+  AddClip(command, options.clip);
   command
       .add_option_function<std::string>(
           "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },

@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/run/ClipWindow.h"
 #include "core/run/Dialect.h"
 #include "core/run/Options.h"
 
@@ -24,6 +25,7 @@ struct ReadingOptions {
   std::string layerCodes;                          ///< a CSV file with the entity codes of layers
   bool smartAssign = false;                        ///< guess the codes that nobody gave
   std::vector<std::string> layers, withoutLayers;  ///< names and patterns; see LayerSelection
+  std::optional<ClipBox> clip;                     ///< only what touches it is read
   OptionValues own;                                ///< of the options that formats bring along
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units

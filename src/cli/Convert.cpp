@@ -150,6 +150,7 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
   text += "\n";
   if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
   if (summary.leftOut.Total() > 0) text += "  left out by layer: " + Listed(summary.leftOut) + "\n";
+  if (summary.clipped.Total() > 0) text += "  left out by clip: " + Listed(summary.clipped) + "\n";
   Account(command, text);
 }
 
@@ -164,7 +165,7 @@ void PrintWhatTheOutputHolds(const ConvertCommand& command, const RunSummary& su
   PrintError(WhatTheOutputHolds(summary, command.output));
 }
 
-Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interaction) {
+Json SummaryJson(const ConvertCommand& command, const RunSummary& summary, const ConsoleInteraction& interaction) {
   Json warnings = Json::array();
   const auto add = [&](const std::string& kind, const std::string& text, std::int64_t count) {
     warnings.push_back({{"kind", kind}, {"text", AsUtf8(text)}, {"count", count}});
@@ -177,18 +178,20 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
   if (const std::string endless = EndlessWarning(interaction); !endless.empty()) add("endless", endless, 1);
   Json undelivered = Json::object();
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) undelivered[AsUtf8(type)] = count;
-  return {{"read", CountsJson(summary.read)},
-          {"written", CountsJson(summary.written)},
-          {"converted", CountsJson(summary.converted)},
-          {"skipped", CountsJson(summary.skipped)},
-          {"leftOut", CountsJson(summary.leftOut)},
-          {"undelivered", undelivered},
-          {"layers", TextsJson(summary.layers)},
-          {"extents", ExtentsJson(summary.extents)},
-          {"outputs", TextsJson(summary.outputs)},
-          {"warnings", warnings},
-          {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
-          {"reason", AsUtf8(summary.reason)}};
+  Json json{{"read", CountsJson(summary.read)},
+            {"written", CountsJson(summary.written)},
+            {"converted", CountsJson(summary.converted)},
+            {"skipped", CountsJson(summary.skipped)},
+            {"leftOut", CountsJson(summary.leftOut)},
+            {"undelivered", undelivered},
+            {"layers", TextsJson(summary.layers)},
+            {"extents", ExtentsJson(summary.extents)},
+            {"outputs", TextsJson(summary.outputs)},
+            {"warnings", warnings},
+            {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
+            {"reason", AsUtf8(summary.reason)}};
+  if (command.reading.clip) json["clipped"] = CountsJson(summary.clipped);
+  return json;
 }
 
 }  // namespace
@@ -213,7 +216,7 @@ int Run(const ConvertCommand& command) {
   PrintOutcome(summary, interaction);
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {
-    Account(command, JsonText(SummaryJson(summary, interaction), 2) + "\n");
+    Account(command, JsonText(SummaryJson(command, summary, interaction), 2) + "\n");
   } else if (!command.quiet && summary.outcome == RunOutcome::Done) {
     PrintSummary(command, summary);
   }

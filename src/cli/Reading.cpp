@@ -90,6 +90,7 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   result.tolerance = options.tolerance;
   result.layers = options.layers;
   result.withoutLayers = options.withoutLayers;
+  result.clip = options.clip;
   return result;
 }
 

@@ -75,7 +75,9 @@ struct ConversionRun::State {
         infile(r.inputs.empty() ? std::string() : r.inputs[0]),
         layerNotes(summary.layers),
         selection(r.options.layers, r.options.withoutLayers),
-        pump(r.options.dialect) {}
+        pump(r.options.dialect) {
+    if (r.options.clip) window.emplace(*r.options.clip, r.options.Curves());
+  }
 
   const ConversionRequest& request;
   std::string infile;
@@ -88,6 +90,7 @@ struct ConversionRun::State {
   std::optional<Reduction> reduction;  // to what the writer holds
   std::optional<TraitLosses> traits;
   LayerSelection selection;
+  std::optional<ClipWindow> window;
   Pump pump;
   FilesRead filesRead;
   std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
@@ -263,12 +266,7 @@ void ConversionRun::MatchLayers(State& state) {
 // Until the end of the file, or until the run ends with another outcome.
 void ConversionRun::PumpElements(State& state) {
   while (state.pump.Next(*state.reader)) {
-    bool delivered = state.pump.Delivered();
-    if (delivered && !state.selection.Takes(state.pump.Element().Layer)) {
-      state.summary.read.Add(state.pump.Element());
-      state.summary.leftOut.Add(state.pump.Element());
-      delivered = false;
-    }
+    const bool delivered = state.pump.Delivered() && IsWanted(state);
     if (delivered) state.reader->UpdateExtents(state.pump.Element(), state.summary.extents);
     interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.pump.Elements()});
     interaction_.Yield();
@@ -283,6 +281,16 @@ void ConversionRun::PumpElements(State& state) {
       return;
     }
   }
+}
+
+// Counts an element that the person does not want.
+bool ConversionRun::IsWanted(State& state) {
+  const tEntity& entity = state.pump.Element();
+  const bool isOfLayer = state.selection.Takes(entity.Layer);
+  if (isOfLayer && (!state.window || state.window->Touches(entity))) return true;
+  state.summary.read.Add(entity);
+  (isOfLayer ? state.summary.clipped : state.summary.leftOut).Add(entity);
+  return false;
 }
 
 // A small drawing may say so much by repetition that the output fills a disk.

@@ -49,6 +49,7 @@ struct RunSummary {
   std::string reason;   ///< why that file was refused, with its name, as in "plat.asc: does not exist"; may be empty
   KindCounts read, written, converted, skipped;
   KindCounts leftOut;                   ///< for their layer, as the person wished
+  KindCounts clipped;                   ///< left out because they do not touch the clip window
   std::string skippedHint;              ///< how to write what was skipped too; empty where there is no such way
   std::vector<std::string> layers;      ///< of the elements read, in order of first appearance
   std::vector<LayerState> layerStates;  ///< of those that an input does not simply show
@@ -82,6 +83,7 @@ class ConversionRun {
   void PumpElements(State& state);
   void TellUnfoundLayers(State& state);
   void EndAtLimit(State& state, const std::string& reason);
+  bool IsWanted(State& state);
   void ConvertElement(State& state);
   void RefuseToReplaceByNothing(const State& state) const;
   void Finish(State& state);

@@ -13,6 +13,7 @@
 #include "core/element/LayerState.h"
 #include "core/element/LineType.h"
 #include "core/element/tEntity.h"
+#include "core/run/ClipWindow.h"
 #include "core/run/Dialect.h"
 #include "core/run/LayerCodes.h"
 #include "core/run/Losses.h"
@@ -39,6 +40,7 @@ struct FilterOptions {
   std::optional<double> tolerance = {};  ///< greatest distance of a curve from its chain, in drawing units
 
   std::vector<std::string> layers = {}, withoutLayers = {};  ///< for LayerSelection
+  std::optional<ClipBox> clip = {};                          ///< only what touches it is taken
 
   /// What holds of curves: the given tolerance, else that of the dialect.
   CurveTolerance Curves() const {

@@ -60,6 +60,11 @@ std::string SkippedText(const RunSummary& summary) {
   return Listed(summary.skipped) + (summary.skippedHint.empty() ? "" : "; " + summary.skippedHint);
 }
 
+std::string AreasText(const RunSummary& summary) {
+  const std::string made = Listed(summary.intoAreas);
+  return "areas built: " + std::to_string(summary.areasBuilt) + (made.empty() ? "" : ", of " + made);
+}
+
 std::string OutputNames(const RunSummary& summary, const std::string& output) {
   const std::vector<std::string>& files = summary.outputs;
   if (std::find(files.begin(), files.end(), output) != files.end()) return output;

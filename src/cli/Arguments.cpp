@@ -238,6 +238,19 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
   AddFormatOptions(*convert, formats, command.reading.own);
+  convert->add_flag("--build-areas", command.buildAreas,
+                    "Make areas of what lines surround, for shapefiles with\n"
+                    "--shape-type polygons or each and other outputs that\n"
+                    "hold areas (standard)");
+  convert
+      ->add_option("--snap", command.snap,
+                   "How far lines may miss each other that are to meet where\n"
+                   "areas are built, in drawing units (default: by rounding)")
+      ->type_name("DISTANCE")
+      ->check(Distance());
+  AddLayerList(*convert, "--label-layer",
+               "Layers whose texts become the Text of the areas that\nthey lie in, given as with --layers",
+               command.labelLayers);
   convert
       ->add_option("--max-output", command.maxOutput,
                    "How much may be written, as 500M or 20G; the output is\n"

@@ -37,7 +37,10 @@ struct ConvertCommand {
   std::vector<std::string> inputs;
   std::string output;
   ReadingOptions reading;
-  std::string to;  ///< a format key; empty: by the extension
+  std::string to;                        ///< a format key; empty: by the extension
+  bool buildAreas = false;               ///< make areas of lines
+  double snap = 0;                       ///< how far their ends may miss each other, in drawing units
+  std::vector<std::string> labelLayers;  ///< names and patterns of those whose texts label the areas
   bool overwrite = false;
   bool sync = false;
   std::uint64_t maxOutput = 0;  ///< bytes; 0: what the run takes for ample

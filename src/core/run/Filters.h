@@ -41,6 +41,9 @@ struct FilterOptions {
 
   std::vector<std::string> layers = {}, withoutLayers = {};  ///< for LayerSelection
   std::optional<ClipBox> clip = {};                          ///< only what touches it is taken
+  bool buildAreas = false;                                   ///< make areas of lines; see AreaBuilding
+  double snap = 0;                                           ///< how far lines that are to meet may miss each other
+  std::vector<std::string> labelLayers = {};  ///< those whose texts label the areas, as of LayerSelection
 
   /// What holds of curves: the given tolerance, else that of the dialect.
   CurveTolerance Curves() const {

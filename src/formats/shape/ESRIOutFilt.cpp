@@ -35,7 +35,7 @@ constexpr ESRIWriting kStandard{.everyType = true,
                                 .realDecimals = 15};
 
 // The values of the option, in the order of the kinds; the last ones belong to the standard dialect.
-constexpr std::array<std::string_view, 4> kKindNames{"points", "polylines", "polygons", "multipoints"};
+constexpr std::array<std::string_view, 4> kKindNames{"points", "polylines", ESRIOutFilt::kAreasKind, "multipoints"};
 constexpr std::size_t kClassicKinds = 2;
 
 // Twice what a ring surrounds, above 0 where it runs counter-clockwise. Seen from its first vertex, so that a ring far
@@ -86,6 +86,7 @@ ESRIOutFilt::ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> 
       files_(writing_.everyType),
       table_(options().dialect),
       carried_(report()),
+      labelsAreas_(!options().labelLayers.empty()),
       onlyKind_(kind) {}
 
 void ESRIOutFilt::CheckName(const std::string& path) {
@@ -138,7 +139,7 @@ void ESRIOutFilt::SourceOpened(InputFilter& source) {
     return;
   }
   carried_.Declare(*attributes, source.AttributesPath(), table_);
-  hasOwnFields_ = !carried_.Any() || source.Layered;
+  hasOwnFields_ = !carried_.Any() || source.Layered || labelsAreas_;
 }
 
 // Notes what the .prj file of an input says; an empty path stands for an input without one.
@@ -205,10 +206,16 @@ void ESRIOutFilt::ChooseKind(ShapeKind likely) {
   kind_ = onlyKind_ ? *onlyKind_ : static_cast<ShapeKind>(interaction().Choose(question));
   if (!fieldsDeclared_) DeclareFields();
   files_.Hold(*kind_, form_.heights, form_.measures);
-  if (!hasOwnFields_ || (*kind_ != ShapeKind::PointsOrText && *kind_ != ShapeKind::MultiPoint)) return;
+  if (!hasOwnFields_ || !HasTextField()) return;
   table_.AddField(carried_.FreeName("Text"), kTextLengths[2], "C");
+  if (*kind_ == ShapeKind::Polygon) return;
   table_.AddField(carried_.FreeName("TextAngle"), kRealLength, "N", writing_.realDecimals);
   table_.AddField(carried_.FreeName("TextSize"), kRealLength, "N", writing_.realDecimals);
+}
+
+bool ESRIOutFilt::HasTextField() const {
+  return *kind_ == ShapeKind::PointsOrText || *kind_ == ShapeKind::MultiPoint ||
+         (*kind_ == ShapeKind::Polygon && labelsAreas_);
 }
 
 // There was no element to ask at. Whoever does not answer minds none.
@@ -296,8 +303,9 @@ void ESRIOutFilt::AddOwnValues(const tEntity& entity) {
   values_.push_back(Fitting(entity.CDFCode, 1));
   values_.emplace_back(number_.data(), static_cast<std::size_t>(numberEnd - number_.data()));
   values_.push_back(colourName_);
-  if (*kind_ != ShapeKind::PointsOrText && *kind_ != ShapeKind::MultiPoint) return;
+  if (!HasTextField()) return;
   values_.push_back(Fitting(entity.Text, 2));
+  if (*kind_ == ShapeKind::Polygon) return;
   values_.push_back(Real(entity.TextAng, angle_));
   values_.push_back(Real(entity.TextSize, height_));
 }

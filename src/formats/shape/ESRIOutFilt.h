@@ -41,8 +41,8 @@ class ESRIOutFilt final : public OutputFilter {
   explicit ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> kind = {});
   static std::vector<Companion> Companions();
   static std::vector<FormatOption> Options();
-  /// The option that says what the file holds, and its value for a file of each kind.
-  static constexpr std::string_view kKindOption = "shape-type", kEachKind = "each";
+  /// The option that says what the file holds, and its values for a file of each kind and for areas.
+  static constexpr std::string_view kKindOption = "shape-type", kEachKind = "each", kAreasKind = "polygons";
   /// Throws Error for the name of a shapefile's index or table.
   static void CheckName(const std::string& path);
   ~ESRIOutFilt() override { ReleaseQuietly(); }
@@ -71,6 +71,7 @@ class ESRIOutFilt final : public OutputFilter {
 
   void CarryProjection(const std::string& path);
   void DeclareFields();
+  bool HasTextField() const;
   ShapeKind LikelyKind(const tEntity& entity) const;
   void ChooseKind(ShapeKind likely);
   void ChooseKindOfNothing();
@@ -92,6 +93,7 @@ class ESRIOutFilt final : public OutputFilter {
   DBFOutFilter table_;
   CarriedFields carried_;
   bool hasOwnFields_ = true;
+  const bool labelsAreas_;
   bool fieldsDeclared_ = false;
   bool skippedOthers_ = false;  // elements of other kinds
   int sources_ = 0;

@@ -9,5 +9,6 @@ function(tesselink_module name)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src)
   target_compile_features(${target} PRIVATE cxx_std_20)
   target_link_libraries(${target} PRIVATE tesselink-strict ${MODULE_LIBRARIES})
+  add_dependencies(tesselink ${target})  # whoever builds one program alone gets it too
   install(TARGETS ${target} LIBRARY DESTINATION lib/tesselink)
 endfunction()

@@ -55,6 +55,16 @@ std::string UndeliveredText(const std::string& type, std::int64_t count) {
   return "not read, and so not converted: " + std::to_string(count) + " of type " + type;
 }
 
+std::string SkippedText(const RunSummary& summary) {
+  if (summary.skipped.Total() == 0) return {};
+  return Listed(summary.skipped) + (summary.skippedHint.empty() ? "" : "; " + summary.skippedHint);
+}
+
+std::string AreasText(const RunSummary& summary) {
+  const std::string made = Listed(summary.intoAreas);
+  return "areas built: " + std::to_string(summary.areasBuilt) + (made.empty() ? "" : ", of " + made);
+}
+
 std::string OutputNames(const RunSummary& summary, const std::string& output) {
   const std::vector<std::string>& files = summary.outputs;
   if (std::find(files.begin(), files.end(), output) != files.end()) return output;
@@ -80,7 +90,8 @@ std::vector<std::string> SummaryLines(const RunSummary& summary, const std::stri
   AddLine(lines, "Written: ", Listed(summary.written));
   AddLine(lines, "Written as another kind: ", Listed(summary.converted));
   AddLine(lines, "Left out by layer: ", Listed(summary.leftOut));
-  AddLine(lines, "Not written: ", Listed(summary.skipped));
+  AddLine(lines, "Left out by clip: ", Listed(summary.clipped));
+  AddLine(lines, "Not written: ", SkippedText(summary));
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
     AddLine(lines, "Warning: ", UndeliveredText(type, count));
   }

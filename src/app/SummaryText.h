@@ -19,6 +19,10 @@ std::int64_t InOutput(const RunSummary& summary);
 std::string WarningText(const Warning& warning);
 /// What a reader met and did not deliver.
 std::string UndeliveredText(const std::string& type, std::int64_t count);
+/// What was not written, as in "7 points", and how to write it too; empty when there is none.
+std::string SkippedText(const RunSummary& summary);
+/// As in "areas built: 4, of 12 lines, 4 texts".
+std::string AreasText(const RunSummary& summary);
 /// The output, or the files that were made instead of it, as in "plat-points.shp, plat-lines.shp".
 std::string OutputNames(const RunSummary& summary, const std::string& output);
 /// What an interrupted or failed run left behind.

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 
+#include "cli/ClipOption.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "core/io/Errors.h"
@@ -230,6 +231,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
                "that a drawing marks so",
                options.layers);
   AddLayerList(command, "--without-layers", "Leave these layers out, given likewise", options.withoutLayers);
+  AddClip(command, options.clip);
   command
       .add_option_function<std::string>(
           "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },
@@ -276,6 +278,19 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
       ->check(KnownKey(formats, "output"));
   AddFormatOptions(*convert, formats, command.reading.own);
   AddAttributes(*convert, command.reading);
+  convert->add_flag("--build-areas", command.buildAreas,
+                    "Make areas of what lines surround, for shapefiles with\n"
+                    "--shape-type polygons or each and other outputs that\n"
+                    "hold areas (standard)");
+  convert
+      ->add_option("--snap", command.snap,
+                   "How far lines may miss each other that are to meet where\n"
+                   "areas are built, in drawing units (default: by rounding)")
+      ->type_name("DISTANCE")
+      ->check(Distance());
+  AddLayerList(*convert, "--label-layer",
+               "Layers whose texts become the Text of the areas that\nthey lie in, given as with --layers",
+               command.labelLayers);
   convert
       ->add_option("--max-output", command.maxOutput,
                    "How much may be written, as 500M or 20G; the output is\n"

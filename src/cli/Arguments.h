@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/run/ClipWindow.h"
 #include "core/run/Dialect.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/Options.h"
@@ -26,6 +27,7 @@ struct ReadingOptions {
   std::string layerCodes;                          ///< a CSV file with the entity codes of layers
   bool smartAssign = false;                        ///< guess the codes that nobody gave
   std::vector<std::string> layers, withoutLayers;  ///< names and patterns; see LayerSelection
+  std::optional<ClipBox> clip;                     ///< only what touches it is read
   OptionValues own;                                ///< of the options that formats bring along
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
@@ -38,7 +40,10 @@ struct ConvertCommand {
   std::vector<std::string> inputs;
   std::string output;
   ReadingOptions reading;
-  std::string to;  ///< a format key; empty: by the extension
+  std::string to;                        ///< a format key; empty: by the extension
+  bool buildAreas = false;               ///< make areas of lines
+  double snap = 0;                       ///< how far their ends may miss each other, in drawing units
+  std::vector<std::string> labelLayers;  ///< names and patterns of those whose texts label the areas
   bool overwrite = false;
   bool sync = false;
   std::uint64_t maxOutput = 0;  ///< bytes; 0: what the run takes for ample

@@ -82,6 +82,22 @@ void RefuseStreams(const ConvertCommand& command) {
   }
 }
 
+void RefuseAreasWhereNoneGo(const ConvertCommand& command) {
+  if (!command.buildAreas) {
+    if (command.labelLayers.empty() && command.snap == 0) return;
+    throw UsageError("--label-layer and --snap concern the areas that --build-areas makes; give that as well");
+  }
+  if (command.reading.dialect == Dialect::Classic) {
+    throw UsageError("--build-areas belongs to the standard dialect; give --dialect standard");
+  }
+  const OutputFormat& format = FormatOf(command);
+  if (format.PlaceOfAreas(command.reading.own) != AreaPlace::None) return;
+  throw UsageError(
+      "--build-areas needs an output that holds areas, as a shapefile with --shape-type polygons or each, or "
+      "a drawing with --release 2007; " +
+      command.output + " is written as " + format.Name());
+}
+
 ConversionRequest RequestOf(const ConvertCommand& command) {
   const InputFormat* format = &InputFormatOf(command.reading, command.inputs[0]);
   if (command.inputs.size() > 1) {
@@ -96,6 +112,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   }
   RefuseStreams(command);
   RefuseOptionsOfOtherOutputs(command);
+  RefuseAreasWhereNoneGo(command);
   RefuseCopyAmong(command.reading, WrittenFiles(command.output, FormatOf(command), FilterOptionsOf(command.reading)));
   ConversionRequest request;
   request.inputs = command.inputs;
@@ -104,6 +121,9 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.OutFormat = FormatOf(command).entry;
   request.useAttributes = UsesAttributes(command.reading);
   request.options = FilterOptionsOf(command.reading);
+  request.options.buildAreas = command.buildAreas;
+  request.options.snap = command.snap;
+  request.options.labelLayers = command.labelLayers;
   request.overwrite = command.overwrite;
   request.sync = command.sync;
   request.maxOutput = static_cast<std::int64_t>(std::min<std::uint64_t>(command.maxOutput, INT64_MAX));
@@ -149,13 +169,15 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
   if (summary.written.Total() > 0) text += " (" + Listed(summary.written) + ")";
   text += "\n";
   if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
+  if (command.buildAreas) text += "  " + AreasText(summary) + "\n";
   if (summary.leftOut.Total() > 0) text += "  left out by layer: " + Listed(summary.leftOut) + "\n";
+  if (summary.clipped.Total() > 0) text += "  left out by clip: " + Listed(summary.clipped) + "\n";
   Account(command, text);
 }
 
 // Elements that the output's format cannot hold, or that have no vertex.
 void PrintSkipped(const RunSummary& summary) {
-  if (summary.skipped.Total() > 0) PrintError("warning: not written: " + Listed(summary.skipped));
+  if (summary.skipped.Total() > 0) PrintError("warning: not written: " + SkippedText(summary));
 }
 
 // What an interrupted or failed run left behind.
@@ -164,7 +186,15 @@ void PrintWhatTheOutputHolds(const ConvertCommand& command, const RunSummary& su
   PrintError(WhatTheOutputHolds(summary, command.output));
 }
 
-Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interaction) {
+// Options of their own bring further keys.
+void AddAsked(const ConvertCommand& command, const RunSummary& summary, Json& json) {
+  if (command.reading.clip) json["clipped"] = CountsJson(summary.clipped);
+  if (!command.buildAreas) return;
+  json["areasBuilt"] = summary.areasBuilt;
+  json["intoAreas"] = CountsJson(summary.intoAreas);
+}
+
+Json SummaryJson(const ConvertCommand& command, const RunSummary& summary, const ConsoleInteraction& interaction) {
   Json warnings = Json::array();
   const auto add = [&](const std::string& kind, const std::string& text, std::int64_t count) {
     warnings.push_back({{"kind", kind}, {"text", AsUtf8(text)}, {"count", count}});
@@ -177,18 +207,20 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
   if (const std::string endless = EndlessWarning(interaction); !endless.empty()) add("endless", endless, 1);
   Json undelivered = Json::object();
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) undelivered[AsUtf8(type)] = count;
-  return {{"read", CountsJson(summary.read)},
-          {"written", CountsJson(summary.written)},
-          {"converted", CountsJson(summary.converted)},
-          {"skipped", CountsJson(summary.skipped)},
-          {"leftOut", CountsJson(summary.leftOut)},
-          {"undelivered", undelivered},
-          {"layers", TextsJson(summary.layers)},
-          {"extents", ExtentsJson(summary.extents)},
-          {"outputs", TextsJson(summary.outputs)},
-          {"warnings", warnings},
-          {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
-          {"reason", AsUtf8(summary.reason)}};
+  Json json{{"read", CountsJson(summary.read)},
+            {"written", CountsJson(summary.written)},
+            {"converted", CountsJson(summary.converted)},
+            {"skipped", CountsJson(summary.skipped)},
+            {"leftOut", CountsJson(summary.leftOut)},
+            {"undelivered", undelivered},
+            {"layers", TextsJson(summary.layers)},
+            {"extents", ExtentsJson(summary.extents)},
+            {"outputs", TextsJson(summary.outputs)},
+            {"warnings", warnings},
+            {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
+            {"reason", AsUtf8(summary.reason)}};
+  AddAsked(command, summary, json);
+  return json;
 }
 
 }  // namespace
@@ -213,7 +245,7 @@ int Run(const ConvertCommand& command) {
   PrintOutcome(summary, interaction);
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {
-    Account(command, JsonText(SummaryJson(summary, interaction), 2) + "\n");
+    Account(command, JsonText(SummaryJson(command, summary, interaction), 2) + "\n");
   } else if (!command.quiet && summary.outcome == RunOutcome::Done) {
     PrintSummary(command, summary);
   }

@@ -98,6 +98,7 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   result.attributes = options.attributes;
   result.layers = options.layers;
   result.withoutLayers = options.withoutLayers;
+  result.clip = options.clip;
   return result;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/run/Filters.h"
+#include "core/run/FormatTable.h"
 #include "formats/FeatureGeometry.h"
 
 namespace tesselink {
@@ -9,6 +10,7 @@ namespace tesselink {
 class FeatureOutFilter : public OutputFilter {
  public:
   using OutputFilter::OutputFilter;
+  static AreaPlace PlaceOfAreas(const OptionValues&) { return AreaPlace::Beside; }
   Carrying CarriesSource() const override { return Carrying::Yes; }
 
  protected:

@@ -176,7 +176,7 @@ void FeatureProperties::Declare(InputFilter* source, FeatureKind kind) {
     });
   }
   carriedCount_ = all_.size();
-  if (!carried_.Any() || source->Layered) {
+  if (source == nullptr || !carried_.Any() || source->Layered) {
     for (const Own& own : Owns()) {
       if (rules_.areKindsApart && (own.kinds & Bit(kind)) == 0) continue;
       own_.push_back(&own);

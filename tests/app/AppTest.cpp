@@ -28,12 +28,15 @@ TEST(SummaryText, AccountsForEverything) {
   summary.written.Add(kPoint);
   summary.converted.Add(kPoint);
   summary.skipped.Add(kArc);
+  summary.skippedHint = "that writes it";
+  summary.clipped.Add(kText);
   summary.report.Undelivered("PointZ");
   for (int i = 0; i < 3; ++i) summary.report.Warn(WarningKind::Heights, "a.shp, record 1: odd");
   summary.outputs = {"out.dxf"};
   EXPECT_EQ(SummaryLines(summary, "out.dxf"),
             (std::vector<std::string>{"out.dxf: 2 elements written", "Read: 3 points, 1 arc", "Written: 1 point",
-                                      "Written as another kind: 1 point", "Not written: 1 arc",
+                                      "Written as another kind: 1 point", "Left out by clip: 1 text",
+                                      "Not written: 1 arc; that writes it",
                                       "Warning: not read, and so not converted: 1 of type PointZ",
                                       "Warning: a.shp, record 1: odd (and 2 more of this kind)", "File: out.dxf"}));
   EXPECT_EQ(SummaryLines(RunSummary(), "out.dxf"),

@@ -4,11 +4,13 @@
 #include <optional>
 
 #include "core/io/Errors.h"
+#include "core/io/Module.h"
 #include "core/io/Numbers.h"
 #include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
 #include "core/io/System.h"
 #include "core/io/Text.h"
+#include "core/run/AreaBuilding.h"
 #include "core/run/FilesRead.h"
 #include "core/run/LayerSelection.h"
 #include "core/run/Pump.h"
@@ -75,7 +77,9 @@ struct ConversionRun::State {
         infile(r.inputs.empty() ? std::string() : r.inputs[0]),
         layerNotes(summary.layers),
         selection(r.options.layers, r.options.withoutLayers),
-        pump(r.options.dialect) {}
+        pump(r.options.dialect) {
+    if (r.options.clip) window.emplace(*r.options.clip, r.options.Curves());
+  }
 
   const ConversionRequest& request;
   std::string infile;
@@ -88,6 +92,8 @@ struct ConversionRun::State {
   std::optional<Reduction> reduction;  // to what the writer holds
   std::optional<TraitLosses> traits;
   LayerSelection selection;
+  std::optional<ClipWindow> window;
+  std::optional<AreaBuilding> areas;
   Pump pump;
   FilesRead filesRead;
   std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
@@ -185,6 +191,7 @@ void ConversionRun::CreateFilters(State& state) {
   state.reduction.emplace(holding, state.writer->losses(), context.options.Curves());
   state.traits.emplace(holding.lacks, holding.keeps, state.writer->losses());
   state.writer->losses().Locate([&state] { return state.reader->Where(); });
+  if (context.options.buildAreas) CreateAreas(state, outFormat.PlaceOfAreas(context.options.own));
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
   state.reader->WholeRecords = state.request.options.attributes && state.writer->WritesRecords();
@@ -212,6 +219,8 @@ void ConversionRun::ConvertFiles(State& state) {
     state.infile = inputs[index];
     if (const std::string reason = WhyNotReadable(state.infile); !reason.empty()) throw Error(reason);
   }
+  if (state.areas) WriteAreas(state);
+  if (state.summary.outcome != RunOutcome::Done) return;
   TellUnfoundLayers(state);
   RefuseToReplaceByNothing(state);
   if (state.inFormat->severalFiles) state.reader->Layered = false;
@@ -231,10 +240,15 @@ void ConversionRun::OpenInput(State& state, bool first) {
 }
 
 void ConversionRun::TellUnfoundLayers(State& state) {
-  for (const std::string& pattern : state.selection.Unfound()) {
-    state.summary.report.Warn(WarningKind::UnknownLayer,
-                              state.request.inputs[0] + ": no element lies on a layer \"" + pattern + "\"", pattern);
-  }
+  const auto tell = [&](const std::vector<std::string>& patterns, const char* what) {
+    for (const std::string& pattern : patterns) {
+      state.summary.report.Warn(WarningKind::UnknownLayer,
+                                state.request.inputs[0] + ": no " + what + " lies on a layer \"" + pattern + "\"",
+                                pattern);
+    }
+  };
+  tell(state.selection.Unfound(), "element");
+  if (state.areas) tell(state.areas->UnfoundLayers(), "text");
 }
 
 void ConversionRun::TellWhatIsNotCarried(State& state) {
@@ -266,26 +280,35 @@ void ConversionRun::MatchLayers(State& state) {
 // Until the end of the file, or until the run ends with another outcome.
 void ConversionRun::PumpElements(State& state) {
   while (state.pump.Next(*state.reader)) {
-    bool delivered = state.pump.Delivered();
-    if (delivered && !state.selection.Takes(state.pump.Element().Layer)) {
-      state.summary.read.Add(state.pump.Element());
-      state.summary.leftOut.Add(state.pump.Element());
-      delivered = false;
-    }
+    const bool delivered = state.pump.Delivered() && IsWanted(state);
     if (delivered) state.reader->UpdateExtents(state.pump.Element(), state.summary.extents);
     interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.pump.Elements()});
     interaction_.Yield();
     if (delivered) ConvertElement(state);
-    if (state.writer->Size() > state.maxOutput) {
-      return EndAtLimit(state, state.request.OutFile + ": has grown beyond the " + std::to_string(state.maxOutput) +
-                                   " bytes that this run may write; " + interaction_.Naming("max-output", "SIZE") +
-                                   " allows more");
-    }
-    if (interaction_.CancelRequested()) {
-      state.summary.outcome = RunOutcome::Cancelled;
-      return;
-    }
+    if (HasEnded(state)) return;
   }
+}
+
+// Whether the run goes no further, though there is more.
+bool ConversionRun::HasEnded(State& state) {
+  if (state.writer->Size() > state.maxOutput) {
+    EndAtLimit(state, state.request.OutFile + ": has grown beyond the " + std::to_string(state.maxOutput) +
+                          " bytes that this run may write; " + interaction_.Naming("max-output", "SIZE") +
+                          " allows more");
+  } else if (interaction_.CancelRequested()) {
+    state.summary.outcome = RunOutcome::Cancelled;
+  }
+  return state.summary.outcome != RunOutcome::Done;
+}
+
+// Counts an element that the person does not want.
+bool ConversionRun::IsWanted(State& state) {
+  const tEntity& entity = state.pump.Element();
+  const bool isOfLayer = state.selection.Takes(entity.Layer);
+  if (isOfLayer && (!state.window || state.window->Touches(entity))) return true;
+  state.summary.read.Add(entity);
+  (isOfLayer ? state.summary.clipped : state.summary.leftOut).Add(entity);
+  return false;
 }
 
 // A small drawing may say so much by repetition that the output fills a disk.
@@ -312,6 +335,13 @@ void ConversionRun::ConvertElement(State& state) {
     return;
   }
   state.layerNotes.Note(entity.Layer);
+  if (state.areas && state.areas->Takes(entity, state.reduction->Fits(entity))) return;
+  WriteElement(state, entity, isFilled);
+}
+
+void ConversionRun::WriteElement(State& state, tEntity& entity, bool isFilled) {
+  RunSummary& summary = state.summary;
+  const std::int16_t kind = entity.bType;
   TraitSet lost = state.traits->Of(entity);             // before the writer changes it
   if (isFilled) lost &= ~TraitSet{kHasUnmatchedLayer};  // its layer is but the name of its code
   state.writing = true;
@@ -333,6 +363,43 @@ void ConversionRun::ConvertElement(State& state) {
       .Add(kind);
 }
 
+void ConversionRun::CreateAreas(State& state, AreaPlace place) {
+  if (place == AreaPlace::None) throw Error(state.request.OutFile + ": holds no areas that lines bound");
+  std::unique_ptr<Linework> linework(CreateByModule<Linework>(state.request.options.moduleFolder, "linework"));
+  state.areas.emplace(std::move(linework), state.request.options, place, state.writer->losses());
+}
+
+// Areas come at the end of all that was read, since any line may bound them.
+void ConversionRun::WriteAreas(State& state) {
+  RunSummary& summary = state.summary;
+  state.writer->losses().Locate([&state] { return state.areas->Where(); });
+  const auto cancelled = [this] {
+    interaction_.Yield();
+    return interaction_.CancelRequested();
+  };
+  bool isBuilt = false;
+  try {
+    isBuilt = state.areas->Build(cancelled);
+  } catch (const Error& error) {
+    throw Error(state.infile + ": " + error.what());
+  }
+  if (!isBuilt) {
+    summary.outcome = RunOutcome::Cancelled;
+    return;
+  }
+  tEntity area;
+  while (state.areas->Next(area)) {
+    interaction_.Yield();
+    WriteElement(state, area, false);
+    ++summary.areasBuilt;
+    if (HasEnded(state)) return;
+  }
+  if (summary.areasBuilt > 0 && !state.reader->AttributesPath().empty()) {
+    summary.report.Warn(WarningKind::AttributesNotCarried,
+                        state.infile + ": its attributes are not carried into the areas that its lines bound");
+  }
+}
+
 // An input in which nothing of its format was found makes an output that holds nothing, but takes nobody's place.
 void ConversionRun::RefuseToReplaceByNothing(const State& state) const {
   if (!state.place || !state.place->Replaces() || state.summary.read.Total() > 0) return;
@@ -350,6 +417,8 @@ void ConversionRun::Finish(State& state) {
   if (summary.outcome == RunOutcome::Cancelled && state.reader) interaction_.HoldRunProgress();
   if (!state.writer) return;
   state.writer->losses().Locate(nullptr);
+  if (state.areas) state.areas->Account(summary.intoAreas, summary.skipped);
+  summary.skippedHint = state.writer->HintOfSkipped();
   const bool failed = summary.outcome == RunOutcome::Failed;
   const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
   const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;

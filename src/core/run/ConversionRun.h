@@ -49,6 +49,10 @@ struct RunSummary {
   std::string reason;   ///< why that file was refused, with its name, as in "plat.asc: does not exist"; may be empty
   KindCounts read, written, converted, skipped;
   KindCounts leftOut;                   ///< for their layer, as the person wished
+  KindCounts clipped;                   ///< left out because they do not touch the clip window
+  std::int64_t areasBuilt = 0;          ///< areas made of lines, which were not read
+  KindCounts intoAreas;                 ///< what the output has nothing else of than areas and their labels
+  std::string skippedHint;              ///< how to write what was skipped too; empty where there is no such way
   std::vector<std::string> layers;      ///< of the elements read, in order of first appearance
   std::vector<LayerState> layerStates;  ///< of those that an input does not simply show
   Extents extents;                      ///< of the elements read
@@ -81,7 +85,12 @@ class ConversionRun {
   void PumpElements(State& state);
   void TellUnfoundLayers(State& state);
   void EndAtLimit(State& state, const std::string& reason);
+  bool IsWanted(State& state);
   void ConvertElement(State& state);
+  void WriteElement(State& state, tEntity& entity, bool isFilled);
+  void CreateAreas(State& state, AreaPlace place);
+  void WriteAreas(State& state);
+  bool HasEnded(State& state);
   void RefuseToReplaceByNothing(const State& state) const;
   void Finish(State& state);
   void Deliver(State& state);

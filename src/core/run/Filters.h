@@ -13,6 +13,7 @@
 #include "core/element/LayerState.h"
 #include "core/element/LineType.h"
 #include "core/element/tEntity.h"
+#include "core/run/ClipWindow.h"
 #include "core/run/Dialect.h"
 #include "core/run/LayerCodes.h"
 #include "core/run/Losses.h"
@@ -40,6 +41,10 @@ struct FilterOptions {
   bool attributes = true;                ///< those of inputs go along, where the output holds them
 
   std::vector<std::string> layers = {}, withoutLayers = {};  ///< for LayerSelection
+  std::optional<ClipBox> clip = {};                          ///< only what touches it is taken
+  bool buildAreas = false;                                   ///< make areas of lines; see AreaBuilding
+  double snap = 0;                                           ///< how far lines that are to meet may miss each other
+  std::vector<std::string> labelLayers = {};  ///< those whose texts label the areas, as of LayerSelection
 
   /// What holds of curves: the given tolerance, else that of the dialect.
   CurveTolerance Curves() const {
@@ -209,6 +214,9 @@ class OutputFilter {
   virtual Carrying CarriesAttributes() const { return CarriesSource(); }
   /// Whether each of its elements is a record of a table, so that it wants records whole.
   virtual bool WritesRecords() const { return CarriesSource() == Carrying::Yes; }
+  /// How to write the elements that it skipped too, as in "--shape-type each writes a file for each kind"; empty where
+  /// it skipped none, or there is no such way.
+  virtual std::string HintOfSkipped() const { return {}; }
   /// What it takes of an input's attributes all the same, as in "township, range and section".
   virtual std::string_view TakesFromAttributes() const { return {}; }
 

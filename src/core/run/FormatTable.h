@@ -24,6 +24,13 @@ struct Companion {
   std::optional<WarningKind> whenOlder = std::nullopt;
 };
 
+/// What becomes of lines and the areas that are made of them in an output.
+enum class AreaPlace {
+  None,    ///< it holds no areas
+  Beside,  ///< areas stand beside their lines
+  Alone,   ///< it holds nothing but areas
+};
+
 /// What rows of either side hold. All that faces, tests and help texts know of a format stands here.
 struct Format {
   std::string entry = {};  ///< the drop-down's text, ending in the pattern in parentheses: "AutoCAD DXF File (*.dxf)"
@@ -55,6 +62,10 @@ struct OutputFormat : Format {
   /// What stands behind the output's stem in the names of the files that are made instead of it, as "-points"; null or
   /// empty: it is made itself.
   std::function<std::vector<std::string>(const OptionValues&)> parts = {};
+  /// Where areas that are made of lines go; null: it holds none.
+  std::function<AreaPlace(const OptionValues&)> areas = {};
+
+  AreaPlace PlaceOfAreas(const OptionValues& values) const { return areas ? areas(values) : AreaPlace::None; }
 };
 
 class FormatTable {

@@ -73,6 +73,10 @@ std::unique_ptr<OutputFilter> DXFOutFilter::Writer(const FilterContext& context)
   return std::make_unique<DXFOutFilter>(context);
 }
 
+AreaPlace DXFOutFilter::PlaceOfAreas(const OptionValues& values) {
+  return values.Text(kReleaseOption) == k2007 ? AreaPlace::Beside : AreaPlace::None;
+}
+
 DXFOutFilter::DXFOutFilter(const FilterContext& context)
     : DrawingOutput(context, context.options.dialect == Dialect::Standard ? kStandard : kClassic) {}
 

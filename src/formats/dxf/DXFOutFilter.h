@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/run/FormatTable.h"
 #include "formats/dxf/DrawingOutput.h"
 #include "formats/dxf/DrawingPages.h"
 #include "formats/dxf/PageEncoding.h"
@@ -23,6 +24,8 @@ class DXFOutFilter final : public DrawingOutput {
   /// The option that chooses the release, and the writer of the one that was chosen.
   static std::vector<FormatOption> Options();
   static std::unique_ptr<OutputFilter> Writer(const FilterContext& context);
+  /// Where areas made of lines go: beside these, in a release that has areas.
+  static AreaPlace PlaceOfAreas(const OptionValues& values);
 
   Holding Holds() const override {
     return {.bulges = conventions_.bulges,

@@ -56,7 +56,7 @@ int GPKGOutFilter::IdOf(const CoordinateSystem& system) {
   row->SetText(1, system.name);
   row->SetInteger(2, id);
   row->SetText(3, system.epsg != 0 ? "EPSG" : "NONE");
-  row->SetText(4, wkt.empty() ? "undefined" : wkt);
+  row->SetText(4, wkt.empty() ? std::string_view("undefined") : std::string_view(wkt));
   row->Run();
   return id;
 }

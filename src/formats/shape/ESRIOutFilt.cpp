@@ -42,7 +42,7 @@ constexpr ESRIWriting kStandard{.everyType = true,
                                 .wholeDrawings = true};
 
 // The values of the option, in the order of the kinds; the last ones belong to the standard dialect.
-constexpr std::array<std::string_view, 4> kKindNames{"points", "polylines", "polygons", "multipoints"};
+constexpr std::array<std::string_view, 4> kKindNames{"points", "polylines", ESRIOutFilt::kAreasKind, "multipoints"};
 constexpr std::size_t kClassicKinds = 2;
 
 // Twice what a ring surrounds, above 0 where it runs counter-clockwise. Seen from its first vertex, so that a ring far
@@ -93,6 +93,7 @@ ESRIOutFilt::ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> 
       files_(writing_.everyType),
       table_(options().dialect),
       carried_(report(), {.longestName = 10, .longestText = 254, .types = "CNFDL"}),
+      labelsAreas_(!options().labelLayers.empty()),
       onlyKind_(kind) {}
 
 void ESRIOutFilt::CheckName(const std::string& path) {
@@ -111,6 +112,7 @@ void ESRIOutFilt::Create(const std::string& path) {
   carried_.Reset();
   hasOwnFields_ = true;
   fieldsDeclared_ = false;
+  skippedOthers_ = false;
   sources_ = 0;
   projection_.clear();
   projectionConflict_.clear();
@@ -153,7 +155,8 @@ void ESRIOutFilt::SourceOpened(InputFilter& source) {
     table_.AddField(field.name, field.length, {&field.type, 1}, field.decimals);
     return true;
   });
-  hasOwnFields_ = !carried_.Any() || ((source.Layered || form_.isDrawing) && !source.AttributesAreAll());
+  const bool saysMore = source.Layered || form_.isDrawing || labelsAreas_;
+  hasOwnFields_ = !carried_.Any() || (saysMore && !source.AttributesAreAll());
 }
 
 // Notes what the .prj file of an input says; an empty path stands for an input without one.
@@ -199,11 +202,19 @@ WriteResult ESRIOutFilt::Write(tEntity& entity) {
     AddRow(entity);
     return WriteResult::Written;
   }
-  const bool isChain = IsChain(entity.bType);
-  if (HoldsPoints() ? !isPoint : !isChain) return WriteResult::Skipped;
+  if (HoldsPoints() ? !isPoint : !IsChain(entity.bType)) {
+    skippedOthers_ = true;
+    return WriteResult::Skipped;
+  }
   if (!writing_.everyType && entity.HasHeight()) Lost(WarningKind::Heights);
   if (!writing_.carriesSource) NoteMissed("the attributes of its table");
   return isPoint ? WritePoints(entity) : WriteChain(entity);
+}
+
+std::string ESRIOutFilt::HintOfSkipped() const {
+  if (!skippedOthers_) return {};
+  const std::string each = interaction().Naming(kKindOption, kEachKind) + " writes a file for each kind";
+  return writing_.everyType ? each : interaction().Naming("dialect", "standard") + " with " + each;
 }
 
 // That of the input where it says one that holds the element, else the element's own.
@@ -221,9 +232,16 @@ void ESRIOutFilt::ChooseKind(ShapeKind likely) {
   kind_ = onlyKind_ ? *onlyKind_ : static_cast<ShapeKind>(interaction().Choose(question));
   if (!fieldsDeclared_) DeclareFields();
   files_.Hold(*kind_, form_.heights, form_.measures);
-  if (!hasOwnFields_ || !HoldsPoints()) return;
-  for (const Column column : {Column::Text, Column::Angle, Column::Height}) AddColumn(column);
+  if (!hasOwnFields_ || !HasTextField()) return;
+  AddColumn(Column::Text);
+  if (!HoldsPoints()) return;
+  for (const Column column : {Column::Angle, Column::Height}) AddColumn(column);
   if (writing_.wholeDrawings) AddColumn(Column::Placement);
+}
+
+bool ESRIOutFilt::HasTextField() const {
+  return *kind_ == ShapeKind::PointsOrText || *kind_ == ShapeKind::MultiPoint ||
+         (*kind_ == ShapeKind::Polygon && labelsAreas_);
 }
 
 // There was no element to ask at. Whoever does not answer minds none.
@@ -254,7 +272,10 @@ WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {
 }
 
 WriteResult ESRIOutFilt::WriteChain(const tEntity& entity) {
-  if (!FindParts(entity)) return WriteResult::Skipped;
+  if (!FindParts(entity)) {
+    skippedOthers_ = skippedOthers_ || (*kind_ == ShapeKind::Polygon && entity.PointCount() > 0);
+    return WriteResult::Skipped;
+  }
   if (*kind_ == ShapeKind::Polygon) OrientRings(entity);
   if (*kind_ == ShapeKind::Polyline && (entity.IsArea || entity.Closed)) {
     Lost(entity.IsArea ? WarningKind::Areas : WarningKind::ClosedMarks);
@@ -323,7 +344,7 @@ void ESRIOutFilt::AddOwnValues(const tEntity& entity) {
   values_.emplace_back(number_.data(), static_cast<std::size_t>(numberEnd - number_.data()));
   values_.push_back(colourName_);
   if (writing_.wholeDrawings) AddLooks(entity);
-  if (HoldsPoints()) AddTextValues(entity);
+  if (HasTextField()) AddTextValues(entity);
 }
 
 void ESRIOutFilt::AddLooks(const tEntity& entity) {
@@ -348,6 +369,7 @@ void ESRIOutFilt::AddLooks(const tEntity& entity) {
 
 void ESRIOutFilt::AddTextValues(const tEntity& entity) {
   values_.push_back(Fitting(entity.Text, Column::Text));
+  if (!HoldsPoints()) return;
   values_.push_back(Real(entity.TextAng, angle_));
   values_.push_back(Real(entity.TextSize, height_));
   if (!writing_.wholeDrawings) return;

@@ -43,8 +43,8 @@ class ESRIOutFilt final : public OutputFilter {
   explicit ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> kind = {});
   static std::vector<Companion> Companions();
   static std::vector<FormatOption> Options();
-  /// The option that says what the file holds, and its value for a file of each kind.
-  static constexpr std::string_view kKindOption = "shape-type", kEachKind = "each";
+  /// The option that says what the file holds, and its values for a file of each kind and for areas.
+  static constexpr std::string_view kKindOption = "shape-type", kEachKind = "each", kAreasKind = "polygons";
   /// Throws Error for the name of a shapefile's index or table.
   static void CheckName(const std::string& path);
   ~ESRIOutFilt() override { ReleaseQuietly(); }
@@ -58,6 +58,7 @@ class ESRIOutFilt final : public OutputFilter {
             .lacks = writing_.wholeDrawings ? 0U : kHasLineType | kHasUnnamedColour | kHasJustification,
             .nulls = writing_.everyType};
   }
+  std::string HintOfSkipped() const override;
   Carrying CarriesSource() const override { return writing_.carriesSource ? Carrying::Yes : Carrying::InStandard; }
 
   /// Completes the headers of .shp and .shx by what was written. Throws Error when no file is open.
@@ -73,6 +74,7 @@ class ESRIOutFilt final : public OutputFilter {
   void CarryProjection(const std::string& path);
   void AddColumn(Column column);
   void DeclareFields();
+  bool HasTextField() const;
   ShapeKind LikelyKind(const tEntity& entity) const;
   void ChooseKind(ShapeKind likely);
   void ChooseKindOfNothing();
@@ -98,7 +100,9 @@ class ESRIOutFilt final : public OutputFilter {
   DBFOutFilter table_;
   CarriedFields carried_;
   bool hasOwnFields_ = true;
+  const bool labelsAreas_;
   bool fieldsDeclared_ = false;
+  bool skippedOthers_ = false;  // elements of other kinds
   int sources_ = 0;
   std::string projection_;          // what the .prj files of all sources say
   std::string projectionConflict_;  // the first input whose .prj says something else

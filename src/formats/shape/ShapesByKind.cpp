@@ -26,6 +26,13 @@ std::vector<std::string> ShapesByKind::Parts(const OptionValues& values) {
   return values.Text(ESRIOutFilt::kKindOption) == ESRIOutFilt::kEachKind ? kParts : std::vector<std::string>{};
 }
 
+AreaPlace ShapesByKind::PlaceOfAreas(const OptionValues& values) {
+  const std::string kind = values.Text(ESRIOutFilt::kKindOption);
+  return kind == ESRIOutFilt::kEachKind    ? AreaPlace::Beside
+         : kind == ESRIOutFilt::kAreasKind ? AreaPlace::Alone
+                                           : AreaPlace::None;
+}
+
 void ShapesByKind::Create(const std::string& path) {
   ESRIOutFilt::CheckName(path);
   path_ = path;

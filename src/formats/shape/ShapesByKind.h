@@ -25,6 +25,9 @@ class ShapesByKind final : public OutputFilter {
   /// What stands behind the output's stem in the names of the shapefiles; nothing where one is asked for.
   static std::vector<std::string> Parts(const OptionValues& values);
 
+  /// Areas made of lines go into a shapefile of areas, with lines in another one or alone.
+  static AreaPlace PlaceOfAreas(const OptionValues& values);
+
   void SourceOpened(InputFilter& source) override {
     source_ = &source;
     ++sources_;

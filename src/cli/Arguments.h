@@ -9,6 +9,7 @@
 
 #include "core/run/Dialect.h"
 #include "core/run/Options.h"
+#include "core/run/SystemChoice.h"
 
 namespace tesselink {
 
@@ -25,6 +26,7 @@ struct ReadingOptions {
   bool smartAssign = false;                        ///< guess the codes that nobody gave
   std::vector<std::string> layers, withoutLayers;  ///< names and patterns; see LayerSelection
   OptionValues own;                                ///< of the options that formats bring along
+  SystemChoice systems;
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
 };

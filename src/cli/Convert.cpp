@@ -150,6 +150,7 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
   text += "\n";
   if (summary.converted.Total() > 0) text += "  written as another kind: " + Listed(summary.converted) + "\n";
   if (summary.leftOut.Total() > 0) text += "  left out by layer: " + Listed(summary.leftOut) + "\n";
+  for (const std::string& line : SystemLines(summary.systems)) text += "  " + Visible(line) + "\n";
   Account(command, text);
 }
 
@@ -177,18 +178,20 @@ Json SummaryJson(const RunSummary& summary, const ConsoleInteraction& interactio
   if (const std::string endless = EndlessWarning(interaction); !endless.empty()) add("endless", endless, 1);
   Json undelivered = Json::object();
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) undelivered[AsUtf8(type)] = count;
-  return {{"read", CountsJson(summary.read)},
-          {"written", CountsJson(summary.written)},
-          {"converted", CountsJson(summary.converted)},
-          {"skipped", CountsJson(summary.skipped)},
-          {"leftOut", CountsJson(summary.leftOut)},
-          {"undelivered", undelivered},
-          {"layers", TextsJson(summary.layers)},
-          {"extents", ExtentsJson(summary.extents)},
-          {"outputs", TextsJson(summary.outputs)},
-          {"warnings", warnings},
-          {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
-          {"reason", AsUtf8(summary.reason)}};
+  Json json{{"read", CountsJson(summary.read)},
+            {"written", CountsJson(summary.written)},
+            {"converted", CountsJson(summary.converted)},
+            {"skipped", CountsJson(summary.skipped)},
+            {"leftOut", CountsJson(summary.leftOut)},
+            {"undelivered", undelivered},
+            {"layers", TextsJson(summary.layers)},
+            {"extents", ExtentsJson(summary.extents)},
+            {"outputs", TextsJson(summary.outputs)},
+            {"warnings", warnings},
+            {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
+            {"reason", AsUtf8(summary.reason)}};
+  if (summary.systems.to.IsKnown()) json["coordinateSystem"] = SystemsJson(summary.systems);
+  return json;
 }
 
 }  // namespace

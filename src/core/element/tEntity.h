@@ -181,6 +181,12 @@ class tEntity : public EntityAttributes {
   std::span<const double> AllY() const { return y_; }
   std::span<const double> AllZ() const { return z_; }
 
+  /// The coordinates of the vertices, as many of each, to be changed in place.
+  struct Spans {
+    std::span<double> x, y, z;
+  };
+  Spans Vertices();
+
   /// Appends a coordinate behind the last one of each array. An array whose only element is 0 counts as empty, so a
   /// first coordinate of exactly 0 is overwritten by the second: store by index where that matters.
   void AddPoint(double x, double y, double z);

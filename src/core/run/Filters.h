@@ -18,6 +18,7 @@
 #include "core/run/Losses.h"
 #include "core/run/Options.h"
 #include "core/run/Reduction.h"
+#include "core/run/SystemChoice.h"
 
 namespace tesselink {
 
@@ -38,6 +39,7 @@ struct FilterOptions {
   OptionValues own = {};                 ///< of the options that formats bring along
   std::optional<double> tolerance = {};  ///< greatest distance of a curve from its chain, in drawing units
 
+  SystemChoice systems = {};
   std::vector<std::string> layers = {}, withoutLayers = {};  ///< for LayerSelection
 
   /// What holds of curves: the given tolerance, else that of the dialect.
@@ -175,6 +177,8 @@ class OutputFilter {
   /// Told, before SourceOpened, of the system that an input's coordinates are in when they arrive here; of one that is
   /// not known where none is.
   virtual void SourceSystem(const CoordinateSystem&) {}
+  /// Whether what it writes names that system, or has but one.
+  virtual bool NamesSystem() const { return WishesSystem() != SystemWish::None; }
   /// Told of each input once it is open, before its first element, for writers that take more from it than elements.
   virtual void SourceOpened(InputFilter&) {}
   /// Writes one element and may change it on the way. Throws Error when no file is open or the writing fails.

@@ -22,6 +22,7 @@ struct Companion {
   bool standardOnly = false;  ///< of outputs: written in the standard dialect alone
   /// Of outputs: told where one from before stays, since the new output has none.
   std::optional<WarningKind> whenOlder = std::nullopt;
+  bool namesSystem = false;  ///< of outputs: written wherever a person has named a coordinate system
 };
 
 /// What rows of either side hold. All that faces, tests and help texts know of a format stands here.

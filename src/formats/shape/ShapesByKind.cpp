@@ -45,7 +45,10 @@ ShapesByKind::Kind ShapesByKind::KindOf(const tEntity& entity) const {
 ESRIOutFilt& ShapesByKind::WriterOf(Kind kind) {
   Shapefile& shapefile = shapefiles_[kind];
   if (!shapefile.writer) Begin(kind);
-  if (shapefile.source != sources_) shapefile.writer->SourceOpened(*source_);
+  if (shapefile.source != sources_) {
+    shapefile.writer->SourceSystem(system_);
+    shapefile.writer->SourceOpened(*source_);
+  }
   shapefile.source = sources_;
   return *shapefile.writer;
 }

@@ -1,6 +1,7 @@
 // What the program finds in this module.
 #include <proj_experimental.h>
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -13,12 +14,12 @@ namespace {
 class ProjSystems final : public CoordinateSystems {
  public:
   CoordinateSystem Describe(const std::string& definition) override {
-    return Description(proj_, SystemOf(proj_, definition).get(), definition);
+    return Description(proj_, Known(definition).get(), definition);
   }
 
   std::unique_ptr<CoordinateOperation> Between(const std::string& from, const std::string& to,
                                                bool allowBallpark) override {
-    ProjObject source = SystemOf(proj_, from), target = SystemOf(proj_, to);
+    ProjObject source = Known(from), target = Known(to);
     if (!HasHeights(proj_, source.get()) || !HasHeights(proj_, target.get())) {
       source = WithoutHeights(std::move(source));
       target = WithoutHeights(std::move(target));
@@ -34,7 +35,15 @@ class ProjSystems final : public CoordinateSystems {
     return ProjObject(proj_crs_demote_to_2D(proj_, nullptr, plane.get()));
   }
 
+  // A system that was described is asked for again.
+  ProjObject Known(const std::string& definition) {
+    ProjObject& system = known_[definition];
+    if (!system) system = SystemOf(proj_, definition);
+    return ProjObject(proj_clone(proj_, system.get()));
+  }
+
   Proj proj_;
+  std::map<std::string, ProjObject> known_;
 };
 
 }  // namespace

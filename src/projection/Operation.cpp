@@ -49,8 +49,10 @@ std::string BetterThan(const Candidate& chosen, const std::vector<Candidate>& ra
 }
 
 // Null where the system is in degrees from Greenwich already.
-ProjObject ToDegrees(Proj& proj, const PJ* system, const CoordinateSystem& described) {
+ProjObject ToDegrees(Proj& proj, const PJ* system) {
   const ProjObject plane = PlaneOf(proj, system);
+  CoordinateSystem described;
+  DescribeUnit(proj, plane.get(), described);
   ProjObject geographic(proj_crs_get_geodetic_crs(proj, plane.get()));
   const ProjObject meridian(geographic ? proj_get_prime_meridian(proj, geographic.get()) : nullptr);
   double longitude = 0;
@@ -73,7 +75,7 @@ Operation::Operation(Proj& proj, ProjObject from, ProjObject to, bool allowBallp
       allowBallpark_(allowBallpark),
       changesHeights_(HasHeights(proj, from_.get()) && HasHeights(proj, to_.get())),
       ranking_(proj, from_.get(), to_.get()),
-      toDegrees_(ToDegrees(proj, from_.get(), Description(proj, from_.get(), ""))) {
+      toDegrees_(ToDegrees(proj, from_.get())) {
   const std::vector<Candidate> all = ranking_.Anywhere();
   if (all.empty()) throw Error("no operation is known that leads from " + NameOf(from_) + " to " + NameOf(to_));
   for (const Candidate& candidate : all) AddBorders(candidate.area);

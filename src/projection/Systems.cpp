@@ -66,23 +66,6 @@ constexpr Unit kUnits[] = {{true, std::numbers::pi / 180, "degree"},
                            {false, 0.3048, "foot"},
                            {false, 1200.0 / 3937, "US survey foot"}};
 
-// That of x; of a geographic system it is an angle.
-void DescribeUnit(Proj& proj, const PJ* plane, CoordinateSystem& described) {
-  constexpr double kSame = 1e-9;  // the feet differ by two parts in a million
-  const ProjObject axes(proj_crs_get_coordinate_system(proj, plane));
-  const char* name = nullptr;
-  double size = 0;
-  if (!axes) return;
-  proj_cs_get_axis_info(proj, axes.get(), 0, nullptr, nullptr, nullptr, &size, &name, nullptr, nullptr);
-  const bool isAngle = proj_cs_get_type(proj, axes.get()) == PJ_CS_TYPE_ELLIPSOIDAL;
-  described.unit = Text(name);
-  for (const Unit& unit : kUnits) {
-    if (unit.isAngle == isAngle && std::fabs(size / unit.size - 1) < kSame) described.unit = unit.name;
-  }
-  described.metres = isAngle ? 0 : size;
-  described.isGeographic = isAngle && described.unit == "degree";
-}
-
 }  // namespace
 
 Proj::Proj() : context_(proj_context_create()) {
@@ -135,6 +118,23 @@ bool HasHeights(Proj& proj, const PJ* system) {
   if (proj_get_type(inner.get()) == PJ_TYPE_COMPOUND_CRS) return true;
   const ProjObject axes(proj_crs_get_coordinate_system(proj, inner.get()));
   return axes && proj_cs_get_axis_count(proj, axes.get()) > 2;
+}
+
+// That of x; of a geographic system it is an angle.
+void DescribeUnit(Proj& proj, const PJ* plane, CoordinateSystem& described) {
+  constexpr double kSame = 1e-9;  // the feet differ by two parts in a million
+  const ProjObject axes(proj_crs_get_coordinate_system(proj, plane));
+  const char* name = nullptr;
+  double size = 0;
+  if (!axes) return;
+  proj_cs_get_axis_info(proj, axes.get(), 0, nullptr, nullptr, nullptr, &size, &name, nullptr, nullptr);
+  const bool isAngle = proj_cs_get_type(proj, axes.get()) == PJ_CS_TYPE_ELLIPSOIDAL;
+  described.unit = Text(name);
+  for (const Unit& unit : kUnits) {
+    if (unit.isAngle == isAngle && std::fabs(size / unit.size - 1) < kSame) described.unit = unit.name;
+  }
+  described.metres = isAngle ? 0 : size;
+  described.isGeographic = isAngle && described.unit == "degree";
 }
 
 CoordinateSystem Description(Proj& proj, const PJ* system, const std::string& definition) {

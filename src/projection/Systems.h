@@ -16,6 +16,8 @@ CoordinateSystem Description(Proj& proj, const PJ* system, const std::string& de
 bool IsSame(Proj& proj, const PJ* a, const PJ* b);
 /// What of it counts for x and y, without heights and without a way to another datum.
 ProjObject PlaneOf(Proj& proj, const PJ* system);
+/// What its x and y are counted in; nothing else is described.
+void DescribeUnit(Proj& proj, const PJ* plane, CoordinateSystem& described);
 /// Whether it has heights besides x and y.
 bool HasHeights(Proj& proj, const PJ* system);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 
 namespace tesselink {
@@ -92,11 +93,36 @@ std::vector<std::string> SummaryLines(const RunSummary& summary, const std::stri
   AddLine(lines, "Left out by layer: ", Listed(summary.leftOut));
   AddLine(lines, "Left out by clip: ", Listed(summary.clipped));
   AddLine(lines, "Not written: ", SkippedText(summary));
+  for (const std::string& line : SystemLines(summary.systems)) lines.push_back(line);
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
     AddLine(lines, "Warning: ", UndeliveredText(type, count));
   }
   for (const Warning& warning : summary.report.Warnings()) AddLine(lines, "Warning: ", WarningText(warning));
   for (const std::string& file : summary.outputs) AddLine(lines, "File: ", file);
+  return lines;
+}
+
+std::vector<std::string> SystemLines(const SystemsUsed& systems) {
+  if (!systems.to.IsKnown()) return {};
+  const auto named = [](const CoordinateSystem& system) {
+    return system.name + (system.epsg > 0 ? " (EPSG:" + std::to_string(system.epsg) + ")" : "") +
+           (system.unit.empty() ? "" : ", in units of " + system.unit);
+  };
+  std::vector<std::string> lines;
+  if (systems.from.size() != 1 || systems.from[0].wkt != systems.to.wkt) {
+    for (const CoordinateSystem& from : systems.from) lines.push_back("from " + named(from));
+    lines.push_back("to " + named(systems.to));
+  } else {
+    lines.push_back("coordinates: " + named(systems.to));
+  }
+  for (const OperationUse& use : systems.operations) {
+    std::string accuracy = " (accuracy unknown";
+    if (use.accuracy >= 0) accuracy = " (accuracy " + NumberText(use.accuracy) + " m";
+    for (const std::string& grid : use.grids) accuracy += ", grid " + grid;
+    lines.push_back("by " + use.name + accuracy + "): " + std::to_string(use.count) +
+                    (use.count == 1 ? " vertex" : " vertices"));
+    if (!use.better.empty()) lines.push_back("more accurate were " + use.better);
+  }
   return lines;
 }
 

@@ -28,6 +28,8 @@ std::string OutputNames(const RunSummary& summary, const std::string& output);
 /// What an interrupted or failed run left behind.
 std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& output);
 
+/// The coordinate systems that the run met, and how it transformed vertices, a line each; none where nobody asked.
+std::vector<std::string> SystemLines(const SystemsUsed& systems);
 /// The whole account of a run, a line each: what came of it, what was read, written and lost, the files that exist now.
 std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output);
 

@@ -8,6 +8,7 @@
 #include "cli/ClipOption.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
+#include "cli/SystemOptions.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/run/EncodingOption.h"
@@ -273,6 +274,7 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
   convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
   convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(*convert, command.reading);
+  AddSystemOptions(*convert, command.reading.systems, true);
   convert->add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
@@ -316,6 +318,7 @@ CLI::App* AddInfo(CLI::App& app, const std::string& asked, InfoCommand& command)
   info->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   info->add_flag("--json", command.json, "Print as JSON");
   AddReadingOptions(*info, command.reading);
+  AddSystemOptions(*info, command.reading.systems, false);
   info->footer(kInfoExample);
   return info;
 }
@@ -325,6 +328,7 @@ CLI::App* AddCat(CLI::App& app, const std::string& asked, CatCommand& command) {
   if (asked != cat->get_name()) return cat;
   cat->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   AddReadingOptions(*cat, command.reading);
+  AddSystemOptions(*cat, command.reading.systems, true);
   cat->footer(kCatExample);
   return cat;
 }

@@ -11,6 +11,7 @@
 #include "core/run/Dialect.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/Options.h"
+#include "core/run/SystemChoice.h"
 
 namespace tesselink {
 
@@ -29,6 +30,7 @@ struct ReadingOptions {
   std::vector<std::string> layers, withoutLayers;  ///< names and patterns; see LayerSelection
   std::optional<ClipBox> clip;                     ///< only what touches it is read
   OptionValues own;                                ///< of the options that formats bring along
+  SystemChoice systems;
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
   bool attributes = true;           ///< those of inputs go along, where the output holds them

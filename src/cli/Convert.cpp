@@ -172,6 +172,7 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
   if (command.buildAreas) text += "  " + AreasText(summary) + "\n";
   if (summary.leftOut.Total() > 0) text += "  left out by layer: " + Listed(summary.leftOut) + "\n";
   if (summary.clipped.Total() > 0) text += "  left out by clip: " + Listed(summary.clipped) + "\n";
+  for (const std::string& line : SystemLines(summary.systems)) text += "  " + Visible(line) + "\n";
   Account(command, text);
 }
 
@@ -220,6 +221,7 @@ Json SummaryJson(const ConvertCommand& command, const RunSummary& summary, const
             {"error", AsUtf8(summary.error + (summary.subject.empty() ? "" : ": " + summary.subject))},
             {"reason", AsUtf8(summary.reason)}};
   AddAsked(command, summary, json);
+  if (summary.systems.to.IsKnown()) json["coordinateSystem"] = SystemsJson(summary.systems);
   return json;
 }
 

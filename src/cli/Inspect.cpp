@@ -78,6 +78,12 @@ std::string InfoText(const std::string& input, const std::string& format, const 
               NumberText(e["max" + axis].get<double>());
     }
   }
+  if (info.contains("coordinateSystem")) {
+    const Json& system = info["coordinateSystem"];
+    text += "\n  system   " + Visible(system["name"].get<std::string>());
+    if (!system["epsg"].is_null()) text += " (EPSG:" + std::to_string(system["epsg"].get<int>()) + ")";
+    text += "\n  unit     " + Visible(system["unit"].get<std::string>());
+  }
   for (const Json& field : info["fields"]) {
     text += "\n  field    " + Visible(field["name"].get<std::string>()) + " " +
             Visible(field["type"].get<std::string>()) + " " + std::to_string(field["length"].get<int>()) + "." +
@@ -96,6 +102,7 @@ int Run(const CatCommand& command) {
 
 int Run(const InfoCommand& command) {
   Reading reading(command.input, command.reading);
+  reading.systemWish = SystemWish::Known;
   KindCounts elements;
   std::int64_t vertices = 0, areas = 0, parts = 0, severalParts = 0;
   const int exitCode = ReadThrough(reading, [&](const tEntity& entity) {
@@ -122,6 +129,9 @@ int Run(const InfoCommand& command) {
                                                     : Json::array()}};
   if (Json states = LayerStatesJson(layers, reading.summary.layerStates); !states.empty()) {
     info["layerStates"] = std::move(states);
+  }
+  if (const CoordinateSystem& system = reading.summary.systems.to; system.IsKnown()) {
+    info["coordinateSystem"] = SystemJson(system);
   }
   if (areas > 0) info["areas"] = areas;
   if (parts > 0) info.update({{"parts", parts}, {"severalParts", severalParts}});

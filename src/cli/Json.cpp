@@ -89,4 +89,24 @@ Json TextsJson(const std::vector<std::string>& texts) {
   return json;
 }
 
+Json SystemJson(const CoordinateSystem& system) {
+  return {{"name", AsUtf8(system.name)},
+          {"epsg", system.epsg > 0 ? Json(system.epsg) : Json()},
+          {"unit", AsUtf8(system.unit)}};
+}
+
+Json SystemsJson(const SystemsUsed& systems) {
+  Json from = Json::array(), operations = Json::array();
+  for (const CoordinateSystem& system : systems.from) from.push_back(SystemJson(system));
+  for (const OperationUse& use : systems.operations) {
+    operations.push_back({{"name", AsUtf8(use.name)},
+                          {"accuracy", use.accuracy < 0 ? Json() : Json(use.accuracy)},
+                          {"grids", TextsJson(use.grids)},
+                          {"ballpark", use.isBallpark},
+                          {"count", use.count},
+                          {"better", use.better.empty() ? Json() : Json(AsUtf8(use.better))}});
+  }
+  return {{"from", from}, {"to", SystemJson(systems.to)}, {"operations", operations}};
+}
+
 }  // namespace tesselink

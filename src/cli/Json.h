@@ -6,6 +6,7 @@
 
 #include "core/element/Extents.h"
 #include "core/element/tEntity.h"
+#include "core/run/Coordinates.h"
 #include "core/run/Dialect.h"
 #include "core/run/Report.h"
 
@@ -23,5 +24,7 @@ Json ExtentsJson(const Extents& extents);
 /// Every kind that an element can have; "other" only where there is one.
 Json CountsJson(const KindCounts& counts);
 Json TextsJson(const std::vector<std::string>& texts);
+Json SystemJson(const CoordinateSystem& system);
+Json SystemsJson(const SystemsUsed& systems);
 
 }  // namespace tesselink

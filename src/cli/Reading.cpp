@@ -35,8 +35,10 @@ const Row& RowOf(const std::vector<Row>& rows, const std::string& key, const std
 class ForwardingWriter final : public OutputFilter {
  public:
   using Handler = std::function<void(const tEntity&)>;
-  ForwardingWriter(const FilterContext& context, const Handler& handler) : OutputFilter(context), handler_(handler) {}
+  ForwardingWriter(const FilterContext& context, SystemWish wish, const Handler& handler)
+      : OutputFilter(context), wish_(wish), handler_(handler) {}
   ~ForwardingWriter() override { ReleaseQuietly(); }
+  SystemWish WishesSystem() const override { return wish_; }
 
  private:
   void Create(const std::string&) override {}
@@ -52,6 +54,7 @@ class ForwardingWriter final : public OutputFilter {
   void Complete() override {}
   void Drop() noexcept override {}
 
+  const SystemWish wish_;
   const Handler& handler_;
 };
 
@@ -89,6 +92,9 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
       if (const std::string reason = WhyNotReadable(file); !reason.empty()) throw Error(reason);
     }
   }
+  for (const std::string& system : {options.systems.from, options.systems.to}) {
+    if (!system.empty()) SystemDefinition(system);
+  }
   FilterOptions result;
   result.dialect = options.dialect;
   result.programFolder = ProgramDataFolder();
@@ -96,6 +102,7 @@ FilterOptions FilterOptionsOf(const ReadingOptions& options) {
   result.own = options.own;
   result.tolerance = options.tolerance;
   result.attributes = options.attributes;
+  result.systems = options.systems;
   result.layers = options.layers;
   result.withoutLayers = options.withoutLayers;
   result.clip = options.clip;
@@ -195,8 +202,8 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   OutputFormat sink;
   sink.fallBack = true;
   sink.makesNoFile = true;
-  sink.create = [&handler](const FilterContext& context) {
-    return std::make_unique<ForwardingWriter>(context, handler);
+  sink.create = [&](const FilterContext& context) {
+    return std::make_unique<ForwardingWriter>(context, reading.systemWish, handler);
   };
   const FormatTable table(AllFormats().Inputs(), {sink});
   QtSettings settings;

@@ -60,6 +60,7 @@ struct Reading {
   std::string input;                       ///< as it was named
   std::string output = "standard output";  ///< what is written from it; refused where the reading needs it
   bool layersWanted = true;                ///< those that a reader tells before its elements
+  SystemWish systemWish = SystemWish::None;
   ReadingOptions options;
   const InputFormat& format;
   InputSource source;  ///< what is read

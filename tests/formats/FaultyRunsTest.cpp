@@ -91,6 +91,8 @@ class FaultyRuns : public testing::TestWithParam<Scenario> {
     request.overwrite = true;
     request.options.dialect = scenario.dialect;
     request.options.programFolder = TESSELINK_DATA_FOLDER;
+    request.options.moduleFolder = TESSELINK_DATA_FOLDER;
+    request.options.systems.allowBallpark = true;
     summary_ = ConversionRun(AllFormats(), person, settings, FillerFromCodeTables()).Run(request);
     told_ = summary_.error + summary_.reason;
     warned_ = "\n";

@@ -125,7 +125,7 @@ def from_geopackage(path):
 
 
 def convert(program, source, output):
-    code, _, errors = tesselink(program, "convert", "-q", "--dialect", "standard", source, output)
+    code, _, errors = tesselink(program, "convert", "-q", "--dialect", "standard", "--allow-ballpark", source, output)
     check(code == 0, f"exit code {code}: {errors.strip()[:200]}")
     return output
 

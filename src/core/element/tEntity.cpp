@@ -49,6 +49,12 @@ bool tEntity::HasMeasure() const {
   return std::any_of(Measures.begin(), Measures.end(), [](double m) { return !std::isnan(m) && m != 0; });
 }
 
+tEntity::Spans tEntity::Vertices() {
+  const auto count = static_cast<std::size_t>(PointCount() + 1);
+  if (z_.size() < count) z_.resize(count);
+  return {std::span(x_).first(count), std::span(y_).first(count), std::span(z_).first(count)};
+}
+
 void tEntity::AddPoint(double px, double py, double pz) {
   if (PointCount() == 0 && x(0) == 0 && Y(0) == 0 && Z(0) == 0) {
     x_[0] = px;

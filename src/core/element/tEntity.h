@@ -85,8 +85,8 @@ struct EntityAttributes {
   bool IsBlack = false;  ///< an RGB of 0 is black; else it is no colour
   StyleSource ColourFrom = StyleSource::Own, LineStyleFrom = StyleSource::Own;
 
-  bool WasArea = false;  ///< a closed chain that is a ring of an area, which the writer cannot hold as such
-  bool IsLabel = false;  ///< a text that names the record of another element
+  bool WasArea = false;      ///< a closed chain that is a ring of an area, which the writer cannot hold as such
+  bool IsLabel = false;      ///< a text that names the record of another element
   std::string Block;         ///< of a point that stands for an inserted block, its name
   std::uint64_t Handle = 0;  ///< of what drew it in its drawing; 0 where there is none
 
@@ -186,6 +186,12 @@ class tEntity : public EntityAttributes {
   std::span<const double> AllX() const { return x_; }
   std::span<const double> AllY() const { return y_; }
   std::span<const double> AllZ() const { return z_; }
+
+  /// The coordinates of the vertices, as many of each, to be changed in place.
+  struct Spans {
+    std::span<double> x, y, z;
+  };
+  Spans Vertices();
 
   /// Appends a coordinate behind the last one of each array. An array whose only element is 0 counts as empty, so a
   /// first coordinate of exactly 0 is overwritten by the second: store by index where that matters.

@@ -91,6 +91,7 @@ struct ConversionRun::State {
   std::unique_ptr<OutputFilter> writer;
   std::optional<Reduction> reduction;  // to what the writer holds
   std::optional<TraitLosses> traits;
+  std::optional<Coordinates> coordinates;  // none where nobody asks for systems
   LayerSelection selection;
   std::optional<ClipWindow> window;
   std::optional<AreaBuilding> areas;
@@ -165,6 +166,7 @@ std::string ConversionRun::OutputThatIsRead(State& state) const {
   const OutputFormat& outFormat = formats_.Output(request.OutFormat);
   for (const std::string& input : request.inputs) state.filesRead.Add(input, state.inFormat->companions);
   for (const std::string& file : request.alsoRead) state.filesRead.Add(file);
+  for (const std::string& file : SystemFiles(request.options.systems)) state.filesRead.Add(file);
   const auto addOptions = [&](const auto& row) {
     for (const FormatOption& option : row.options) {
       if (option.kind == FormatOption::Kind::File) state.filesRead.Add(request.options.own.Text(option.name));
@@ -192,13 +194,16 @@ void ConversionRun::CreateFilters(State& state) {
   state.traits.emplace(holding.lacks, holding.keeps, state.writer->losses());
   state.writer->losses().Locate([&state] { return state.reader->Where(); });
   if (context.options.buildAreas) CreateAreas(state, outFormat.PlaceOfAreas(context.options.own));
+  if (context.options.systems.IsGiven() || state.writer->WishesSystem() != SystemWish::None) {
+    state.coordinates.emplace(context, holding);
+  }
   const bool withoutAttributes = state.inFormat->hasAttributes && !state.request.useAttributes;
   if (state.inFormat->severalFiles || outFormat.ignoresLayers || withoutAttributes) state.reader->Layered = false;
   state.reader->WholeRecords = state.request.options.attributes && state.writer->WritesRecords();
   std::string path = state.request.OutFile;
   if (!outFormat.makesNoFile) {
     OutputOptions options{.overwrite = state.request.overwrite, .sync = state.request.sync};
-    for (const Companion* companion : WrittenCompanions(outFormat, state.request.options.dialect)) {
+    for (const Companion* companion : WrittenCompanions(outFormat, state.request.options)) {
       options.companions.push_back(LowerCase(companion->extension));
     }
     if (outFormat.parts) options.parts = outFormat.parts(state.request.options.own);
@@ -232,6 +237,10 @@ void ConversionRun::OpenInput(State& state, bool first) {
   if (state.reader->filename().empty()) throw ToldFailure();
   if (state.inFormat->severalFiles && state.request.useAttributes) state.reader->SetDBFObj(state.fields);
   if (first && !state.reader->Layers().empty()) MatchLayers(state);
+  if (state.coordinates) {
+    state.coordinates->Open(*state.reader, *state.writer);
+    state.summary.systems = state.coordinates->Used();
+  }
   TellWhatIsNotCarried(state);
   std::vector<LayerState> states = state.reader->LayerStates();
   state.summary.layerStates.insert(state.summary.layerStates.end(), states.begin(), states.end());
@@ -266,8 +275,14 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
     tell(WarningKind::AttributesNotCarried, state.writer->CarriesAttributes(), state.reader->AttributesPath(),
          "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");
   }
-  tell(WarningKind::ProjectionNotCarried, state.writer->CarriesSource(), state.reader->ProjectionPath(),
-       "the coordinate system that it names", " is");
+  const CoordinateSystem& system = state.summary.systems.to;
+  if (system.IsKnown() && state.writer->CarriesSource() != Carrying::Yes && !state.writer->NamesSystem()) {
+    state.summary.report.Warn(WarningKind::ProjectionNotCarried,
+                              state.request.OutFile + ": does not say that its coordinates are in " + system.name);
+  } else if (!system.IsKnown()) {
+    tell(WarningKind::ProjectionNotCarried, state.writer->CarriesSource(), state.reader->ProjectionPath(),
+         "the coordinate system that it names", " is");
+  }
 }
 
 void ConversionRun::MatchLayers(State& state) {
@@ -344,6 +359,28 @@ void ConversionRun::WriteElement(State& state, tEntity& entity, bool isFilled) {
   const std::int16_t kind = entity.bType;
   TraitSet lost = state.traits->Of(entity);             // before the writer changes it
   if (isFilled) lost &= ~TraitSet{kHasUnmatchedLayer};  // its layer is but the name of its code
+  const auto placed = state.coordinates ? state.coordinates->Place(entity, *state.reader) : Coordinates::Placed::Whole;
+  if (placed == Coordinates::Placed::Nowhere) {
+    state.writer->losses().Add(WarningKind::NotTransformed);
+    summary.skipped.Add(kind);
+    return;
+  }
+  WriteResult result = HandOver(state, entity);
+  if (result != WriteResult::Skipped) {
+    state.traits->Count(lost);
+    if (placed == Coordinates::Placed::Drawn) {
+      state.coordinates->CountDrawn(state.writer->losses());
+      result = WriteResult::Converted;
+    }
+  }
+  (result == WriteResult::Written     ? summary.written
+   : result == WriteResult::Converted ? summary.converted
+                                      : summary.skipped)
+      .Add(kind);
+}
+
+// To the writer, as what it holds.
+WriteResult ConversionRun::HandOver(State& state, tEntity& entity) {
   state.writing = true;
   WriteResult result = WriteResult::Converted;
   if (state.reduction->Fits(entity)) {
@@ -356,11 +393,7 @@ void ConversionRun::WriteElement(State& state, tEntity& entity, bool isFilled) {
     });
   }
   state.writing = false;
-  if (result != WriteResult::Skipped) state.traits->Count(lost);
-  (result == WriteResult::Written     ? summary.written
-   : result == WriteResult::Converted ? summary.converted
-                                      : summary.skipped)
-      .Add(kind);
+  return result;
 }
 
 void ConversionRun::CreateAreas(State& state, AreaPlace place) {
@@ -419,6 +452,10 @@ void ConversionRun::Finish(State& state) {
   state.writer->losses().Locate(nullptr);
   if (state.areas) state.areas->Account(summary.intoAreas, summary.skipped);
   summary.skippedHint = state.writer->HintOfSkipped();
+  if (state.coordinates) {
+    state.coordinates->CountAtEnd(state.writer->losses());
+    summary.systems = state.coordinates->Used();
+  }
   const bool failed = summary.outcome == RunOutcome::Failed;
   const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
   const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/element/Extents.h"
+#include "core/run/Coordinates.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/FormatTable.h"
 #include "core/run/Interaction.h"
@@ -55,9 +56,10 @@ struct RunSummary {
   std::string skippedHint;              ///< how to write what was skipped too; empty where there is no such way
   std::vector<std::string> layers;      ///< of the elements read, in order of first appearance
   std::vector<LayerState> layerStates;  ///< of those that an input does not simply show
-  Extents extents;                      ///< of the elements read
-  std::vector<std::string> outputs;     ///< the files that exist now
-  bool oldKept = false;                 ///< the run failed: an old output stays, `outputs` lie beside it
+  Extents extents;                      ///< of the elements read, in the system of their input
+  SystemsUsed systems;
+  std::vector<std::string> outputs;  ///< the files that exist now
+  bool oldKept = false;              ///< the run failed: an old output stays, `outputs` lie beside it
   Report report;
 };
 
@@ -82,6 +84,7 @@ class ConversionRun {
   void OpenInput(State& state, bool first);
   void MatchLayers(State& state);
   void TellWhatIsNotCarried(State& state);
+  WriteResult HandOver(State& state, tEntity& entity);
   void PumpElements(State& state);
   void TellUnfoundLayers(State& state);
   void EndAtLimit(State& state, const std::string& reason);

@@ -19,6 +19,7 @@
 #include "core/run/Losses.h"
 #include "core/run/Options.h"
 #include "core/run/Reduction.h"
+#include "core/run/SystemChoice.h"
 
 namespace tesselink {
 
@@ -40,6 +41,7 @@ struct FilterOptions {
   std::optional<double> tolerance = {};  ///< greatest distance of a curve from its chain, in drawing units
   bool attributes = true;                ///< those of inputs go along, where the output holds them
 
+  SystemChoice systems = {};
   std::vector<std::string> layers = {}, withoutLayers = {};  ///< for LayerSelection
   std::optional<ClipBox> clip = {};                          ///< only what touches it is taken
   bool buildAreas = false;                                   ///< make areas of lines; see AreaBuilding
@@ -190,6 +192,8 @@ class OutputFilter {
   /// Told, before SourceOpened, of the system that an input's coordinates are in when they arrive here; of one that is
   /// not known where none is.
   virtual void SourceSystem(const CoordinateSystem&) {}
+  /// Whether what it writes names that system, or has but one.
+  virtual bool NamesSystem() const { return WishesSystem() != SystemWish::None; }
   /// Told of each input once it is open, before its first element, for writers that take more from it than elements.
   virtual void SourceOpened(InputFilter&) {}
   /// Writes one element and may change it on the way. Throws Error when no file is open or the writing fails.

@@ -22,6 +22,7 @@ struct Companion {
   bool standardOnly = false;  ///< of outputs: written in the standard dialect alone
   /// Of outputs: told where one from before stays, since the new output has none.
   std::optional<WarningKind> whenOlder = std::nullopt;
+  bool namesSystem = false;  ///< of outputs: written wherever a person has named a coordinate system
 };
 
 /// What becomes of lines and the areas that are made of them in an output.

@@ -10,10 +10,11 @@ namespace tesselink {
 
 namespace fs = std::filesystem;
 
-std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, Dialect dialect) {
+std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, const FilterOptions& options) {
   std::vector<const Companion*> written;
   for (const Companion& companion : format.companions) {
-    if (!companion.standardOnly || dialect == Dialect::Standard) written.push_back(&companion);
+    const bool isWanted = companion.namesSystem && options.systems.IsGiven();
+    if (!companion.standardOnly || isWanted || options.dialect == Dialect::Standard) written.push_back(&companion);
   }
   return written;
 }
@@ -29,7 +30,7 @@ std::vector<std::string> WrittenFiles(const std::string& output, const OutputFor
     const std::string main = BehindStem(output, part);
     const std::string stem = FolderOf(main) + StripExtension(FileNameOf(main)) + ".";
     add(main);
-    for (const Companion* companion : WrittenCompanions(format, options.dialect)) {
+    for (const Companion* companion : WrittenCompanions(format, options)) {
       const std::string& extension = companion->extension;
       add(stem + extension);
       add(stem + LowerCase(extension));

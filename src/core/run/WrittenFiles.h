@@ -8,8 +8,8 @@
 
 namespace tesselink {
 
-/// The companions that an output has in a dialect.
-std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, Dialect dialect);
+/// The companions that an output has, as options say.
+std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, const FilterOptions& options);
 
 /// The output, or the parts that are made instead of it, and the files beside them, in either letter case, whether or
 /// not they exist.

@@ -69,7 +69,7 @@ std::string Partner(const std::string& path, const std::string& extension) {
 }  // namespace
 
 std::vector<Companion> ESRIOutFilt::Companions() {
-  return {{"SHX"}, {"DBF"}, {"CPG", true}, {"PRJ", true, WarningKind::CoordinateSystem}};
+  return {{"SHX"}, {"DBF"}, {"CPG", true}, {"PRJ", true, WarningKind::CoordinateSystem, true}};
 }
 
 std::vector<FormatOption> ESRIOutFilt::Options() {
@@ -114,6 +114,7 @@ void ESRIOutFilt::Create(const std::string& path) {
   fieldsDeclared_ = false;
   skippedOthers_ = false;
   sources_ = 0;
+  system_ = {};
   projection_.clear();
   projectionConflict_.clear();
   losses().Describe(WarningKind::Heights, {}, "the shape types written have no z; elements that lost theirs");
@@ -138,7 +139,7 @@ void ESRIOutFilt::Create(const std::string& path) {
 // says stand behind them where layers and texts were asked for, and alone where no attributes are.
 void ESRIOutFilt::SourceOpened(InputFilter& source) {
   if (!writing_.carriesSource) return;
-  CarryProjection(source.ProjectionPath());
+  if (!system_.IsKnown()) CarryProjection(source.ProjectionPath());
   if (sources_ == 0) form_ = source.Form();
   AttributeTable* attributes = options().attributes ? source.Attributes() : nullptr;
   if (!hasOwnFields_ && source.Form().isDrawing && !source.AttributesAreAll()) {
@@ -426,7 +427,7 @@ void ESRIOutFilt::Complete() {
   WriteHead();
   files_.Close();
   table_.Release();
-  if (writing_.carriesSource) CompleteProjection();
+  CompleteProjection();
   Lost(WarningKind::CutValues, carried_.CutValues());
 }
 
@@ -439,7 +440,11 @@ void ESRIOutFilt::WriteBeside(const std::string& extension, const std::string& t
 }
 
 void ESRIOutFilt::CompleteProjection() {
-  if (!projectionConflict_.empty()) {
+  if (system_.IsKnown() && system_.esriWkt.empty()) {
+    report().Warn(WarningKind::ProjectionNotCarried, shpPath_ + ": no .prj file can name " + system_.name);
+  } else if (system_.IsKnown()) {
+    WriteBeside("prj", system_.esriWkt);
+  } else if (!projectionConflict_.empty()) {
     report().Warn(WarningKind::CoordinateSystems,
                   projectionConflict_ + ": the inputs do not agree in their coordinate systems; none was written");
   } else if (!projection_.empty()) {

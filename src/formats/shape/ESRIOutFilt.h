@@ -49,6 +49,8 @@ class ESRIOutFilt final : public OutputFilter {
   static void CheckName(const std::string& path);
   ~ESRIOutFilt() override { ReleaseQuietly(); }
 
+  bool NamesSystem() const override { return true; }
+  void SourceSystem(const CoordinateSystem& system) override { system_ = system; }
   void SourceOpened(InputFilter& source) override;
   std::vector<std::string> Outputs() const override { return created_; }
   Holding Holds() const override {
@@ -104,6 +106,7 @@ class ESRIOutFilt final : public OutputFilter {
   bool fieldsDeclared_ = false;
   bool skippedOthers_ = false;  // elements of other kinds
   int sources_ = 0;
+  CoordinateSystem system_;         // that the run was asked for; what .prj files say counts only without it
   std::string projection_;          // what the .prj files of all sources say
   std::string projectionConflict_;  // the first input whose .prj says something else
   ElementForm form_;                // of the first source

@@ -48,7 +48,10 @@ ESRIOutFilt& ShapesByKind::WriterOf(FeatureKind kind) {
   const auto at = static_cast<std::size_t>(kind);
   Shapefile& shapefile = shapefiles_[at];
   if (!shapefile.writer) Begin(at);
-  if (shapefile.source != sources_) shapefile.writer->SourceOpened(*source_);
+  if (shapefile.source != sources_) {
+    shapefile.writer->SourceSystem(system_);
+    shapefile.writer->SourceOpened(*source_);
+  }
   shapefile.source = sources_;
   return *shapefile.writer;
 }

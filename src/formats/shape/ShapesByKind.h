@@ -28,6 +28,8 @@ class ShapesByKind final : public OutputFilter {
   /// Areas made of lines go into a shapefile of areas, with lines in another one or alone.
   static AreaPlace PlaceOfAreas(const OptionValues& values);
 
+  bool NamesSystem() const override { return true; }
+  void SourceSystem(const CoordinateSystem& system) override { system_ = system; }
   void SourceOpened(InputFilter& source) override {
     source_ = &source;
     ++sources_;
@@ -50,6 +52,7 @@ class ShapesByKind final : public OutputFilter {
   Holding holding_;
   Carrying carrying_;
   std::string path_;
+  CoordinateSystem system_;
   InputFilter* source_ = nullptr;  // the one that is open
   int sources_ = 0;
   struct Shapefile {

@@ -125,7 +125,8 @@ def from_geopackage(path):
 
 
 def convert(program, source, output):
-    code, _, errors = tesselink(program, "convert", "-q", "--dialect", "standard", "--allow-ballpark", source, output)
+    as_they_stand = ["--from-crs", "EPSG:4326"] if output.suffix == ".geojson" else []
+    code, _, errors = tesselink(program, "convert", "-q", "--dialect", "standard", *as_they_stand, source, output)
     check(code == 0, f"exit code {code}: {errors.strip()[:200]}")
     return output
 

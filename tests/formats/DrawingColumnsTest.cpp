@@ -103,7 +103,7 @@ TEST_F(DrawingTableTest, IsKnownByItsColumnsAlone) {
     return Row(found.bType, found.Layer, others);
   };
   EXPECT_EQ(read(fields), "3 x none");
-  for (const std::size_t missing : {0, 4, 8, 11}) {
+  for (const std::size_t missing : {0U, 4U, 8U, 11U}) {
     auto some = fields;
     some.erase(some.begin() + static_cast<std::ptrdiff_t>(missing));
     EXPECT_TRUE(read(some).starts_with("0 0 ")) << "without " << fields[missing].name;

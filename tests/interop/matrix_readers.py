@@ -179,22 +179,25 @@ def own_texts(e):
 
 
 def own_fields(document):
-    """Name and type of each field of the first table that layer 0 tells of."""
+    """Name, type and length of each field of the first table that layer 0 tells of."""
     fields = [text.split(" ", 4) for text in own_texts(document.layers.get("0")) if text.startswith("field ")]
-    return [(name, kind) for _, kind, _, _, name in fields]
+    return [(name, kind, length) for _, kind, length, _, name in fields]
 
 
 def own_values(e, fields):
-    def typed(kind, text):
+    def typed(kind, length, text):
         if kind in "NF":
-            return float(text) if re.fullmatch(r"[-+.\dEe]+", text) else None
+            return float(text) if text.strip("*") else None
         if kind == "L":
-            return text.strip("?")
+            return text.strip("?") if length == "1" else None
         return f"{text[:4]}/{text[4:6]}/{text[6:]}" if kind == "D" and len(text) == 8 else text
     if not e.has_xdata("TESSELINK"):
         return None
     given = dict(text.split("=", 1) for text in own_texts(e)[1:])
-    return tuple(typed(kind, given.get(name, "")) for name, kind in fields)
+    try:
+        return tuple(typed(kind, length, given.get(name, "")) for name, kind, length in fields)
+    except ValueError:
+        return None  # of such numbers everybody makes something else
 
 
 def from_hatch(e, at, bounded):

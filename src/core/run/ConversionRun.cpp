@@ -270,7 +270,8 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
     }
     state.summary.report.Warn(kind, text);
   };
-  const std::string taken(state.reader->Layered ? "layer and text" : state.writer->TakesFromAttributes());
+  const bool mayTake = state.reader->Layered && !state.reader->Form().isDrawing;
+  const std::string taken(mayTake ? "layer and text" : state.writer->TakesFromAttributes());
   if (state.request.options.attributes) {
     tell(WarningKind::AttributesNotCarried, state.writer->CarriesAttributes(), state.reader->AttributesPath(),
          "its attributes" + (taken.empty() ? "" : ", but for " + taken + ","), " are");

@@ -326,7 +326,8 @@ void ESRIOutFilt::AddRow(const tEntity& entity) {
 
 // What an element of a drawing has and no attribute of its record says.
 void ESRIOutFilt::CountUnsaid(const tEntity& entity) {
-  const bool hasColour = entity.Colour > 0 && entity.RGB != 0;
+  constexpr std::int32_t kWhite = 0xFFFFFF;  // what has no colour is drawn in
+  const bool hasColour = entity.Colour > 0 && entity.RGB != 0 && entity.RGB != kWhite;
   if (entity.Record == 0) return Lost(WarningKind::OutsideTables);
   if (entity.Layer != "0" && std::find(values_.begin(), values_.end(), entity.Layer) == values_.end()) {
     Lost(WarningKind::Layers);

@@ -39,7 +39,8 @@ std::string AccuracyText(double accuracy) {
 // What would be more accurate, were its grids there; empty for nothing.
 std::string BetterThan(const Candidate& chosen, const std::vector<Candidate>& ranked) {
   std::string better;
-  double best = chosen.accuracy < 0 ? kInfinity : chosen.accuracy;
+  double best = chosen.accuracy;
+  if (best < 0) best = kInfinity;
   for (const Candidate& other : ranked) {
     if (other.isThere || other.accuracy < 0 || other.accuracy >= best) continue;
     best = other.accuracy;

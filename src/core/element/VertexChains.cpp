@@ -185,6 +185,15 @@ class EllipseSteps {
 
 }  // namespace
 
+bool DrawCurve(tEntity& entity, VertexChain& drawn, const CurveTolerance& tolerance) {
+  drawn.clear();
+  const bool enough = AppendCurve(drawn, entity, tolerance);
+  entity.Closed = entity.bType == kCircle;
+  entity.bType = kPolyline;
+  StoreVertices(entity, drawn);
+  return enough;
+}
+
 // A chain of several parts is drawn part by part, since its parts begin elsewhere afterwards.
 bool DrawBulges(tEntity& entity, VertexChain& drawn, const CurveTolerance& tolerance) {
   bool enough = true;

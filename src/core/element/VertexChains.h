@@ -65,6 +65,9 @@ bool AppendCircle(VertexChain& chain, const Vertex& centre, double radius, const
 /// What an element that is a circle or an arc draws, in the plane of its z; arcs run counter-clockwise.
 bool AppendCurve(VertexChain& chain, const tEntity& circleOrArc, const CurveTolerance& tolerance);
 
+/// Makes a circle or an arc a chain of what it draws, by way of a chain whose memory is used again.
+bool DrawCurve(tEntity& circleOrArc, VertexChain& drawn, const CurveTolerance& tolerance);
+
 /// A segment that is an arc in the plane of x and y: the bulge is the tangent of a quarter of the arc's angle, positive
 /// counter-clockwise. Points of it follow from the angle passed along a secant, which stays exact for the flattest
 /// arcs, whose centre is too far away to compute with.

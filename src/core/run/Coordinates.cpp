@@ -187,11 +187,7 @@ bool Coordinates::PlaceCurves(tEntity& entity) {
       entity.Curve({radius * similarity->scale, Turned(start, similarity->turn), Turned(end, similarity->turn)});
       return true;
     }
-    chain_.clear();
-    coarse_ = !AppendCurve(chain_, entity, tolerance);
-    entity.Closed = entity.bType == kCircle;
-    entity.bType = kPolyline;
-    StoreVertices(entity, chain_);
+    coarse_ = !DrawCurve(entity, chain_, tolerance);
     return false;
   }
   if (similarity && holding_.bulges) return true;

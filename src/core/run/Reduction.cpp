@@ -11,18 +11,12 @@ bool Reduction::HoldsAllOf(const tEntity& entity) const {
 
 bool Reduction::HoldsBulgesOf(const tEntity& entity) const { return holding_.bulges && entity.IsLevel(); }
 
-void Reduction::DrawCurve(tEntity& entity) {
-  lost_.push_back(WarningKind::Curves);
-  chain_.clear();
-  if (!AppendCurve(chain_, entity, tolerance_)) lost_.push_back(WarningKind::CoarseCurves);
-  entity.Closed = entity.bType == kCircle;
-  entity.bType = kPolyline;
-  StoreVertices(entity, chain_);
-}
-
 void Reduction::Reduce(tEntity& entity, const Sink& sink) {
   lost_.clear();
-  if (IsCurve(entity.bType) && !holding_.curves) DrawCurve(entity);
+  if (IsCurve(entity.bType) && !holding_.curves) {
+    lost_.push_back(WarningKind::Curves);
+    if (!DrawCurve(entity, chain_, tolerance_)) lost_.push_back(WarningKind::CoarseCurves);
+  }
   if (!entity.Bulges.empty() && !HoldsBulgesOf(entity)) {
     lost_.push_back(WarningKind::Curves);
     if (!DrawBulges(entity, chain_, tolerance_)) lost_.push_back(WarningKind::CoarseCurves);

@@ -53,7 +53,6 @@ class Reduction {
   }
   bool HoldsBulgesOf(const tEntity& entity) const;
   bool HandOut(tEntity& entity, const Sink& sink);
-  void DrawCurve(tEntity& entity);
 
   Holding holding_;
   Losses& losses_;

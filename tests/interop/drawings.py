@@ -8,6 +8,7 @@ flattening, which is taken ten times as fine. First generated drawings, then tho
 Exit codes: 0 agrees, 1 deviates, 77 ezdxf is not installed.
 """
 import argparse
+import concurrent.futures
 import json
 import logging
 import math
@@ -428,6 +429,14 @@ def compare(program, path, reader_type):
     return len(reader.elements)
 
 
+def reading(task):
+    """How many elements agree, None where ezdxf cannot read the drawing; or what deviates."""
+    try:
+        return compare(*task), None
+    except Deviation as deviation:
+        return None, str(deviation)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--tesselink", required=True)
@@ -440,17 +449,18 @@ def main():
         drawn = re.compile(rb"(?<![A-Z])(INSERT|SOLID|TRACE|SHAPE|IMAGE|WIPEOUT|DIMENSION|ACAD_TABLE|HATCH|LEADER|MULTILEADER|MLINE|TOLERANCE|ATTDEF|Embedded Object)[\r\n\0]")
         tasks = [(path, Reader) for path in paths]
         tasks += [(path, BlockReader) for path in paths if drawn.search(path.read_bytes())]
-        for path, reader_type in tasks:
-            try:
-                count = compare(options.tesselink, path, reader_type)
-                unread += count is None
-                compared += count or 0
-            except Deviation as deviation:
-                what, why = EXPLAINED.get(path.name, ("", ""))
-                known = bool(what) and what in str(deviation)
-                faults += not known
-                agreed.discard(path.name)
-                print(f"{'explained' if known else 'DEVIATES'}: {path.name}: {deviation} {why}")
+        with concurrent.futures.ProcessPoolExecutor() as pool:
+            readings = list(pool.map(reading, [(options.tesselink, *task) for task in tasks]))
+    for (path, _), (count, deviation) in zip(tasks, readings):
+        if deviation is None:
+            unread += count is None
+            compared += count or 0
+            continue
+        what, why = EXPLAINED.get(path.name, ("", ""))
+        known = bool(what) and what in deviation
+        faults += not known
+        agreed.discard(path.name)
+        print(f"{'explained' if known else 'DEVIATES'}: {path.name}: {deviation} {why}")
     for name in sorted(agreed):
         faults += 1
         print(f"DEVIATES: {name}: is explained above, but agrees in both dialects")

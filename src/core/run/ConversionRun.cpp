@@ -293,6 +293,14 @@ void ConversionRun::MatchLayers(State& state) {
   if (codes) state.reader->AssignCodes(layers, std::move(*codes));
 }
 
+// Whether the run goes no further, though there is more.
+inline bool ConversionRun::HasEnded(State& state) {
+  const bool isFull = state.writer->Size() > state.maxOutput;
+  if (!isFull && !interaction_.CancelRequested()) return false;
+  isFull ? EndAtSize(state) : static_cast<void>(state.summary.outcome = RunOutcome::Cancelled);
+  return true;
+}
+
 // Until the end of the file, or until the run ends with another outcome.
 void ConversionRun::PumpElements(State& state) {
   while (state.pump.Next(*state.reader)) {
@@ -303,18 +311,6 @@ void ConversionRun::PumpElements(State& state) {
     if (delivered) ConvertElement(state);
     if (HasEnded(state)) return;
   }
-}
-
-// Whether the run goes no further, though there is more.
-bool ConversionRun::HasEnded(State& state) {
-  if (state.writer->Size() > state.maxOutput) {
-    EndAtLimit(state, state.request.OutFile + ": has grown beyond the " + std::to_string(state.maxOutput) +
-                          " bytes that this run may write; " + interaction_.Naming("max-output", "SIZE") +
-                          " allows more");
-  } else if (interaction_.CancelRequested()) {
-    state.summary.outcome = RunOutcome::Cancelled;
-  }
-  return state.summary.outcome != RunOutcome::Done;
 }
 
 // Counts an element that the person does not want.
@@ -328,6 +324,12 @@ bool ConversionRun::IsWanted(State& state) {
 }
 
 // A small drawing may say so much by repetition that the output fills a disk.
+void ConversionRun::EndAtSize(State& state) {
+  EndAtLimit(state, state.request.OutFile + ": has grown beyond the " + std::to_string(state.maxOutput) +
+                        " bytes that this run may write; " + interaction_.Naming("max-output", "SIZE") +
+                        " allows more");
+}
+
 void ConversionRun::EndAtLimit(State& state, const std::string& reason) {
   RunSummary& summary = state.summary;
   summary.outcome = RunOutcome::Limited;
@@ -366,7 +368,10 @@ void ConversionRun::WriteElement(State& state, tEntity& entity, bool isFilled) {
     summary.skipped.Add(kind);
     return;
   }
-  WriteResult result = HandOver(state, entity);
+  state.writing = true;
+  WriteResult result =
+      state.reduction->Fits(entity) ? state.writer->WriteEntity(entity) : HandOverReduced(state, entity);
+  state.writing = false;
   if (result != WriteResult::Skipped) {
     state.traits->Count(lost);
     if (placed == Coordinates::Placed::Drawn) {
@@ -381,19 +386,13 @@ void ConversionRun::WriteElement(State& state, tEntity& entity, bool isFilled) {
 }
 
 // To the writer, as what it holds.
-WriteResult ConversionRun::HandOver(State& state, tEntity& entity) {
-  state.writing = true;
+WriteResult ConversionRun::HandOverReduced(State& state, tEntity& entity) {
   WriteResult result = WriteResult::Converted;
-  if (state.reduction->Fits(entity)) {
-    result = state.writer->WriteEntity(entity);
-  } else {
-    state.reduction->Reduce(entity, [&](tEntity& reduced) {
-      const bool skipped = state.writer->WriteEntity(reduced) == WriteResult::Skipped;
-      if (skipped) result = WriteResult::Skipped;
-      return !skipped;
-    });
-  }
-  state.writing = false;
+  state.reduction->Reduce(entity, [&](tEntity& reduced) {
+    const bool skipped = state.writer->WriteEntity(reduced) == WriteResult::Skipped;
+    if (skipped) result = WriteResult::Skipped;
+    return !skipped;
+  });
   return result;
 }
 

@@ -84,7 +84,7 @@ class ConversionRun {
   void OpenInput(State& state, bool first);
   void MatchLayers(State& state);
   void TellWhatIsNotCarried(State& state);
-  WriteResult HandOver(State& state, tEntity& entity);
+  WriteResult HandOverReduced(State& state, tEntity& entity);
   void PumpElements(State& state);
   void TellUnfoundLayers(State& state);
   void EndAtLimit(State& state, const std::string& reason);
@@ -94,6 +94,7 @@ class ConversionRun {
   void CreateAreas(State& state, AreaPlace place);
   void WriteAreas(State& state);
   bool HasEnded(State& state);
+  void EndAtSize(State& state);
   void RefuseToReplaceByNothing(const State& state) const;
   void Finish(State& state);
   void Deliver(State& state);

@@ -332,13 +332,12 @@ bool ESRIInFilt::DeliverLabel(tEntity& entity) {
   return labels_->Fill(Row(), entity);
 }
 
-void ESRIInFilt::SetAttributes(tEntity& entity) {
+void ESRIInFilt::TakeAttributes(tEntity& entity) {
   if (isDrawing_) {
     columns_.Store(*table_, Row(), entity);
     if (!Codes().empty()) entity.CDFCode = codes_.CodeOf(entity.Layer);
     return;
   }
-  if (!UsesTable()) return;
   if (layerField_ >= 0 || !reading_.layerZeroWithoutField) entity.Layer = table_->GetFieldData(layerField_, Row());
   entity.CDFCode = codes_.CodeOf(entity.Layer);
   const int colour = labels_ ? labels_->ColourField() : -1;

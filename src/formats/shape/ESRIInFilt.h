@@ -84,7 +84,10 @@ class ESRIInFilt final : public InputFilter {
   void Begin(tEntity& entity, Kind kind) const;
   bool DeliverShape(tEntity& entity);
   bool DeliverLabel(tEntity& entity);
-  void SetAttributes(tEntity& entity);
+  void SetAttributes(tEntity& entity) {
+    if (isDrawing_ || UsesTable()) TakeAttributes(entity);
+  }
+  void TakeAttributes(tEntity& entity);
 
   bool ShapeLeft() const { return reading_.wholeShapes ? shapePending_ : records_.PartsLeft(); }
   bool UsesTable() const { return Layered && table_ != nullptr; }

@@ -1,11 +1,10 @@
 #include "formats/FeatureProperties.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
+#include "core/element/ColourNames.h"
 #include "core/element/Justification.h"
 #include "core/io/CodePages.h"
 #include "core/io/Numbers.h"
@@ -46,10 +45,8 @@ PropertyValue NumberOrNothing(double value) {
 
 PropertyValue Colour(const tEntity& entity, std::string& scratch) {
   if (entity.RGB == 0 && !entity.IsBlack) return {};
-  std::array<char, 8> text;
-  std::snprintf(text.data(), text.size(), "#%02x%02x%02x", entity.RGB & 255, entity.RGB >> 8 & 255,
-                entity.RGB >> 16 & 255);
-  scratch.assign(text.data());
+  const auto text = HexOfColour(entity.RGB);
+  scratch.assign(text.begin(), text.end());
   return std::string_view(scratch);
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/element/ColourNames.h"
 #include "core/io/Errors.h"
 #include "core/io/Files.h"
 #include "core/io/Text.h"
@@ -42,10 +43,8 @@ std::string Escaped(const std::string& text) {
 }
 
 std::string Hex(std::int32_t colour) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string text = "#";
-  for (const int shift : {4, 0, 12, 8, 20, 16}) text += kDigits[static_cast<std::size_t>(colour >> shift & 0xF)];
-  return text;
+  const auto text = HexOfColour(colour);
+  return {text.begin(), text.end()};
 }
 
 // As high as the drawing is beside its width, within reason.

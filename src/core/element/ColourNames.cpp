@@ -38,6 +38,14 @@ std::int32_t ColourOfName(std::string_view name) {
   return named == nullptr ? 0 : ColourOf(*named);
 }
 
+std::array<char, 7> HexOfColour(std::int32_t colour) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::array<char, 7> text{'#'};
+  std::size_t at = 0;
+  for (const int shift : {4, 0, 12, 8, 20, 16}) text[++at] = kDigits[static_cast<std::size_t>(colour >> shift & 0xF)];
+  return text;
+}
+
 std::optional<std::int32_t> ColourOfText(std::string_view text) {
   if (const NamedColour* named = Find(kColourNames, text)) return ColourOf(*named);
   std::array<std::int32_t, 3> parts{};

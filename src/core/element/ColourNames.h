@@ -50,6 +50,8 @@ std::int32_t ColourDistance(std::int32_t a, std::int32_t b);
 std::string_view ColourName(std::int32_t colour);
 /// The colour of a name, letter case ignored; black, which is 0, for a text that is no name.
 std::int32_t ColourOfName(std::string_view name);
+/// The colour as "#rrggbb".
+std::array<char, 7> HexOfColour(std::int32_t colour);
 /// The colour that a text says: one of the eighteen names, "#rrggbb", or three numbers up to 255 as in "255,128,0";
 /// nothing for any other.
 std::optional<std::int32_t> ColourOfText(std::string_view text);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 #include "core/element/ColourNames.h"
 #include "core/element/Justification.h"
@@ -350,12 +349,9 @@ void ESRIOutFilt::AddOwnValues(const tEntity& entity) {
 }
 
 void ESRIOutFilt::AddLooks(const tEntity& entity) {
-  const std::int32_t rgb = entity.RGB;
-  const int length = rgb == 0 && !entity.IsBlack
-                         ? 0
-                         : std::snprintf(trueColour_.data(), trueColour_.size(), "#%02x%02x%02x", rgb & 255,
-                                         rgb >> 8 & 255, rgb >> 16 & 255);
-  values_.emplace_back(trueColour_.data(), static_cast<std::size_t>(length));
+  const bool hasColour = entity.RGB != 0 || entity.IsBlack;
+  if (hasColour) trueColour_ = HexOfColour(entity.RGB);
+  values_.emplace_back(trueColour_.data(), hasColour ? trueColour_.size() : 0);
   if (form_.lineTypes) {
     values_.push_back(Fitting(entity.LineStyle, Column::LineType));
   } else if (!entity.LineStyle.empty() && !EqualsIgnoringCase(entity.LineStyle, "CONTINUOUS")) {

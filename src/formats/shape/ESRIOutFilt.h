@@ -116,7 +116,7 @@ class ESRIOutFilt final : public OutputFilter {
   std::vector<std::string_view> values_;
   std::array<char, 400> angle_, height_;
   std::array<char, kNumberTextSize> number_, handle_;
-  std::array<char, FormOf(Column::TrueColour).length + 1> trueColour_;
+  std::array<char, FormOf(Column::TrueColour).length> trueColour_;
   std::string placement_;
   std::array<std::string, kDrawingColumns.size()> fitted_;
   TableEncoding encoding_;  // of texts from drawings, which do not say theirs

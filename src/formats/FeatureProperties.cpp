@@ -139,7 +139,8 @@ FeatureProperties::FeatureProperties(Report& report, const FilterOptions& option
       losses_(losses),
       rules_(std::move(rules)),
       // Where bytes are passed on as they are, binary values are no text.
-      carried_(report, {.types = options.dialect == Dialect::Standard ? "" : "CNFDL", .reserved = rules_.reserved}) {
+      carried_(report, {.types = options.dialect == Dialect::Standard ? std::string_view() : kTextTypes,
+                        .reserved = rules_.reserved}) {
   losses_.Describe(WarningKind::CutValues, {}, "values that are none of their column's type were left out");
 }
 

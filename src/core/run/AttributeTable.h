@@ -7,6 +7,10 @@
 
 namespace tesselink {
 
+/// The type letters of fields whose values every table has as text: text, number, number, date, logical.
+inline constexpr std::string_view kTextTypes = "CNFDL";
+constexpr bool IsTextType(char type) { return kTextTypes.find(type) != std::string_view::npos; }
+
 class AttributeTable {
  public:
   virtual ~AttributeTable() = default;

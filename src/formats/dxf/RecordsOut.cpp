@@ -58,8 +58,6 @@ std::string EncodedName(const std::string& name) {
   return safe;
 }
 
-bool IsTextType(char type) { return std::string_view("CNFDL").find(type) != std::string_view::npos; }
-
 }  // namespace
 
 std::string schema::WordOf(const ElementForm& form) {

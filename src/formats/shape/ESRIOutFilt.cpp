@@ -91,7 +91,7 @@ ESRIOutFilt::ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> 
       writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
       files_(writing_.everyType),
       table_(options().dialect),
-      carried_(report(), {.longestName = 10, .longestText = 254, .types = "CNFDL"}),
+      carried_(report(), {.longestName = 10, .longestText = 254, .types = kTextTypes}),
       labelsAreas_(!options().labelLayers.empty()),
       onlyKind_(kind) {}
 

@@ -74,8 +74,6 @@ bool IsBlank(std::span<const std::byte> bytes) {
 
 }  // namespace
 
-bool IsTextType(char type) { return std::string_view("CNFDL").find(type) != std::string_view::npos; }
-
 bool IsBinaryType(char type, std::size_t length, bool isFoxPro) {
   switch (type) {
     case 'I':

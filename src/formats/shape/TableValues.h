@@ -10,9 +10,6 @@
 
 namespace tesselink {
 
-/// Whether values of a field type stand in the table as text.
-bool IsTextType(char type);
-
 /// Whether bytes of that type and number are a binary value, which AppendValue reads. `isFoxPro`: "B" is a number,
 /// which other tables use for a place in a memo file.
 bool IsBinaryType(char type, std::size_t length, bool isFoxPro);

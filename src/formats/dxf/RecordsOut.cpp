@@ -80,13 +80,14 @@ void RecordsOut::Reset() { *this = {}; }
 std::string RecordsOut::Begin(InputFilter& source) {
   std::string leftOut;
   table_ = source.Attributes();
-  hasRecords_ = table_ != nullptr || source.Records() > 0;
+  form_ = source.Form();
+  const bool arePoints = form_.shape == ElementForm::Shape::Points;  // one each, so that nothing has to be joined
+  hasRecords_ = table_ != nullptr || (source.Records() > 0 && !arePoints);
   record_ = 0;
   tag_ = {};
   fields_.clear();
   if (!hasRecords_) return leftOut;
   ++tables_;
-  form_ = source.Form();
   form_.isDrawing = form_.isDrawing && !source.AttributesAreAll();
   EncodeValue(std::string(schema::kTable) + ' ' + schema::WordOf(form_) + ' ' + FileNameOf(source.filename()),
               encoded_);

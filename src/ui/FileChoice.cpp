@@ -103,6 +103,14 @@ QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString
 QStringList DropDownEntries(const std::vector<InputFormat>& formats) { return ListedEntries(formats); }
 QStringList DropDownEntries(const std::vector<OutputFormat>& formats) { return ListedEntries(formats); }
 
+QStringList EntriesBeside(const std::vector<OutputFormat>& formats, const QStringList& listed) {
+  QStringList entries;
+  for (const OutputFormat& row : formats) {
+    if (const QString entry = Shown(row.entry); !listed.contains(entry)) entries.append(entry);
+  }
+  return entries;
+}
+
 QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringList& paths) {
   QStringList inputs;
   for (const QString& path : paths) {

@@ -34,6 +34,8 @@ QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString
 /// The entries of a drop-down, in their order.
 QStringList DropDownEntries(const std::vector<InputFormat>& formats);
 QStringList DropDownEntries(const std::vector<OutputFormat>& formats);
+/// The entries of all other formats.
+QStringList EntriesBeside(const std::vector<OutputFormat>& formats, const QStringList& listed);
 
 /// What a drop of files means: of several, those that are inputs by themselves, so that a shapefile may come with its
 /// index and its table.

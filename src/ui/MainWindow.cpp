@@ -78,10 +78,13 @@ QStringList Entries(const QComboBox& box) {
   return entries;
 }
 
-// Takes the format of the path's extension unless the chosen one has that extension too.
+// Takes the format of the path's extension unless the chosen one has that extension too. A format that the drop-down
+// does not begin with joins it once a name asks for it.
 void FollowExtension(QComboBox& box, const QString& path, const QString& entry) {
   const QString extension = QString::fromStdString(ExtensionOf(path.toStdString()));
-  if (!entry.isEmpty() && PatternOf(box.currentText()) != "*" + extension) box.setCurrentText(entry);
+  if (entry.isEmpty() || PatternOf(box.currentText()) == "*" + extension) return;
+  if (box.findText(entry) < 0) box.addItem(entry);
+  box.setCurrentText(entry);
 }
 
 // The system's number of an error. What a file holds that cannot be used is an invalid argument.
@@ -308,7 +311,8 @@ void MainWindow::BrowseInClick() {
 void MainWindow::BrowseOutClick() {
   const std::string input = PathOf(InputPath()), output = PathOf(outFile_->text());
   dialog_->DialogTitle = "Browsing...";
-  dialog_->Filter = FilterList(Entries(*outFormat_)) + "All Files (*.*)|*.*|";
+  const QStringList listed = Entries(*outFormat_);
+  dialog_->Filter = FilterList(listed) + "All Files (*.*)|*.*|" + FilterList(EntriesBeside(formats_.Outputs(), listed));
   dialog_->FilterIndex = outFormat_->currentIndex();
   dialog_->Flags = CommonDlg::kOverwritePrompt;
   dialog_->FileName = Shown(FileNameOf(output.empty() ? StripExtension(input) : output));

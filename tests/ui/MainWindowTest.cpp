@@ -85,7 +85,7 @@ struct Desk {
 
   QTemporaryDir folder;
   MemorySettings settings;
-  FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER};
+  FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER, .moduleFolder = TESSELINK_DATA_FOLDER};
   MainWindow window{AllFormats(), settings, options};
   Answers person;
 };
@@ -228,6 +228,23 @@ class MainWindowTest : public QObject {
     QVERIFY(Bytes(desk.Path("old.dxf")).size() > 3);
     desk.person.Press("exists already. Replace it?", "No");
     desk.Click("cmdApply");
+  }
+
+  void WritesWhatTheDropDownDoesNotBeginWith() {
+    Desk desk;
+    desk.Type("Infile", desk.Copy("quarter-section.asc"));
+    auto& formats = desk.Get<QComboBox>("OutFormat");
+    const int listed = formats.count();
+    desk.person.Do("Browsing...", [&desk](QWidget& window) {
+      const QStringList filters = dynamic_cast<QFileDialog&>(window).nameFilters();
+      QVERIFY(filters.indexOf("GeoPackage (*.gpkg)") > filters.indexOf("All Files (*)"));
+      Choose({"plat.gpkg"})(window);
+    });
+    desk.Click("BrowseOut");
+    desk.Click("cmdApply");
+    QVERIFY(Bytes(desk.Path("plat.gpkg")).startsWith("SQLite format 3"));
+    desk.Type("OutFile", desk.Path("other.gpkg"));
+    QCOMPARE(formats.count(), listed + 1);
   }
 
   void AsksBeforeReplacingATypedOutput() {

@@ -141,7 +141,8 @@ std::size_t BinaryFile::ReadAt(std::int64_t offset, void* into, std::size_t coun
 
 void ReadWindow::Refill(std::int64_t offset, std::size_t count) {
   if (!buffer_) buffer_ = std::make_unique_for_overwrite<std::byte[]>(kCapacity);
-  const bool inOrder = offset >= start_ && offset <= start_ + static_cast<std::int64_t>(filled_);
+  // Of rows of which only some bytes are asked for, the next ones lie a little further on.
+  const bool inOrder = offset >= start_ && offset <= start_ + static_cast<std::int64_t>(filled_ * 2);
   ahead_ = inOrder ? (ahead_ * 4 < kCapacity ? ahead_ * 4 : kCapacity) : 1024;
   const std::size_t wanted = count < ahead_ ? ahead_ : count;
   start_ = offset;

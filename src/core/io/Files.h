@@ -82,6 +82,24 @@ class ReadWindow {
   std::size_t ahead_ = 4096;
 };
 
+/// The bytes that FindInLineBlock looks at.
+inline constexpr std::size_t kLineBlock = 16;
+
+/// Where a byte comes first within a block; kLineBlock when it is not there.
+inline std::size_t FindInLineBlock(const char* block, char wanted) {
+#if defined(__SSE2__)
+  using Bytes = char __attribute__((vector_size(kLineBlock)));
+  Bytes bytes;
+  std::memcpy(&bytes, block, sizeof bytes);
+  // A bit for each byte that is the wanted one.
+  const auto found = static_cast<unsigned>(__builtin_ia32_pmovmskb128(Bytes(bytes == Bytes{} + wanted)));
+  return static_cast<std::size_t>(std::countr_zero(found | 1U << kLineBlock));
+#else
+  const void* found = std::memchr(block, wanted, kLineBlock);
+  return found == nullptr ? kLineBlock : static_cast<std::size_t>(static_cast<const char*>(found) - block);
+#endif
+}
+
 /// Reads a text file line by line. A line ends at a line feed, or at a carriage return in a file that has no line
 /// feed in its first block; carriage returns before a line feed are dropped. A last line without an end is a line.
 class LineReader {
@@ -101,24 +119,27 @@ class LineReader {
   int Number() const { return file_.Number(); }
   /// The next line without its end; false when there is none. The view holds until the next call.
   bool ReadLine(std::string_view& line) {
-    // Lines of a few bytes are the rule: eight bytes at a time find their end sooner than a call does.
+    // Lines of a few bytes are the rule: blocks of them find their end sooner than a call does.
     const char* const begin = buffer_.data() + begin_;
     const std::size_t available = end_ - begin_;
     std::size_t searched = 0;
-    if constexpr (std::endian::native == std::endian::little) {
-      for (; searched < kShortLine && searched + sizeof(std::uint64_t) <= available;
-           searched += sizeof(std::uint64_t)) {
-        constexpr std::uint64_t kEach = 0x0101010101010101;
-        std::uint64_t bytes;
-        std::memcpy(&bytes, begin + searched, sizeof bytes);
-        bytes ^= kEach * static_cast<unsigned char>(lineEnd_);
-        const std::uint64_t zeros = (bytes - kEach) & ~bytes & (kEach << 7);
-        if (zeros == 0) continue;
-        TakeLine(line, searched + static_cast<std::size_t>(std::countr_zero(zeros)) / 8);
-        return true;
-      }
+    for (; searched < kShortLine && searched + kLineBlock <= available; searched += kLineBlock) {
+      const std::size_t found = FindInLineBlock(begin + searched, lineEnd_);
+      if (found == kLineBlock) continue;
+      TakeLine(line, searched + found);
+      return true;
     }
     return ReadLongLine(line, searched);
+  }
+  /// The bytes from the next line on of which there are at least `count` in memory; null where there are fewer. For
+  /// callers that know lines by their bytes and take them with PassLine.
+  const char* Ahead(std::size_t count) const {
+    return end_ - begin_ >= count && lineEnd_ == '\n' ? buffer_.data() + begin_ : nullptr;
+  }
+  /// Takes a line that was looked at, by its length with the line feed at its end.
+  void PassLine(std::size_t length) {
+    begin_ += length;
+    ++lineNumber_;
   }
   /// Whether every byte of the file has been consumed. Of a pipe this may read on, and the line read last is gone.
   bool AtEnd() const { return Position() >= file_.Size() && !(file_.IsPipe() && FillMore()); }

@@ -25,13 +25,7 @@ std::string_view WithoutBlanks(std::string_view text) {
 }
 
 // A group code: a whole number of up to five digits, blanks around it allowed.
-inline bool ParseCode(std::string_view line, int& code) {
-  // Nearly every code stands in three columns.
-  if (line.size() == 3 && line[0] == ' ') {
-    const int tens = line[1] == ' ' ? 0 : line[1] - '0', ones = line[2] - '0';
-    code = tens * 10 + ones;
-    if (tens >= 0 && tens <= 9 && ones >= 0 && ones <= 9) return true;
-  }
+bool ParseCode(std::string_view line, int& code) {
   const char* c = line.data();
   const char* const end = c + line.size();
   while (c != end && (*c == ' ' || *c == '\t')) ++c;
@@ -44,6 +38,16 @@ inline bool ParseCode(std::string_view line, int& code) {
   while (c != end && (*c == ' ' || *c == '\t')) ++c;
   code = negative ? -value : value;
   return digits && c == end;
+}
+
+// The code of a line of three columns with its end, as in " 10\r\n", which nearly every code stands in; -1 for any
+// other.
+inline int CodeOfThreeColumns(const char* line, std::size_t& length) {
+  if (line[0] != ' ') return -1;
+  length = line[3] == '\r' ? 5 : 4;
+  const unsigned tens = line[1] == ' ' ? 0 : static_cast<unsigned char>(line[1]) - unsigned{'0'};
+  const unsigned ones = static_cast<unsigned char>(line[2]) - unsigned{'0'};
+  return tens > 9 || ones > 9 || line[length - 1] != '\n' ? -1 : static_cast<int>(tens * 10 + ones);
 }
 
 // How a binary drawing holds the value of a group code.
@@ -157,17 +161,31 @@ void GroupScanner::GoTo(const GroupMark& mark) {
 }
 
 bool GroupScanner::NextTextGroup() {
-  std::string_view line;
+  constexpr std::size_t kLongestCodeLine = 5;
   do {
-    int code = 0;
-    for (;;) {
-      if (!lines_.ReadLine(line)) return false;
-      if (ParseCode(line, code)) break;
-      PassOver(line);
+    const char* const ahead = lines_.Ahead(kLongestCodeLine);
+    std::size_t length = 0;
+    const int code = ahead == nullptr ? -1 : CodeOfThreeColumns(ahead, length);
+    if (code >= 0) {
+      lines_.PassLine(length);
+      code_ = code;
+    } else if (!ReadCode()) {
+      return false;
     }
-    code_ = code;
     if (!lines_.ReadLine(text_)) return false;
   } while (code_ == kComment);
+  return true;
+}
+
+bool GroupScanner::ReadCode() {
+  std::string_view line;
+  int code = 0;
+  for (;;) {
+    if (!lines_.ReadLine(line)) return false;
+    if (ParseCode(line, code)) break;
+    PassOver(line);
+  }
+  code_ = code;
   return true;
 }
 

@@ -63,6 +63,7 @@ class GroupScanner {
   static constexpr std::size_t kLongestMarked = 64;  // beyond the longest keyword
 
   bool NextTextGroup();
+  bool ReadCode();
   void PassOver(std::string_view line);
   bool NextBinaryGroup();
   std::optional<int> ReadBinaryCode();

@@ -95,28 +95,61 @@ char* FormatByLibrary(char* out, double value, int precision) {
   return end;
 }
 
-// The digits of a whole number without leading zeros.
-char* WriteWhole(char* out, std::uint64_t value) {
-  const int length = value == 0 ? 1 : DigitsBeforePoint(static_cast<double>(value));
-  WriteDigits(out, value, length);
-  return out + length;
+// The digits of a whole number below 10^8, one to a byte, the first in the lowest: numbers of four digits, of two and
+// of one are divided side by side in one word.
+std::uint64_t DigitBytes(std::uint32_t value) {
+  const std::uint64_t fours = value / 10000 | std::uint64_t{value % 10000} << 32;
+  const std::uint64_t hundreds = fours * 10486 >> 20 & 0x0000007F0000007F;
+  const std::uint64_t twos = hundreds | (fours - hundreds * 100) << 16;
+  const std::uint64_t tens = twos * 103 >> 10 & 0x000F000F000F000F;
+  return tens | (twos - tens * 10) << 8;
 }
+
+// The digits of a whole number below 10^16 without leading zeros; writes 16 bytes.
+char* WriteWhole(char* out, std::uint64_t value) {
+  constexpr std::uint64_t kZeros = 0x3030303030303030, kEight = 100000000;
+  if constexpr (std::endian::native != std::endian::little) return std::to_chars(out, out + 16, value).ptr;
+  const auto put = [&out](std::uint64_t digits, int leading) {
+    const std::uint64_t text = (digits | kZeros) >> 8 * leading;
+    std::memcpy(out, &text, sizeof text);
+    out += 8 - leading;
+  };
+  const bool isLong = value >= kEight;
+  const std::uint64_t first = DigitBytes(static_cast<std::uint32_t>(isLong ? value / kEight : value));
+  put(first, first == 0 ? 7 : std::countr_zero(first) / 8);
+  if (isLong) put(DigitBytes(static_cast<std::uint32_t>(value % kEight)), 0);
+  return out;
+}
+
+// What stands behind the whole number for each count of thousandths, and how long it is.
+struct Decimals {
+  std::array<char, 4> text;
+  std::uint8_t length;
+};
+constexpr std::array<Decimals, 1000> kThousandths = [] {
+  std::array<Decimals, 1000> all{};
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const auto digit = [i](std::size_t place) { return static_cast<char>('0' + i / place % 10); };
+    all[i] = {{'.', digit(100), digit(10), digit(1)},
+              static_cast<std::uint8_t>(i == 0         ? 0
+                                        : i % 100 == 0 ? 2
+                                        : i % 10 == 0  ? 3
+                                                       : 4)};
+  }
+  return all;
+}();
 
 // Most survey coordinates have at most three decimals. A whole number of thousandths below 10^15 whose quotient is the
 // very value has at most 15 digits, so it is what 15 significant digits print. Returns null for any other value.
 char* FormatThousandths(char* out, double magnitude) {
   if (!(magnitude < 1e12)) return nullptr;
   const auto thousandths =
-      static_cast<std::uint64_t>(magnitude * 1000 + 0.5);  // NOLINT(bugprone-incorrect-roundings): checked next
+      static_cast<std::int64_t>(magnitude * 1000 + 0.5);  // NOLINT(bugprone-incorrect-roundings): checked next
   if (static_cast<double>(thousandths) / 1000 != magnitude) return nullptr;
-  out = WriteWhole(out, thousandths / 1000);
-  const auto rest = static_cast<unsigned>(thousandths % 1000);
-  if (rest == 0) return out;
-  *out++ = '.';
-  *out++ = static_cast<char>('0' + rest / 100);
-  if (rest % 100 == 0) return out;
-  std::memcpy(out, &kDigitPairs[std::size_t{2} * (rest % 100)], 2);
-  return out + (rest % 10 == 0 ? 1 : 2);
+  out = WriteWhole(out, static_cast<std::uint64_t>(thousandths / 1000));
+  const Decimals& decimals = kThousandths[static_cast<std::size_t>(thousandths % 1000)];
+  std::memcpy(out, decimals.text.data(), decimals.text.size());
+  return out + decimals.length;
 }
 
 // Integer arithmetic for the range in which the text has no exponent: several times as fast as the library, and as

@@ -92,7 +92,8 @@ TEST(Numbers, LenientTakesTheLongestLeadingNumber) {
 
 TEST(Numbers, StrictTakesNothingButANumber) {
   EXPECT_EQ(StrictNumber("  -12.5e1 "), -125);
-  for (const char* text : {"", " ", "12a", "nan", "inf", "-inf", "0x1F", "1 2", "1,5", "--1", "1e400", "\t1", "12\r"}) {
+  for (const char* text : {"", " ", "12a", "nan", "inf", "-inf", "0x1F", "1 2", "1,5", "--1", "1e400", "\t1", "12\r",
+                           "1234:678", "12/45678", "123456789\xB1", "12345678 9"}) {
     EXPECT_NE(ErrorOf([&] { StrictNumber(text); }), "") << text;
     EXPECT_EQ(std::isnan(NumberOrNone(text)), text != std::string("\t1")) << text;
   }

@@ -189,8 +189,30 @@ char* FormatGeneral(char* out, double value) {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-// Consumes a run of digits behind `value` and returns its end.
+// Eight digits as a number, the first of them in the lowest byte, each less '0'.
+inline std::uint64_t EightDigits(std::uint64_t digits) {
+  digits = digits * 10 + (digits >> 8);
+  return ((digits & 0x000000FF000000FF) * 0x000F424000000064 +
+          (digits >> 16 & 0x000000FF000000FF) * 0x0000271000000001) >>
+         32;
+}
+
+// Consumes a run of digits behind `value` and returns its end; where there is room, up to eight digits at once.
 inline const char* ParseDigits(const char* at, const char* last, std::uint64_t& value) {
+  if constexpr (std::endian::native == std::endian::little) {
+    constexpr std::uint64_t kEach = 0x0101010101010101;
+    if (last - at >= 8) {
+      std::uint64_t bytes;
+      std::memcpy(&bytes, at, sizeof bytes);
+      const std::uint64_t digits = bytes ^ kEach * '0';
+      const std::uint64_t others = (digits | (digits + kEach * 0x76)) & kEach << 7;
+      const int count = others == 0 ? 8 : std::countr_zero(others) / 8;
+      if (count == 0) return at;
+      value = value * kPowersOfTen[static_cast<std::size_t>(count)] + EightDigits(digits << (64 - 8 * count));
+      at += count;
+      if (count < 8) return at;
+    }
+  }
   for (; at != last; ++at) {
     const unsigned digit = static_cast<unsigned char>(*at) - unsigned{'0'};
     if (digit > 9) break;

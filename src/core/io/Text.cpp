@@ -51,10 +51,18 @@ bool MatchesPattern(std::string_view text, std::string_view pattern) {
   return pattern.substr(p).find_first_not_of('*') == kNone;
 }
 
+// Values of tables have many blanks behind them, so those go eight at a time.
+std::string_view WithoutBlanksBehind(std::string_view text) {
+  constexpr std::string_view kBlanks = "        ";
+  while (text.ends_with(kBlanks)) text.remove_suffix(kBlanks.size());
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
+
 std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+  text = WithoutBlanksBehind(text);
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  return text;
 }
 
 std::string Counted(std::int64_t count, std::string_view noun) {

@@ -16,6 +16,8 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 bool MatchesPattern(std::string_view text, std::string_view pattern);
 /// The text without the blanks at its ends; other white space stays.
 std::string_view Trimmed(std::string_view text);
+/// The same at its end alone.
+std::string_view WithoutBlanksBehind(std::string_view text);
 /// The text up to its first NUL.
 inline std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 /// A number with its noun, as in "1 point" and "2 points".

@@ -40,8 +40,6 @@ std::string_view AsText(std::span<const std::byte> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-std::string_view WithoutBlanksBehind(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
-
 }  // namespace
 
 DBFInFilter::DBFInFilter(Dialect dialect, Report* report, const CodePage* page)

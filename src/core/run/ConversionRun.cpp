@@ -5,6 +5,7 @@
 
 #include "core/io/Errors.h"
 #include "core/io/Module.h"
+#include "core/io/NameNumbers.h"
 #include "core/io/Numbers.h"
 #include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
@@ -27,15 +28,12 @@ class LayerNotes {
  public:
   explicit LayerNotes(std::vector<std::string>& layers) : layers_(layers) {}
   void Note(const std::string& layer) {
-    if (!layers_.empty() && layer == last_) return;
-    last_ = layer;
-    if (seen_.insert(layer).second) layers_.push_back(layer);
+    if (numbers_.Of(layer) == layers_.size()) layers_.push_back(layer);
   }
 
  private:
   std::vector<std::string>& layers_;
-  std::unordered_set<std::string> seen_;
-  std::string last_;
+  NameNumbers numbers_;
 };
 
 // The companion of a format that a path is by its extension; null for none.

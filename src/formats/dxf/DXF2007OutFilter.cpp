@@ -51,7 +51,9 @@ void DXF2007OutFilter::Begin(std::string_view type, Handle owner) {
   entities_.Write("  0\r\n").Line(type).Write("  5\r\n");
   WriteHandle(entities_, next_++).EndLine();
   if (owner == kNoHandle) return;
-  WriteHandle(entities_.Write("330\r\n"), owner).Write("\r\n100\r\nAcDbEntity\r\n  8\r\n").Line(Printable(*layer_));
+  WriteHandle(entities_.Write("330\r\n"), owner)
+      .Write("\r\n100\r\nAcDbEntity\r\n  8\r\n")
+      .Line(Printable(layer_->name));
 }
 
 // The lines that most kinds begin with. A boundary knows the HATCH that it bounds.
@@ -61,7 +63,7 @@ void DXF2007OutFilter::Open(std::string_view type, const tEntity& entity, std::s
   if (ties.hatch != kNoHandle) {
     WriteHandle(entities_.Write("102\r\n{ACAD_REACTORS\r\n330\r\n"), ties.hatch).Write("\r\n102\r\n}\r\n");
   }
-  entities_.Write(Head(commonHead_)).Write(" 62\r\n").Integer(ColourNumber(entity)).EndLine();
+  entities_.Write(Head(commonHead_)).Integer(ColourNumber(entity)).EndLine();
   if (trueColour_ != kNoColour) entities_.Write("420\r\n").Integer(RedFirst(trueColour_)).EndLine();
   if (ties.transparency != 0) entities_.Write("440\r\n").Integer(ties.transparency).EndLine();
   if ((entity.Lost & kLostHiding) != 0) entities_.Write(" 60\r\n1\r\n");

@@ -131,7 +131,7 @@ void DXFOutFilter::Create(const std::string& path) {
 void DXFOutFilter::NoteOtherPage() {
   if (!pages_.NeedOther() || utf8From_ != kNever) return;
   utf8From_ = entities_.Size();
-  ForgetHead();
+  layers_.ForgetHeads();
 }
 
 std::string_view DXFOutFilter::InterimText(std::string_view text) { return utf8From_ == kNever ? InPage(text) : text; }
@@ -205,10 +205,10 @@ void DXFOutFilter::AppendEntities(FileWriter& output, const std::string& path) {
   AppendInPage(output, entities, utf8From_, entities.Size(), inPage);
 }
 
-// The lines that most kinds begin with.
+// The lines that most kinds begin with, behind those that name the kind.
 void DXFOutFilter::Open(std::string_view type, const tEntity& entity) {
   const std::string& head = Head({});
-  entities_.Write("  0\r\n").Line(type).Write(head).Line(" 62").Integer(ColourNumber(entity)).EndLine();
+  entities_.Write(type).Write(head).Integer(ColourNumber(entity)).EndLine();
 }
 
 void DXFOutFilter::Bulge(const tEntity& entity, std::size_t segment) {
@@ -219,7 +219,7 @@ void DXFOutFilter::Bulge(const tEntity& entity, std::size_t segment) {
 void DXFOutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) continue;
-    Open("POINT", entity);
+    Open("  0\r\nPOINT\r\n", entity);
     Vertex(entity, i);
     Record(entity);
   }
@@ -228,7 +228,7 @@ void DXFOutFilter::WritePoints(const tEntity& entity, tEntity::Index last) {
 void DXFOutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
   for (tEntity::Index i = 0; i < last; ++i) {
     if (IsMissing(entity, i)) continue;
-    Open("LINE", entity);
+    Open("  0\r\nLINE\r\n", entity);
     Vertex(entity, i);
     Vertex(entity, i + 1, true);
     Record(entity);
@@ -236,14 +236,14 @@ void DXFOutFilter::WriteLines(const tEntity& entity, tEntity::Index last) {
 }
 
 void DXFOutFilter::WritePolyline(const tEntity& entity, tEntity::Index last) {
-  Open("POLYLINE", entity);
+  Open("  0\r\nPOLYLINE\r\n", entity);
   const bool inSpace = !conventions_.chainsAsStored && !entity.IsLevel();
   if (!conventions_.chainsAsStored) {
     WritePolylineForm(entity, inSpace);
     if (entity.Closed) last = LastStored(entity, 0, last);
   }
   Record(entity);
-  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Interim(Printable(*layer_))).append("\r\n");
+  vertexHead_.assign("  0\r\nVERTEX\r\n  8\r\n").append(Interim(Printable(layer_->name))).append("\r\n");
   const bool hasBulges = !entity.Bulges.empty();
   for (tEntity::Index i = 0; i <= last; ++i) {
     if (IsMissing(entity, i)) continue;
@@ -273,7 +273,7 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
     pages_.NoteText(Encoded(entity.Text));
     NoteOtherPage();
   }
-  Open("TEXT", entity);
+  Open("  0\r\nTEXT\r\n", entity);
   Vertex(entity, 0);
   // A text at its left on its baseline has no alignment point.
   if (conventions_.placementAsByte || across != 0 || up != 0) Vertex(entity, 0, true);
@@ -287,7 +287,7 @@ void DXFOutFilter::WriteText(const tEntity& entity) {
 
 void DXFOutFilter::WriteCircle(const tEntity& entity) {
   entities_.Write("  0\r\nCIRCLE\r\n 62\r\n").Integer(ColourNumber(entity)).EndLine();
-  Text("  8", Interim(Printable(*layer_)));
+  Text("  8", Interim(Printable(layer_->name)));
   Vertex(entity, 0);
   entities_.Line(" 40").Number(entity.Curve().radius).EndLine();
   Text("  6", Interim(Printable(*lineType_)));
@@ -296,7 +296,7 @@ void DXFOutFilter::WriteCircle(const tEntity& entity) {
 
 void DXFOutFilter::WriteArc(const tEntity& entity) {
   const CurveNumbers arc = entity.Curve();
-  Open("ARC", entity);
+  Open("  0\r\nARC\r\n", entity);
   Vertex(entity, 0);
   entities_.Line(" 40").Number(arc.radius).EndLine();
   entities_.Line(" 50").Number(arc.start).EndLine();

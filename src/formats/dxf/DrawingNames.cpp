@@ -6,21 +6,18 @@
 namespace tesselink {
 
 DrawingNames::Entry& DrawingNames::Of(const std::string& name) {
-  if (last_ == nullptr || name != lastName_) {
-    last_ = &Find(name);
-    lastName_ = name;
-  }
-  return *last_;
+  static const std::string kUnnamed = "0";
+  const std::string& given = name.empty() && rule_ != Rule::AsGiven ? kUnnamed : name;
+  const std::size_t number = numbers_.Of(given);
+  if (number == byNumber_.size()) byNumber_.push_back(&Entered(given));
+  return *byNumber_[number];
 }
 
-DrawingNames::Entry& DrawingNames::Find(const std::string& name) {
-  const bool unnamed = name.empty() && rule_ != Rule::AsGiven;
-  const auto added = byName_.emplace(unnamed ? "0" : rule_ == Rule::MergeCase ? UpperCase(name) : name, nullptr);
-  if (added.second) {
-    Add(unnamed ? added.first->first : name);
-    added.first->second = &entries_.back();
-  }
-  return *added.first->second;
+// The entry of a name that was not asked for yet.
+DrawingNames::Entry& DrawingNames::Entered(const std::string& name) {
+  if (rule_ != Rule::MergeCase) return Add(name);
+  const std::size_t number = merged_.Of(UpperCase(name));
+  return number == entries_.size() ? Add(name) : entries_[number];
 }
 
 std::string DrawingNames::Distinct(const std::string& like) {
@@ -33,7 +30,7 @@ std::string DrawingNames::Distinct(const std::string& like) {
   return name;
 }
 
-void DrawingNames::Add(const std::string& name) {
+DrawingNames::Entry& DrawingNames::Add(const std::string& name) {
   Entry entry;
   entry.given = name;
   if (rule_ == Rule::AsGiven) {
@@ -44,7 +41,7 @@ void DrawingNames::Add(const std::string& name) {
     entry.changed = entry.changed || entry.name != distinct;
     entry.name = distinct;
   }
-  entries_.push_back(std::move(entry));
+  return entries_.emplace_back(std::move(entry));
 }
 
 }  // namespace tesselink

@@ -5,8 +5,10 @@
 #include <deque>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "core/element/LayerState.h"
+#include "core/io/NameNumbers.h"
 #include "formats/dxf/DrawingEncoding.h"
 
 namespace tesselink {
@@ -33,6 +35,8 @@ class DrawingNames {
     LayerState state;                     ///< of a layer, as all inputs with elements on it have it
     std::int64_t source = 0;              ///< number of the input that was asked for the state last
     bool isInherited = false;             ///< an element has the layer's colour by layer, so that it must stay
+    std::string head;                     ///< of a layer: lines that name it and a line type; empty: none yet
+    std::string headLineType;             ///< that line type
   };
 
   DrawingNames(Rule rule, NameSigns signs) : rule_(rule), signs_(signs) {}
@@ -44,18 +48,22 @@ class DrawingNames {
   /// A name like another one that no entry has, for an entry that cannot have that.
   std::string Distinct(const std::string& like);
   const std::deque<Entry>& All() const { return entries_; }
+  /// Makes the lines of every entry be written anew.
+  void ForgetHeads() {
+    for (Entry& entry : entries_) entry.head.clear();
+  }
 
  private:
-  Entry& Find(const std::string& name);
-  void Add(const std::string& name);
+  Entry& Entered(const std::string& name);
+  Entry& Add(const std::string& name);
 
   Rule rule_;
   NameSigns signs_;
   std::deque<Entry> entries_;
-  std::unordered_map<std::string, Entry*> byName_;
+  NameNumbers numbers_;                           // of names as they are given
+  std::vector<Entry*> byNumber_;                  // their entries
+  NameNumbers merged_;                            // of names in capitals, where these count
   std::unordered_map<std::string, int> written_;  // as FoldedCase, with the number that was tried last
-  Entry* last_ = nullptr;
-  std::string lastName_;
 };
 
 }  // namespace tesselink

@@ -49,7 +49,6 @@ void DrawingOutput::Create(const std::string& path) {
   header_ = FileWriter(headerFile_.TakeHandle(), headerFile_.Path());
   entities_ = FileWriter(entityFile_.TakeHandle(), entityFile_.Path());
   layers_ = DrawingNames(conventions_.layerNames, conventions_.nameSigns);
-  headLayer_ = nullptr;
   lineTypes_ = DrawingNames(conventions_.lineTypeNames, conventions_.nameSigns);
   lineTypes_.Of(kContinuous);
   patterns_.clear();
@@ -174,7 +173,7 @@ void DrawingOutput::NumberColour(tEntity& entity) {
 // one's layers hold, and elements of others keep what they have as their own.
 void DrawingOutput::NoteNames(const tEntity& entity) {
   DrawingNames::Entry& layer = NameIn(layers_, entity.Layer, "layer");
-  layer_ = &layer.name;
+  layer_ = &layer;
   const bool isColour = entity.Colour > 0 && entity.Colour <= kGreatestColour;
   const bool differs = layer.colour != entity.Colour || layer.trueColour != trueColour_;
   byLayer_ = entity.ColourFrom == StyleSource::Layer && isColour && !(layer.isInherited && differs);
@@ -253,15 +252,15 @@ std::string_view DrawingOutput::Encoded(const std::string& text) {
 }
 
 const std::string& DrawingOutput::Head(std::string_view before) {
-  if (layer_ == headLayer_ && *lineType_ == headLineType_) return head_;
-  const std::string& layer = Printable(*layer_);
-  const bool isLayerAsGiven = &layer == layer_;
+  if (!layer_->head.empty() && layer_->headLineType == *lineType_) return layer_->head;
+  const std::string& layer = Printable(layer_->name);
+  const bool isLayerAsGiven = &layer == &layer_->name;
   head_.assign(before).append("  8\r\n").append(Interim(layer)).append("\r\n  6\r\n");
   const std::string& lineType = Printable(*lineType_);
-  head_.append(Interim(lineType)).append("\r\n");
-  headLayer_ = isLayerAsGiven && &lineType == lineType_ ? layer_ : nullptr;
-  headLineType_ = *lineType_;
-  return head_;
+  head_.append(Interim(lineType)).append("\r\n 62\r\n");
+  if (!isLayerAsGiven || &lineType != lineType_) return head_;
+  layer_->headLineType = *lineType_;
+  return layer_->head = head_;
 }
 
 void DrawingOutput::Text(std::string_view code, std::string_view value) { entities_.Line(code).Line(value); }

@@ -96,10 +96,9 @@ class DrawingOutput : public OutputFilter {
   const std::string& Printable(const std::string& value);
   /// A text as the drawing holds it, until the next call.
   std::string_view Encoded(const std::string& text);
-  /// The lines that name layer and line type, behind those before them; they serve further elements, unless something
-  /// in them is to be told of each.
+  /// The lines that name layer and line type, behind those before them, and the code of the colour; they serve further
+  /// elements of the layer, unless something in them is to be told of each.
   const std::string& Head(std::string_view before);
-  void ForgetHead() { headLayer_ = nullptr; }
   /// The attributes of the element's record, at the end of an entity; nothing for one without.
   void Record(const tEntity& entity) {
     if (records_.Any() && records_.Take(entity)) WriteRecord();
@@ -123,8 +122,8 @@ class DrawingOutput : public OutputFilter {
   FileWriter header_, entities_;
   const DrawingConventions& conventions_;
   DrawingNames layers_, lineTypes_;
-  const std::string* layer_ = nullptr;     // of the element at hand, as the drawing holds it
-  const std::string* lineType_ = nullptr;  // likewise
+  DrawingNames::Entry* layer_ = nullptr;   // of the element at hand
+  const std::string* lineType_ = nullptr;  // likewise, as the drawing holds it
   std::int32_t trueColour_ = kNoColour;    // likewise, where no number has it
   Extents extents_;
   std::string encoded_;
@@ -150,8 +149,6 @@ class DrawingOutput : public OutputFilter {
   std::int64_t source_ = 0;                             // number of the input
   bool byLayer_ = false;                                // the element has the layer's colour by layer
   std::string printable_, head_;
-  const std::string* headLayer_ = nullptr;  // that the head names; null when it serves no further element
-  std::string headLineType_;
 };
 
 /// Whether a name says that a line type is that of the layer or of the block; no table of line types holds it.

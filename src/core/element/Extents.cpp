@@ -1,11 +1,45 @@
 #include "core/element/Extents.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "core/element/VertexAlgebra.h"
 
 namespace tesselink {
+namespace {
+
+// In two strands, of which neither waits for the other.
+void Widen(std::span<const double> values, double& least, double& greatest) {
+  double least1 = least, least2 = least, greatest1 = greatest, greatest2 = greatest;
+  std::size_t i = 0;
+  for (; i + 1 < values.size(); i += 2) {
+    least1 = values[i] < least1 ? values[i] : least1;
+    greatest1 = values[i] > greatest1 ? values[i] : greatest1;
+    least2 = values[i + 1] < least2 ? values[i + 1] : least2;
+    greatest2 = values[i + 1] > greatest2 ? values[i + 1] : greatest2;
+  }
+  if (i < values.size()) {
+    least1 = values[i] < least1 ? values[i] : least1;
+    greatest1 = values[i] > greatest1 ? values[i] : greatest1;
+  }
+  least = std::min(least1, least2);
+  greatest = std::max(greatest1, greatest2);
+}
+
+}  // namespace
+
+// Where z is given for fewer vertices, that of the others is 0.
+void Extents::Add(const tEntity& entity, tEntity::Index begin, tEntity::Index end) {
+  if (begin >= end) return;
+  const auto first = static_cast<std::size_t>(begin), count = static_cast<std::size_t>(end - begin);
+  Widen(entity.AllX().subspan(first, count), minX, maxX);
+  Widen(entity.AllY().subspan(first, count), minY, maxY);
+  const std::span<const double> z = entity.AllZ();
+  const std::size_t given = std::min(z.size() - std::min(z.size(), first), count);
+  Widen(z.subspan(std::min(z.size(), first), given), minZ, maxZ);
+  if (given < count) Widen(std::array{0.0}, minZ, maxZ);
+}
 
 // An arc reaches furthest where its tangent runs along an axis: at most at four points between its ends.
 void Extents::AddArcs(const tEntity& entity) {

@@ -22,12 +22,15 @@ struct Extents {
 
   /// Widens the bounds by every vertex of an element, and by the arcs between them.
   void Add(const tEntity& entity) {
-    Extents widened = *this;  // in registers rather than in memory
-    const tEntity::Index last = entity.PointCount();
-    for (tEntity::Index i = 0; i <= last; ++i) widened.Add(entity.x(i), entity.Y(i), entity.Height(i));
-    *this = widened;
+    if (const tEntity::Index last = entity.PointCount(); last == 0) {
+      Add(entity.x(0), entity.Y(0), entity.Height(0));
+    } else {
+      Add(entity, 0, last + 1);
+    }
     if (!entity.Bulges.empty()) AddArcs(entity);
   }
+  /// Widens the bounds by the vertices from one to before another.
+  void Add(const tEntity& entity, tEntity::Index begin, tEntity::Index end);
   /// Widens the bounds by the arcs of an element with bulges.
   void AddArcs(const tEntity& entity);
 

@@ -55,6 +55,15 @@ tEntity::Spans tEntity::Vertices() {
   return {std::span(x_).first(count), std::span(y_).first(count), std::span(z_).first(count)};
 }
 
+tEntity::PlaneSpans tEntity::ToStore(Index count) {
+  const auto size = static_cast<std::size_t>(count);
+  for (Coordinates* values : {&x_, &y_}) {
+    if (values->size() < size) values->resize(size);
+  }
+  stored_ = stored_ || count > 0;
+  return {std::span(x_).first(size), std::span(y_).first(size)};
+}
+
 void tEntity::AddPoint(double px, double py, double pz) {
   if (PointCount() == 0 && x(0) == 0 && Y(0) == 0 && Z(0) == 0) {
     x_[0] = px;

@@ -192,6 +192,11 @@ class tEntity : public EntityAttributes {
     std::span<double> x, y, z;
   };
   Spans Vertices();
+  /// The first `count` of x and of y, all of which the caller stores; the arrays grow to hold them.
+  struct PlaneSpans {
+    std::span<double> x, y;
+  };
+  PlaneSpans ToStore(Index count);
 
   /// Appends a coordinate behind the last one of each array. An array whose only element is 0 counts as empty, so a
   /// first coordinate of exactly 0 is overwritten by the second: store by index where that matters.

@@ -34,6 +34,20 @@ class Content {
     PutLittleEndian(bytes_.data() + used_, value);
     used_ += sizeof value;
   }
+  // Pairs of x and y.
+  void Put(std::span<const double> x, std::span<const double> y) {
+    constexpr std::size_t kPair = 2 * sizeof(double);
+    for (std::size_t begin = 0; begin < x.size();) {
+      if (used_ > bytes_.size() - kPair) Flush();
+      const std::size_t end = begin + std::min(x.size() - begin, (bytes_.size() - used_) / kPair);
+      char* at = bytes_.data() + used_;
+      used_ += (end - begin) * kPair;
+      for (; begin < end; ++begin, at += kPair) {
+        PutLittleEndian(at, x[begin]);
+        PutLittleEndian(at + sizeof(double), y[begin]);
+      }
+    }
+  }
   void Flush() {
     file_.Write({bytes_.data(), used_});
     used_ = 0;
@@ -45,19 +59,27 @@ class Content {
   std::size_t used_ = 0;
 };
 
-// Hands the indices of vertices to a function, in the order in which they are written. What is turned begins where it
-// began.
+// Hands runs of vertices to a function, as the first index and the count, in the order in which they are written. What
+// is turned begins where it began.
 template <typename Function>
-void ForEachVertex(std::span<const ShapePart> parts, Function function) {
+void ForEachRun(std::span<const ShapePart> parts, Function function) {
   for (const ShapePart& part : parts) {
+    const auto begin = static_cast<std::size_t>(part.begin), end = static_cast<std::size_t>(part.end);
     if (part.reversed) {
-      if (part.closes) function(static_cast<std::size_t>(part.begin));
-      for (tEntity::Index i = part.end; i-- > part.begin;) function(static_cast<std::size_t>(i));
+      if (part.closes) function(begin, 1);
+      for (std::size_t i = end; i-- > begin;) function(i, 1);
     } else {
-      for (tEntity::Index i = part.begin; i < part.end; ++i) function(static_cast<std::size_t>(i));
-      if (part.closes) function(static_cast<std::size_t>(part.begin));
+      function(begin, end - begin);
+      if (part.closes) function(begin, 1);
     }
   }
+}
+
+template <typename Function>
+void ForEachVertex(std::span<const ShapePart> parts, Function function) {
+  ForEachRun(parts, [&](std::size_t begin, std::size_t count) {
+    for (std::size_t i = begin; i < begin + count; ++i) function(i);
+  });
 }
 
 // A value of each vertex: those of the array, and another one where it is shorter.
@@ -75,13 +97,8 @@ Values Heights(const tEntity& entity) { return {entity.AllZ(), 0}; }
 Values Measures(const tEntity& entity) { return {entity.Measures, std::numeric_limits<double>::quiet_NaN()}; }
 
 Extents BoxOf(const tEntity& entity, std::span<const ShapePart> parts) {
-  const auto x = entity.AllX(), y = entity.AllY();
-  const Values z = Heights(entity);
   Extents box;
-  for (const ShapePart& part : parts) {
-    for (auto i = static_cast<std::size_t>(part.begin); i < static_cast<std::size_t>(part.end); ++i)
-      box.Add(x[i], y[i], z[i]);
-  }
+  for (const ShapePart& part : parts) box.Add(entity, part.begin, part.end);
   return box;
 }
 
@@ -233,9 +250,8 @@ void ShapeFiles::AddShape(const tEntity& entity, std::span<const ShapePart> part
     start += part.Count();
   }
   const auto x = entity.AllX(), y = entity.AllY();
-  ForEachVertex(parts, [&](std::size_t i) {
-    content.Put(x[i]);
-    content.Put(y[i]);
+  ForEachRun(parts, [&](std::size_t begin, std::size_t count) {
+    content.Put(x.subspan(begin, count), y.subspan(begin, count));
   });
   if (form_.z) {
     content.Put(shape.box.minZ);

@@ -49,24 +49,24 @@ bool ShapeRecords::StoreVertices(tEntity& entity, Range range) {
   return finite || DropWildVertices(entity);
 }
 
-// Stores from the highest index down, so that each array grows once. False when not all is finite.
+// False when not all is finite.
 bool ShapeRecords::StoreXY(tEntity& entity, Range range) {
   constexpr std::int32_t kAtOnce = 2048;
-  bool finite = true;
-  for (std::int32_t end = range.count; end > 0;) {
-    const std::int32_t begin = std::max(end - kAtOnce, 0);
+  const auto [x, y] = entity.ToStore(range.count);
+  double nothing = 0;  // stays 0 as long as all numbers are finite
+  for (std::int32_t begin = 0; begin < range.count; begin += kAtOnce) {
+    const std::int32_t count = std::min(kAtOnce, range.count - begin);
     const auto xy = Piece(vertices_, current_.pointsAt + std::int64_t{range.first + begin} * kXYSize,
-                          static_cast<std::size_t>((end - begin) * kXYSize));
-    for (std::int32_t i = end - 1; i >= begin; --i) {
-      const std::byte* point = &xy[static_cast<std::size_t>((i - begin) * kXYSize)];
-      const auto x = LittleEndian<double>(point), y = LittleEndian<double>(point + 8);
-      entity.x(i, x);
-      entity.Y(i, y);
-      finite = finite && std::isfinite(x) && std::isfinite(y);
+                          static_cast<std::size_t>(count * kXYSize));
+    const std::byte* point = xy.data();
+    for (auto i = static_cast<std::size_t>(begin), end = i + static_cast<std::size_t>(count); i < end; ++i) {
+      x[i] = LittleEndian<double>(point);
+      y[i] = LittleEndian<double>(point + 8);
+      nothing += (x[i] - x[i]) + (y[i] - y[i]);
+      point += kXYSize;
     }
-    end = begin;
   }
-  return finite;
+  return nothing == 0;
 }
 
 void ShapeRecords::StoreZ(tEntity& entity, Range range) {

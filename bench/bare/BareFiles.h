@@ -47,6 +47,40 @@ class Lines {
   std::size_t begin_ = 0, end_ = 0;
 };
 
+/// The bytes of a file, from its beginning on.
+class Bytes {
+ public:
+  explicit Bytes(const char* path) : file_(::open(path, O_RDONLY)), buffer_(kBlock) {}
+  ~Bytes() { ::close(file_); }
+  Bytes(const Bytes&) = delete;
+  Bytes& operator=(const Bytes&) = delete;
+
+  /// The next bytes, until the next call; null where the file has fewer.
+  const char* Take(std::size_t count) {
+    if (end_ - begin_ < count && !Fill(count)) return nullptr;
+    begin_ += count;
+    return buffer_.data() + begin_ - count;
+  }
+
+ private:
+  bool Fill(std::size_t count) {
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    end_ -= begin_;
+    begin_ = 0;
+    if (buffer_.size() < count) buffer_.resize(count);
+    while (end_ < count) {
+      const ssize_t got = ::read(file_, buffer_.data() + end_, buffer_.size() - end_);
+      if (got <= 0) return false;
+      end_ += static_cast<std::size_t>(got);
+    }
+    return true;
+  }
+
+  int file_;
+  std::vector<char> buffer_;
+  std::size_t begin_ = 0, end_ = 0;
+};
+
 /// A file that is written in blocks.
 class Output {
  public:
@@ -86,6 +120,11 @@ class Output {
     } else {
       at_ = std::to_chars(at_, at_ + kSlack, value, std::chars_format::general, 15).ptr;
     }
+    return *this;
+  }
+  /// The text of %.7g.
+  Output& PutSingle(double value) {
+    at_ = std::to_chars(at_, at_ + kSlack, static_cast<float>(value), std::chars_format::general, 7).ptr;
     return *this;
   }
   void Append(const char* path) {

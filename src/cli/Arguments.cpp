@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "cli/ClipOption.h"
+#include "cli/CommandOptions.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
 #include "cli/SystemOptions.h"
@@ -135,21 +136,21 @@ CLI::Validator HeightOrName() {
 
 // The options that the rows of one side bring along, each once.
 template <typename Rows>
-void AddFormatOptions(CLI::App& command, const Rows& rows, OptionValues& values) {
+void AddFormatOptions(CommandOptions& command, const Rows& rows, OptionValues& values) {
   for (const auto& row : rows) {
     for (const FormatOption& option : row.options) {
       const std::string name = "--" + option.name;
-      if (command.get_option_no_throw(name) != nullptr) continue;
+      if (!command.Wants(name)) continue;
       if (option.kind == FormatOption::Kind::Flag) {
         command.add_flag_callback(
             name, [&values, &option] { values.Set(option.name, "yes"); }, option.help);
         continue;
       }
-      CLI::Option* added = command.add_option_function<std::string>(
+      AddedOption added = command.add_option_function<std::string>(
           name, [&values, &option](const std::string& value) { values.Set(option.name, value); }, option.help);
-      added->type_name(option.value);
-      if (!option.choices.empty()) added->check(CLI::IsMember(option.choices));
-      if (option.check) added->check(option.check);
+      added.type_name(option.value);
+      if (!option.choices.empty()) added.check(CLI::IsMember(option.choices));
+      if (option.check) added.check(CLI::Validator(option.check, ""));
     }
   }
 }
@@ -168,7 +169,7 @@ void SetLineEnds(ReadingOptions& options, const std::string& choice) {
   }
 }
 
-void AddDialect(CLI::App& command, ReadingOptions& options) {
+void AddDialect(CommandOptions& command, ReadingOptions& options) {
   command
       .add_option_function<std::string>(
           "--dialect",
@@ -181,7 +182,7 @@ void AddDialect(CLI::App& command, ReadingOptions& options) {
       ->check(CLI::IsMember({"classic", "standard"}));
 }
 
-void AddLayerList(CLI::App& command, const char* name, const char* help, std::vector<std::string>& layers) {
+void AddLayerList(CommandOptions& command, const char* name, const char* help, std::vector<std::string>& layers) {
   const auto take = [&layers](const std::vector<std::string>& lists) {
     for (const std::string& list : lists) {
       for (std::size_t begin = 0; begin <= list.size();) {
@@ -197,7 +198,7 @@ void AddLayerList(CLI::App& command, const char* name, const char* help, std::ve
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-void AddLabels(CLI::App& command, ReadingOptions& options) {
+void AddLabels(CommandOptions& command, ReadingOptions& options) {
   command
       .add_option("--text-field", options.textField,
                   "Attribute field whose value becomes a text at each shape,\n"
@@ -218,7 +219,7 @@ void AddLabels(CLI::App& command, ReadingOptions& options) {
       ->type_name("NAME");
 }
 
-void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
+void AddReadingOptions(CommandOptions& command, ReadingOptions& options) {
   const auto& formats = AllFormats().Inputs();
   command.add_option("--from", options.from, "Input format, whatever the extension: " + KeyList(formats))
       ->type_name("KEY")
@@ -256,7 +257,7 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
       ->check(Distance());
 }
 
-void AddAttributes(CLI::App& command, ReadingOptions& options) {
+void AddAttributes(CommandOptions& command, ReadingOptions& options) {
   const auto take = [&options](const std::string& choice) { options.attributes = choice == "keep"; };
   command
       .add_option_function<std::string>("--attributes", take,
@@ -266,102 +267,115 @@ void AddAttributes(CLI::App& command, ReadingOptions& options) {
       ->check(CLI::IsMember({"keep", "drop"}));
 }
 
-// Of the commands but the one that is asked for, which is the first argument, only the names are needed.
-CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& command) {
+// Of the commands but the one that is asked for only the names are needed.
+CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command) {
   const auto& formats = AllFormats().Outputs();
   CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
-  if (asked != convert->get_name()) return convert;
-  convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
-  convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
-  AddReadingOptions(*convert, command.reading);
-  AddSystemOptions(*convert, command.reading.systems, true);
-  convert->add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
+  if (!asked.Command("convert")) return convert;
+  CommandOptions options(*convert, asked);
+  options.add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
+  options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
+  AddReadingOptions(options, command.reading);
+  AddSystemOptions(options, command.reading.systems, true);
+  options.add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
-  AddFormatOptions(*convert, formats, command.reading.own);
-  AddAttributes(*convert, command.reading);
-  convert->add_flag("--build-areas", command.buildAreas,
-                    "Make areas of what lines surround, for shapefiles with\n"
-                    "--shape-type polygons or each and other outputs that\n"
-                    "hold areas (standard)");
-  convert
-      ->add_option("--snap", command.snap,
-                   "How far lines may miss each other that are to meet where\n"
-                   "areas are built, in drawing units (default: by rounding)")
+  AddFormatOptions(options, formats, command.reading.own);
+  AddAttributes(options, command.reading);
+  options.add_flag("--build-areas", command.buildAreas,
+                   "Make areas of what lines surround, for shapefiles with\n"
+                   "--shape-type polygons or each and other outputs that\n"
+                   "hold areas (standard)");
+  options
+      .add_option("--snap", command.snap,
+                  "How far lines may miss each other that are to meet where\n"
+                  "areas are built, in drawing units (default: by rounding)")
       ->type_name("DISTANCE")
       ->check(Distance());
-  AddLayerList(*convert, "--label-layer",
+  AddLayerList(options, "--label-layer",
                "Layers whose texts become the Text of the areas that\nthey lie in, given as with --layers",
                command.labelLayers);
-  convert
-      ->add_option("--max-output", command.maxOutput,
-                   "How much may be written, as 500M or 20G; the output is\n"
-                   "kept as far as it goes (default: the greater of 1 GiB\n"
-                   "and 200 times what is read)")
+  options
+      .add_option("--max-output", command.maxOutput,
+                  "How much may be written, as 500M or 20G; the output is\n"
+                  "kept as far as it goes (default: the greater of 1 GiB\n"
+                  "and 200 times what is read)")
       ->type_name("SIZE")
       ->transform(SizeInBytes());
-  convert->add_flag("--sync", command.sync, "Return when the output is on the disk");
-  convert->add_flag_callback(
+  options.add_flag("--sync", command.sync, "Return when the output is on the disk");
+  options.add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
       "Show a progress bar (the default on a terminal)");
-  convert->add_flag_callback(
+  options.add_flag_callback(
       "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
-  convert->add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
-  convert->add_flag("--json", command.json, "Print the summary as JSON on standard output");
+  options.add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
+  options.add_flag("--json", command.json, "Print the summary as JSON on standard output");
   convert->footer(kConvertExamples);
   return convert;
 }
 
-CLI::App* AddInfo(CLI::App& app, const std::string& asked, InfoCommand& command) {
+CLI::App* AddInfo(CLI::App& app, const Asked& asked, InfoCommand& command) {
   CLI::App* info = app.add_subcommand("info", "Tell what a drawing holds: elements, layers, extents, fields");
-  if (asked != info->get_name()) return info;
-  info->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  info->add_flag("--json", command.json, "Print as JSON");
-  AddReadingOptions(*info, command.reading);
-  AddSystemOptions(*info, command.reading.systems, false);
+  if (!asked.Command("info")) return info;
+  CommandOptions options(*info, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  options.add_flag("--json", command.json, "Print as JSON");
+  AddReadingOptions(options, command.reading);
+  AddSystemOptions(options, command.reading.systems, false);
   info->footer(kInfoExample);
   return info;
 }
 
-CLI::App* AddCat(CLI::App& app, const std::string& asked, CatCommand& command) {
+CLI::App* AddCat(CLI::App& app, const Asked& asked, CatCommand& command) {
   CLI::App* cat = app.add_subcommand("cat", "Print every element as one JSON object a line");
-  if (asked != cat->get_name()) return cat;
-  cat->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  AddReadingOptions(*cat, command.reading);
-  AddSystemOptions(*cat, command.reading.systems, true);
+  if (!asked.Command("cat")) return cat;
+  CommandOptions options(*cat, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddReadingOptions(options, command.reading);
+  AddSystemOptions(options, command.reading.systems, true);
   cat->footer(kCatExample);
   return cat;
 }
 
-CLI::App* AddLayers(CLI::App& app, const std::string& asked, LayersCommand& command) {
+CLI::App* AddLayers(CLI::App& app, const Asked& asked, LayersCommand& command) {
   CLI::App* layers = app.add_subcommand("layers", "List layers and their entity codes as CSV, ready for --layer-codes");
-  if (asked != layers->get_name()) return layers;
-  layers->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  AddReadingOptions(*layers, command.reading);
+  if (!asked.Command("layers")) return layers;
+  CommandOptions options(*layers, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddReadingOptions(options, command.reading);
   layers->footer(kLayersExamples);
   return layers;
 }
 
-CLI::App* AddTable(CLI::App& app, const std::string& asked, TableCommand& command) {
+CLI::App* AddTable(CLI::App& app, const Asked& asked, TableCommand& command) {
   CLI::App* table = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
-  if (asked != table->get_name()) return table;
-  table->add_option("FILE", command.file, "The table")->required()->type_name("");
+  if (!asked.Command("table")) return table;
+  CommandOptions options(*table, asked);
+  options.add_option("FILE", command.file, "The table")->required()->type_name("");
   static const std::vector<Format> kRows{{.options = {EncodingOption()}}};
-  AddFormatOptions(*table, kRows, command.reading.own);
-  AddDialect(*table, command.reading);
+  AddFormatOptions(options, kRows, command.reading.own);
+  AddDialect(options, command.reading);
   table->footer(kTableExample);
   return table;
 }
 
-CLI::App* AddPreview(CLI::App& app, const std::string& asked, PreviewCommand& command) {
+CLI::App* AddPreview(CLI::App& app, const Asked& asked, PreviewCommand& command) {
   CLI::App* preview = app.add_subcommand("preview", "Draw a picture (SVG) of a drawing, coloured by layer");
-  if (asked != preview->get_name()) return preview;
-  preview->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  preview->add_option("PICTURE", command.picture, "The picture")->required()->type_name("");
-  preview->add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
-  AddReadingOptions(*preview, command.reading);
+  if (!asked.Command("preview")) return preview;
+  CommandOptions options(*preview, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  options.add_option("PICTURE", command.picture, "The picture")->required()->type_name("");
+  options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
+  AddReadingOptions(options, command.reading);
   preview->footer(kPreviewExamples);
   return preview;
+}
+
+void AddFormats(CLI::App& app, const Asked& asked, FormatsCommand& command) {
+  CLI::App* formats = app.add_subcommand("formats", "List the formats, their keys and extensions");
+  if (!asked.Command("formats")) return;
+  CommandOptions options(*formats, asked);
+  options.add_flag("--json", command.json, "Print as JSON");
 }
 
 // The library's words, but for the mistakes that people make first.
@@ -393,14 +407,38 @@ ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error, const std:
   return {"tesselink: " + Visible(Wording(app, error, arguments)) + "\nSee \"" + name + " --help\".\n", kExitUsage};
 }
 
-}  // namespace
+// All commands, and what their options set.
+struct CommandLine {
+  explicit CommandLine(const Asked& asked) {
+    app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
+    app.require_subcommand(1);
+    app.formatter(std::make_shared<HelpFormatter>());
+    convertApp = AddConvert(app, asked, convert);
+    infoApp = AddInfo(app, asked, info);
+    catApp = AddCat(app, asked, cat);
+    layersApp = AddLayers(app, asked, layers);
+    previewApp = AddPreview(app, asked, preview);
+    tableApp = AddTable(app, asked, table);
+    AddFormats(app, asked, formats);
+    app.footer(kExamples);  // last, for commands take over what stands here before them
+  }
 
-Command ParseArguments(const std::vector<std::string>& arguments) {
-  CLI::App app(kAbout, "tesselink");
-  app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
-  app.require_subcommand(1);
-  app.formatter(std::make_shared<HelpFormatter>());
+  Command Parse(const std::vector<std::string>& arguments) {
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    if (convertApp->parsed()) {
+      convert.output = convert.inputs.back();
+      convert.inputs.pop_back();
+      return convert;
+    }
+    if (infoApp->parsed()) return info;
+    if (catApp->parsed()) return cat;
+    if (layersApp->parsed()) return layers;
+    if (previewApp->parsed()) return preview;
+    if (tableApp->parsed()) return table;
+    return formats;
+  }
 
+  CLI::App app{kAbout, "tesselink"};
   ConvertCommand convert;
   InfoCommand info;
   CatCommand cat;
@@ -408,33 +446,23 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   PreviewCommand preview;
   TableCommand table;
   FormatsCommand formats;
-  const std::string asked = arguments.empty() ? std::string() : arguments.front();
-  const CLI::App* convertApp = AddConvert(app, asked, convert);
-  const CLI::App* infoApp = AddInfo(app, asked, info);
-  const CLI::App* catApp = AddCat(app, asked, cat);
-  const CLI::App* layersApp = AddLayers(app, asked, layers);
-  const CLI::App* previewApp = AddPreview(app, asked, preview);
-  const CLI::App* tableApp = AddTable(app, asked, table);
-  CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
-  formatsApp->add_flag("--json", formats.json, "Print as JSON");
-  app.footer(kExamples);  // last, for commands take over what stands here before them
+  const CLI::App *convertApp, *infoApp, *catApp, *layersApp, *previewApp, *tableApp;
+};
 
+}  // namespace
+
+Command ParseArguments(const std::vector<std::string>& arguments) {
   try {
-    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    return CommandLine(Asked::InArguments(arguments)).Parse(arguments);
+  } catch (const CLI::ParseError&) {
+    // Help and what is wrong are told by all options.
+  }
+  CommandLine whole(Asked::WithAllOptions(arguments));
+  try {
+    return whole.Parse(arguments);
   } catch (const CLI::ParseError& error) {
-    return Ended(app, error, arguments);
+    return Ended(whole.app, error, arguments);
   }
-  if (convertApp->parsed()) {
-    convert.output = convert.inputs.back();
-    convert.inputs.pop_back();
-    return convert;
-  }
-  if (infoApp->parsed()) return info;
-  if (catApp->parsed()) return cat;
-  if (layersApp->parsed()) return layers;
-  if (previewApp->parsed()) return preview;
-  if (tableApp->parsed()) return table;
-  return formats;
 }
 
 }  // namespace tesselink

@@ -2,14 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <map>
 #include <memory>
 
 #include "cli/ClipOption.h"
 #include "cli/CommandOptions.h"
-#include "cli/Console.h"
-#include "cli/Exit.h"
 #include "cli/SystemOptions.h"
+#include "cli/Usage.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/run/EncodingOption.h"
@@ -62,22 +60,6 @@ constexpr const char* kPreviewExamples =
 constexpr const char* kTableExample =
     "Example:\n"
     "  tesselink table examples/wells.dbf > wells.csv";
-
-// Usage lines as people write them, and no table of the positionals that they name.
-class HelpFormatter final : public CLI::Formatter {
- public:
-  HelpFormatter() { column_width(34); }
-  std::string make_usage(const CLI::App* app, std::string) const override {
-    static const std::map<std::string, std::string> kPositionals{
-        {"convert", " INPUT... OUTPUT"},   {"info", " INPUT"},    {"cat", " INPUT"}, {"layers", " INPUT"},
-        {"preview", " INPUT PICTURE.svg"}, {"table", " FILE.dbf"}};
-    if (app->get_parent() == nullptr) return "Usage: tesselink COMMAND [OPTIONS] ...\n";
-    const auto positionals = kPositionals.find(app->get_name());
-    return "Usage: tesselink " + app->get_name() + " [OPTIONS]" +
-           (positionals == kPositionals.end() ? "" : positionals->second) + "\n";
-  }
-  std::string make_positionals(const CLI::App*) const override { return {}; }
-};
 
 template <typename Rows>
 std::string KeyList(const Rows& rows) {
@@ -351,7 +333,7 @@ CLI::App* AddTable(CLI::App& app, const Asked& asked, TableCommand& command) {
   CLI::App* table = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
   if (!asked.Command("table")) return table;
   CommandOptions options(*table, asked);
-  options.add_option("FILE", command.file, "The table")->required()->type_name("");
+  options.add_option("FILE", command.file, "The table")->required()->type_name("FILE.dbf");
   static const std::vector<Format> kRows{{.options = {EncodingOption()}}};
   AddFormatOptions(options, kRows, command.reading.own);
   AddDialect(options, command.reading);
@@ -364,7 +346,7 @@ CLI::App* AddPreview(CLI::App& app, const Asked& asked, PreviewCommand& command)
   if (!asked.Command("preview")) return preview;
   CommandOptions options(*preview, asked);
   options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  options.add_option("PICTURE", command.picture, "The picture")->required()->type_name("");
+  options.add_option("PICTURE", command.picture, "The picture")->required()->type_name("PICTURE.svg");
   options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
   AddReadingOptions(options, command.reading);
   preview->footer(kPreviewExamples);
@@ -378,41 +360,12 @@ void AddFormats(CLI::App& app, const Asked& asked, FormatsCommand& command) {
   options.add_flag("--json", command.json, "Print as JSON");
 }
 
-// The library's words, but for the mistakes that people make first.
-std::string Wording(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
-  constexpr const char* kCommands = "the commands are convert, info, cat, layers, preview, table and formats";
-  if (app.get_subcommands().empty()) {
-    if (arguments.empty()) return std::string("give a command; ") + kCommands;
-    const bool isOption = arguments.front().starts_with('-');
-    return "\"" + arguments.front() + (isOption ? "\" is no option here; " : "\" is no command; ") + kCommands;
-  }
-  const bool convertLacksFiles = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr ||
-                                 (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr &&
-                                  std::string_view(error.what()).starts_with("FILES"));
-  if (convertLacksFiles && app.get_subcommands().front()->get_name() == "convert") {
-    return "convert needs an input and an output";
-  }
-  return error.what();
-}
-
-ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    const CLI::App* asked = &app;
-    for (const CLI::App* sub : app.get_subcommands()) asked = sub;
-    const bool version = dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr;
-    return {version ? std::string(error.what()) + "\n" : asked->help(), kExitDone};
-  }
-  std::string name = "tesselink";
-  for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
-  return {"tesselink: " + Visible(Wording(app, error, arguments)) + "\nSee \"" + name + " --help\".\n", kExitUsage};
-}
-
 // All commands, and what their options set.
 struct CommandLine {
   explicit CommandLine(const Asked& asked) {
     app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
     app.require_subcommand(1);
-    app.formatter(std::make_shared<HelpFormatter>());
+    app.formatter(HelpFormat());
     convertApp = AddConvert(app, asked, convert);
     infoApp = AddInfo(app, asked, info);
     catApp = AddCat(app, asked, cat);
@@ -461,7 +414,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   try {
     return whole.Parse(arguments);
   } catch (const CLI::ParseError& error) {
-    return Ended(whole.app, error, arguments);
+    return EndOfParsing(whole.app, error, arguments);
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "cli/ClipOption.h"
 #include "cli/CommandOptions.h"
+#include "cli/Suggestions.h"
 #include "cli/SystemOptions.h"
 #include "cli/Usage.h"
 #include "core/io/Errors.h"
@@ -72,10 +73,23 @@ template <typename Rows>
 CLI::Validator KnownKey(const Rows& rows, const std::string& what) {
   return CLI::Validator(
       [&rows, what](std::string& key) {
-        const bool known = std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return row.key == key; });
-        return known ? std::string() : "\"" + key + "\" is no " + what + " format; the keys are " + KeyList(rows);
+        std::vector<std::string> keys;
+        for (const auto& row : rows) keys.push_back(row.key);
+        if (std::find(keys.begin(), keys.end(), key) != keys.end()) return std::string();
+        const std::string meant = DidYouMean(key, keys);
+        return "\"" + key + "\" is no " + what + " format" +
+               (meant.empty() ? "; the keys are " + KeyList(rows) : meant);
       },
       "");
+}
+
+CLI::Validator OneOf(const std::vector<std::string>& choices) {
+  return CLI::Validator(
+      [choices](std::string& given) {
+        if (std::find(choices.begin(), choices.end(), given) != choices.end()) return std::string();
+        return "\"" + given + "\" is not " + Listed(choices, "or") + DidYouMean(given, choices);
+      },
+      CLI::detail::generate_set(choices));
 }
 
 // Units are powers of 1024.
@@ -131,7 +145,7 @@ void AddFormatOptions(CommandOptions& command, const Rows& rows, OptionValues& v
       AddedOption added = command.add_option_function<std::string>(
           name, [&values, &option](const std::string& value) { values.Set(option.name, value); }, option.help);
       added.type_name(option.value);
-      if (!option.choices.empty()) added.check(CLI::IsMember(option.choices));
+      if (!option.choices.empty()) added.check(OneOf(option.choices));
       if (option.check) added.check(CLI::Validator(option.check, ""));
     }
   }
@@ -147,7 +161,8 @@ void SetLineEnds(ReadingOptions& options, const std::string& choice) {
     options.lineEnds = LineEndsChoice::Copy;
     options.lineEndsCopy = choice.substr(kCopy.size());
   } else {
-    throw CLI::ValidationError("--line-ends", "\"" + choice + "\" is not keep, replace or copy=FILE");
+    throw CLI::ValidationError("--line-ends", "\"" + choice + "\" is not keep, replace or copy=FILE" +
+                                                  DidYouMean(choice, {"keep", "replace"}));
   }
 }
 
@@ -161,7 +176,7 @@ void AddDialect(CommandOptions& command, ReadingOptions& options) {
           "Conventions that files follow: classic (default) or\n"
           "standard, as other programs read them")
       ->type_name("NAME")
-      ->check(CLI::IsMember({"classic", "standard"}));
+      ->check(OneOf({"classic", "standard"}));
 }
 
 void AddLayerList(CommandOptions& command, const char* name, const char* help, std::vector<std::string>& layers) {
@@ -246,7 +261,7 @@ void AddAttributes(CommandOptions& command, ReadingOptions& options) {
                                         "What becomes of an input's attributes: keep (default),\n"
                                         "where the output holds them, or drop")
       ->type_name("CHOICE")
-      ->check(CLI::IsMember({"keep", "drop"}));
+      ->check(OneOf({"keep", "drop"}));
 }
 
 // Of the commands but the one that is asked for only the names are needed.

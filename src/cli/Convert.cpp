@@ -12,6 +12,7 @@
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"
+#include "cli/Suggestions.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Utf8.h"
@@ -30,15 +31,6 @@ bool IsStandardOutput(const std::string& path) {
 
 const OutputFormat& FormatOf(const ConvertCommand& command) { return OutputFormatOf(command.to, command.output); }
 
-// As in "--a, --b and --c".
-std::string AndList(const std::vector<std::string>& names) {
-  std::string list;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    list += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
-  }
-  return list;
-}
-
 // A format's name without its last word, as in "T/R Digitizer".
 std::string ShortName(const OutputFormat& format) { return format.Name().substr(0, format.Name().rfind(' ')); }
 
@@ -55,7 +47,7 @@ void RefuseOptionsOfOtherOutputs(const ConvertCommand& command) {
       given = given || command.reading.own.Has(option.name);
     }
     if (given && other.key != format.key) {
-      throw UsageError(AndList(names) + " go with a " + ShortName(other) + " output" + isWritten);
+      throw UsageError(Listed(names, "and") + " go with a " + ShortName(other) + " output" + isWritten);
     }
   }
   if (format.ignoresLayers && UsesAttributes(command.reading)) {

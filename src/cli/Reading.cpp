@@ -7,6 +7,7 @@
 #include "app/SummaryText.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
+#include "cli/Suggestions.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -23,12 +24,15 @@ const Row& RowOf(const std::vector<Row>& rows, const std::string& key, const std
                  const std::string& side) {
   const std::string extension = ExtensionOf(path);
   std::string known;
+  std::vector<std::string> extensions;
   for (const Row& row : rows) {
     if (key.empty() ? row.Extension() == extension : row.key == key) return row;
     known += (known.empty() ? "" : ", ") + row.key;
+    extensions.push_back(row.Extension());
   }
   throw UsageError((path == "-" ? "standard " + side : path + ": its extension") + " tells no " + side +
-                   " format; give one with --" + (side == "input" ? "from" : "to") + " (" + known + ")");
+                   " format; give one with --" + (side == "input" ? "from" : "to") + " (" + known + ")" +
+                   DidYouMean(extension, extensions));
 }
 
 // Hands every element that a writer would get to a function.

@@ -15,8 +15,8 @@ class ParseError;
 
 namespace tesselink {
 
-/// What stands behind a command and its options, as in " INPUT PICTURE.svg".
-std::string PositionalsOf(const CLI::App& command);
+/// As in "tesselink preview [OPTIONS] INPUT PICTURE.svg".
+std::string UsageOf(const CLI::App& command);
 /// The form of help texts.
 std::shared_ptr<CLI::FormatterBase> HelpFormat();
 /// Help, the version or what is wrong, for arguments that ended the parsing. All options must have been added.

@@ -18,14 +18,16 @@ namespace tesselink {
 namespace {
 
 constexpr const char* kAbout =
-    "Converts vector map drawings between the file formats of oil-and-gas and land-survey mapping.\n";
+    "Converts vector map drawings between the file formats of oil-and-gas and land-survey mapping.";
 
 // The examples run as they stand in a checkout; a test does so.
 constexpr const char* kExamples =
     "Examples:\n"
     "  tesselink info examples/wells.shp\n"
     "  tesselink convert --dialect standard examples/quarter-section.asc quarter-section.dxf\n"
-    "\"tesselink COMMAND --help\" tells the options of a command.";
+    "\"tesselink help COMMAND\" tells the options of a command.";
+
+constexpr const char* kHelp = "help";
 
 constexpr const char* kConvertExamples =
     "Examples:\n"
@@ -375,10 +377,27 @@ void AddFormats(CLI::App& app, const Asked& asked, FormatsCommand& command) {
   options.add_flag("--json", command.json, "Print as JSON");
 }
 
+// "help COMMAND" never comes to be parsed; the command is there to be listed, and for what else stands behind it.
+void AddHelp(CLI::App& app, const Asked& asked) {
+  CLI::App* help = app.add_subcommand(kHelp, "Tell how a command is used, and what its options are");
+  if (!asked.Command(kHelp)) return;
+  help->add_option("COMMAND", "The command")->type_name("[COMMAND]");
+  help->callback([] { throw CLI::CallForHelp(); });
+}
+
+// "help COMMAND" as "COMMAND --help", "help" as "--help"; everything else as it stands.
+std::vector<std::string> HelpAsOption(const std::vector<std::string>& arguments) {
+  constexpr const char* kOption = "--help";
+  if (arguments.empty() || arguments.front() != kHelp || arguments.size() > 2) return arguments;
+  if (arguments.size() == 1) return {kOption};
+  if (arguments[1].starts_with('-')) return arguments;
+  return {arguments[1], kOption};
+}
+
 // All commands, and what their options set.
 struct CommandLine {
   explicit CommandLine(const Asked& asked) {
-    app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
+    app.set_version_flag("-V,--version", "tesselink " TESSELINK_VERSION, "Print the version and exit");
     app.require_subcommand(1);
     app.formatter(HelpFormat());
     convertApp = AddConvert(app, asked, convert);
@@ -388,6 +407,7 @@ struct CommandLine {
     previewApp = AddPreview(app, asked, preview);
     tableApp = AddTable(app, asked, table);
     AddFormats(app, asked, formats);
+    AddHelp(app, asked);
     app.footer(kExamples);  // last, for commands take over what stands here before them
   }
 
@@ -419,7 +439,8 @@ struct CommandLine {
 
 }  // namespace
 
-Command ParseArguments(const std::vector<std::string>& arguments) {
+Command ParseArguments(const std::vector<std::string>& typed) {
+  const std::vector<std::string> arguments = HelpAsOption(typed);
   try {
     return CommandLine(Asked::InArguments(arguments)).Parse(arguments);
   } catch (const CLI::ParseError&) {

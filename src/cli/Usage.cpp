@@ -16,8 +16,8 @@ class HelpFormatter final : public CLI::Formatter {
  public:
   HelpFormatter() { column_width(34); }
   std::string make_usage(const CLI::App* app, std::string) const override {
-    if (app->get_parent() == nullptr) return "Usage: tesselink COMMAND [OPTIONS] ...\n";
-    return "Usage: " + UsageOf(*app) + "\n";
+    if (app->get_parent() == nullptr) return "\nUsage: tesselink COMMAND [OPTIONS] ...\n";
+    return "\nUsage: " + UsageOf(*app) + "\n";
   }
   std::string make_positionals(const CLI::App*) const override { return {}; }
 };
@@ -97,7 +97,9 @@ std::shared_ptr<CLI::FormatterBase> HelpFormat() { return std::make_shared<HelpF
 
 ParsingEnded EndOfParsing(const CLI::App& app, const CLI::ParseError& error,
                           const std::vector<std::string>& arguments) {
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+  // Help on something that is no command is none.
+  const bool strayed = !arguments.empty() && app.get_subcommands().empty() && !IsOption(arguments.front());
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success) && !strayed) {
     const CLI::App* asked = &app;
     for (const CLI::App* sub : app.get_subcommands()) asked = sub;
     const bool version = dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr;

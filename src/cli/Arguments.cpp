@@ -29,6 +29,9 @@ constexpr const char* kExamples =
 
 constexpr const char* kHelp = "help";
 
+// The heading of options that two functions add to.
+constexpr const char* kAttributes = "Attributes and labels";
+
 constexpr const char* kConvertExamples =
     "Examples:\n"
     "  # for other programs of today\n"
@@ -220,12 +223,30 @@ void AddLabels(CommandOptions& command, ReadingOptions& options) {
 
 void AddReadingOptions(CommandOptions& command, ReadingOptions& options) {
   const auto& formats = AllFormats().Inputs();
+  AddDialect(command, options);
+  command.Group("Input");
   command.add_option("--from", options.from, "Input format, whatever the extension: " + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "input"));
+  AddFormatOptions(command, formats, options.own);
+  command
+      .add_option_function<std::string>(
+          "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },
+          "For a text file with bare line feeds: keep (default),\n"
+          "replace (repair the file), copy=FILE (repair a copy)")
+      ->type_name("CHOICE");
+  command
+      .add_option("--tolerance", options.tolerance,
+                  "Greatest distance of a curve from its chain, in drawing\n"
+                  "units (standard: the lesser of 0.01 and a ten-thousandth\n"
+                  "of the radius; classic: its own chains)")
+      ->type_name("DISTANCE")
+      ->check(Distance());
+  command.Group(kAttributes);
   command.add_option("--layer-field", options.layerField, "Attribute field of a shapefile that names the layer")
       ->type_name("NAME");
   AddLabels(command, options);
+  command.Group("Layers and place");
   AddLayerList(command, "--layers",
                "Take these layers alone: names, or patterns with * and ?,\n"
                "divided by commas; :off, :frozen and :locked are those\n"
@@ -234,29 +255,15 @@ void AddReadingOptions(CommandOptions& command, ReadingOptions& options) {
   AddLayerList(command, "--without-layers", "Leave these layers out, given likewise", options.withoutLayers);
   AddClip(command, options.clip);
   command
-      .add_option_function<std::string>(
-          "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },
-          "For a text file with bare line feeds: keep (default),\n"
-          "replace (repair the file), copy=FILE (repair a copy)")
-      ->type_name("CHOICE");
-  command
       .add_option("--layer-codes", options.layerCodes,
                   "CSV file with the columns layer and code: the entity\ncodes of layers (see \"tesselink layers\")")
       ->type_name("FILE");
   command.add_flag("--smart-assign", options.smartAssign,
                    "Guess the entity codes of layers from their names,\nafter the remembered ones");
-  AddFormatOptions(command, formats, options.own);
-  AddDialect(command, options);
-  command
-      .add_option("--tolerance", options.tolerance,
-                  "Greatest distance of a curve from its chain, in drawing\n"
-                  "units (standard: the lesser of 0.01 and a ten-thousandth\n"
-                  "of the radius; classic: its own chains)")
-      ->type_name("DISTANCE")
-      ->check(Distance());
 }
 
 void AddAttributes(CommandOptions& command, ReadingOptions& options) {
+  command.Group(kAttributes);
   const auto take = [&options](const std::string& choice) { options.attributes = choice == "keep"; };
   command
       .add_option_function<std::string>("--attributes", take,
@@ -273,14 +280,24 @@ CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command)
   if (!asked.Command("convert")) return convert;
   CommandOptions options(*convert, asked);
   options.add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
-  options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(options, command.reading);
+  AddAttributes(options, command.reading);
   AddSystemOptions(options, command.reading.systems, true);
+  options.Group("Output");
   options.add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
+  options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddFormatOptions(options, formats, command.reading.own);
-  AddAttributes(options, command.reading);
+  options
+      .add_option("--max-output", command.maxOutput,
+                  "How much may be written, as 500M or 20G; the output is\n"
+                  "kept as far as it goes (default: the greater of 1 GiB\n"
+                  "and 200 times what is read)")
+      ->type_name("SIZE")
+      ->transform(SizeInBytes());
+  options.add_flag("--sync", command.sync, "Return when the output is on the disk");
+  options.Group("Areas");
   options.add_flag("--build-areas", command.buildAreas,
                    "Make areas of what lines surround, for shapefiles with\n"
                    "--shape-type polygons or each and other outputs that\n"
@@ -294,14 +311,7 @@ CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command)
   AddLayerList(options, "--label-layer",
                "Layers whose texts become the Text of the areas that\nthey lie in, given as with --layers",
                command.labelLayers);
-  options
-      .add_option("--max-output", command.maxOutput,
-                  "How much may be written, as 500M or 20G; the output is\n"
-                  "kept as far as it goes (default: the greater of 1 GiB\n"
-                  "and 200 times what is read)")
-      ->type_name("SIZE")
-      ->transform(SizeInBytes());
-  options.add_flag("--sync", command.sync, "Return when the output is on the disk");
+  options.Group("Messages");
   options.add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
       "Show a progress bar (the default on a terminal)");

@@ -82,6 +82,9 @@ class CommandOptions {
     return asked_.Option(name) && command_.get_option_no_throw(std::string(name)) == nullptr;
   }
 
+  /// Those added from here on stand below this heading.
+  void Group(const char* heading) { command_.option_defaults()->group(heading); }
+
   template <typename Target>
   AddedOption add_option(std::string_view names, Target& target, const std::string& help = {}) {
     return Added(names, [&](const std::string& text) { return command_.add_option(text, target, help); });

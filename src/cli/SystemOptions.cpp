@@ -5,6 +5,7 @@
 namespace tesselink {
 
 void AddSystemOptions(CommandOptions& command, SystemChoice& systems, bool transforms) {
+  command.Group("Coordinate systems");
   command
       .add_option("--from-crs", systems.from,
                   "Coordinate system of the input, whatever its .prj file\n"

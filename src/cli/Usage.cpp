@@ -20,6 +20,9 @@ class HelpFormatter final : public CLI::Formatter {
     return "\nUsage: " + UsageOf(*app) + "\n";
   }
   std::string make_positionals(const CLI::App*) const override { return {}; }
+  std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override {
+    return CLI::detail::find_and_replace(Formatter::make_help(app, name, mode), "\n\n\n", "\n\n");
+  }
 };
 
 std::vector<std::string> NamesOf(const std::vector<const CLI::App*>& commands) {

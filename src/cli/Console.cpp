@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #ifdef _WIN32
 #include <io.h>
 #else
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -42,6 +44,19 @@ bool StandardErrorIsTerminal() {
 #else
   return isatty(fileno(stderr)) != 0;
 #endif
+}
+
+bool StandardErrorObeysCodes() {
+  const char* terminal = std::getenv("TERM");
+  return StandardErrorIsTerminal() && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+std::size_t TerminalColumns() {
+#ifndef _WIN32
+  winsize size{};
+  if (ioctl(fileno(stderr), TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
+#endif
+  return 80;
 }
 
 void OpenStandardStreams() {

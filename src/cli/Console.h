@@ -1,6 +1,7 @@
 // Standard output and standard error as the commands use them, and the signals that ask a program to end.
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -22,6 +23,10 @@ std::string Visible(std::string_view text);
 /// Prints a line on standard error, prefixed "tesselink: ", with its control characters shown.
 void PrintError(const std::string& text);
 bool StandardErrorIsTerminal();
+/// Whether it is one that obeys codes which move the cursor and erase; those are never written to files and pipes.
+bool StandardErrorObeysCodes();
+/// The width of that terminal; 80 where it does not tell.
+std::size_t TerminalColumns();
 
 /// Opens a standard stream that the caller had closed on nothing, lest an output file take its number and its messages.
 void OpenStandardStreams();

@@ -314,9 +314,9 @@ CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command)
   options.Group("Messages");
   options.add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
-      "Show a progress bar (the default on a terminal)");
+      "Show a progress bar (the default on a terminal); in a file\nor pipe, a line for every tenth");
   options.add_flag_callback(
-      "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
+      "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress");
   options.add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
   options.add_flag("--json", command.json, "Print the summary as JSON on standard output");
   convert->footer(kConvertExamples);

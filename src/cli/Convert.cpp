@@ -225,7 +225,7 @@ int Run(const ConvertCommand& command) {
   RefuseExistingOutput(command);
   const bool showProgress =
       command.progress == ProgressChoice::Always ||
-      (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
+      (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorObeysCodes());
   ConsoleInteraction interaction(command.reading, showProgress);
   QtSettings settings;
   std::optional<InputSource> source;

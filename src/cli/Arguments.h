@@ -90,6 +90,7 @@ struct FormatsCommand {
 struct ParsingEnded {
   std::string text;
   int exitCode = 0;
+  std::string advice;  ///< where help is, if the text says what is wrong
 };
 
 using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, PreviewCommand,

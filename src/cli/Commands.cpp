@@ -11,7 +11,8 @@ int Run(const ParsingEnded& ended) {
   if (ended.exitCode == kExitDone) {
     Print(ended.text);
   } else {
-    std::fputs(ended.text.c_str(), stderr);
+    PrintError(ended.text);
+    std::fputs(ended.advice.c_str(), stderr);
   }
   return ended.exitCode;
 }

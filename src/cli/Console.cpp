@@ -26,6 +26,19 @@ void OnInterrupt(int signal) {
   std::signal(signal, SIG_DFL);
 }
 
+constexpr const char *kRed = "\x1b[31m", *kYellow = "\x1b[33m", *kPlain = "\x1b[0m";
+
+bool ColoursWanted() {
+  const char* refused = std::getenv("NO_COLOR");
+  return (refused == nullptr || *refused == '\0') && StandardErrorObeysCodes();
+}
+
+void PrintLine(const char* colour, const std::string& prefix, const std::string& text) {
+  const bool coloured = ColoursWanted();
+  const std::string line = (coloured ? colour + prefix + kPlain : prefix) + " " + Visible(text) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
 }  // namespace
 
 void Print(const std::string& text) {
@@ -103,6 +116,10 @@ std::string Visible(std::string_view text) {
   return shown;
 }
 
-void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", Visible(text).c_str()); }
+void PrintError(const std::string& text) { PrintLine(kRed, "tesselink:", text); }
+
+void PrintWarning(const std::string& text) { PrintLine(kYellow, "tesselink: warning:", text); }
+
+void PrintNotice(const std::string& text) { PrintLine(kYellow, "tesselink:", text); }
 
 }  // namespace tesselink

@@ -20,8 +20,13 @@ void FlushOutput();
 /// The text with its control characters shown instead of obeyed by a terminal, as in "\x1b" and "\u202e": names and
 /// texts come from files of which nobody knows what they hold.
 std::string Visible(std::string_view text);
-/// Prints a line on standard error, prefixed "tesselink: ", with its control characters shown.
+/// Prints a line on standard error, prefixed "tesselink: ", with its control characters shown. On terminals errors are
+/// red and the others yellow, unless NO_COLOR is set.
 void PrintError(const std::string& text);
+/// The same for what was lost or is doubtful, prefixed "warning: " besides.
+void PrintWarning(const std::string& text);
+/// The same for what a reader has to say.
+void PrintNotice(const std::string& text);
 bool StandardErrorIsTerminal();
 /// Whether it is one that obeys codes which move the cursor and erase; those are never written to files and pipes.
 bool StandardErrorObeysCodes();

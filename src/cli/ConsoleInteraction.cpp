@@ -47,7 +47,7 @@ Answer ConsoleInteraction::ShowMessage(const Message& message) {
     ++known->second;
   } else {
     if (bar_) bar_->Erase();
-    PrintError(line);
+    PrintNotice(line);
     notices_.emplace_back(line, 1);
   }
   return Answer::Ok;

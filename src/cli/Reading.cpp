@@ -181,13 +181,13 @@ std::string UnmatchedWarning(const RunSummary& summary, const ConsoleInteraction
 
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction) {
   for (const Warning& warning : summary.report.Warnings()) {
-    PrintError("warning: " + WarningText(warning));
+    PrintWarning(WarningText(warning));
   }
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
-    PrintError("warning: " + UndeliveredText(type, count));
+    PrintWarning(UndeliveredText(type, count));
   }
   for (const std::string& warning : {UnmatchedWarning(summary, interaction), EndlessWarning(interaction)}) {
-    if (!warning.empty()) PrintError("warning: " + warning);
+    if (!warning.empty()) PrintWarning(warning);
   }
 }
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <string_view>
 
-#include "cli/Console.h"
 #include "cli/Exit.h"
 #include "cli/Suggestions.h"
 
@@ -106,11 +105,11 @@ ParsingEnded EndOfParsing(const CLI::App& app, const CLI::ParseError& error,
     const CLI::App* asked = &app;
     for (const CLI::App* sub : app.get_subcommands()) asked = sub;
     const bool version = dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr;
-    return {version ? std::string(error.what()) + "\n" : asked->help(), kExitDone};
+    return {version ? std::string(error.what()) + "\n" : asked->help(), kExitDone, {}};
   }
   std::string name = "tesselink";
   for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
-  return {"tesselink: " + Visible(Wording(app, error, arguments)) + "\nSee \"" + name + " --help\".\n", kExitUsage};
+  return {Wording(app, error, arguments), kExitUsage, "See \"" + name + " --help\".\n"};
 }
 
 }  // namespace tesselink

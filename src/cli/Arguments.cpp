@@ -221,6 +221,10 @@ void AddLabels(CommandOptions& command, ReadingOptions& options) {
       ->type_name("NAME");
 }
 
+void AddQuiet(CommandOptions& command, ReadingOptions& options, const char* help) {
+  command.add_flag("-q,--quiet", options.quiet, help);
+}
+
 void AddReadingOptions(CommandOptions& command, ReadingOptions& options) {
   const auto& formats = AllFormats().Inputs();
   AddDialect(command, options);
@@ -317,7 +321,7 @@ CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command)
       "Show a progress bar (the default on a terminal); in a file\nor pipe, a line for every tenth");
   options.add_flag_callback(
       "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress");
-  options.add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
+  AddQuiet(options, command.reading, "Print errors alone: no summary, warnings and bar");
   options.add_flag("--json", command.json, "Print the summary as JSON on standard output");
   convert->footer(kConvertExamples);
   return convert;
@@ -328,6 +332,7 @@ CLI::App* AddInfo(CLI::App& app, const Asked& asked, InfoCommand& command) {
   if (!asked.Command("info")) return info;
   CommandOptions options(*info, asked);
   options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
   options.add_flag("--json", command.json, "Print as JSON");
   AddReadingOptions(options, command.reading);
   AddSystemOptions(options, command.reading.systems, false);
@@ -340,6 +345,7 @@ CLI::App* AddCat(CLI::App& app, const Asked& asked, CatCommand& command) {
   if (!asked.Command("cat")) return cat;
   CommandOptions options(*cat, asked);
   options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
   AddReadingOptions(options, command.reading);
   AddSystemOptions(options, command.reading.systems, true);
   cat->footer(kCatExample);
@@ -351,6 +357,7 @@ CLI::App* AddLayers(CLI::App& app, const Asked& asked, LayersCommand& command) {
   if (!asked.Command("layers")) return layers;
   CommandOptions options(*layers, asked);
   options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
   AddReadingOptions(options, command.reading);
   layers->footer(kLayersExamples);
   return layers;
@@ -361,6 +368,7 @@ CLI::App* AddTable(CLI::App& app, const Asked& asked, TableCommand& command) {
   if (!asked.Command("table")) return table;
   CommandOptions options(*table, asked);
   options.add_option("FILE", command.file, "The table")->required()->type_name("FILE.dbf");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
   static const std::vector<Format> kRows{{.options = {EncodingOption()}}};
   AddFormatOptions(options, kRows, command.reading.own);
   AddDialect(options, command.reading);
@@ -375,6 +383,7 @@ CLI::App* AddPreview(CLI::App& app, const Asked& asked, PreviewCommand& command)
   options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
   options.add_option("PICTURE", command.picture, "The picture")->required()->type_name("PICTURE.svg");
   options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
   AddReadingOptions(options, command.reading);
   preview->footer(kPreviewExamples);
   return preview;

@@ -34,6 +34,7 @@ struct ReadingOptions {
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
   bool attributes = true;           ///< those of inputs go along, where the output holds them
+  bool quiet = false;               ///< nothing but errors is told beside what the command is for
 };
 
 enum class ProgressChoice { WhenTerminal, Always, Never };
@@ -49,7 +50,6 @@ struct ConvertCommand {
   bool overwrite = false;
   bool sync = false;
   std::uint64_t maxOutput = 0;  ///< bytes; 0: what the run takes for ample
-  bool quiet = false;
   bool json = false;
   ProgressChoice progress = ProgressChoice::WhenTerminal;
 };

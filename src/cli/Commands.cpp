@@ -21,7 +21,14 @@ int RunCommand(const Command& command) {
   OpenStandardStreams();
   CatchInterrupts();
   try {
-    const int exitCode = std::visit([](const auto& c) { return Run(c); }, command);
+    const int exitCode = std::visit(
+        [](const auto& c) {
+          if constexpr (requires { c.reading.quiet; }) {
+            if (c.reading.quiet) SilenceWarnings();
+          }
+          return Run(c);
+        },
+        command);
     FlushOutput();
     return exitCode;
   } catch (const UsageError& error) {

@@ -27,6 +27,7 @@ void OnInterrupt(int signal) {
 }
 
 constexpr const char *kRed = "\x1b[31m", *kYellow = "\x1b[33m", *kPlain = "\x1b[0m";
+bool silent = false;
 
 bool ColoursWanted() {
   const char* refused = std::getenv("NO_COLOR");
@@ -118,8 +119,14 @@ std::string Visible(std::string_view text) {
 
 void PrintError(const std::string& text) { PrintLine(kRed, "tesselink:", text); }
 
-void PrintWarning(const std::string& text) { PrintLine(kYellow, "tesselink: warning:", text); }
+void PrintWarning(const std::string& text) {
+  if (!silent) PrintLine(kYellow, "tesselink: warning:", text);
+}
 
-void PrintNotice(const std::string& text) { PrintLine(kYellow, "tesselink:", text); }
+void PrintNotice(const std::string& text) {
+  if (!silent) PrintLine(kYellow, "tesselink:", text);
+}
+
+void SilenceWarnings() { silent = true; }
 
 }  // namespace tesselink

@@ -27,6 +27,8 @@ void PrintError(const std::string& text);
 void PrintWarning(const std::string& text);
 /// The same for what a reader has to say.
 void PrintNotice(const std::string& text);
+/// From here on only errors are printed.
+void SilenceWarnings();
 bool StandardErrorIsTerminal();
 /// Whether it is one that obeys codes which move the cursor and erase; those are never written to files and pipes.
 bool StandardErrorObeysCodes();

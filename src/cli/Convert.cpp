@@ -225,7 +225,7 @@ int Run(const ConvertCommand& command) {
   RefuseExistingOutput(command);
   const bool showProgress =
       command.progress == ProgressChoice::Always ||
-      (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorObeysCodes());
+      (command.progress == ProgressChoice::WhenTerminal && !command.reading.quiet && StandardErrorObeysCodes());
   ConsoleInteraction interaction(command.reading, showProgress);
   QtSettings settings;
   std::optional<InputSource> source;
@@ -240,7 +240,7 @@ int Run(const ConvertCommand& command) {
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {
     Account(command, JsonText(SummaryJson(command, summary, interaction), 2) + "\n");
-  } else if (!command.quiet && summary.outcome == RunOutcome::Done) {
+  } else if (!command.reading.quiet && summary.outcome == RunOutcome::Done) {
     PrintSummary(command, summary);
   }
   return ExitCodeOf(summary, interaction);

@@ -186,9 +186,9 @@ void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interact
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
     PrintWarning(UndeliveredText(type, count));
   }
-  for (const std::string& warning : {UnmatchedWarning(summary, interaction), EndlessWarning(interaction)}) {
-    if (!warning.empty()) PrintWarning(warning);
-  }
+  if (const std::string unmatched = UnmatchedWarning(summary, interaction); !unmatched.empty()) PrintWarning(unmatched);
+  // It says why the exit code is none of success.
+  if (const std::string endless = EndlessWarning(interaction); !endless.empty()) PrintError("warning: " + endless);
 }
 
 void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction) {

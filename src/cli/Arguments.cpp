@@ -238,7 +238,7 @@ void AddReadingOptions(CommandOptions& command, ReadingOptions& options) {
           "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },
           "For a text file with bare line feeds: keep (default),\n"
           "replace (repair the file), copy=FILE (repair a copy)")
-      ->type_name("CHOICE");
+      ->type_name("CHOICE:{keep,replace,copy=FILE}");
   command
       .add_option("--tolerance", options.tolerance,
                   "Greatest distance of a curve from its chain, in drawing\n"
@@ -471,6 +471,10 @@ Command ParseArguments(const std::vector<std::string>& typed) {
   } catch (const CLI::ParseError& error) {
     return EndOfParsing(whole.app, error, arguments);
   }
+}
+
+void ShowCommands(const std::function<void(const CLI::App& program)>& look) {
+  look(CommandLine(Asked::Everything()).app);
 }
 
 }  // namespace tesselink

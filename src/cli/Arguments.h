@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
@@ -12,6 +13,10 @@
 #include "core/run/FieldSelection.h"
 #include "core/run/Options.h"
 #include "core/run/SystemChoice.h"
+
+namespace CLI {
+class App;
+}
 
 namespace tesselink {
 
@@ -98,5 +103,8 @@ using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatComma
 
 /// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
 Command ParseArguments(const std::vector<std::string>& arguments);
+
+/// Shows the program with all its commands and options, for who describes them elsewhere.
+void ShowCommands(const std::function<void(const CLI::App& program)>& look);
 
 }  // namespace tesselink

@@ -14,11 +14,15 @@ namespace tesselink {
 class Asked {
  public:
   /// The command that comes first among the arguments, and its options that occur in them.
-  static Asked InArguments(const std::vector<std::string>& arguments) { return {arguments, false}; }
+  static Asked InArguments(const std::vector<std::string>& arguments) { return {arguments, false, false}; }
   /// That command with all its options, for help and for telling what is wrong.
-  static Asked WithAllOptions(const std::vector<std::string>& arguments) { return {arguments, true}; }
+  static Asked WithAllOptions(const std::vector<std::string>& arguments) { return {arguments, true, false}; }
+  /// Every command with all its options, for manuals.
+  static Asked Everything() { return {{}, true, true}; }
 
-  bool Command(std::string_view name) const { return !arguments_.empty() && arguments_.front() == name; }
+  bool Command(std::string_view name) const {
+    return allCommands_ || (!arguments_.empty() && arguments_.front() == name);
+  }
   /// Takes names as the library does: "--to", "-O,--overwrite", "INPUT". Those of one letter may stand in one argument
   /// with others, so they are always built.
   bool Option(std::string_view names) const {
@@ -28,11 +32,11 @@ class Asked {
   }
 
  private:
-  Asked(std::vector<std::string> arguments, bool allOptions)
-      : arguments_(std::move(arguments)), allOptions_(allOptions) {}
+  Asked(std::vector<std::string> arguments, bool allOptions, bool allCommands)
+      : arguments_(std::move(arguments)), allOptions_(allOptions), allCommands_(allCommands) {}
 
   std::vector<std::string> arguments_;
-  bool allOptions_;
+  bool allOptions_, allCommands_;
 };
 
 /// An option that was added, or passed over; then what is said of it goes nowhere.

@@ -1,0 +1,12 @@
+// What shells complete behind "tesselink": commands, options, and what may stand behind an option.
+#pragma once
+
+#include <string>
+
+#include "manual/CommandTexts.h"
+
+namespace tesselink {
+
+std::string BashCompletion(const ProgramText& text);
+
+}  // namespace tesselink

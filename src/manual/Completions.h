@@ -8,5 +8,7 @@
 namespace tesselink {
 
 std::string BashCompletion(const ProgramText& text);
+std::string ZshCompletion(const ProgramText& text);
+std::string FishCompletion(const ProgramText& text);
 
 }  // namespace tesselink

@@ -23,6 +23,8 @@ void Write(const fs::path& file, const std::string& text) {
 void WriteAll(const fs::path& folder) {
   const tesselink::ProgramText text = tesselink::TextOfProgram();
   Write(folder / "bash-completion/completions/tesselink", BashCompletion(text));
+  Write(folder / "zsh/vendor-completions/_tesselink", ZshCompletion(text));
+  Write(folder / "fish/vendor_completions.d/tesselink.fish", FishCompletion(text));
 }
 
 }  // namespace

@@ -42,6 +42,7 @@ void WriteAll(const fs::path& folder, const std::string& date) {
   for (const tesselink::CommandText& command : text.commands) {
     Write(folder / "man/man1" / ("tesselink-" + command.name + ".1"), CommandPage(text, command, date));
   }
+  Write(folder / "man/man5/tesselink-formats.5", tesselink::FormatsPage(date));
   Write(folder / "bash-completion/completions/tesselink", BashCompletion(text));
   Write(folder / "zsh/vendor-completions/_tesselink", ZshCompletion(text));
   Write(folder / "fish/vendor_completions.d/tesselink.fish", FishCompletion(text));

@@ -223,9 +223,8 @@ int Run(const ConvertCommand& command) {
   TakeFailedWritesAsErrors();
   ConversionRequest request = RequestOf(command);
   RefuseExistingOutput(command);
-  const bool showProgress =
-      command.progress == ProgressChoice::Always ||
-      (command.progress == ProgressChoice::WhenTerminal && !command.reading.quiet && StandardErrorObeysCodes());
+  const bool showProgress = command.progress == ProgressChoice::Always ||
+                            (command.progress == ProgressChoice::WhenTerminal && ShowsBar(command.reading));
   ConsoleInteraction interaction(command.reading, showProgress);
   QtSettings settings;
   std::optional<InputSource> source;

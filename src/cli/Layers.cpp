@@ -49,7 +49,7 @@ class OtherLayers {
 }  // namespace
 
 int Run(const LayersCommand& command) {
-  Reading reading(command.input, command.reading);
+  Reading reading(command.input, command.reading, ShowsBar(command.reading));
   reading.interaction.ProposeCodes();
   OtherLayers others(reading.interaction);
   const int exitCode = ReadThrough(reading, [&](const tEntity& entity) { others.Note(entity.Layer); });

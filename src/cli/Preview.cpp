@@ -27,7 +27,7 @@ void RefuseExistingPicture(const PreviewCommand& command) {
 }  // namespace
 
 int Run(const PreviewCommand& command) {
-  Reading reading(command.input, command.reading);
+  Reading reading(command.input, command.reading, ShowsBar(command.reading));
   reading.output = command.picture;
   reading.layersWanted = false;
   RefuseCopyAmong(command.reading, {command.picture});

@@ -146,12 +146,14 @@ void InputSource::Reword(RunSummary& summary) const {
   summary.reason = named(summary.reason);
 }
 
-Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)
+bool ShowsBar(const ReadingOptions& options) { return !options.quiet && StandardErrorObeysCodes(); }
+
+Reading::Reading(const std::string& path, const ReadingOptions& readingOptions, bool showProgress)
     : input(path),
       options(readingOptions),
       format(InputFormatOf(readingOptions, path)),
       source(path, format),
-      interaction(readingOptions, false) {}
+      interaction(readingOptions, showProgress) {}
 
 int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction) {
   switch (summary.outcome) {

@@ -47,17 +47,19 @@ def at_terminal(command, columns=100, until=None, **environment):
 
 def bar_complaints(program, folder):
     drawing_of_minutes(folder / "blocks.dxf")
-    command = [program, "convert", "-O", "--dialect", "standard", "--limit", "1000000000", folder / "blocks.dxf", folder / "out.asc"]
-    for columns, ends_with in ((100, rb"elements, [\d.]+[kM]?/s, about .* remaining"), (30, rb"\] +\d+%\x1b")):
-        code, written = at_terminal(list(map(str, command)), columns, until=ends_with)
+    reading = ["--dialect", "standard", "--limit", "1000000000", folder / "blocks.dxf"]
+    for columns, ends_with, command in (
+            (100, rb"elements, [\d.]+[kM]?/s, about .* remaining", ["convert", "-O", *reading, folder / "out.asc"]),
+            (30, rb"\] +\d+%\x1b", ["convert", "-O", *reading, folder / "out.asc"]), (80, rb"\] +\d+%", ["info", *reading])):
+        code, written = at_terminal(list(map(str, [program, *command])), columns, until=ends_with)
         bars, _, rest = written.rpartition("\r\x1b[K")
         if code != 130 or "cancelled" not in rest or not re.fullmatch(r"(\x1b\[3[13]mtesselink:[^\r]+\r\n)+", rest):
-            yield f"{columns} columns: exit code {code}, and what is left behind is {rest!r}"
+            yield f"{command[0]} in {columns} columns: exit code {code}, and what is left behind is {rest!r}"
         lines = bars.split("\r")
         if wrong := [line for line in lines[1:] if not re.fullmatch(r"\[#*\.*\] +\d+%.*\x1b\[K", line) or len(line) - 3 >= columns]:
-            yield f"{columns} columns: {wrong[0]!r} is no bar that fits"
+            yield f"{command[0]} in {columns} columns: {wrong[0]!r} is no bar that fits"
         if lines[0] != "":
-            yield f"{columns} columns: something stands before the bar: {lines[0]!r}"
+            yield f"{command[0]} in {columns} columns: something stands before the bar: {lines[0]!r}"
 
 
 def colour_complaints(program, examples, folder):

@@ -2,13 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <map>
 #include <memory>
 
 #include "cli/ClipOption.h"
-#include "cli/Console.h"
-#include "cli/Exit.h"
+#include "cli/CommandOptions.h"
+#include "cli/Suggestions.h"
 #include "cli/SystemOptions.h"
+#include "cli/Usage.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "core/run/EncodingOption.h"
@@ -18,14 +18,19 @@ namespace tesselink {
 namespace {
 
 constexpr const char* kAbout =
-    "Converts vector map drawings between the file formats of oil-and-gas and land-survey mapping.\n";
+    "Converts vector map drawings between the file formats of oil-and-gas and land-survey mapping.";
 
 // The examples run as they stand in a checkout; a test does so.
 constexpr const char* kExamples =
     "Examples:\n"
     "  tesselink info examples/wells.shp\n"
     "  tesselink convert --dialect standard examples/quarter-section.asc quarter-section.dxf\n"
-    "\"tesselink COMMAND --help\" tells the options of a command.";
+    "\"tesselink help COMMAND\" tells the options of a command.";
+
+constexpr const char* kHelp = "help";
+
+// The heading of options that two functions add to.
+constexpr const char* kAttributes = "Attributes and labels";
 
 constexpr const char* kConvertExamples =
     "Examples:\n"
@@ -62,22 +67,6 @@ constexpr const char* kTableExample =
     "Example:\n"
     "  tesselink table examples/wells.dbf > wells.csv";
 
-// Usage lines as people write them, and no table of the positionals that they name.
-class HelpFormatter final : public CLI::Formatter {
- public:
-  HelpFormatter() { column_width(34); }
-  std::string make_usage(const CLI::App* app, std::string) const override {
-    static const std::map<std::string, std::string> kPositionals{
-        {"convert", " INPUT... OUTPUT"},   {"info", " INPUT"},    {"cat", " INPUT"}, {"layers", " INPUT"},
-        {"preview", " INPUT PICTURE.svg"}, {"table", " FILE.dbf"}};
-    if (app->get_parent() == nullptr) return "Usage: tesselink COMMAND [OPTIONS] ...\n";
-    const auto positionals = kPositionals.find(app->get_name());
-    return "Usage: tesselink " + app->get_name() + " [OPTIONS]" +
-           (positionals == kPositionals.end() ? "" : positionals->second) + "\n";
-  }
-  std::string make_positionals(const CLI::App*) const override { return {}; }
-};
-
 template <typename Rows>
 std::string KeyList(const Rows& rows) {
   std::string keys;
@@ -89,10 +78,23 @@ template <typename Rows>
 CLI::Validator KnownKey(const Rows& rows, const std::string& what) {
   return CLI::Validator(
       [&rows, what](std::string& key) {
-        const bool known = std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return row.key == key; });
-        return known ? std::string() : "\"" + key + "\" is no " + what + " format; the keys are " + KeyList(rows);
+        std::vector<std::string> keys;
+        for (const auto& row : rows) keys.push_back(row.key);
+        if (std::find(keys.begin(), keys.end(), key) != keys.end()) return std::string();
+        const std::string meant = DidYouMean(key, keys);
+        return "\"" + key + "\" is no " + what + " format" +
+               (meant.empty() ? "; the keys are " + KeyList(rows) : meant);
       },
       "");
+}
+
+CLI::Validator OneOf(const std::vector<std::string>& choices) {
+  return CLI::Validator(
+      [choices](std::string& given) {
+        if (std::find(choices.begin(), choices.end(), given) != choices.end()) return std::string();
+        return "\"" + given + "\" is not " + Listed(choices, "or") + DidYouMean(given, choices);
+      },
+      CLI::detail::generate_set(choices));
 }
 
 // Units are powers of 1024.
@@ -135,21 +137,21 @@ CLI::Validator HeightOrName() {
 
 // The options that the rows of one side bring along, each once.
 template <typename Rows>
-void AddFormatOptions(CLI::App& command, const Rows& rows, OptionValues& values) {
+void AddFormatOptions(CommandOptions& command, const Rows& rows, OptionValues& values) {
   for (const auto& row : rows) {
     for (const FormatOption& option : row.options) {
       const std::string name = "--" + option.name;
-      if (command.get_option_no_throw(name) != nullptr) continue;
+      if (!command.Wants(name)) continue;
       if (option.kind == FormatOption::Kind::Flag) {
         command.add_flag_callback(
             name, [&values, &option] { values.Set(option.name, "yes"); }, option.help);
         continue;
       }
-      CLI::Option* added = command.add_option_function<std::string>(
+      AddedOption added = command.add_option_function<std::string>(
           name, [&values, &option](const std::string& value) { values.Set(option.name, value); }, option.help);
-      added->type_name(option.value);
-      if (!option.choices.empty()) added->check(CLI::IsMember(option.choices));
-      if (option.check) added->check(option.check);
+      added.type_name(option.value);
+      if (!option.choices.empty()) added.check(OneOf(option.choices));
+      if (option.check) added.check(CLI::Validator(option.check, ""));
     }
   }
 }
@@ -164,11 +166,12 @@ void SetLineEnds(ReadingOptions& options, const std::string& choice) {
     options.lineEnds = LineEndsChoice::Copy;
     options.lineEndsCopy = choice.substr(kCopy.size());
   } else {
-    throw CLI::ValidationError("--line-ends", "\"" + choice + "\" is not keep, replace or copy=FILE");
+    throw CLI::ValidationError("--line-ends", "\"" + choice + "\" is not keep, replace or copy=FILE" +
+                                                  DidYouMean(choice, {"keep", "replace"}));
   }
 }
 
-void AddDialect(CLI::App& command, ReadingOptions& options) {
+void AddDialect(CommandOptions& command, ReadingOptions& options) {
   command
       .add_option_function<std::string>(
           "--dialect",
@@ -178,10 +181,10 @@ void AddDialect(CLI::App& command, ReadingOptions& options) {
           "Conventions that files follow: classic (default) or\n"
           "standard, as other programs read them")
       ->type_name("NAME")
-      ->check(CLI::IsMember({"classic", "standard"}));
+      ->check(OneOf({"classic", "standard"}));
 }
 
-void AddLayerList(CLI::App& command, const char* name, const char* help, std::vector<std::string>& layers) {
+void AddLayerList(CommandOptions& command, const char* name, const char* help, std::vector<std::string>& layers) {
   const auto take = [&layers](const std::vector<std::string>& lists) {
     for (const std::string& list : lists) {
       for (std::size_t begin = 0; begin <= list.size();) {
@@ -197,7 +200,7 @@ void AddLayerList(CLI::App& command, const char* name, const char* help, std::ve
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-void AddLabels(CLI::App& command, ReadingOptions& options) {
+void AddLabels(CommandOptions& command, ReadingOptions& options) {
   command
       .add_option("--text-field", options.textField,
                   "Attribute field whose value becomes a text at each shape,\n"
@@ -218,14 +221,36 @@ void AddLabels(CLI::App& command, ReadingOptions& options) {
       ->type_name("NAME");
 }
 
-void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
+void AddQuiet(CommandOptions& command, ReadingOptions& options, const char* help) {
+  command.add_flag("-q,--quiet", options.quiet, help);
+}
+
+void AddReadingOptions(CommandOptions& command, ReadingOptions& options) {
   const auto& formats = AllFormats().Inputs();
+  AddDialect(command, options);
+  command.Group("Input");
   command.add_option("--from", options.from, "Input format, whatever the extension: " + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "input"));
+  AddFormatOptions(command, formats, options.own);
+  command
+      .add_option_function<std::string>(
+          "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },
+          "For a text file with bare line feeds: keep (default),\n"
+          "replace (repair the file), copy=FILE (repair a copy)")
+      ->type_name("CHOICE:{keep,replace,copy=FILE}");
+  command
+      .add_option("--tolerance", options.tolerance,
+                  "Greatest distance of a curve from its chain, in drawing\n"
+                  "units (standard: the lesser of 0.01 and a ten-thousandth\n"
+                  "of the radius; classic: its own chains)")
+      ->type_name("DISTANCE")
+      ->check(Distance());
+  command.Group(kAttributes);
   command.add_option("--layer-field", options.layerField, "Attribute field of a shapefile that names the layer")
       ->type_name("NAME");
   AddLabels(command, options);
+  command.Group("Layers and place");
   AddLayerList(command, "--layers",
                "Take these layers alone: names, or patterns with * and ?,\n"
                "divided by commas; :off, :frozen and :locked are those\n"
@@ -234,173 +259,193 @@ void AddReadingOptions(CLI::App& command, ReadingOptions& options) {
   AddLayerList(command, "--without-layers", "Leave these layers out, given likewise", options.withoutLayers);
   AddClip(command, options.clip);
   command
-      .add_option_function<std::string>(
-          "--line-ends", [&options](const std::string& choice) { SetLineEnds(options, choice); },
-          "For a text file with bare line feeds: keep (default),\n"
-          "replace (repair the file), copy=FILE (repair a copy)")
-      ->type_name("CHOICE");
-  command
       .add_option("--layer-codes", options.layerCodes,
                   "CSV file with the columns layer and code: the entity\ncodes of layers (see \"tesselink layers\")")
       ->type_name("FILE");
   command.add_flag("--smart-assign", options.smartAssign,
                    "Guess the entity codes of layers from their names,\nafter the remembered ones");
-  AddFormatOptions(command, formats, options.own);
-  AddDialect(command, options);
-  command
-      .add_option("--tolerance", options.tolerance,
-                  "Greatest distance of a curve from its chain, in drawing\n"
-                  "units (standard: the lesser of 0.01 and a ten-thousandth\n"
-                  "of the radius; classic: its own chains)")
-      ->type_name("DISTANCE")
-      ->check(Distance());
 }
 
-void AddAttributes(CLI::App& command, ReadingOptions& options) {
+void AddAttributes(CommandOptions& command, ReadingOptions& options) {
+  command.Group(kAttributes);
   const auto take = [&options](const std::string& choice) { options.attributes = choice == "keep"; };
   command
       .add_option_function<std::string>("--attributes", take,
                                         "What becomes of an input's attributes: keep (default),\n"
                                         "where the output holds them, or drop")
       ->type_name("CHOICE")
-      ->check(CLI::IsMember({"keep", "drop"}));
+      ->check(OneOf({"keep", "drop"}));
 }
 
-// Of the commands but the one that is asked for, which is the first argument, only the names are needed.
-CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& command) {
+// Of the commands but the one that is asked for only the names are needed.
+CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command) {
   const auto& formats = AllFormats().Outputs();
   CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
-  if (asked != convert->get_name()) return convert;
-  convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
-  convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
-  AddReadingOptions(*convert, command.reading);
-  AddSystemOptions(*convert, command.reading.systems, true);
-  convert->add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
+  if (!asked.Command("convert")) return convert;
+  CommandOptions options(*convert, asked);
+  options.add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
+  AddReadingOptions(options, command.reading);
+  AddAttributes(options, command.reading);
+  AddSystemOptions(options, command.reading.systems, true);
+  options.Group("Output");
+  options.add_option("--to", command.to, "Output format, whatever the extension:\n" + KeyList(formats))
       ->type_name("KEY")
       ->check(KnownKey(formats, "output"));
-  AddFormatOptions(*convert, formats, command.reading.own);
-  AddAttributes(*convert, command.reading);
-  convert->add_flag("--build-areas", command.buildAreas,
-                    "Make areas of what lines surround, for shapefiles with\n"
-                    "--shape-type polygons or each and other outputs that\n"
-                    "hold areas (standard)");
-  convert
-      ->add_option("--snap", command.snap,
-                   "How far lines may miss each other that are to meet where\n"
-                   "areas are built, in drawing units (default: by rounding)")
-      ->type_name("DISTANCE")
-      ->check(Distance());
-  AddLayerList(*convert, "--label-layer",
-               "Layers whose texts become the Text of the areas that\nthey lie in, given as with --layers",
-               command.labelLayers);
-  convert
-      ->add_option("--max-output", command.maxOutput,
-                   "How much may be written, as 500M or 20G; the output is\n"
-                   "kept as far as it goes (default: the greater of 1 GiB\n"
-                   "and 200 times what is read)")
+  options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
+  AddFormatOptions(options, formats, command.reading.own);
+  options
+      .add_option("--max-output", command.maxOutput,
+                  "How much may be written, as 500M or 20G; the output is\n"
+                  "kept as far as it goes (default: the greater of 1 GiB\n"
+                  "and 200 times what is read)")
       ->type_name("SIZE")
       ->transform(SizeInBytes());
-  convert->add_flag("--sync", command.sync, "Return when the output is on the disk");
-  convert->add_flag_callback(
+  options.add_flag("--sync", command.sync, "Return when the output is on the disk");
+  options.Group("Areas");
+  options.add_flag("--build-areas", command.buildAreas,
+                   "Make areas of what lines surround, for shapefiles with\n"
+                   "--shape-type polygons or each and other outputs that\n"
+                   "hold areas (standard)");
+  options
+      .add_option("--snap", command.snap,
+                  "How far lines may miss each other that are to meet where\n"
+                  "areas are built, in drawing units (default: by rounding)")
+      ->type_name("DISTANCE")
+      ->check(Distance());
+  AddLayerList(options, "--label-layer",
+               "Layers whose texts become the Text of the areas that\nthey lie in, given as with --layers",
+               command.labelLayers);
+  options.Group("Messages");
+  options.add_flag_callback(
       "--progress", [&] { command.progress = ProgressChoice::Always; },
-      "Show a progress bar (the default on a terminal)");
-  convert->add_flag_callback(
-      "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
-  convert->add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
-  convert->add_flag("--json", command.json, "Print the summary as JSON on standard output");
+      "Show a progress bar (the default on a terminal); in a file\nor pipe, a line for every tenth");
+  options.add_flag_callback(
+      "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress");
+  AddQuiet(options, command.reading, "Print errors alone: no summary, warnings and bar");
+  options.add_flag("--json", command.json, "Print the summary as JSON on standard output");
   convert->footer(kConvertExamples);
   return convert;
 }
 
-CLI::App* AddInfo(CLI::App& app, const std::string& asked, InfoCommand& command) {
+CLI::App* AddInfo(CLI::App& app, const Asked& asked, InfoCommand& command) {
   CLI::App* info = app.add_subcommand("info", "Tell what a drawing holds: elements, layers, extents, fields");
-  if (asked != info->get_name()) return info;
-  info->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  info->add_flag("--json", command.json, "Print as JSON");
-  AddReadingOptions(*info, command.reading);
-  AddSystemOptions(*info, command.reading.systems, false);
+  if (!asked.Command("info")) return info;
+  CommandOptions options(*info, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
+  options.add_flag("--json", command.json, "Print as JSON");
+  AddReadingOptions(options, command.reading);
+  AddSystemOptions(options, command.reading.systems, false);
   info->footer(kInfoExample);
   return info;
 }
 
-CLI::App* AddCat(CLI::App& app, const std::string& asked, CatCommand& command) {
+CLI::App* AddCat(CLI::App& app, const Asked& asked, CatCommand& command) {
   CLI::App* cat = app.add_subcommand("cat", "Print every element as one JSON object a line");
-  if (asked != cat->get_name()) return cat;
-  cat->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  AddReadingOptions(*cat, command.reading);
-  AddSystemOptions(*cat, command.reading.systems, true);
+  if (!asked.Command("cat")) return cat;
+  CommandOptions options(*cat, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
+  AddReadingOptions(options, command.reading);
+  AddSystemOptions(options, command.reading.systems, true);
   cat->footer(kCatExample);
   return cat;
 }
 
-CLI::App* AddLayers(CLI::App& app, const std::string& asked, LayersCommand& command) {
+CLI::App* AddLayers(CLI::App& app, const Asked& asked, LayersCommand& command) {
   CLI::App* layers = app.add_subcommand("layers", "List layers and their entity codes as CSV, ready for --layer-codes");
-  if (asked != layers->get_name()) return layers;
-  layers->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  AddReadingOptions(*layers, command.reading);
+  if (!asked.Command("layers")) return layers;
+  CommandOptions options(*layers, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
+  AddReadingOptions(options, command.reading);
   layers->footer(kLayersExamples);
   return layers;
 }
 
-CLI::App* AddTable(CLI::App& app, const std::string& asked, TableCommand& command) {
+CLI::App* AddTable(CLI::App& app, const Asked& asked, TableCommand& command) {
   CLI::App* table = app.add_subcommand("table", "Print an attribute table (.dbf) as CSV, field names first");
-  if (asked != table->get_name()) return table;
-  table->add_option("FILE", command.file, "The table")->required()->type_name("");
+  if (!asked.Command("table")) return table;
+  CommandOptions options(*table, asked);
+  options.add_option("FILE", command.file, "The table")->required()->type_name("FILE.dbf");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
   static const std::vector<Format> kRows{{.options = {EncodingOption()}}};
-  AddFormatOptions(*table, kRows, command.reading.own);
-  AddDialect(*table, command.reading);
+  AddFormatOptions(options, kRows, command.reading.own);
+  AddDialect(options, command.reading);
   table->footer(kTableExample);
   return table;
 }
 
-CLI::App* AddPreview(CLI::App& app, const std::string& asked, PreviewCommand& command) {
+CLI::App* AddPreview(CLI::App& app, const Asked& asked, PreviewCommand& command) {
   CLI::App* preview = app.add_subcommand("preview", "Draw a picture (SVG) of a drawing, coloured by layer");
-  if (asked != preview->get_name()) return preview;
-  preview->add_option("INPUT", command.input, "The drawing")->required()->type_name("");
-  preview->add_option("PICTURE", command.picture, "The picture")->required()->type_name("");
-  preview->add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
-  AddReadingOptions(*preview, command.reading);
+  if (!asked.Command("preview")) return preview;
+  CommandOptions options(*preview, asked);
+  options.add_option("INPUT", command.input, "The drawing")->required()->type_name("");
+  options.add_option("PICTURE", command.picture, "The picture")->required()->type_name("PICTURE.svg");
+  options.add_flag("-O,--overwrite", command.overwrite, "Replace an existing picture");
+  AddQuiet(options, command.reading, "Print errors, and no warnings");
+  AddReadingOptions(options, command.reading);
   preview->footer(kPreviewExamples);
   return preview;
 }
 
-// The library's words, but for the mistakes that people make first.
-std::string Wording(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
-  constexpr const char* kCommands = "the commands are convert, info, cat, layers, preview, table and formats";
-  if (app.get_subcommands().empty()) {
-    if (arguments.empty()) return std::string("give a command; ") + kCommands;
-    const bool isOption = arguments.front().starts_with('-');
-    return "\"" + arguments.front() + (isOption ? "\" is no option here; " : "\" is no command; ") + kCommands;
-  }
-  const bool convertLacksFiles = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr ||
-                                 (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr &&
-                                  std::string_view(error.what()).starts_with("FILES"));
-  if (convertLacksFiles && app.get_subcommands().front()->get_name() == "convert") {
-    return "convert needs an input and an output";
-  }
-  return error.what();
+void AddFormats(CLI::App& app, const Asked& asked, FormatsCommand& command) {
+  CLI::App* formats = app.add_subcommand("formats", "List the formats, their keys and extensions");
+  if (!asked.Command("formats")) return;
+  CommandOptions options(*formats, asked);
+  options.add_flag("--json", command.json, "Print as JSON");
 }
 
-ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    const CLI::App* asked = &app;
-    for (const CLI::App* sub : app.get_subcommands()) asked = sub;
-    const bool version = dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr;
-    return {version ? std::string(error.what()) + "\n" : asked->help(), kExitDone};
-  }
-  std::string name = "tesselink";
-  for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
-  return {"tesselink: " + Visible(Wording(app, error, arguments)) + "\nSee \"" + name + " --help\".\n", kExitUsage};
+// "help COMMAND" never comes to be parsed; the command is there to be listed, and for what else stands behind it.
+void AddHelp(CLI::App& app, const Asked& asked) {
+  CLI::App* help = app.add_subcommand(kHelp, "Tell how a command is used, and what its options are");
+  if (!asked.Command(kHelp)) return;
+  help->add_option("COMMAND", "The command")->type_name("[COMMAND]");
+  help->callback([] { throw CLI::CallForHelp(); });
 }
 
-}  // namespace
+// "help COMMAND" as "COMMAND --help", "help" as "--help"; everything else as it stands.
+std::vector<std::string> HelpAsOption(const std::vector<std::string>& arguments) {
+  constexpr const char* kOption = "--help";
+  if (arguments.empty() || arguments.front() != kHelp || arguments.size() > 2) return arguments;
+  if (arguments.size() == 1) return {kOption};
+  if (arguments[1].starts_with('-')) return arguments;
+  return {arguments[1], kOption};
+}
 
-Command ParseArguments(const std::vector<std::string>& arguments) {
-  CLI::App app(kAbout, "tesselink");
-  app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
-  app.require_subcommand(1);
-  app.formatter(std::make_shared<HelpFormatter>());
+// All commands, and what their options set.
+struct CommandLine {
+  explicit CommandLine(const Asked& asked) {
+    app.set_version_flag("-V,--version", "tesselink " TESSELINK_VERSION, "Print the version and exit");
+    app.require_subcommand(1);
+    app.formatter(HelpFormat());
+    convertApp = AddConvert(app, asked, convert);
+    infoApp = AddInfo(app, asked, info);
+    catApp = AddCat(app, asked, cat);
+    layersApp = AddLayers(app, asked, layers);
+    previewApp = AddPreview(app, asked, preview);
+    tableApp = AddTable(app, asked, table);
+    AddFormats(app, asked, formats);
+    AddHelp(app, asked);
+    app.footer(kExamples);  // last, for commands take over what stands here before them
+  }
 
+  Command Parse(const std::vector<std::string>& arguments) {
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    if (convertApp->parsed()) {
+      convert.output = convert.inputs.back();
+      convert.inputs.pop_back();
+      return convert;
+    }
+    if (infoApp->parsed()) return info;
+    if (catApp->parsed()) return cat;
+    if (layersApp->parsed()) return layers;
+    if (previewApp->parsed()) return preview;
+    if (tableApp->parsed()) return table;
+    return formats;
+  }
+
+  CLI::App app{kAbout, "tesselink"};
   ConvertCommand convert;
   InfoCommand info;
   CatCommand cat;
@@ -408,33 +453,28 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   PreviewCommand preview;
   TableCommand table;
   FormatsCommand formats;
-  const std::string asked = arguments.empty() ? std::string() : arguments.front();
-  const CLI::App* convertApp = AddConvert(app, asked, convert);
-  const CLI::App* infoApp = AddInfo(app, asked, info);
-  const CLI::App* catApp = AddCat(app, asked, cat);
-  const CLI::App* layersApp = AddLayers(app, asked, layers);
-  const CLI::App* previewApp = AddPreview(app, asked, preview);
-  const CLI::App* tableApp = AddTable(app, asked, table);
-  CLI::App* formatsApp = app.add_subcommand("formats", "List the formats, their keys and extensions");
-  formatsApp->add_flag("--json", formats.json, "Print as JSON");
-  app.footer(kExamples);  // last, for commands take over what stands here before them
+  const CLI::App *convertApp, *infoApp, *catApp, *layersApp, *previewApp, *tableApp;
+};
 
+}  // namespace
+
+Command ParseArguments(const std::vector<std::string>& typed) {
+  const std::vector<std::string> arguments = HelpAsOption(typed);
   try {
-    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    return CommandLine(Asked::InArguments(arguments)).Parse(arguments);
+  } catch (const CLI::ParseError&) {
+    // Help and what is wrong are told by all options.
+  }
+  CommandLine whole(Asked::WithAllOptions(arguments));
+  try {
+    return whole.Parse(arguments);
   } catch (const CLI::ParseError& error) {
-    return Ended(app, error, arguments);
+    return EndOfParsing(whole.app, error, arguments);
   }
-  if (convertApp->parsed()) {
-    convert.output = convert.inputs.back();
-    convert.inputs.pop_back();
-    return convert;
-  }
-  if (infoApp->parsed()) return info;
-  if (catApp->parsed()) return cat;
-  if (layersApp->parsed()) return layers;
-  if (previewApp->parsed()) return preview;
-  if (tableApp->parsed()) return table;
-  return formats;
+}
+
+void ShowCommands(const std::function<void(const CLI::App& program)>& look) {
+  look(CommandLine(Asked::Everything()).app);
 }
 
 }  // namespace tesselink

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
@@ -12,6 +13,10 @@
 #include "core/run/FieldSelection.h"
 #include "core/run/Options.h"
 #include "core/run/SystemChoice.h"
+
+namespace CLI {
+class App;
+}
 
 namespace tesselink {
 
@@ -34,6 +39,7 @@ struct ReadingOptions {
   Dialect dialect = Dialect::Classic;
   std::optional<double> tolerance;  ///< greatest distance between a curve and its chain, in drawing units
   bool attributes = true;           ///< those of inputs go along, where the output holds them
+  bool quiet = false;               ///< nothing but errors is told beside what the command is for
 };
 
 enum class ProgressChoice { WhenTerminal, Always, Never };
@@ -49,7 +55,6 @@ struct ConvertCommand {
   bool overwrite = false;
   bool sync = false;
   std::uint64_t maxOutput = 0;  ///< bytes; 0: what the run takes for ample
-  bool quiet = false;
   bool json = false;
   ProgressChoice progress = ProgressChoice::WhenTerminal;
 };
@@ -90,6 +95,7 @@ struct FormatsCommand {
 struct ParsingEnded {
   std::string text;
   int exitCode = 0;
+  std::string advice;  ///< where help is, if the text says what is wrong
 };
 
 using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, PreviewCommand,
@@ -97,5 +103,8 @@ using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatComma
 
 /// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
 Command ParseArguments(const std::vector<std::string>& arguments);
+
+/// Shows the program with all its commands and options, for who describes them elsewhere.
+void ShowCommands(const std::function<void(const CLI::App& program)>& look);
 
 }  // namespace tesselink

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/CommandOptions.h"
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 
@@ -34,7 +35,7 @@ ClipBox BoxOf(const std::string& text) {
 
 }  // namespace
 
-void AddClip(CLI::App& command, std::optional<ClipBox>& clip) {
+void AddClip(CommandOptions& command, std::optional<ClipBox>& clip) {
   command
       .add_option_function<std::string>(
           "--clip", [&clip](const std::string& text) { clip = BoxOf(text); },

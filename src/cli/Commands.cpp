@@ -11,7 +11,8 @@ int Run(const ParsingEnded& ended) {
   if (ended.exitCode == kExitDone) {
     Print(ended.text);
   } else {
-    std::fputs(ended.text.c_str(), stderr);
+    PrintError(ended.text);
+    std::fputs(ended.advice.c_str(), stderr);
   }
   return ended.exitCode;
 }
@@ -20,7 +21,14 @@ int RunCommand(const Command& command) {
   OpenStandardStreams();
   CatchInterrupts();
   try {
-    const int exitCode = std::visit([](const auto& c) { return Run(c); }, command);
+    const int exitCode = std::visit(
+        [](const auto& c) {
+          if constexpr (requires { c.reading.quiet; }) {
+            if (c.reading.quiet) SilenceWarnings();
+          }
+          return Run(c);
+        },
+        command);
     FlushOutput();
     return exitCode;
   } catch (const UsageError& error) {

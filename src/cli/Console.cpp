@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #ifdef _WIN32
 #include <io.h>
 #else
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -22,6 +24,20 @@ volatile std::sig_atomic_t interrupted = 0;
 void OnInterrupt(int signal) {
   interrupted = 1;
   std::signal(signal, SIG_DFL);
+}
+
+constexpr const char *kRed = "\x1b[31m", *kYellow = "\x1b[33m", *kPlain = "\x1b[0m";
+bool silent = false;
+
+bool ColoursWanted() {
+  const char* refused = std::getenv("NO_COLOR");
+  return (refused == nullptr || *refused == '\0') && StandardErrorObeysCodes();
+}
+
+void PrintLine(const char* colour, const std::string& prefix, const std::string& text) {
+  const bool coloured = ColoursWanted();
+  const std::string line = (coloured ? colour + prefix + kPlain : prefix) + " " + Visible(text) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 }  // namespace
@@ -42,6 +58,19 @@ bool StandardErrorIsTerminal() {
 #else
   return isatty(fileno(stderr)) != 0;
 #endif
+}
+
+bool StandardErrorObeysCodes() {
+  const char* terminal = std::getenv("TERM");
+  return StandardErrorIsTerminal() && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+std::size_t TerminalColumns() {
+#ifndef _WIN32
+  winsize size{};
+  if (ioctl(fileno(stderr), TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
+#endif
+  return 80;
 }
 
 void OpenStandardStreams() {
@@ -88,6 +117,16 @@ std::string Visible(std::string_view text) {
   return shown;
 }
 
-void PrintError(const std::string& text) { std::fprintf(stderr, "tesselink: %s\n", Visible(text).c_str()); }
+void PrintError(const std::string& text) { PrintLine(kRed, "tesselink:", text); }
+
+void PrintWarning(const std::string& text) {
+  if (!silent) PrintLine(kYellow, "tesselink: warning:", text);
+}
+
+void PrintNotice(const std::string& text) {
+  if (!silent) PrintLine(kYellow, "tesselink:", text);
+}
+
+void SilenceWarnings() { silent = true; }
 
 }  // namespace tesselink

@@ -1,7 +1,6 @@
 #include "cli/ConsoleInteraction.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "cli/Console.h"
 #include "core/io/Errors.h"
@@ -28,7 +27,9 @@ std::string OneLine(std::string_view text) {
 }  // namespace
 
 ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress)
-    : options_(options), layerOptions_(options), showProgress_(showProgress) {}
+    : options_(options), layerOptions_(options) {
+  if (showProgress) bar_.emplace();
+}
 
 Answer ConsoleInteraction::ShowMessage(const Message& message) {
   switch (message.topic) {
@@ -45,8 +46,8 @@ Answer ConsoleInteraction::ShowMessage(const Message& message) {
   if (known != notices_.end()) {
     ++known->second;
   } else {
-    EraseBar();
-    PrintError(line);
+    if (bar_) bar_->Erase();
+    PrintNotice(line);
     notices_.emplace_back(line, 1);
   }
   return Answer::Ok;
@@ -102,38 +103,25 @@ std::string ConsoleInteraction::Naming(std::string_view option, std::string_view
 }
 
 void ConsoleInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {
-  if (showProgress_ && size > 0) DrawBar(text, static_cast<double>(position) / static_cast<double>(size) * 100);
+  if (bar_ && size > 0) bar_->ShowScan(text, static_cast<double>(position) / static_cast<double>(size) * 100);
 }
 
-void ConsoleInteraction::HideScan() { EraseBar(); }
-void ConsoleInteraction::RunEnded() { EraseBar(); }
+void ConsoleInteraction::HideScan() {
+  if (bar_) bar_->End();
+}
+
+void ConsoleInteraction::RunEnded() {
+  if (bar_) bar_->End();
+}
 
 void ConsoleInteraction::ShowRunProgress(const RunProgress& progress) {
   if (progress.reader.Stalled()) {
     stalled_ = true;
     stalledAt_ = progress.reader.Where();
   }
-  if (showProgress_) DrawBar(std::to_string(progress.elements) + " elements", progress.reader.Progress());
+  if (bar_) bar_->ShowElements(progress.elements, progress.reader.Progress());
 }
 
 bool ConsoleInteraction::CancelRequested() { return stalled_ || Interrupted(); }
-
-void ConsoleInteraction::DrawBar(const std::string& text, double percent) {
-  constexpr int kWidth = 40;
-  const auto now = std::chrono::steady_clock::now();
-  if (now < nextBar_) return;
-  nextBar_ = now + std::chrono::milliseconds(100);
-  const int filled = std::clamp(static_cast<int>(percent / 100 * kWidth), 0, kWidth);
-  const std::string bar =
-      std::string(static_cast<std::size_t>(filled), '#') + std::string(static_cast<std::size_t>(kWidth - filled), '.');
-  std::fprintf(stderr, "\r[%s] %3d%%  %s\x1b[K", bar.c_str(), static_cast<int>(percent), text.c_str());
-  std::fflush(stderr);
-  barDrawn_ = true;
-}
-
-void ConsoleInteraction::EraseBar() {
-  if (barDrawn_) std::fputs("\r\x1b[K", stderr);
-  barDrawn_ = false;
-}
 
 }  // namespace tesselink

@@ -1,13 +1,13 @@
 // The console as the person whom a run asks: every answer comes from the command line.
 #pragma once
 
-#include <chrono>
-#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "cli/Arguments.h"
 #include "cli/LayerOptions.h"
+#include "cli/ProgressBar.h"
 #include "core/run/Nobody.h"
 
 namespace tesselink {
@@ -46,14 +46,9 @@ class ConsoleInteraction final : public Nobody {
   const std::vector<std::pair<std::string, std::int64_t>>& Notices() const { return notices_; }
 
  private:
-  void DrawBar(const std::string& text, double percent);
-  void EraseBar();
-
   ReadingOptions options_;
   LayerOptions layerOptions_;
-  bool showProgress_;
-  bool barDrawn_ = false;
-  std::chrono::steady_clock::time_point nextBar_{};
+  std::optional<ProgressBar> bar_;
   bool stalled_ = false;
   std::string stalledAt_;
   bool proposing_ = false;

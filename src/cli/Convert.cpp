@@ -12,6 +12,7 @@
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"
+#include "cli/Suggestions.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/Utf8.h"
@@ -30,15 +31,6 @@ bool IsStandardOutput(const std::string& path) {
 
 const OutputFormat& FormatOf(const ConvertCommand& command) { return OutputFormatOf(command.to, command.output); }
 
-// As in "--a, --b and --c".
-std::string AndList(const std::vector<std::string>& names) {
-  std::string list;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    list += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
-  }
-  return list;
-}
-
 // A format's name without its last word, as in "T/R Digitizer".
 std::string ShortName(const OutputFormat& format) { return format.Name().substr(0, format.Name().rfind(' ')); }
 
@@ -55,7 +47,7 @@ void RefuseOptionsOfOtherOutputs(const ConvertCommand& command) {
       given = given || command.reading.own.Has(option.name);
     }
     if (given && other.key != format.key) {
-      throw UsageError(AndList(names) + " go with a " + ShortName(other) + " output" + isWritten);
+      throw UsageError(Listed(names, "and") + " go with a " + ShortName(other) + " output" + isWritten);
     }
   }
   if (format.ignoresLayers && UsesAttributes(command.reading)) {
@@ -178,7 +170,7 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
 
 // Elements that the output's format cannot hold, or that have no vertex.
 void PrintSkipped(const RunSummary& summary) {
-  if (summary.skipped.Total() > 0) PrintError("warning: not written: " + SkippedText(summary));
+  if (summary.skipped.Total() > 0) PrintWarning("not written: " + SkippedText(summary));
 }
 
 // What an interrupted or failed run left behind.
@@ -231,9 +223,8 @@ int Run(const ConvertCommand& command) {
   TakeFailedWritesAsErrors();
   ConversionRequest request = RequestOf(command);
   RefuseExistingOutput(command);
-  const bool showProgress =
-      command.progress == ProgressChoice::Always ||
-      (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
+  const bool showProgress = command.progress == ProgressChoice::Always ||
+                            (command.progress == ProgressChoice::WhenTerminal && ShowsBar(command.reading));
   ConsoleInteraction interaction(command.reading, showProgress);
   QtSettings settings;
   std::optional<InputSource> source;
@@ -248,7 +239,7 @@ int Run(const ConvertCommand& command) {
   PrintWhatTheOutputHolds(command, summary);
   if (command.json) {
     Account(command, JsonText(SummaryJson(command, summary, interaction), 2) + "\n");
-  } else if (!command.quiet && summary.outcome == RunOutcome::Done) {
+  } else if (!command.reading.quiet && summary.outcome == RunOutcome::Done) {
     PrintSummary(command, summary);
   }
   return ExitCodeOf(summary, interaction);

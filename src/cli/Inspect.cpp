@@ -95,13 +95,13 @@ std::string InfoText(const std::string& input, const std::string& format, const 
 }  // namespace
 
 int Run(const CatCommand& command) {
-  Reading reading(command.input, command.reading);
+  Reading reading(command.input, command.reading, false);
   return ReadThrough(
       reading, [&](const tEntity& entity) { Print(JsonText(ElementJson(entity, command.reading.dialect)) + "\n"); });
 }
 
 int Run(const InfoCommand& command) {
-  Reading reading(command.input, command.reading);
+  Reading reading(command.input, command.reading, ShowsBar(command.reading));
   reading.systemWish = SystemWish::Known;
   KindCounts elements;
   std::int64_t vertices = 0, areas = 0, parts = 0, severalParts = 0;

@@ -36,7 +36,7 @@ class OtherLayers {
       names += (i == 0 ? "\"" : ", \"") + WithoutLineBreaks(AsUtf8(layers_[i]), cleaned) + "\"";
     }
     if (layers_.size() > kMostNamed) names += " and " + std::to_string(layers_.size() - kMostNamed) + " more";
-    PrintError("warning: elements have other layers, which are not matched: " + names);
+    PrintWarning("elements have other layers, which are not matched: " + names);
   }
 
  private:
@@ -49,7 +49,7 @@ class OtherLayers {
 }  // namespace
 
 int Run(const LayersCommand& command) {
-  Reading reading(command.input, command.reading);
+  Reading reading(command.input, command.reading, ShowsBar(command.reading));
   reading.interaction.ProposeCodes();
   OtherLayers others(reading.interaction);
   const int exitCode = ReadThrough(reading, [&](const tEntity& entity) { others.Note(entity.Layer); });

@@ -40,7 +40,7 @@ int Run(const TableCommand& command) {
   }
   table.WarnOfEncoding();
   FlushOutput();
-  for (const Warning& warning : report.Warnings()) PrintError("warning: " + WarningText(warning));
+  for (const Warning& warning : report.Warnings()) PrintWarning(WarningText(warning));
   return Interrupted() ? kExitCancelled : kExitDone;
 }
 

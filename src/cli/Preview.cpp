@@ -27,7 +27,7 @@ void RefuseExistingPicture(const PreviewCommand& command) {
 }  // namespace
 
 int Run(const PreviewCommand& command) {
-  Reading reading(command.input, command.reading);
+  Reading reading(command.input, command.reading, ShowsBar(command.reading));
   reading.output = command.picture;
   reading.layersWanted = false;
   RefuseCopyAmong(command.reading, {command.picture});
@@ -37,7 +37,7 @@ int Run(const PreviewCommand& command) {
   const int exitCode = ReadThrough(reading, [&picture](const tEntity& entity) { picture.Add(entity); });
   if (exitCode == kExitDone || exitCode == kExitEndedEarly) {
     if (picture.LeavesOutOfView()) {
-      PrintError("warning: a few vertices lie far away from all others; the picture shows the others");
+      PrintWarning("a few vertices lie far away from all others; the picture shows the others");
     }
     OutputPlace place(command.picture, {.overwrite = command.overwrite});
     try {
@@ -46,7 +46,7 @@ int Run(const PreviewCommand& command) {
     } catch (const Error& error) {
       throw Error(place.Named(error.what()));
     }
-    for (const std::string& note : place.Notes()) PrintError("warning: " + note);
+    for (const std::string& note : place.Notes()) PrintWarning(note);
   } else {
     PrintError("no picture was written");
   }

@@ -7,6 +7,7 @@
 #include "app/SummaryText.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
+#include "cli/Suggestions.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -23,12 +24,15 @@ const Row& RowOf(const std::vector<Row>& rows, const std::string& key, const std
                  const std::string& side) {
   const std::string extension = ExtensionOf(path);
   std::string known;
+  std::vector<std::string> extensions;
   for (const Row& row : rows) {
     if (key.empty() ? row.Extension() == extension : row.key == key) return row;
     known += (known.empty() ? "" : ", ") + row.key;
+    extensions.push_back(row.Extension());
   }
   throw UsageError((path == "-" ? "standard " + side : path + ": its extension") + " tells no " + side +
-                   " format; give one with --" + (side == "input" ? "from" : "to") + " (" + known + ")");
+                   " format; give one with --" + (side == "input" ? "from" : "to") + " (" + known + ")" +
+                   DidYouMean(extension, extensions));
 }
 
 // Hands every element that a writer would get to a function.
@@ -142,12 +146,14 @@ void InputSource::Reword(RunSummary& summary) const {
   summary.reason = named(summary.reason);
 }
 
-Reading::Reading(const std::string& path, const ReadingOptions& readingOptions)
+bool ShowsBar(const ReadingOptions& options) { return !options.quiet && StandardErrorObeysCodes(); }
+
+Reading::Reading(const std::string& path, const ReadingOptions& readingOptions, bool showProgress)
     : input(path),
       options(readingOptions),
       format(InputFormatOf(readingOptions, path)),
       source(path, format),
-      interaction(readingOptions, false) {}
+      interaction(readingOptions, showProgress) {}
 
 int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction) {
   switch (summary.outcome) {
@@ -177,14 +183,14 @@ std::string UnmatchedWarning(const RunSummary& summary, const ConsoleInteraction
 
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction) {
   for (const Warning& warning : summary.report.Warnings()) {
-    PrintError("warning: " + WarningText(warning));
+    PrintWarning(WarningText(warning));
   }
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
-    PrintError("warning: " + UndeliveredText(type, count));
+    PrintWarning(UndeliveredText(type, count));
   }
-  for (const std::string& warning : {UnmatchedWarning(summary, interaction), EndlessWarning(interaction)}) {
-    if (!warning.empty()) PrintError("warning: " + warning);
-  }
+  if (const std::string unmatched = UnmatchedWarning(summary, interaction); !unmatched.empty()) PrintWarning(unmatched);
+  // It says why the exit code is none of success.
+  if (const std::string endless = EndlessWarning(interaction); !endless.empty()) PrintError("warning: " + endless);
 }
 
 void PrintOutcome(const RunSummary& summary, const ConsoleInteraction& interaction) {

@@ -53,9 +53,12 @@ class InputSource {
   std::optional<Spool> spool_;
 };
 
+/// Whether a bar shows by itself how far a run has got.
+bool ShowsBar(const ReadingOptions& options);
+
 /// One reading of a drawing.
 struct Reading {
-  Reading(const std::string& path, const ReadingOptions& readingOptions);
+  Reading(const std::string& path, const ReadingOptions& readingOptions, bool showProgress);
 
   std::string input;                       ///< as it was named
   std::string output = "standard output";  ///< what is written from it; refused where the reading needs it

@@ -1,10 +1,11 @@
 #include "cli/SystemOptions.h"
 
-#include <CLI/CLI.hpp>
+#include "cli/CommandOptions.h"
 
 namespace tesselink {
 
-void AddSystemOptions(CLI::App& command, SystemChoice& systems, bool transforms) {
+void AddSystemOptions(CommandOptions& command, SystemChoice& systems, bool transforms) {
+  command.Group("Coordinate systems");
   command
       .add_option("--from-crs", systems.from,
                   "Coordinate system of the input, whatever its .prj file\n"

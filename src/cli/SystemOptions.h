@@ -1,13 +1,13 @@
 // The options of coordinate systems.
 #pragma once
 
-#include <CLI/App.hpp>
-
 #include "core/run/SystemChoice.h"
 
 namespace tesselink {
 
+class CommandOptions;
+
 /// Adds --from-crs, and for a command that transforms --to-crs and --allow-ballpark.
-void AddSystemOptions(CLI::App& command, SystemChoice& systems, bool transforms);
+void AddSystemOptions(CommandOptions& command, SystemChoice& systems, bool transforms);
 
 }  // namespace tesselink

@@ -18,6 +18,8 @@ ROOMS = {
     "app": {"core", "formats", "app"},
     "cli": {"core", "formats", "picture", "app", "cli"},
     "ui": {"core", "formats", "picture", "app", "ui"},
+    # Describes the command line; no part of a program that is installed.
+    "manual": {"core", "formats", "cli", "manual"},
 }
 # A file of one format folder that may include a header of another. The table of formats includes them all.
 LEANINGS = {("AscOutFilter", "grid"), ("TRDigOut", "shape"), ("CodeTables", "grid"), ("CodeTables", "dxf"), ("FieldColours", "dxf")}

@@ -326,7 +326,7 @@ def convert(source, output, result):
     for file in source.folder.glob("out.*"):
         file.unlink()
     truth = list(job.truth())
-    code, _, errors = tesselink(job.program, "convert", "-O", "-q", "--dialect", "standard", *job.options, *job.fields, source.path,
+    code, _, errors = tesselink(job.program, "convert", "-O", "--dialect", "standard", *job.options, *job.fields, source.path,
                                 job.output)
     check(code == 0, f"exit code {code}: {errors.strip()[:200]}")
     expected, lost = rules.apply(steps(source, output), truth)
@@ -347,7 +347,7 @@ def convert_classic(source, output, result):
     job = Job(source, output)
     for file in source.folder.glob("out.*"):
         file.unlink()
-    code, _, errors = tesselink(job.program, "convert", "-O", "-q", *job.options, *job.fields, source.path, job.output)
+    code, _, errors = tesselink(job.program, "convert", "-O", *job.options, *job.fields, source.path, job.output)
     check(code in (0, 3), f"exit code {code}: {errors.strip()[:200]}")
     given = [*job.fields, *["--blocks", "points"] * (source.format == "dxf")]
     whole, known = source.elements(given), source.elements(given, "classic")

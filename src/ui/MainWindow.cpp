@@ -22,7 +22,6 @@
 #include <new>
 #include <system_error>
 
-#include "app/UiText.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -31,6 +30,7 @@
 #include "ui/FileChoice.h"
 #include "ui/Named.h"
 #include "ui/QtInteraction.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {

@@ -7,10 +7,10 @@
 
 #include "app/ProgramFolder.h"
 #include "app/QtSettings.h"
-#include "app/UiText.h"
 #include "formats/Formats.h"
 #include "ui/MainWindow.h"
 #include "ui/PreviewWidget.h"
+#include "ui/UiText.h"
 
 namespace {
 

@@ -15,7 +15,6 @@
 #include <QTest>
 #include <QUrl>
 
-#include "app/UiText.h"
 #include "formats/Formats.h"
 #include "support/MemorySettings.h"
 #include "support/Shapes.h"
@@ -348,3 +347,4 @@ class MainWindowTest : public QObject {
 
 QTEST_MAIN(tesselink::MainWindowTest)
 #include "MainWindowTest.moc"
+#include "ui/UiText.h"

@@ -1,5 +1,6 @@
 #include "app/ProgramFolder.h"
 
+#include <cstdlib>
 #include <filesystem>
 #ifdef _WIN32
 #include <windows.h>
@@ -37,5 +38,24 @@ std::string FolderWith(const char* file, const char* installedIn) {
 std::string ProgramDataFolder() { return FolderWith("ACADTBL.TBL", "share"); }
 
 std::string ModuleFolder() { return FolderWith("tesselink-projection.so", "lib"); }
+
+std::string SettingsFolder() {
+  const auto variable = [](const char* name) {
+    const char* const value = std::getenv(name);
+    return std::string(value == nullptr ? "" : value);
+  };
+#ifdef _WIN32
+  return variable("APPDATA");
+#else
+  if (std::string folder = variable("XDG_CONFIG_HOME"); folder.starts_with('/')) return folder;
+  const std::string home = variable("HOME");
+  return home.empty() ? home : home + "/.config";
+#endif
+}
+
+std::string RememberedFolder() {
+  const std::string folder = SettingsFolder();
+  return folder.empty() ? folder : folder + "/Tesselink";
+}
 
 }  // namespace tesselink

@@ -5,7 +5,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "app/QtSettings.h"
+#include "app/ProgramFolder.h"
+#include "app/SettingsFiles.h"
 #include "app/SummaryText.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -235,7 +236,7 @@ int Run(const ConvertCommand& command) {
       command.progress == ProgressChoice::Always ||
       (command.progress == ProgressChoice::WhenTerminal && !command.quiet && StandardErrorIsTerminal());
   ConsoleInteraction interaction(command.reading, showProgress);
-  QtSettings settings;
+  SettingsFiles settings(RememberedFolder());
   std::optional<InputSource> source;
   if (request.inputs.size() == 1)
     request.inputs = {source.emplace(request.inputs[0], AllFormats().Input(request.InFormat)).Path()};

@@ -2,7 +2,8 @@
 #include <algorithm>
 #include <set>
 
-#include "app/QtSettings.h"
+#include "app/ProgramFolder.h"
+#include "app/SettingsFiles.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Csv.h"
@@ -55,7 +56,7 @@ int Run(const LayersCommand& command) {
   const int exitCode = ReadThrough(reading, [&](const tEntity& entity) { others.Note(entity.Layer); });
   if (exitCode != kExitDone && exitCode != kExitEndedEarly) return exitCode;
 
-  QtSettings settings;
+  SettingsFiles settings(RememberedFolder());
   Report report;
   CDFMap types({reading.interaction, settings, report, FilterOptionsOf(command.reading)});
   types.Create();

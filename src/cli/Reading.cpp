@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "app/ProgramFolder.h"
-#include "app/QtSettings.h"
+#include "app/SettingsFiles.h"
 #include "app/SummaryText.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
@@ -206,7 +206,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
     return std::make_unique<ForwardingWriter>(context, reading.systemWish, handler);
   };
   const FormatTable table(AllFormats().Inputs(), {sink});
-  QtSettings settings;
+  SettingsFiles settings(RememberedFolder());
   ConversionRequest request;
   request.inputs = {reading.source.Path()};
   request.OutFile = reading.output;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "app/ProgramFolder.h"
-#include "app/QtSettings.h"
+#include "app/SettingsFiles.h"
 #include "formats/Formats.h"
 #include "ui/MainWindow.h"
 #include "ui/PreviewWidget.h"
@@ -81,7 +81,7 @@ int main(int count, char** values) {
   QLocale::setDefault(QLocale::c());
   const Arguments arguments = Parse({values + 1, values + count});
   if (!arguments.text.empty()) return Print(arguments);
-  tesselink::QtSettings settings;
+  tesselink::SettingsFiles settings(tesselink::RememberedFolder());
   tesselink::FilterOptions options;
   options.programFolder = tesselink::ProgramDataFolder();
   options.moduleFolder = tesselink::ModuleFolder();

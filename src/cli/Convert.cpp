@@ -243,6 +243,7 @@ int Run(const ConvertCommand& command) {
   RunSummary summary = ConversionRun(AllFormats(), interaction, settings, FillerFromCodeTables()).Run(request);
   if (source) source->Reword(summary);
   if (IsStandardOutput(command.output)) NameStandardOutput(summary);
+  PrintUnremembered(settings);
   PrintWarnings(summary, interaction);
   PrintSkipped(summary);
   PrintOutcome(summary, interaction);

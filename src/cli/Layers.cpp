@@ -60,6 +60,7 @@ int Run(const LayersCommand& command) {
   Report report;
   CDFMap types({reading.interaction, settings, report, FilterOptionsOf(command.reading)});
   types.Create();
+  PrintUnremembered(settings);
   std::string list = "layer,code,description\n";
   const std::vector<std::string>& layers = reading.interaction.ReportedLayers();
   for (std::size_t i = 0; i < layers.size(); ++i) {

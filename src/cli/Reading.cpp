@@ -175,6 +175,11 @@ std::string UnmatchedWarning(const RunSummary& summary, const ConsoleInteraction
          "--layer-field)";
 }
 
+void PrintUnremembered(const SettingsFiles& settings) {
+  if (settings.Problem().empty()) return;
+  PrintError("warning: an answer is not remembered for the next time: " + settings.Problem());
+}
+
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction) {
   for (const Warning& warning : summary.report.Warnings()) {
     PrintError("warning: " + WarningText(warning));
@@ -218,6 +223,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   reading.summary = ConversionRun(table, reading.interaction, settings, FillerFromCodeTables()).Run(request);
   reading.source.Reword(reading.summary);
   FlushOutput();
+  PrintUnremembered(settings);
   PrintWarnings(reading.summary, reading.interaction);
   PrintOutcome(reading.summary, reading.interaction);
   return ExitCodeOf(reading.summary, reading.interaction);

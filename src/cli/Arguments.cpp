@@ -194,6 +194,7 @@ void AddLayerList(CLI::App& command, const char* name, const char* help, std::ve
   command.add_option_function<std::vector<std::string>>(name, take, help)
       ->type_name("LIST")
       ->expected(1)
+      ->allow_extra_args(false)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
@@ -271,7 +272,7 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
   const auto& formats = AllFormats().Outputs();
   CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
   if (asked != convert->get_name()) return convert;
-  convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
+  convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->expected(2, 1 << 20);
   convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(*convert, command.reading);
   AddSystemOptions(*convert, command.reading.systems, true);
@@ -308,6 +309,8 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
       "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
   convert->add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
   convert->add_flag("--json", command.json, "Print the summary as JSON on standard output");
+  convert->add_flag("--show-settings", command.showSettings,
+                    "Tell which settings hold, and where each comes from;\nconvert nothing");
   convert->footer(kConvertExamples);
   return convert;
 }
@@ -393,9 +396,18 @@ ParsingEnded Ended(const CLI::App& app, const CLI::ParseError& error, const std:
   return {"tesselink: " + Visible(Wording(app, error, arguments)) + "\nSee \"" + name + " --help\".\n", kExitUsage};
 }
 
+std::vector<CommandOption> OptionsOf(const CLI::App& command) {
+  std::vector<CommandOption> options;
+  for (const CLI::Option* option : command.get_options()) {
+    if (option->get_lnames().empty()) continue;
+    options.push_back({option->get_lnames().front(), option->get_items_expected_max() == 0, option->results()});
+  }
+  return options;
+}
+
 }  // namespace
 
-Command ParseArguments(const std::vector<std::string>& arguments) {
+Command ParseArguments(const std::vector<std::string>& arguments, std::vector<CommandOption>* options) {
   CLI::App app(kAbout, "tesselink");
   app.set_version_flag("--version", "tesselink " TESSELINK_VERSION);
   app.require_subcommand(1);
@@ -424,7 +436,11 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   } catch (const CLI::ParseError& error) {
     return Ended(app, error, arguments);
   }
+  if (options != nullptr) *options = OptionsOf(*app.get_subcommands().front());
   if (convertApp->parsed()) {
+    if (convert.inputs.empty()) {
+      return convert.showSettings ? Command(convert) : Ended(app, CLI::RequiredError("FILES"), arguments);
+    }
     convert.output = convert.inputs.back();
     convert.inputs.pop_back();
     return convert;

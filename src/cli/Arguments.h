@@ -51,6 +51,7 @@ struct ConvertCommand {
   std::uint64_t maxOutput = 0;  ///< bytes; 0: what the run takes for ample
   bool quiet = false;
   bool json = false;
+  bool showSettings = false;  ///< tells the settings that hold, and converts nothing; files may be missing then
   ProgressChoice progress = ProgressChoice::WhenTerminal;
 };
 
@@ -95,7 +96,15 @@ struct ParsingEnded {
 using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, PreviewCommand,
                              TableCommand, FormatsCommand>;
 
+/// An option of the command that was asked for.
+struct CommandOption {
+  std::string name;  ///< its long one, without the dashes
+  bool isFlag = false;
+  std::vector<std::string> given;  ///< values, or one that says nothing of a flag; none: it was not given
+};
+
 /// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
-Command ParseArguments(const std::vector<std::string>& arguments);
+/// `options` become those that the command has.
+Command ParseArguments(const std::vector<std::string>& arguments, std::vector<CommandOption>* options = nullptr);
 
 }  // namespace tesselink

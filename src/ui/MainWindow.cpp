@@ -490,7 +490,8 @@ void MainWindow::KeepLook() {
 void MainWindow::RestoreLook() {
   restoreGeometry(
       QByteArray::fromBase64(QByteArray::fromStdString(settings_.Get(kApplication, kSection, "Geometry", ""))));
-  dialect_->setCurrentText(Shown(settings_.Get(kApplication, kSection, "Dialect", "Classic")));
+  const char* const preset = options_.dialect == Dialect::Standard ? "Standard" : "Classic";
+  dialect_->setCurrentText(Shown(settings_.Get(kApplication, kSection, "Dialect", preset)));
 }
 
 }  // namespace tesselink

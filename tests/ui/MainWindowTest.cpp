@@ -328,6 +328,9 @@ class MainWindowTest : public QObject {
     window.show();
     QCOMPARE(window.size(), size);
     QCOMPARE(Control<QComboBox>(window, "cboDialect").currentText(), QString("Standard"));
+    MemorySettings none;
+    MainWindow first(AllFormats(), none, {.dialect = Dialect::Standard});
+    QCOMPARE(Control<QComboBox>(first, "cboDialect").currentText(), QString("Standard"));
   }
 
   void BuildsFilterLists() {

@@ -173,10 +173,14 @@ std::string Shown(const std::vector<CommandOption>& options, const std::vector<S
 }  // namespace
 
 Command ParseWithSettings(const Words& arguments) try {
-  std::vector<CommandOption> options;
-  Command command = ParseArguments(arguments, &options);
+  Command command = ParseArguments(arguments);
   if (ReadingOf(command) == nullptr) return command;
+  const auto* const convert = std::get_if<ConvertCommand>(&command);
+  const bool shows = convert != nullptr && convert->showSettings;
   const std::vector<Setting> settings = ReadSettings();
+  if (settings.empty() && !shows) return command;
+  std::vector<CommandOption> options;
+  command = ParseArguments(arguments, &options);
   const Fitting fits(command, options, settings);
   std::vector<Setting> fitting;
   std::copy_if(settings.begin(), settings.end(), std::back_inserter(fitting), fits);
@@ -188,8 +192,7 @@ Command ParseWithSettings(const Words& arguments) try {
   if (const auto* const refusal = std::get_if<ParsingEnded>(&command)) {
     return Blamed(arguments, options, fitting, *refusal);
   }
-  const auto* const convert = std::get_if<ConvertCommand>(&command);
-  if (convert != nullptr && convert->showSettings) return ParsingEnded{Shown(options, settings, fits), kExitDone};
+  if (shows) return ParsingEnded{Shown(options, settings, fits), kExitDone};
   return command;
 } catch (const Error& error) {
   return Refused(error.what());

@@ -37,7 +37,7 @@ std::string FolderWith(const char* file, const char* installedIn) {
 
 std::string ProgramDataFolder() { return FolderWith("ACADTBL.TBL", "share"); }
 
-std::string ModuleFolder() { return FolderWith("tesselink-projection.so", "lib"); }
+std::string ModuleFolder() { return FolderWith("tesselink-projection.so", TESSELINK_LIBRARY_FOLDER); }
 
 std::string SettingsFolder() {
   const auto variable = [](const char* name) {

@@ -12,10 +12,12 @@ install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tesseli
   PATTERN library EXCLUDE PATTERN "*.py" EXCLUDE)
 
 install(TARGETS tesselink-gui RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT window)
+install(FILES packaging/tesselink-gui.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT window)
 # What desktops need for menus, software centres and opening a drawing by a double click.
 set(DESKTOP_ID org.tesselink.Tesselink)
 install(FILES packaging/desktop/${DESKTOP_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT window)
 install(FILES packaging/desktop/${DESKTOP_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT window)
+install(FILES packaging/desktop/${DESKTOP_ID}.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages COMPONENT window)
 install(FILES packaging/desktop/${DESKTOP_ID}.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
   COMPONENT window)
 foreach(size IN ITEMS 16 32 48 128)

@@ -36,7 +36,7 @@ set(TESSELINK_MODULE_DIR ${CMAKE_INSTALL_LIBDIR}/tesselink)
 set(TESSELINK_DATA_DIR ${CMAKE_INSTALL_DATADIR}/tesselink)
 configure_package_config_file(cmake/TesselinkConfig.cmake.in ${PROJECT_BINARY_DIR}/TesselinkConfig.cmake
   INSTALL_DESTINATION ${TESSELINK_CMAKE_DIR} PATH_VARS TESSELINK_MODULE_DIR TESSELINK_DATA_DIR)
-# The library's interface may change with every minor version.
+# The library's interface may change with every minor version (docs/versions.md).
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/TesselinkConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/TesselinkConfig.cmake ${PROJECT_BINARY_DIR}/TesselinkConfigVersion.cmake
   DESTINATION ${TESSELINK_CMAKE_DIR} COMPONENT development)

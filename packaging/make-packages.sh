@@ -15,7 +15,10 @@ umask 022
 
 cmake -B build/package -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr -DTESSELINK_PACKAGE=ON \
   -DTESSELINK_TESTS=OFF -DTESSELINK_BENCH=OFF > /dev/null
-cmake --build build/package > build/package/build.log || { cat build/package/build.log >&2; exit 1; }
+# A build without tests leaves the manual pages out, unless they are asked for.
+targets=(all)
+if grep -q '^build tesselink-manual:' build/package/build.ninja; then targets+=(tesselink-manual); fi
+cmake --build build/package --target "${targets[@]}" > build/package/build.log || { cat build/package/build.log >&2; exit 1; }
 rm -f build/package/*.deb
 (cd build/package && cpack -G DEB > cpack.log) || { cat build/package/cpack.log >&2; exit 1; }
 mkdir -p "$into"

@@ -38,6 +38,8 @@ if [ "${2:-}" = --bare ]; then
   chroot "$bare" sh -c 'DEBIAN_FRONTEND=noninteractive apt-get -qq -y --no-install-recommends install /tmp/tesselink_*.deb' \
     > "$unpacked/log" 2>&1 || { tail "$unpacked/log" >&2; exit 1; }
   mkdir "$unpacked/bin" "$bare/tmp/work"
+  mount -t proc proc "$bare/proc"
+  trap 'umount "$unpacked/bare/proc"; rm -rf -- "$unpacked"' EXIT
   # A program for the check of all commands that are printed, which runs the one in there.
   cat > "$unpacked/bin/tesselink" << END
 #!/bin/sh

@@ -4,6 +4,8 @@
 #include <filesystem>
 #ifdef _WIN32
 #include <windows.h>
+#else
+#include <sys/auxv.h>
 #endif
 
 namespace tesselink {
@@ -18,7 +20,10 @@ fs::path ProgramPath() {
   return length < 32768 ? fs::path(path, path + length) : fs::path();
 #else
   std::error_code error;
-  return fs::read_symlink("/proc/self/exe", error);
+  if (fs::path path = fs::read_symlink("/proc/self/exe", error); !error) return path;
+  // Where nobody has mounted /proc, as in a bare chroot, the system still tells what it has started.
+  const auto* const started = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  return started == nullptr ? fs::path() : fs::canonical(started, error);
 #endif
 }
 

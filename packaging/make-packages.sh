@@ -13,6 +13,9 @@ fi
 export SOURCE_DATE_EPOCH LC_ALL=C.UTF-8 TZ=UTC
 umask 022
 
+# Nothing that was made for another date stays.
+rm -rf build/package
+mkdir -p build/package
 cmake -B build/package -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr -DTESSELINK_PACKAGE=ON \
   -DTESSELINK_TESTS=OFF -DTESSELINK_BENCH=OFF > /dev/null
 # A build without tests leaves the manual pages out, unless they are asked for.

@@ -1,8 +1,11 @@
 #include "app/ProgramFolder.h"
 
+#include <cstdlib>
 #include <filesystem>
 #ifdef _WIN32
 #include <windows.h>
+#else
+#include <sys/auxv.h>
 #endif
 
 namespace tesselink {
@@ -17,7 +20,10 @@ fs::path ProgramPath() {
   return length < 32768 ? fs::path(path, path + length) : fs::path();
 #else
   std::error_code error;
-  return fs::read_symlink("/proc/self/exe", error);
+  if (fs::path path = fs::read_symlink("/proc/self/exe", error); !error) return path;
+  // Where nobody has mounted /proc, as in a bare chroot, the system still tells what it has started.
+  const auto* const started = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  return started == nullptr ? fs::path() : fs::canonical(started, error);
 #endif
 }
 
@@ -36,6 +42,25 @@ std::string FolderWith(const char* file, const char* installedIn) {
 
 std::string ProgramDataFolder() { return FolderWith("ACADTBL.TBL", "share"); }
 
-std::string ModuleFolder() { return FolderWith("tesselink-projection.so", "lib"); }
+std::string ModuleFolder() { return FolderWith("tesselink-projection.so", TESSELINK_LIBRARY_FOLDER); }
+
+std::string SettingsFolder() {
+  const auto variable = [](const char* name) {
+    const char* const value = std::getenv(name);
+    return std::string(value == nullptr ? "" : value);
+  };
+#ifdef _WIN32
+  return variable("APPDATA");
+#else
+  if (std::string folder = variable("XDG_CONFIG_HOME"); folder.starts_with('/')) return folder;
+  const std::string home = variable("HOME");
+  return home.empty() ? home : home + "/.config";
+#endif
+}
+
+std::string RememberedFolder() {
+  const std::string folder = SettingsFolder();
+  return folder.empty() ? folder : folder + "/Tesselink";
+}
 
 }  // namespace tesselink

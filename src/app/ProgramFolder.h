@@ -1,4 +1,4 @@
-// Where the program's own data files and modules lie.
+// Where the program's own data files and modules lie, and the person's settings.
 #pragma once
 
 #include <string>
@@ -9,8 +9,13 @@ namespace tesselink {
 /// build tree, else the share/tesselink that belongs to the executable's bin folder. Empty when the executable cannot
 /// be told.
 std::string ProgramDataFolder();
-/// The folder of the program's modules: that of the executable in a build tree, else the lib/tesselink that belongs to
-/// the executable's bin folder.
+/// The folder of the program's modules: that of the executable in a build tree, else the tesselink of the library
+/// folder that belongs to the executable's bin folder.
 std::string ModuleFolder();
+/// The folder for the settings of all programs: $XDG_CONFIG_HOME where that is a path from the root, else the .config
+/// of the home folder. Empty when there is none.
+std::string SettingsFolder();
+/// The folder in it for what this program remembers, which SettingsFiles takes.
+std::string RememberedFolder();
 
 }  // namespace tesselink

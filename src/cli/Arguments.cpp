@@ -197,6 +197,7 @@ void AddLayerList(CommandOptions& command, const char* name, const char* help, s
   command.add_option_function<std::vector<std::string>>(name, take, help)
       ->type_name("LIST")
       ->expected(1)
+      ->allow_extra_args(false)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
@@ -283,7 +284,7 @@ CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command)
   CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
   if (!asked.Command("convert")) return convert;
   CommandOptions options(*convert, asked);
-  options.add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
+  options.add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->expected(2, 1 << 20);
   AddReadingOptions(options, command.reading);
   AddAttributes(options, command.reading);
   AddSystemOptions(options, command.reading.systems, true);
@@ -323,6 +324,8 @@ CLI::App* AddConvert(CLI::App& app, const Asked& asked, ConvertCommand& command)
       "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress");
   AddQuiet(options, command.reading, "Print errors alone: no summary, warnings and bar");
   options.add_flag("--json", command.json, "Print the summary as JSON on standard output");
+  options.add_flag("--show-settings", command.showSettings,
+                   "Tell which settings hold, and where each comes from;\nconvert nothing");
   convert->footer(kConvertExamples);
   return convert;
 }
@@ -433,6 +436,8 @@ struct CommandLine {
   Command Parse(const std::vector<std::string>& arguments) {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     if (convertApp->parsed()) {
+      if (convert.inputs.empty() && convert.showSettings) return convert;
+      if (convert.inputs.empty()) throw CLI::RequiredError("FILES");
       convert.output = convert.inputs.back();
       convert.inputs.pop_back();
       return convert;
@@ -456,18 +461,29 @@ struct CommandLine {
   const CLI::App *convertApp, *infoApp, *catApp, *layersApp, *previewApp, *tableApp;
 };
 
+std::vector<CommandOption> OptionsOf(const CLI::App& command) {
+  std::vector<CommandOption> options;
+  for (const CLI::Option* option : command.get_options()) {
+    if (option->get_lnames().empty()) continue;
+    options.push_back({option->get_lnames().front(), option->get_items_expected_max() == 0, option->results()});
+  }
+  return options;
+}
+
 }  // namespace
 
-Command ParseArguments(const std::vector<std::string>& typed) {
+Command ParseArguments(const std::vector<std::string>& typed, std::vector<CommandOption>* options) {
   const std::vector<std::string> arguments = HelpAsOption(typed);
   try {
-    return CommandLine(Asked::InArguments(arguments)).Parse(arguments);
+    if (options == nullptr) return CommandLine(Asked::InArguments(arguments)).Parse(arguments);
   } catch (const CLI::ParseError&) {
     // Help and what is wrong are told by all options.
   }
   CommandLine whole(Asked::WithAllOptions(arguments));
   try {
-    return whole.Parse(arguments);
+    Command command = whole.Parse(arguments);
+    if (options != nullptr) *options = OptionsOf(*whole.app.get_subcommands().front());
+    return command;
   } catch (const CLI::ParseError& error) {
     return EndOfParsing(whole.app, error, arguments);
   }

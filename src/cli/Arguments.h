@@ -56,6 +56,7 @@ struct ConvertCommand {
   bool sync = false;
   std::uint64_t maxOutput = 0;  ///< bytes; 0: what the run takes for ample
   bool json = false;
+  bool showSettings = false;  ///< tells the settings that hold, and converts nothing; files may be missing then
   ProgressChoice progress = ProgressChoice::WhenTerminal;
 };
 
@@ -95,14 +96,22 @@ struct FormatsCommand {
 struct ParsingEnded {
   std::string text;
   int exitCode = 0;
-  std::string advice;  ///< where help is, if the text says what is wrong
+  std::string advice = {};  ///< where help is, if the text says what is wrong
 };
 
 using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, PreviewCommand,
                              TableCommand, FormatsCommand>;
 
+/// An option of the command that was asked for.
+struct CommandOption {
+  std::string name;  ///< its long one, without the dashes
+  bool isFlag = false;
+  std::vector<std::string> given;  ///< values, or one that says nothing of a flag; none: it was not given
+};
+
 /// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
-Command ParseArguments(const std::vector<std::string>& arguments);
+/// `options` become those that the command has.
+Command ParseArguments(const std::vector<std::string>& arguments, std::vector<CommandOption>* options = nullptr);
 
 /// Shows the program with all its commands and options, for who describes them elsewhere.
 void ShowCommands(const std::function<void(const CLI::App& program)>& look);

@@ -63,6 +63,9 @@ class AddedOption {
   AddedOption transform(const CLI::Validator& validator) {
     return Told([&] { option_->transform(validator); });
   }
+  AddedOption allow_extra_args(bool allowed) {
+    return Told([&] { option_->allow_extra_args(allowed); });
+  }
   AddedOption multi_option_policy(CLI::MultiOptionPolicy policy) {
     return Told([&] { option_->multi_option_policy(policy); });
   }

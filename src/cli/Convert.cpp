@@ -5,7 +5,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "app/QtSettings.h"
+#include "app/ProgramFolder.h"
+#include "app/SettingsFiles.h"
 #include "app/SummaryText.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -226,13 +227,14 @@ int Run(const ConvertCommand& command) {
   const bool showProgress = command.progress == ProgressChoice::Always ||
                             (command.progress == ProgressChoice::WhenTerminal && ShowsBar(command.reading));
   ConsoleInteraction interaction(command.reading, showProgress);
-  QtSettings settings;
+  SettingsFiles settings(RememberedFolder());
   std::optional<InputSource> source;
   if (request.inputs.size() == 1)
     request.inputs = {source.emplace(request.inputs[0], AllFormats().Input(request.InFormat)).Path()};
   RunSummary summary = ConversionRun(AllFormats(), interaction, settings, FillerFromCodeTables()).Run(request);
   if (source) source->Reword(summary);
   if (IsStandardOutput(command.output)) NameStandardOutput(summary);
+  PrintUnremembered(settings);
   PrintWarnings(summary, interaction);
   PrintSkipped(summary);
   PrintOutcome(summary, interaction);

@@ -2,7 +2,8 @@
 #include <algorithm>
 #include <set>
 
-#include "app/QtSettings.h"
+#include "app/ProgramFolder.h"
+#include "app/SettingsFiles.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Csv.h"
@@ -55,10 +56,11 @@ int Run(const LayersCommand& command) {
   const int exitCode = ReadThrough(reading, [&](const tEntity& entity) { others.Note(entity.Layer); });
   if (exitCode != kExitDone && exitCode != kExitEndedEarly) return exitCode;
 
-  QtSettings settings;
+  SettingsFiles settings(RememberedFolder());
   Report report;
   CDFMap types({reading.interaction, settings, report, FilterOptionsOf(command.reading)});
   types.Create();
+  PrintUnremembered(settings);
   std::string list = "layer,code,description\n";
   const std::vector<std::string>& layers = reading.interaction.ReportedLayers();
   for (std::size_t i = 0; i < layers.size(); ++i) {

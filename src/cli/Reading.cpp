@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "app/ProgramFolder.h"
-#include "app/QtSettings.h"
+#include "app/SettingsFiles.h"
 #include "app/SummaryText.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
@@ -181,6 +181,11 @@ std::string UnmatchedWarning(const RunSummary& summary, const ConsoleInteraction
          "--layer-field)";
 }
 
+void PrintUnremembered(const SettingsFiles& settings) {
+  if (settings.Problem().empty()) return;
+  PrintWarning("an answer is not remembered for the next time: " + settings.Problem());
+}
+
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction) {
   for (const Warning& warning : summary.report.Warnings()) {
     PrintWarning(WarningText(warning));
@@ -212,7 +217,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
     return std::make_unique<ForwardingWriter>(context, reading.systemWish, handler);
   };
   const FormatTable table(AllFormats().Inputs(), {sink});
-  QtSettings settings;
+  SettingsFiles settings(RememberedFolder());
   ConversionRequest request;
   request.inputs = {reading.source.Path()};
   request.OutFile = reading.output;
@@ -224,6 +229,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   reading.summary = ConversionRun(table, reading.interaction, settings, FillerFromCodeTables()).Run(request);
   reading.source.Reword(reading.summary);
   FlushOutput();
+  PrintUnremembered(settings);
   PrintWarnings(reading.summary, reading.interaction);
   PrintOutcome(reading.summary, reading.interaction);
   return ExitCodeOf(reading.summary, reading.interaction);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/SettingsFiles.h"
 #include "cli/Arguments.h"
 #include "cli/ConsoleInteraction.h"
 #include "core/io/Files.h"
@@ -76,6 +77,8 @@ struct Reading {
 int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& handler);
 
 int ExitCodeOf(const RunSummary& summary, const ConsoleInteraction& interaction);
+/// What could not be remembered for the next run.
+void PrintUnremembered(const SettingsFiles& settings);
 /// Every loss, on standard error.
 void PrintWarnings(const RunSummary& summary, const ConsoleInteraction& interaction);
 /// Why the run did not end normally, where the person has not been told yet.

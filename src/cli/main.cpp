@@ -1,9 +1,9 @@
 #include <string>
 #include <vector>
 
-#include "cli/Arguments.h"
 #include "cli/Commands.h"
+#include "cli/StandingOptions.h"
 
 int main(int count, char** values) {
-  return tesselink::RunCommand(tesselink::ParseArguments(std::vector<std::string>(values + 1, values + count)));
+  return tesselink::RunCommand(tesselink::ParseWithSettings(std::vector<std::string>(values + 1, values + count)));
 }

@@ -59,18 +59,25 @@ const std::vector<TermText>& ExitCodeTexts() {
 
 const std::vector<TermText>& EnvironmentTexts() {
   static const std::vector<TermText> kTexts{
+      {"TESSELINK_DIALECT, TESSELINK_TOLERANCE ...",
+       "Options for every run, by their names in capitals with _ for -; an option that is given wins. convert "
+       "--show-settings tells which hold."},
+      {"SOURCE_DATE_EPOCH", "The date that tables and GeoPackages bear, in seconds since 1970."},
       {"NO_COLOR",
        "Where it is set and not empty, messages have no colours. They have none in files and pipes either."},
       {"TERM", "On a terminal of the type dumb there is no progress bar, and messages have no colours."},
       {"TMPDIR", "The folder for a copy of what comes through a pipe."},
       {"XDG_CONFIG_HOME",
-       "The folder below which answers are remembered, as the codes of layers; ~/.config without it."},
+       "The folder below which tesselink/tesselink.conf lies and answers are remembered, as the codes of layers; "
+       "~/.config without it."},
   };
   return kTexts;
 }
 
 const std::vector<TermText>& FileTexts() {
   static const std::vector<TermText> kTexts{
+      {"~/.config/tesselink/tesselink.conf",
+       "Options for every run, one to a line, as in: dialect = standard. The environment wins over it."},
       {"$CDF.MAP, $LNGSL.DAT", "Lists of entity types and of their colours; --cdf-map and --lngsl name others."},
       {"ACADTBL.TBL", "The colours of AutoCAD's palette."},
   };

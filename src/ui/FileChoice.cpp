@@ -6,10 +6,10 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "app/UiText.h"
 #include "core/io/Paths.h"
 #include "core/run/FieldSelection.h"
 #include "formats/shape/DBFInFilter.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {

@@ -22,7 +22,6 @@
 #include <new>
 #include <system_error>
 
-#include "app/UiText.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -31,6 +30,7 @@
 #include "ui/FileChoice.h"
 #include "ui/Named.h"
 #include "ui/QtInteraction.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {
@@ -494,7 +494,8 @@ void MainWindow::KeepLook() {
 void MainWindow::RestoreLook() {
   restoreGeometry(
       QByteArray::fromBase64(QByteArray::fromStdString(settings_.Get(kApplication, kSection, "Geometry", ""))));
-  dialect_->setCurrentText(Shown(settings_.Get(kApplication, kSection, "Dialect", "Classic")));
+  const char* const preset = options_.dialect == Dialect::Standard ? "Standard" : "Classic";
+  dialect_->setCurrentText(Shown(settings_.Get(kApplication, kSection, "Dialect", preset)));
 }
 
 }  // namespace tesselink

@@ -7,8 +7,8 @@
 #include <cmath>
 #include <span>
 
-#include "app/UiText.h"
 #include "picture/PictureColours.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {

@@ -15,11 +15,11 @@
 #include <algorithm>
 #include <vector>
 
-#include "app/UiText.h"
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "picture/PictureColours.h"
 #include "ui/PreviewCanvas.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {

@@ -9,12 +9,12 @@
 #include <QStringList>
 
 #include "app/SummaryText.h"
-#include "app/UiText.h"
 #include "core/run/Filters.h"
 #include "core/run/WrittenFiles.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
 #include "ui/Questions.h"
+#include "ui/UiText.h"
 #include "ui/frmDBFScan.h"
 #include "ui/frmProgress.h"
 

@@ -4,10 +4,10 @@
 #include <QStringList>
 #include <algorithm>
 
-#include "app/UiText.h"
 #include "core/io/Errors.h"
 #include "core/run/FieldSelection.h"
 #include "formats/cdf/LayerMatching.h"
+#include "ui/UiText.h"
 #include "ui/fDBFSel.h"
 #include "ui/fTRDig.h"
 #include "ui/frmESRIType.h"

@@ -1,6 +1,5 @@
 #include "ui/TextListModel.h"
-
-#include "app/UiText.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 

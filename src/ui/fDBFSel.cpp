@@ -12,11 +12,11 @@
 #include <QSignalBlocker>
 #include <QToolButton>
 
-#include "app/UiText.h"
 #include "core/io/Errors.h"
 #include "core/run/FieldSelection.h"
 #include "ui/Named.h"
 #include "ui/TextListModel.h"
+#include "ui/UiText.h"
 #include "ui/frmDBFScan.h"
 
 namespace tesselink {

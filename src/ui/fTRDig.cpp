@@ -11,11 +11,11 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "app/UiText.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "formats/shape/DBFInFilter.h"
 #include "ui/Named.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {

@@ -18,12 +18,12 @@
 #include <QToolButton>
 #include <algorithm>
 
-#include "app/UiText.h"
 #include "core/io/Utf8.h"
 #include "formats/cdf/LayerMatching.h"
 #include "ui/ElidedLabel.h"
 #include "ui/Named.h"
 #include "ui/TextListModel.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {

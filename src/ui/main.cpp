@@ -1,16 +1,20 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLocale>
+#include <QMessageBox>
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "app/ProgramFolder.h"
-#include "app/QtSettings.h"
-#include "app/UiText.h"
+#include "app/SettingsFiles.h"
+#include "app/StandingSettings.h"
+#include "core/io/Errors.h"
+#include "core/io/Numbers.h"
 #include "formats/Formats.h"
 #include "ui/MainWindow.h"
 #include "ui/PreviewWidget.h"
+#include "ui/UiText.h"
 
 namespace {
 
@@ -61,6 +65,22 @@ bool AsksForText(int count, char** values) {
   return false;
 }
 
+// What a person has set for every run, as far as it concerns the window; a settings file that is no good is told.
+void TakeSettings(tesselink::FilterOptions& options) try {
+  const std::vector<tesselink::Setting> settings = tesselink::ReadSettings();
+  const auto value = [&](const char* key) {
+    const tesselink::Setting* const setting = tesselink::SettingOf(settings, key);
+    return setting == nullptr ? std::string() : setting->value;
+  };
+  if (value("dialect") == "standard") options.dialect = tesselink::Dialect::Standard;
+  if (const std::string tolerance = value("tolerance"); !tolerance.empty()) {
+    const double distance = tesselink::NumberOrNone(tolerance);
+    if (distance > 0) options.tolerance = distance;
+  }
+} catch (const tesselink::Error& error) {
+  QMessageBox::warning(nullptr, QStringLiteral("Settings"), tesselink::Shown(error.what()));
+}
+
 int Print(const Arguments& arguments) {
   std::fputs(arguments.text.c_str(), arguments.exitCode == 0 ? stdout : stderr);
   return arguments.exitCode;
@@ -81,10 +101,11 @@ int main(int count, char** values) {
   QLocale::setDefault(QLocale::c());
   const Arguments arguments = Parse({values + 1, values + count});
   if (!arguments.text.empty()) return Print(arguments);
-  tesselink::QtSettings settings;
+  tesselink::SettingsFiles settings(tesselink::RememberedFolder());
   tesselink::FilterOptions options;
   options.programFolder = tesselink::ProgramDataFolder();
   options.moduleFolder = tesselink::ModuleFolder();
+  TakeSettings(options);
   tesselink::MainWindow window(tesselink::AllFormats(), settings, options);
   auto* preview = new tesselink::PreviewWidget(tesselink::AllFormats(), settings, options);
   window.SetPreview(preview);

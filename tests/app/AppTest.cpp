@@ -1,24 +1,13 @@
-// What both faces share: texts for the screen, the account of a run, the files that a run replaces.
+// What both faces share: the account of a run, the files that a run replaces.
 #include <gtest/gtest.h>
 
 #include "app/SummaryText.h"
-#include "app/UiText.h"
 #include "core/run/WrittenFiles.h"
 #include "formats/Formats.h"
 #include "support/Support.h"
 
 namespace tesselink {
 namespace {
-
-TEST(UiText, ShowsEveryEncodingAndFindsTheFileAgain) {
-  const Folder folder;
-  const std::string latin = folder.Put("caf\xe9.asc", ""), utf8 = folder.Put("caf\xc3\xa9s.asc", "");
-  EXPECT_TRUE(Shown(latin).endsWith(QStringLiteral("caf\u00e9.asc")));
-  EXPECT_TRUE(Shown(utf8).endsWith(QStringLiteral("caf\u00e9s.asc")));
-  for (const std::string& path : {latin, utf8}) EXPECT_EQ(PathOf(Shown(path)), path);
-  EXPECT_EQ(PathOf(QStringLiteral("new caf\u00e9.asc")), "new caf\xc3\xa9.asc");
-  EXPECT_EQ(Shown("one\r\n\r\ntwo"), QStringLiteral("one\n\ntwo"));
-}
 
 TEST(SummaryText, AccountsForEverything) {
   RunSummary summary;

@@ -132,7 +132,7 @@ def set_up(folder, line, text, environment):
 
 
 def environment_in(home, locale):
-    env = {key: value for key, value in os.environ.items() if not key.startswith(("LC_", "LANG", "XDG_"))}
+    env = {key: value for key, value in os.environ.items() if not key.startswith(("LC_", "LANG", "XDG_", "TESSELINK_", "SOURCE_DATE"))}
     env.update(LC_ALL=locale, TZ="UTC", HOME=str(home / "home"), TMPDIR=str(home / "tmp"),
                XDG_CONFIG_HOME=str(home / "home" / ".config"), PATH=f"{home / 'bin'}:{env.get('PATH', '/usr/bin:/bin')}")
     return env

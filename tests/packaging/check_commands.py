@@ -43,7 +43,8 @@ def digests(folder):
 def complaints(program, root, folder):
     shutil.copytree(root / "examples", folder / "examples")
     inputs = digests(folder)
-    environment = dict(os.environ, PATH=f"{program.parent}:{os.environ['PATH']}", HOME=str(folder))
+    own = {name: value for name, value in os.environ.items() if not name.startswith("TESSELINK_")}
+    environment = dict(own, PATH=f"{program.parent}:{os.environ['PATH']}", HOME=str(folder))
     environment["XDG_CONFIG_HOME"] = str(folder / ".config")
 
     def run(line):

@@ -66,6 +66,16 @@ def icon_complaints(folder, resources, identifier):
         yield f"{resources.name} does not list the icon's pictures"
 
 
+def version_complaints(root, component):
+    version = re.search(r"project\(tesselink VERSION (\S+)", (root / "CMakeLists.txt").read_text())[1]
+    told = {
+        "CHANGELOG.md": re.search(r"^## (\S+)", (root / "CHANGELOG.md").read_text(), re.M)[1],
+        "packaging/debian/changelog": re.match(r"tesselink \((\S+)\)", (root / "packaging/debian/changelog").read_text())[1],
+        "the metadata": component.find("releases/release").get("version"),
+    }
+    yield from (f"{place} begins with {its}, and the version is {version}" for place, its in told.items() if its != version)
+
+
 def complaints(root):
     folder = root / "packaging/desktop"
     entries = list(folder.glob("*.desktop"))
@@ -74,6 +84,7 @@ def complaints(root):
     component = ElementTree.parse(folder / f"{identifier}.metainfo.xml").getroot()
     yield from entry_complaints(entry, identifier)
     yield from metadata_complaints(root, component, entry, identifier)
+    yield from version_complaints(root, component)
     yield from icon_complaints(folder, root / "src/ui/window.qrc", identifier)
     if f'setDesktopFileName("{identifier}")' not in (root / "src/ui/main.cpp").read_text():
         yield "the window does not tell the desktop its desktop entry"

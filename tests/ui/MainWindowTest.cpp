@@ -15,7 +15,6 @@
 #include <QTest>
 #include <QUrl>
 
-#include "app/UiText.h"
 #include "formats/Formats.h"
 #include "support/MemorySettings.h"
 #include "support/Shapes.h"
@@ -346,6 +345,9 @@ class MainWindowTest : public QObject {
     window.show();
     QCOMPARE(window.size(), size);
     QCOMPARE(Control<QComboBox>(window, "cboDialect").currentText(), QString("Standard"));
+    MemorySettings none;
+    MainWindow first(AllFormats(), none, {.dialect = Dialect::Standard});
+    QCOMPARE(Control<QComboBox>(first, "cboDialect").currentText(), QString("Standard"));
   }
 
   void BuildsFilterLists() {
@@ -365,3 +367,4 @@ class MainWindowTest : public QObject {
 
 QTEST_MAIN(tesselink::MainWindowTest)
 #include "MainWindowTest.moc"
+#include "ui/UiText.h"

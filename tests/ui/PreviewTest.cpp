@@ -10,11 +10,11 @@
 #include <chrono>
 #include <functional>
 
-#include "app/QtSettings.h"
 #include "core/io/Errors.h"
 #include "core/run/Interaction.h"
 #include "formats/Formats.h"
 #include "picture/PreviewReading.h"
+#include "support/MemorySettings.h"
 #include "ui/PreviewCanvas.h"
 #include "ui/PreviewWidget.h"
 
@@ -73,7 +73,7 @@ class PreviewTest final : public QObject {
 
  private:
   QTemporaryDir folder_;
-  QtSettings settings_;
+  MemorySettings settings_;
 
   std::string Put(const QString& name, const QByteArray& bytes) {
     QFile file(folder_.filePath(name));

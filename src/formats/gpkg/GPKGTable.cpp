@@ -1,5 +1,6 @@
 #include "formats/gpkg/GPKGTable.h"
 
+#include "core/io/FixedTime.h"
 #include "formats/gpkg/GPKGSchema.h"
 
 namespace tesselink {
@@ -90,8 +91,9 @@ void GPKGTable::Complete() {
   insert_.reset();
   index_.reset();
   const auto contents = database_.Prepare(
-      "INSERT INTO gpkg_contents (table_name, data_type, identifier, srs_id, min_x, min_y, max_x, max_y) "
-      "VALUES (?1, 'features', ?1, ?2, ?3, ?4, ?5, ?6)");
+      "INSERT INTO gpkg_contents (table_name, data_type, identifier, srs_id, min_x, min_y, max_x, max_y, last_change) "
+      "VALUES (?1, 'features', ?1, ?2, ?3, ?4, ?5, ?6, "
+      "strftime('%Y-%m-%dT%H:%M:%fZ', coalesce(datetime(?7, 'unixepoch'), 'now')))");
   contents->SetText(1, name_);
   contents->SetInteger(2, form_.system);
   int parameter = 2;
@@ -99,6 +101,8 @@ void GPKGTable::Complete() {
     ++parameter;
     extents_.Empty() ? contents->SetNull(parameter) : contents->SetReal(parameter, bound);
   }
+  const std::optional<std::int64_t> fixed = FixedTime();
+  fixed ? contents->SetInteger(7, *fixed) : contents->SetNull(7);
   contents->Run();
   const std::string name = gpkg::Text(name_), column = gpkg::Text(gpkg::kGeometryColumn);
   database_.Run("INSERT INTO gpkg_geometry_columns VALUES (" + name + ", " + column + ", " +

@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "core/io/Errors.h"
+#include "core/io/FixedTime.h"
 #include "formats/shape/Bytes.h"
 
 namespace tesselink {
@@ -35,6 +36,16 @@ constexpr DBFWriting kStandard{.version = 3,
                                .lostBytes = 0,
                                .numbersRight = true,
                                .endByte = "\x1A"};
+
+// Where one date is set for all, it is the same in every time zone.
+std::tm DateOfTable() {
+  if (const std::optional<std::int64_t> fixed = FixedTime()) {
+    const std::time_t then = *fixed;
+    return *std::gmtime(&then);
+  }
+  const std::time_t now = std::time(nullptr);
+  return *std::localtime(&now);
+}
 
 }  // namespace
 
@@ -72,8 +83,7 @@ void DBFOutFilter::WriteHeader() {
     // Less than nothing while the file is shorter than its header; that is no count of records.
     recordCount_ = std::max<std::int64_t>((file_.Size() - length + recordLength / 2) / recordLength, 0);
   }
-  const std::time_t now = std::time(nullptr);
-  const std::tm today = *std::localtime(&now);
+  const std::tm today = DateOfTable();
   std::string head(kHeaderBytes, '\0');
   head[0] = writing_.version;
   head[1] = static_cast<char>(today.tm_year);  // years since 1900

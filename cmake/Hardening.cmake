@@ -1,0 +1,7 @@
+# What programs that others install are built with: harder to abuse, and the same bytes from whatever folder.
+add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+  add_compile_options(-fcf-protection)
+endif()
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+add_link_options(-Wl,-z,relro -Wl,-z,now -Wl,--as-needed)

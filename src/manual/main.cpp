@@ -27,7 +27,9 @@ void Write(const fs::path& file, const std::string& text) {
 std::string DateOr(const std::string& given) {
   const char* seconds = std::getenv("SOURCE_DATE_EPOCH");
   if (seconds == nullptr || *seconds == '\0') return given;
-  const std::time_t time = std::stoll(seconds);
+  char* end = nullptr;
+  const std::time_t time = std::strtoll(seconds, &end, 10);
+  if (*end != '\0') throw std::runtime_error("SOURCE_DATE_EPOCH is no number of seconds");
   const std::tm* parts = std::gmtime(&time);
   char date[sizeof "YYYY-MM-DD"];
   if (parts == nullptr || std::strftime(date, sizeof date, "%Y-%m-%d", parts) == 0) return given;

@@ -90,7 +90,8 @@ def surroundings(home):
 
 def play(options, folder):
     for path in options.examples.iterdir():
-        shutil.copy(path, folder)
+        if path.is_file():
+            shutil.copy(path, folder)
     environment = surroundings(folder / "home")
     ours, theirs = os.pipe()
     server = subprocess.Popen(["Xvfb", "-displayfd", str(theirs), "-screen", "0", "1400x1000x24", "-nolisten", "tcp"],

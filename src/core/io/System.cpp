@@ -51,6 +51,8 @@ int FlagsOf(Access access) {
       return O_WRONLY | O_NOCTTY;
     case Access::LockFile:
       return O_RDWR | O_CREAT | O_NOFOLLOW;
+    case Access::Append:
+      return O_RDWR | O_CREAT | O_APPEND;
     case Access::Folder:
       return O_RDONLY | O_DIRECTORY;
   }

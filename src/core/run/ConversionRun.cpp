@@ -459,7 +459,8 @@ void ConversionRun::Finish(State& state) {
   const bool failed = summary.outcome == RunOutcome::Failed;
   const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
   const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;
-  if (endedBeforeAll || (failed && state.writing)) {
+  const bool isUnwanted = summary.outcome == RunOutcome::Cancelled && !interaction_.WantsPart();
+  if (endedBeforeAll || isUnwanted || (failed && state.writing)) {
     state.writer->Abandon();
   } else {
     try {

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 
+#include "cli/BatchOptions.h"
 #include "cli/ClipOption.h"
 #include "cli/Console.h"
 #include "cli/Exit.h"
@@ -67,9 +68,13 @@ class HelpFormatter final : public CLI::Formatter {
  public:
   HelpFormatter() { column_width(34); }
   std::string make_usage(const CLI::App* app, std::string) const override {
-    static const std::map<std::string, std::string> kPositionals{
-        {"convert", " INPUT... OUTPUT"},   {"info", " INPUT"},    {"cat", " INPUT"}, {"layers", " INPUT"},
-        {"preview", " INPUT PICTURE.svg"}, {"table", " FILE.dbf"}};
+    static const std::map<std::string, std::string> kPositionals{{"convert", " INPUT... OUTPUT"},
+                                                                 {"info", " INPUT"},
+                                                                 {"cat", " INPUT"},
+                                                                 {"layers", " INPUT"},
+                                                                 {"batch", " --to KEY --into FOLDER INPUT..."},
+                                                                 {"preview", " INPUT PICTURE.svg"},
+                                                                 {"table", " FILE.dbf"}};
     if (app->get_parent() == nullptr) return "Usage: tesselink COMMAND [OPTIONS] ...\n";
     const auto positionals = kPositionals.find(app->get_name());
     return "Usage: tesselink " + app->get_name() + " [OPTIONS]" +
@@ -266,12 +271,9 @@ void AddAttributes(CLI::App& command, ReadingOptions& options) {
       ->check(CLI::IsMember({"keep", "drop"}));
 }
 
-// Of the commands but the one that is asked for, which is the first argument, only the names are needed.
-CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& command) {
+// How a conversion is done, whatever its files.
+void AddConversion(CLI::App* convert, ConvertCommand& command) {
   const auto& formats = AllFormats().Outputs();
-  CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
-  if (asked != convert->get_name()) return convert;
-  convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
   convert->add_flag("-O,--overwrite", command.overwrite, "Replace an existing output");
   AddReadingOptions(*convert, command.reading);
   AddSystemOptions(*convert, command.reading.systems, true);
@@ -308,8 +310,26 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
       "--no-progress", [&] { command.progress = ProgressChoice::Never; }, "Show no progress bar");
   convert->add_flag("-q,--quiet", command.quiet, "Print warnings and errors only");
   convert->add_flag("--json", command.json, "Print the summary as JSON on standard output");
+}
+
+// Of the commands but the one that is asked for, which is the first argument, only the names are needed.
+CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& command) {
+  CLI::App* convert = app.add_subcommand("convert", "Convert a drawing; several shapefiles become one output");
+  if (asked != convert->get_name()) return convert;
+  convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
+  AddConversion(convert, command);
+  AddPartOfBatch(*convert, command);
   convert->footer(kConvertExamples);
   return convert;
+}
+
+CLI::App* AddBatch(CLI::App& app, const std::string& asked, BatchCommand& command) {
+  CLI::App* batch = app.add_subcommand("batch", "Convert many drawings, whole folders too, several at a time");
+  if (asked != batch->get_name()) return batch;
+  AddBatchOptions(*batch, command, SizeInBytes());
+  AddConversion(batch, command.conversion);
+  batch->get_option("--to")->required();
+  return batch;
 }
 
 CLI::App* AddInfo(CLI::App& app, const std::string& asked, InfoCommand& command) {
@@ -366,7 +386,7 @@ CLI::App* AddPreview(CLI::App& app, const std::string& asked, PreviewCommand& co
 
 // The library's words, but for the mistakes that people make first.
 std::string Wording(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
-  constexpr const char* kCommands = "the commands are convert, info, cat, layers, preview, table and formats";
+  constexpr const char* kCommands = "the commands are convert, batch, info, cat, layers, preview, table and formats";
   if (app.get_subcommands().empty()) {
     if (arguments.empty()) return std::string("give a command; ") + kCommands;
     const bool isOption = arguments.front().starts_with('-');
@@ -402,6 +422,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   app.formatter(std::make_shared<HelpFormatter>());
 
   ConvertCommand convert;
+  BatchCommand batch;
   InfoCommand info;
   CatCommand cat;
   LayersCommand layers;
@@ -410,6 +431,7 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   FormatsCommand formats;
   const std::string asked = arguments.empty() ? std::string() : arguments.front();
   const CLI::App* convertApp = AddConvert(app, asked, convert);
+  const CLI::App* batchApp = AddBatch(app, asked, batch);
   const CLI::App* infoApp = AddInfo(app, asked, info);
   const CLI::App* catApp = AddCat(app, asked, cat);
   const CLI::App* layersApp = AddLayers(app, asked, layers);
@@ -428,6 +450,10 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
     convert.output = convert.inputs.back();
     convert.inputs.pop_back();
     return convert;
+  }
+  if (batchApp->parsed()) {
+    batch.options = ConversionOptionsGiven(*batchApp);
+    return batch;
   }
   if (infoApp->parsed()) return info;
   if (catApp->parsed()) return cat;

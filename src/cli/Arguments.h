@@ -108,8 +108,8 @@ struct ParsingEnded {
   int exitCode = 0;
 };
 
-using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, PreviewCommand,
-                             TableCommand, FormatsCommand>;
+using Command = std::variant<ParsingEnded, ConvertCommand, BatchCommand, InfoCommand, CatCommand, LayersCommand,
+                             PreviewCommand, TableCommand, FormatsCommand>;
 
 /// The command that the arguments, without the program's name, ask for; help, version and wrong usage as ParsingEnded.
 Command ParseArguments(const std::vector<std::string>& arguments);

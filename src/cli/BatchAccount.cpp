@@ -1,6 +1,7 @@
 #include "cli/BatchAccount.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "cli/Console.h"
 #include "core/io/Text.h"
@@ -49,33 +50,38 @@ void BatchAccount::Add(const BatchResult& result) {
   ++(result.outcome == BatchOutcome::Converted    ? converted_
      : result.outcome == BatchOutcome::Incomplete ? incomplete_
                                                   : failed_);
-  if (result.outcome != BatchOutcome::Converted && reasons_.size() < kMostReasons) {
-    reasons_.push_back(WithFile(result.input, result.reason));
-  }
-  if (result.summary.is_object()) AddSummary(result.input, result.summary);
+  if (result.outcome != BatchOutcome::Converted) AddReason(result);
+  if (result.summary.is_object()) AddLosses(result);
 }
 
-void BatchAccount::AddSummary(const std::string& input, const Json& summary) {
+void BatchAccount::AddReason(const BatchResult& result) {
+  reasons_.emplace(result.number, WithFile(result.input, result.reason));
+  if (reasons_.size() > kMostReasons) reasons_.erase(std::prev(reasons_.end()));
+}
+
+void BatchAccount::AddLosses(const BatchResult& result) {
+  const Json& summary = result.summary;
   std::vector<std::string> kinds;  // a file counts once for each
   for (const Json& warning : summary.value("warnings", Json::array())) {
     const std::string kind = KindOf(warning.value("kind", ""));
     if (std::count(kinds.begin(), kinds.end(), kind) > 0) continue;
     kinds.push_back(kind);
-    AddLoss(kind, input, warning.value("text", ""));
+    AddLoss(kind, result, warning.value("text", ""));
   }
   if (const std::int64_t count = Sum(summary.value("skipped", Json::object())); count > 0) {
-    AddLoss("not written", input, Counted(count, "element"));
+    AddLoss("not written", result, Counted(count, "element"));
   }
   if (const std::int64_t count = Sum(summary.value("undelivered", Json::object())); count > 0) {
-    AddLoss("not read", input, Counted(count, "element"));
+    AddLoss("not read", result, Counted(count, "element"));
   }
 }
 
-void BatchAccount::AddLoss(const std::string& kind, const std::string& input, const std::string& text) {
+void BatchAccount::AddLoss(const std::string& kind, const BatchResult& result, const std::string& text) {
   Loss& loss = losses_[kind];
-  if (++loss.files > 1) return;
-  loss.input = input;
-  loss.text = WithFile(AsUtf8(input), text);
+  if (++loss.files > 1 && loss.number < result.number) return;
+  loss.number = result.number;
+  loss.input = result.input;
+  loss.text = WithFile(AsUtf8(result.input), text);
 }
 
 std::vector<std::pair<std::string, BatchAccount::Loss>> BatchAccount::LossesByFiles() const {
@@ -87,7 +93,7 @@ std::vector<std::pair<std::string, BatchAccount::Loss>> BatchAccount::LossesByFi
 
 void BatchAccount::PrintDetails(const std::string& report) const {
   const std::string seeReport = report.empty() ? "; --report FILE.jsonl lists them" : "; see " + report;
-  for (const std::string& reason : reasons_) PrintError(reason);
+  for (const auto& [number, reason] : reasons_) PrintError(reason);
   if (const std::size_t rest = failed_ + incomplete_ - reasons_.size(); rest > 0) {
     PrintError("and " + SoManyFiles(static_cast<std::int64_t>(rest)) + " more that failed" + seeReport);
   }
@@ -122,14 +128,12 @@ Json BatchAccount::AsJson(std::chrono::milliseconds elapsed) const {
   for (const auto& [kind, loss] : LossesByFiles()) {
     warnings.push_back({{"kind", kind}, {"files", loss.files}, {"first", AsUtf8(loss.input)}, {"text", loss.text}});
   }
-  return {{"files", files_},
-          {"converted", converted_},
-          {"passedOver", passedOver_},
-          {"incomplete", incomplete_},
-          {"failed", failed_},
-          {"seconds", static_cast<double>(elapsed.count()) / 1000},
-          {"failures", TextsJson(reasons_)},
-          {"warnings", warnings}};
+  Json failures = Json::array();
+  for (const auto& [number, reason] : reasons_) failures.push_back(reason);
+  return {{"files", files_},           {"converted", converted_},
+          {"passedOver", passedOver_}, {"incomplete", incomplete_},
+          {"failed", failed_},         {"seconds", static_cast<double>(elapsed.count()) / 1000},
+          {"failures", failures},      {"warnings", warnings}};
 }
 
 std::string TimeText(std::chrono::milliseconds time) {

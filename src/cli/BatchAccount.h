@@ -15,6 +15,7 @@ enum class BatchOutcome { Converted, Incomplete, Failed, Cancelled };
 
 /// What has come of one file.
 struct BatchResult {
+  std::size_t number = 0;  ///< of the input, in the order of the batch
   std::string input;
   BatchOutcome outcome = BatchOutcome::Converted;
   std::string reason = {};  ///< why it was not converted whole
@@ -46,14 +47,16 @@ class BatchAccount {
  private:
   struct Loss {
     std::int64_t files = 0;
-    std::string input, text;  // of the first
+    std::size_t number = 0;  // of the first file, in the order of the batch; which ends first, is chance
+    std::string input, text;
   };
-  void AddLoss(const std::string& kind, const std::string& input, const std::string& text);
-  void AddSummary(const std::string& input, const Json& summary);
+  void AddReason(const BatchResult& result);
+  void AddLosses(const BatchResult& result);
+  void AddLoss(const std::string& kind, const BatchResult& result, const std::string& text);
   std::vector<std::pair<std::string, Loss>> LossesByFiles() const;
 
   std::size_t files_, converted_ = 0, incomplete_ = 0, failed_ = 0, passedOver_ = 0;
-  std::vector<std::string> reasons_;  // of the first, with the file
+  std::map<std::size_t, std::string> reasons_;  // with the file; of the first, by their numbers
   std::map<std::string, Loss> losses_;
 };
 

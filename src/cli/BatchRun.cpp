@@ -192,7 +192,7 @@ void BatchRun::Fail(std::size_t input, const std::string& reason) {
                      {"reason", AsUtf8(reason)},
                      {"summary", nullptr}});
   }
-  account_.Add({path, BatchOutcome::Failed, reason});
+  account_.Add({input, path, BatchOutcome::Failed, reason});
 }
 
 void BatchRun::Wait() const {
@@ -267,7 +267,7 @@ void BatchRun::TellOf(const Job& job) {
 }
 
 BatchResult BatchRun::ResultOf(const Job& job) const {
-  BatchResult result{plan_.Input(job.input)};
+  BatchResult result{job.input, plan_.Input(job.input)};
   const sys::Ending& ending = job.process.HowEnded();
   const bool isStopped = job.isAsked && !job.isLate;
   if (ending.signal == 0 && ending.exitCode >= 0) {

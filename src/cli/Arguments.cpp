@@ -318,7 +318,6 @@ CLI::App* AddConvert(CLI::App& app, const std::string& asked, ConvertCommand& co
   if (asked != convert->get_name()) return convert;
   convert->add_option("FILES", command.inputs)->type_name("INPUT... OUTPUT")->required()->expected(2, 1 << 20);
   AddConversion(convert, command);
-  AddPartOfBatch(*convert, command);
   convert->footer(kConvertExamples);
   return convert;
 }
@@ -430,7 +429,8 @@ Command ParseArguments(const std::vector<std::string>& arguments) {
   TableCommand table;
   FormatsCommand formats;
   const std::string asked = arguments.empty() ? std::string() : arguments.front();
-  const CLI::App* convertApp = AddConvert(app, asked, convert);
+  CLI::App* convertApp = AddConvert(app, asked, convert);
+  AddPartOfBatch(*convertApp, convert, arguments);
   const CLI::App* batchApp = AddBatch(app, asked, batch);
   const CLI::App* infoApp = AddInfo(app, asked, info);
   const CLI::App* catApp = AddCat(app, asked, cat);

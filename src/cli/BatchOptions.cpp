@@ -74,9 +74,10 @@ std::vector<std::string> ConversionOptionsGiven(const CLI::App& command) {
   return arguments;
 }
 
-void AddPartOfBatch(CLI::App& command, ConvertCommand& values) {
-  command.add_option(kBatch, values.batch)->group("");
-  command.add_option(kMemory, values.memoryOfBatch)->group("");
+void AddPartOfBatch(CLI::App& command, ConvertCommand& values, const std::vector<std::string>& arguments) {
+  if (std::count(arguments.begin(), arguments.end(), kBatch) == 0) return;
+  command.add_option(kBatch, values.batch);
+  command.add_option(kMemory, values.memoryOfBatch);
 }
 
 std::vector<std::string> PartOfBatch(int process, std::uint64_t memory) {

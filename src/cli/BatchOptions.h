@@ -15,8 +15,8 @@ void AddBatchOptions(CLI::App& command, BatchCommand& values, const CLI::Validat
 /// for all, are left out.
 std::vector<std::string> ConversionOptionsGiven(const CLI::App& command);
 
-/// Options of `convert` that no person gives.
-void AddPartOfBatch(CLI::App& command, ConvertCommand& values);
+/// Options of `convert` that no person gives, and so no help tells: there are none where the arguments have none.
+void AddPartOfBatch(CLI::App& command, ConvertCommand& values, const std::vector<std::string>& arguments);
 /// Them as arguments.
 std::vector<std::string> PartOfBatch(int process, std::uint64_t memory);
 

@@ -29,9 +29,8 @@ void Refuse(const std::vector<std::string>& lines, const std::string& advice) {
   throw Error("nothing was converted: " + advice);
 }
 
-void TellNotes(const BatchCommand& command, const BatchInputs& found, const BatchPlan& plan) {
+void TellAlikeOutputs(const BatchCommand& command, const BatchPlan& plan) {
   if (command.conversion.quiet) return;
-  for (const std::string& note : found.notes) PrintError(note);
   const std::vector<std::string> alike = plan.AlikeOutputs();
   for (std::size_t i = 0; i < alike.size() && i < kScreenful; ++i) PrintError("warning: " + alike[i]);
   if (alike.size() > kScreenful) {
@@ -117,7 +116,7 @@ int Convert(const BatchCommand& command, const BatchPlan& plan, const BatchInput
   RefuseToReplace(command, plan, reported, inputs);
   if (!MakeFolders(command.into)) throw Error(SystemReason(command.into, "could not be created"));
   if (report) report->Begin();
-  TellNotes(command, found, plan);
+  TellAlikeOutputs(command, plan);
   BatchAccount account(plan.Size());
   for (std::size_t i = inputs.size(); i < plan.Size(); ++i) account.PassOver();
   BatchProgress progress(command.conversion);
@@ -138,7 +137,7 @@ int Convert(const BatchCommand& command, const BatchPlan& plan, const BatchInput
 
 int PrintCommands(const BatchCommand& command, const BatchPlan& plan, const BatchInputs& found) {
   RefuseToReplace(command, plan, nullptr, ToDo(command, plan, nullptr));
-  TellNotes(command, found, plan);
+  TellAlikeOutputs(command, plan);
   for (const std::string& closed : found.closed) PrintError(closed);
   for (std::size_t i = 0; i < plan.Size(); ++i) PrintCommand(command, plan, i, command.conversion.overwrite);
   return found.closed.empty() ? kExitDone : kExitEndedEarly;
@@ -151,6 +150,9 @@ int Run(const BatchCommand& command) {
   if (command.resume && command.report.empty()) throw UsageError("--resume goes by a report; give --report as well");
   if (command.dryRun && !command.report.empty()) throw UsageError("--dry-run converts nothing, and writes no --report");
   BatchInputs found = FindInputs(command);
+  if (!command.conversion.quiet) {
+    for (const std::string& note : found.notes) PrintError(note);
+  }
   BatchPlan plan(command, std::move(found.files));
   RefuseCollisions(plan);
   if (plan.Size() == 0) throw Error("nothing to convert: no drawings were found there");

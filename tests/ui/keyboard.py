@@ -89,7 +89,7 @@ def surroundings(home):
 
 
 def play(options, folder):
-    for path in options.examples.iterdir():
+    for path in filter(pathlib.Path.is_file, options.examples.iterdir()):
         shutil.copy(path, folder)
     environment = surroundings(folder / "home")
     ours, theirs = os.pipe()

@@ -8,9 +8,9 @@ namespace {
 constexpr const char* kExamples =
     "Examples:\n"
     "  # every shapefile below a folder, as many at a time as there are cores\n"
-    "  tesselink batch --dialect standard --from shp --to dxf --into plats --report plats.jsonl examples\n"
+    "  tesselink batch --dialect standard --from shp --to dxf --into drawings --report drawings.jsonl examples\n"
     "  # the same again passes over what is done\n"
-    "  tesselink batch --dialect standard --from shp --to dxf --into plats --report plats.jsonl --resume examples\n"
+    "  tesselink batch --dialect standard --from shp --to dxf --into drawings --report drawings.jsonl --resume examples\n"
     "  # the commands alone, for other programs to run\n"
     "  tesselink batch --dialect standard --to asc --into ascii --dry-run 'examples/*.shp'\n"
     "\n"

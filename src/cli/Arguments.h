@@ -52,6 +52,7 @@ struct ConvertCommand {
   bool quiet = false;
   bool json = false;
   ProgressChoice progress = ProgressChoice::WhenTerminal;
+  bool nothingLeft = false;         ///< by killed runs to this output, as a batch has seen for all
   int batch = 0;                    ///< the process of the batch that this is a part of
   std::uint64_t memoryOfBatch = 0;  ///< bytes that it gives this part; 0: no limit
 };

@@ -73,7 +73,7 @@ std::vector<std::size_t> ToDo(const BatchCommand& command, const BatchPlan& plan
   return inputs;
 }
 
-void RefuseToReplace(const BatchCommand& command, const BatchPlan& plan, const BatchReport* report,
+void RefuseToReplace(const BatchCommand& command, BatchPlan& plan, const BatchReport* report,
                      const std::vector<std::size_t>& inputs) {
   std::vector<bool> isToDo(plan.Size());
   for (const std::size_t i : inputs) isToDo[i] = true;
@@ -108,7 +108,7 @@ void TellEnd(const BatchCommand& command, const BatchAccount& account, std::chro
                  : "cancelled; the same command with --resume goes on");
 }
 
-int Convert(const BatchCommand& command, const BatchPlan& plan, const BatchInputs& found) {
+int Convert(const BatchCommand& command, BatchPlan& plan, const BatchInputs& found) {
   std::optional<BatchReport> report;
   if (!command.report.empty()) report.emplace(command.report, command.resume, command.conversion.overwrite);
   BatchReport* const reported = report ? &*report : nullptr;
@@ -135,7 +135,7 @@ int Convert(const BatchCommand& command, const BatchPlan& plan, const BatchInput
   return kExitEndedEarly;
 }
 
-int PrintCommands(const BatchCommand& command, const BatchPlan& plan, const BatchInputs& found) {
+int PrintCommands(const BatchCommand& command, BatchPlan& plan, const BatchInputs& found) {
   RefuseToReplace(command, plan, nullptr, ToDo(command, plan, nullptr));
   TellAlikeOutputs(command, plan);
   for (const std::string& closed : found.closed) PrintError(closed);

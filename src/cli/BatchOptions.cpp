@@ -10,7 +10,8 @@ constexpr const char* kExamples =
     "  # every shapefile below a folder, as many at a time as there are cores\n"
     "  tesselink batch --dialect standard --from shp --to dxf --into drawings --report drawings.jsonl examples\n"
     "  # the same again passes over what is done\n"
-    "  tesselink batch --dialect standard --from shp --to dxf --into drawings --report drawings.jsonl --resume examples\n"
+    "  tesselink batch --dialect standard --from shp --to dxf --into drawings --report drawings.jsonl --resume "
+    "examples\n"
     "  # the commands alone, for other programs to run\n"
     "  tesselink batch --dialect standard --to asc --into ascii --dry-run 'examples/*.shp'\n"
     "\n"
@@ -18,6 +19,7 @@ constexpr const char* kExamples =
 
 constexpr const char* kBatch = "--part-of-batch";
 constexpr const char* kMemory = "--memory-of-batch";
+constexpr const char* kNothingLeft = "--nothing-left";
 constexpr unsigned kMostJobs = 1024;
 constexpr double kLongestTime = 1e9;
 
@@ -78,11 +80,13 @@ void AddPartOfBatch(CLI::App& command, ConvertCommand& values, const std::vector
   if (std::count(arguments.begin(), arguments.end(), kBatch) == 0) return;
   command.add_option(kBatch, values.batch);
   command.add_option(kMemory, values.memoryOfBatch);
+  command.add_flag(kNothingLeft, values.nothingLeft);
 }
 
-std::vector<std::string> PartOfBatch(int process, std::uint64_t memory) {
+std::vector<std::string> PartOfBatch(int process, std::uint64_t memory, bool leftovers) {
   std::vector<std::string> arguments{kBatch, std::to_string(process)};
   if (memory > 0) arguments.insert(arguments.end(), {kMemory, std::to_string(memory)});
+  if (!leftovers) arguments.emplace_back(kNothingLeft);
   return arguments;
 }
 

@@ -18,6 +18,6 @@ std::vector<std::string> ConversionOptionsGiven(const CLI::App& command);
 /// Options of `convert` that no person gives, and so no help tells: there are none where the arguments have none.
 void AddPartOfBatch(CLI::App& command, ConvertCommand& values, const std::vector<std::string>& arguments);
 /// Them as arguments.
-std::vector<std::string> PartOfBatch(int process, std::uint64_t memory);
+std::vector<std::string> PartOfBatch(int process, std::uint64_t memory, bool leftovers);
 
 }  // namespace tesselink

@@ -141,7 +141,7 @@ std::vector<std::string> BatchPlan::Collisions() {
 }
 
 // The number of an input, and a file of its output. Most batches begin in an empty folder: each folder is listed once.
-std::vector<std::pair<std::size_t, std::string>> BatchPlan::AllExisting() const {
+std::vector<std::pair<std::size_t, std::string>> BatchPlan::AllExisting() {
   std::vector<std::pair<std::size_t, std::string>> existing;
   std::unordered_set<std::string> stems;  // of the names in a folder, in small letters
   std::string listed;
@@ -151,7 +151,10 @@ std::vector<std::pair<std::size_t, std::string>> BatchPlan::AllExisting() const 
       std::vector<std::string> names;
       sys::List(folder, "", names);
       stems.clear();
-      for (const std::string& name : names) stems.insert(LowerCase(StripExtension(name)));
+      for (const std::string& name : names) {
+        stems.insert(LowerCase(StripExtension(name)));
+        hasLeftovers_ = hasLeftovers_ || name.starts_with(".tesselink-");
+      }
       listed = folder;
     }
     const std::vector<std::string> parts = format_.parts ? format_.parts(options_.own) : std::vector<std::string>{};
@@ -164,7 +167,7 @@ std::vector<std::pair<std::size_t, std::string>> BatchPlan::AllExisting() const 
   return existing;
 }
 
-std::vector<std::string> BatchPlan::Protected(const std::string& report, const MayReplace& mayReplace) const {
+std::vector<std::string> BatchPlan::Protected(const std::string& report, const MayReplace& mayReplace) {
   const auto existing = AllExisting();
   std::set<std::pair<std::uint64_t, std::uint64_t>> read;  // by device and number, since a file may have many names
   const auto numberOf = [](const std::string& file) {

@@ -35,19 +35,23 @@ class BatchPlan {
   /// Outputs that exist and must not be replaced, a line each: each that is an input of the batch or is read with one,
   /// and each that `mayReplace` does not allow, by the number of the input and the file.
   using MayReplace = std::function<bool(std::size_t, const std::string&)>;
-  std::vector<std::string> Protected(const std::string& report, const MayReplace& mayReplace) const;
+  std::vector<std::string> Protected(const std::string& report, const MayReplace& mayReplace);
+  /// After that: whether killed runs have left something in the folders of the outputs. If not, conversions need not
+  /// look: among ten thousand outputs that takes longer than to convert a small drawing.
+  bool HasLeftovers() const { return hasLeftovers_; }
 
  private:
   void CheckOptions() const;
   ConvertCommand ConversionOf(std::size_t i) const;
   std::vector<std::size_t> ByOutput(const std::function<std::string(const std::string&)>& key) const;
-  std::vector<std::pair<std::size_t, std::string>> AllExisting() const;
+  std::vector<std::pair<std::size_t, std::string>> AllExisting();
 
   const BatchCommand& command_;
   std::vector<BatchInput> inputs_;
   const OutputFormat& format_;
   FilterOptions options_;
-  std::string into_;                      // ends with a "/", or is empty
+  std::string into_;  // ends with a "/", or is empty
+  bool hasLeftovers_ = false;
   std::vector<std::string> optionFiles_;  // that every conversion reads
 };
 

@@ -152,7 +152,8 @@ bool BatchRun::Start(std::size_t input) {
   }
   std::vector<std::string> arguments = ConversionArguments(command_, plan_, input, MayReplace(input));
   arguments.insert(arguments.begin(), "tesselink");
-  for (std::string& own : PartOfBatch(sys::OwnProcess(), command_.memory)) arguments.push_back(std::move(own));
+  for (std::string& own : PartOfBatch(sys::OwnProcess(), command_.memory, plan_.HasLeftovers()))
+    arguments.push_back(std::move(own));
   arguments.insert(arguments.end(), {"--json", "--no-progress"});
   Json conversion = ConversionJson(command_, plan_, input);
   if (report_ != nullptr) report_->NoteBegun(plan_.Input(input));

@@ -129,6 +129,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.options.labelLayers = command.labelLayers;
   request.overwrite = command.overwrite;
   request.sync = command.sync;
+  request.leftovers = !command.nothingLeft;
   request.maxOutput = static_cast<std::int64_t>(std::min<std::uint64_t>(command.maxOutput, INT64_MAX));
   if (!command.reading.layerCodes.empty()) request.alsoRead = {command.reading.layerCodes};
   request.options.layersWanted = !command.reading.layerCodes.empty() || command.reading.smartAssign;

@@ -203,6 +203,7 @@ void ConversionRun::CreateFilters(State& state) {
   std::string path = state.request.OutFile;
   if (!outFormat.makesNoFile) {
     OutputOptions options{.overwrite = state.request.overwrite, .sync = state.request.sync};
+    options.leftovers = state.request.leftovers;
     for (const Companion* companion : WrittenCompanions(outFormat, state.request.options)) {
       options.companions.push_back(LowerCase(companion->extension));
     }

@@ -51,6 +51,8 @@ std::string SizeText(std::uint64_t bytes) {
   return std::to_string(bytes) + unit;
 }
 
+bool IsOfPeople(int signal) { return signal == SIGTERM || signal == SIGINT || signal == SIGHUP; }
+
 std::string WarningOf(const Json& summary, std::string_view kind) {
   for (const Json& warning : summary.value("warnings", Json::array())) {
     if (warning.value("kind", "") == kind) return warning.value("text", "");
@@ -267,17 +269,23 @@ void BatchRun::TellOf(const Job& job) {
   report_->Append(line);
 }
 
+// Ctrl-C on a terminal comes to the conversions as well, and may end one before it is asked to.
+bool BatchRun::IsCancelled(const Job& job) const {
+  if (job.isLate || !(job.isAsked || Interrupted())) return false;
+  const sys::Ending& ending = job.process.HowEnded();
+  return ending.exitCode == kExitCancelled || IsOfPeople(ending.signal) || (job.isAsked && ending.signal == SIGKILL);
+}
+
 BatchResult BatchRun::ResultOf(const Job& job) const {
   BatchResult result{job.input, plan_.Input(job.input)};
   const sys::Ending& ending = job.process.HowEnded();
-  const bool isStopped = job.isAsked && !job.isLate;
   if (ending.signal == 0 && ending.exitCode >= 0) {
     result.summary = Json::parse(job.process.Output(), nullptr, false);
     if (!result.summary.is_object()) result.summary = nullptr;
   }
   if (ending.exitCode == kExitDone) return result;
   result.outcome = ending.exitCode == kExitEndedEarly ? BatchOutcome::Incomplete : BatchOutcome::Failed;
-  if (isStopped && (ending.signal != 0 || ending.exitCode == kExitCancelled)) {
+  if (IsCancelled(job)) {
     result.outcome = BatchOutcome::Cancelled;
     return result;
   }
@@ -307,7 +315,7 @@ std::string BatchRun::ReasonOf(const Job& job, const Json& summary) const {
 std::string BatchRun::ReasonOfSignal(int signal) const {
   const std::string name = sys::NameOf(signal);
   if (signal == SIGKILL) return "was ended by the system or by somebody: " + name + "; memory may have run out";
-  if (signal == SIGTERM || signal == SIGINT || signal == SIGHUP) return "was ended by somebody: " + name;
+  if (IsOfPeople(signal)) return "was ended by somebody: " + name;
   return "crashed: " + name;
 }
 

@@ -42,6 +42,7 @@ class BatchRun {
   void AskAll();
   void CollectEnded();
   void TellOf(const Job& job);
+  bool IsCancelled(const Job& job) const;
   BatchResult ResultOf(const Job& job) const;
   std::string ReasonOf(const Job& job, const Json& summary) const;
   std::string ReasonOfSignal(int signal) const;

@@ -20,6 +20,8 @@ namespace tesselink {
 namespace {
 
 constexpr std::size_t kScreenful = 20;
+// With less, libraries may take what they cannot load for what is not there, and go on otherwise.
+constexpr std::uint64_t kLeastMemory = std::uint64_t{32} << 20;
 
 // Tells what stands against a batch, as much as a screen holds. Throws Error where there is something.
 void Refuse(const std::vector<std::string>& lines, const std::string& advice) {
@@ -66,8 +68,8 @@ void RefuseCollisions(BatchPlan& plan) {
 std::vector<std::size_t> ToDo(const BatchCommand& command, const BatchPlan& plan, const BatchReport* report) {
   std::vector<std::size_t> inputs;
   for (std::size_t i = 0; i < plan.Size(); ++i) {
-    const bool isDone = report != nullptr && command.resume && !plan.Existing(i).empty() &&
-                        report->IsDone(plan.Input(i), ConversionJson(command, plan, i));
+    const bool isDone = report != nullptr && command.resume &&
+                        report->IsDone(plan.Input(i), ConversionJson(command, plan, i), plan.Existing(i).size());
     if (!isDone) inputs.push_back(i);
   }
   return inputs;
@@ -149,6 +151,8 @@ int Run(const BatchCommand& command) {
   TakeFailedWritesAsErrors();
   if (command.resume && command.report.empty()) throw UsageError("--resume goes by a report; give --report as well");
   if (command.dryRun && !command.report.empty()) throw UsageError("--dry-run converts nothing, and writes no --report");
+  if (command.into.empty()) throw UsageError("--into: give the name of a folder");
+  if (command.memory > 0 && command.memory < kLeastMemory) throw UsageError("--memory: give 32M or more");
   BatchInputs found = FindInputs(command);
   if (!command.conversion.quiet) {
     for (const std::string& note : found.notes) PrintError(note);

@@ -131,9 +131,10 @@ void BatchReport::ReadBegun() {
   });
 }
 
-bool BatchReport::IsDone(const std::string& input, const Json& conversion) const {
+bool BatchReport::IsDone(const std::string& input, const Json& conversion, std::size_t outputs) const {
   const auto entry = entries_.find(AsUtf8(input));
-  return entry != entries_.end() && entry->second.conversion != 0 && entry->second.conversion == Mark(conversion);
+  return entry != entries_.end() && entry->second.conversion == Mark(conversion) && outputs > 0 &&
+         outputs >= entry->second.written.size();
 }
 
 bool BatchReport::IsOwn(const std::string& input, const std::string& file) const {

@@ -27,8 +27,8 @@ class BatchReport {
   ~BatchReport();
 
   /// Whether the report says that an input was converted whole, by the same version and options, and of files that are
-  /// as they were: all that is part of `conversion`.
-  bool IsDone(const std::string& input, const Json& conversion) const;
+  /// as they were, which is all part of `conversion`; and whether as many files of its output are there as it wrote.
+  bool IsDone(const std::string& input, const Json& conversion, std::size_t outputs) const;
   /// Whether a file is an output of this input as an earlier run has left it, or as a killed one may have.
   bool IsOwn(const std::string& input, const std::string& file) const;
 

@@ -75,7 +75,7 @@ class Batch:
 
     def start(self, *options):
         return subprocess.Popen([*self.command, *options, str(self.folder / "in")], cwd=self.folder, text=True,
-                                stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, start_new_session=True,
                                 preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
 
     def watch(self, process, until=None):
@@ -126,9 +126,9 @@ def interrupted(batch, count, failures):
         report.write('{"input":"torn')
     process = batch.start("--resume")
     batch.watch(process, 2 * count // 3)
-    process.send_signal(signal.SIGINT)
+    os.killpg(process.pid, signal.SIGINT)  # as a terminal does
     _, said = process.communicate()
-    if process.returncode != 130 or "--resume goes on" not in said:
+    if process.returncode != 130 or "--resume goes on" not in said or "ended by" in said:
         failures.append(f"cancelled, it ends with {process.returncode} and says {said!r}")
     return batch.run("--resume")
 
@@ -168,7 +168,9 @@ def check(program, data, home, count):
     code, out, _ = parts.run("--resume")
     if json.loads(out)["passedOver"] != count - damaged:
         failures.append(f"resumed once more, it converts again: {out}")
-    print(f"{count} files in {seconds:.1f} s; the parent took {whole.memory} KiB and {whole.files} open files")
+    check_memory(program, home, failures)
+    print(f"{count} files in {seconds:.1f} s; the parent took {max(whole.memory, parts.memory)} KiB and "
+          f"{max(whole.files, parts.files)} open files")
     return failures
 
 
@@ -185,6 +187,20 @@ def expect_like_convert(program, line, home, failures):
             failures.append(f"{ours} is not what convert writes")
     if summary["written"] != line["summary"]["written"]:
         failures.append(f"the summary of {line['input']} is not that of convert")
+
+
+def check_memory(program, home, failures):
+    """One drawing that takes more memory than it may is told; those beside it are converted."""
+    (home / "hog").mkdir()
+    head, tail = "0\nSECTION\n2\nENTITIES\n0\nLWPOLYLINE\n", "0\nENDSEC\n0\nEOF\n"
+    (home / "hog" / "long.dxf").write_text(head + "".join(f"10\n{i}\n20\n1\n" for i in range(1_500_000)) + tail)
+    (home / "hog" / "short.dxf").write_text(head + "10\n1\n20\n1\n10\n2\n20\n2\n" + tail)
+    command = [program, "batch", "--memory", "32M", "--dialect", "standard", "--to", "asc", "--into", "hog/out", "hog"]
+    ended = subprocess.run(command, cwd=home, capture_output=True, text=True)
+    if ended.returncode != 3 or "hog/long.dxf: takes more than the 32M" not in ended.stderr or "1 of 2" not in ended.stdout:
+        failures.append(f"with little memory it ends with {ended.returncode} and says {ended.stderr}")
+    if os.listdir(home / "hog" / "out") != ["short.asc"]:
+        failures.append("a conversion without memory leaves something")
 
 
 def main():

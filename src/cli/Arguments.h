@@ -58,6 +58,23 @@ struct ConvertCommand {
   bool json = false;
   bool showSettings = false;  ///< tells the settings that hold, and converts nothing; files may be missing then
   ProgressChoice progress = ProgressChoice::WhenTerminal;
+  bool nothingLeft = false;         ///< by killed runs to this output, as a batch has seen for all
+  int batch = 0;                    ///< the process of the batch that this is a part of
+  std::uint64_t memoryOfBatch = 0;  ///< bytes that it gives this part; 0: no limit
+};
+
+/// Many conversions, each in a process of its own.
+struct BatchCommand {
+  std::vector<std::string> inputs;   ///< files, folders and patterns
+  std::string into;                  ///< the folder of the outputs
+  ConvertCommand conversion;         ///< how each is converted; its inputs and output are those of one file at a time
+  std::vector<std::string> options;  ///< of the conversion, as each is given them
+  unsigned jobs = 0;                 ///< at a time; 0: one a core
+  double timeout = 0;                ///< seconds for each; 0: no limit
+  std::uint64_t memory = 0;          ///< bytes for each; 0: no limit
+  std::string report;                ///< where a line is written for each file
+  bool resume = false;
+  bool dryRun = false;
 };
 
 struct InfoCommand {
@@ -99,8 +116,8 @@ struct ParsingEnded {
   std::string advice = {};  ///< where help is, if the text says what is wrong
 };
 
-using Command = std::variant<ParsingEnded, ConvertCommand, InfoCommand, CatCommand, LayersCommand, PreviewCommand,
-                             TableCommand, FormatsCommand>;
+using Command = std::variant<ParsingEnded, ConvertCommand, BatchCommand, InfoCommand, CatCommand, LayersCommand,
+                             PreviewCommand, TableCommand, FormatsCommand>;
 
 /// An option of the command that was asked for.
 struct CommandOption {

@@ -20,6 +20,10 @@ class Asked {
   /// Every command with all its options, for manuals.
   static Asked Everything() { return {{}, true, true}; }
 
+  /// The same, with all options of the command.
+  Asked Wholly() const { return {arguments_, true, allCommands_}; }
+  const std::vector<std::string>& Arguments() const { return arguments_; }
+
   bool Command(std::string_view name) const {
     return allCommands_ || (!arguments_.empty() && arguments_.front() == name);
   }

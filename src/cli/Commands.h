@@ -7,6 +7,7 @@ namespace tesselink {
 
 int Run(const ParsingEnded& ended);
 int Run(const ConvertCommand& command);
+int Run(const BatchCommand& command);
 int Run(const InfoCommand& command);
 int Run(const CatCommand& command);
 int Run(const LayersCommand& command);

@@ -22,6 +22,8 @@ class ConsoleInteraction final : public Nobody {
   void RunEnded() override;
   void ShowRunProgress(const RunProgress& progress) override;
   bool CancelRequested() override;
+  /// What lies before a repetition without end is wanted in any case.
+  bool WantsPart() override { return !wholeOnly_ || stalled_; }
 
   // The questions.
   Answer ShowMessage(const Message& message) override;
@@ -33,6 +35,8 @@ class ConsoleInteraction final : public Nobody {
   TableFields LocateFields(const TableFieldsQuestion& question) override;
   std::string Naming(std::string_view option, std::string_view value) const override;
 
+  /// A cancelled run then leaves nothing.
+  void WantWholeOnly() { wholeOnly_ = true; }
   /// For a list of layers to be edited: collects what is known of them, and matches nothing.
   void ProposeCodes() { proposing_ = true; }
   const std::vector<std::string>& ProposedCodes() const { return proposedCodes_; }
@@ -49,6 +53,7 @@ class ConsoleInteraction final : public Nobody {
   ReadingOptions options_;
   LayerOptions layerOptions_;
   std::optional<ProgressBar> bar_;
+  bool wholeOnly_ = false;
   bool stalled_ = false;
   std::string stalledAt_;
   bool proposing_ = false;

@@ -10,12 +10,15 @@
 #include "app/SummaryText.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "cli/Convert.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"
 #include "cli/Suggestions.h"
 #include "core/io/Errors.h"
+#include "core/io/Files.h"
 #include "core/io/Paths.h"
+#include "core/io/Processes.h"
 #include "core/io/Utf8.h"
 #include "core/run/WrittenFiles.h"
 #include "formats/Formats.h"
@@ -119,6 +122,7 @@ ConversionRequest RequestOf(const ConvertCommand& command) {
   request.options.labelLayers = command.labelLayers;
   request.overwrite = command.overwrite;
   request.sync = command.sync;
+  request.leftovers = !command.nothingLeft;
   request.maxOutput = static_cast<std::int64_t>(std::min<std::uint64_t>(command.maxOutput, INT64_MAX));
   if (!command.reading.layerCodes.empty()) request.alsoRead = {command.reading.layerCodes};
   request.options.layersWanted = !command.reading.layerCodes.empty() || command.reading.smartAssign;
@@ -218,15 +222,30 @@ Json SummaryJson(const ConvertCommand& command, const RunSummary& summary, const
   return json;
 }
 
+// Ends with the batch, and takes no more memory than it allows.
+void BecomePart(const ConvertCommand& command) {
+  if (command.memoryOfBatch > 0 && !sys::LimitMemory(command.memoryOfBatch)) {
+    throw Error(SystemReason("--memory", "could not be limited"));
+  }
+  sys::EndWith(command.batch);
+}
+
 }  // namespace
+
+void CheckConversion(const ConvertCommand& command) {
+  RequestOf(command);
+  const ConsoleInteraction reads(command.reading, false);  // the list of codes
+}
 
 int Run(const ConvertCommand& command) {
   TakeFailedWritesAsErrors();
+  if (command.batch != 0) BecomePart(command);
   ConversionRequest request = RequestOf(command);
   RefuseExistingOutput(command);
   const bool showProgress = command.progress == ProgressChoice::Always ||
                             (command.progress == ProgressChoice::WhenTerminal && ShowsBar(command.reading));
   ConsoleInteraction interaction(command.reading, showProgress);
+  if (command.batch != 0) interaction.WantWholeOnly();
   SettingsFiles settings(RememberedFolder());
   std::optional<InputSource> source;
   if (request.inputs.size() == 1)

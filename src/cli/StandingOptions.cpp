@@ -27,6 +27,7 @@ const ReadingOptions* ReadingOf(const Command& command) {
   return std::visit(
       [](const auto& c) -> const ReadingOptions* {
         if constexpr (requires { c.reading; }) return &c.reading;
+        if constexpr (requires { c.conversion; }) return &c.conversion.reading;
         return nullptr;
       },
       command);
@@ -34,8 +35,9 @@ const ReadingOptions* ReadingOf(const Command& command) {
 
 // The row of the command's output; null where it has none, or none that it knows.
 const OutputFormat* OutputOf(const Command& command) {
-  const auto* convert = std::get_if<ConvertCommand>(&command);
-  if (convert == nullptr || convert->output.empty()) return nullptr;
+  const auto* const batch = std::get_if<BatchCommand>(&command);
+  const auto* const convert = batch != nullptr ? &batch->conversion : std::get_if<ConvertCommand>(&command);
+  if (convert == nullptr || (convert->output.empty() && convert->to.empty())) return nullptr;
   try {
     return &OutputFormatOf(convert->to, convert->output);
   } catch (const UsageError&) {

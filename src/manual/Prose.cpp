@@ -21,6 +21,17 @@ std::vector<std::string> DescriptionOf(const std::string& command) {
         "Everything that was read is accounted for. The summary on standard output counts what was written, became "
         "another kind or was skipped; every loss is a warning on standard error that names the file and the line or "
         "record where it first happened."}},
+      {"batch",
+       {"Converts every INPUT, each in a process of its own, so that one that is damaged, hangs or takes too much "
+        "memory "
+        "is a line of the account and harms no other. An INPUT is a file, a folder, which is searched with all folders "
+        "below it, or a pattern in quotes. The tree below a folder is kept below the FOLDER of the outputs.",
+        "What stands against a batch is told before anything runs: two inputs with one output, outputs that exist, an "
+        "output that would replace an input. At the end stand how many were converted and which were not, with the "
+        "reasons, and what was lost, by kind with the first file of each.",
+        "Ctrl-C ends the conversions that run, of which nothing is left, and tells what is done; --resume goes on by "
+        "the "
+        "report, after a kill too."}},
       {"info",
        {"Reads the whole drawing and prints its format, how many elements of each kind it holds, its layers, extents "
         "and coordinate system, and for a shapefile the fields of its attribute table. Layers that a drawing has "

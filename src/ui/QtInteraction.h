@@ -40,6 +40,7 @@ class QtInteraction final : public QObject, public Interaction {
   void HoldRunProgress() override;
   void Beep() override;
   bool CancelRequested() override;
+  bool WantsPart() override { return true; }
   void Yield() override;
 
   /// The files that the next run reads and writes, whose names no copy may take.

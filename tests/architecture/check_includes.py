@@ -28,7 +28,9 @@ OF_MODULES = {"proj": "projection", "geos": "linework", "sqlite": "database"}
 STANDARD_ONLY = {"core/io", "core/element", "core/run", "formats", "picture"}
 # Calls to the system are made in one file; and other packages register their folders with the one system that has a registry.
 OF_THE_SYSTEM = {("LookupFile.cpp", "windows.h"), ("CodePage.cpp", "iconv.h"), ("Module.cpp", "dlfcn.h")} | {
-    ("System.cpp", header) for header in ("dirent.h", "fcntl.h", "sys/file.h", "sys/stat.h", "unistd.h")}
+    ("System.cpp", header) for header in ("dirent.h", "fcntl.h", "sys/file.h", "sys/stat.h", "unistd.h")} | {
+    ("Processes.cpp", header) for header in (
+        "fcntl.h", "poll.h", "signal.h", "spawn.h", "string.h", "sys/prctl.h", "sys/resource.h", "sys/wait.h", "unistd.h")}
 
 
 def complaints(root):

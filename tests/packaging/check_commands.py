@@ -16,7 +16,7 @@ import tempfile
 
 # How many commands each page and each help has at least: those that are not found would not be run.
 PAGES = {"README.md": 10, "examples/README.md": 3}
-HELPS = {"": 2, "convert": 3, "info": 1, "cat": 1, "layers": 2, "preview": 2, "table": 1}
+HELPS = {"": 2, "convert": 3, "batch": 3, "info": 1, "cat": 1, "layers": 2, "preview": 2, "table": 1}
 # These need minutes, a screen or another program.
 NOT_RUN = ("./run-tests", "./tesselink-gui")
 

@@ -122,7 +122,7 @@ void OutputPlace::Prepare() {
   const TargetLock lock(into_, name_);
   if (!lock) ThrowNotLocked();
   inPlace_ = lock.IsOfTarget();
-  Recover();
+  if (options_.leftovers) Recover();
   CheckTarget();
   if (!MakeFolder()) {
     inPlace_ = !inPlace_ && replaces_ && TakesNoFile(errno);

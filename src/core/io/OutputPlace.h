@@ -17,6 +17,7 @@ struct OutputOptions {
   /// What stands behind the target's stem in the names of the files that are made instead of it, as "-points" in
   /// "plat-points.shp"; each may have its companions. None: the target itself is made.
   std::vector<std::string> parts = {};
+  bool leftovers = true;  ///< looks for what killed runs to this target have left, through all names in its folder
 };
 
 /// What has become of an output.

@@ -10,31 +10,12 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "core/io/SystemCall.h"
+
 namespace tesselink::sys {
 namespace {
 
 static_assert(sizeof(off_t) == sizeof(std::int64_t), "files beyond 2 GB need 64-bit positions");
-
-// The result of a call, which may take a number of bytes; -1 when it fails.
-template <typename Action>
-std::int64_t Made(Call call, Action action, std::size_t count = 0) {
-  for (;;) {
-    Fault fault;
-    if (faultHook != nullptr) fault = faultHook(call);
-    std::int64_t result = -1;
-    if (fault.error == 0) {
-      result = action(std::min(count, fault.most));
-    } else {
-      errno = fault.error;
-    }
-    if (result != -1 || errno != EINTR) return result;
-  }
-}
-
-template <typename Action>
-bool Done(Call call, Action action) {
-  return Made(call, [&](std::size_t) { return action(); }) == 0;
-}
 
 // As many bytes as asked for, by as many transfers as it takes, or fewer where one gives none; -1 when one fails.
 template <typename Transfer>
@@ -70,6 +51,8 @@ int FlagsOf(Access access) {
       return O_WRONLY | O_NOCTTY;
     case Access::LockFile:
       return O_RDWR | O_CREAT | O_NOFOLLOW;
+    case Access::Append:
+      return O_RDWR | O_CREAT | O_APPEND;
     case Access::Folder:
       return O_RDONLY | O_DIRECTORY;
   }

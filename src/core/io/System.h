@@ -31,6 +31,11 @@ enum class Call {
   Duplicate,
   ReadLink,
   List,
+  Pipe,
+  Spawn,
+  Wait,
+  Signal,
+  Limit,
 };
 
 /// What happens to a call instead: an error number, or bytes of which the system takes or gives a part only.
@@ -66,6 +71,7 @@ enum class Access {
   CreateNew,  ///< for writing and reading; fails where there is a file
   Overwrite,  ///< for writing a file that is there from its beginning
   LockFile,   ///< created where there is none
+  Append,     ///< every write goes to its end; created where there is none
   Folder,     ///< an existing folder, to be synced or locked
 };
 

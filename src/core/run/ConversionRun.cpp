@@ -201,6 +201,7 @@ void ConversionRun::CreateFilters(State& state) {
   std::string path = state.request.OutFile;
   if (!outFormat.makesNoFile) {
     OutputOptions options{.overwrite = state.request.overwrite, .sync = state.request.sync};
+    options.leftovers = state.request.leftovers;
     for (const Companion* companion : WrittenCompanions(outFormat, state.request.options)) {
       options.companions.push_back(LowerCase(companion->extension));
     }
@@ -457,7 +458,8 @@ void ConversionRun::Finish(State& state) {
   const bool failed = summary.outcome == RunOutcome::Failed;
   const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
   const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;
-  if (endedBeforeAll || (failed && state.writing)) {
+  const bool isUnwanted = summary.outcome == RunOutcome::Cancelled && !interaction_.WantsPart();
+  if (endedBeforeAll || isUnwanted || (failed && state.writing)) {
     state.writer->Abandon();
   } else {
     try {

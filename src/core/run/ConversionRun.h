@@ -30,6 +30,7 @@ struct ConversionRequest {
   std::vector<std::string> alsoRead = {};  ///< what the face itself reads for this run, as a list of codes
   bool overwrite = false;  ///< an old output may be replaced; else the run refuses what appears meanwhile
   bool sync = false;       ///< the run ends when the output is on the disk
+  bool leftovers = true;   ///< killed runs to this output may have left something, which goes
   /// How many bytes the run may write; 0: the greater of 1 GiB and 200 times what it reads.
   std::int64_t maxOutput = 0;
 };

@@ -118,6 +118,8 @@ class Interaction {
   virtual void Beep() = 0;
   /// Whether the person has confirmed a cancel.
   virtual bool CancelRequested() = 0;
+  /// Whether the person wants what a cancelled run had converted before.
+  virtual bool WantsPart() = 0;
   /// Handles what the person did meanwhile.
   virtual void Yield() = 0;
 };

@@ -26,6 +26,7 @@ class Nobody : public Interaction {
   void HoldRunProgress() override {}
   void Beep() override {}
   bool CancelRequested() override { return false; }
+  bool WantsPart() override { return true; }
   void Yield() override {}
 };
 

@@ -271,7 +271,7 @@ void BatchRun::TellOf(const Job& job) {
 
 // Ctrl-C on a terminal comes to the conversions as well, and may end one before it is asked to.
 bool BatchRun::IsCancelled(const Job& job) const {
-  if (job.isLate || !(job.isAsked || Interrupted())) return false;
+  if (job.isLate || !(job.isAsked || Interrupted() || sys::IsAskedToEnd())) return false;
   const sys::Ending& ending = job.process.HowEnded();
   return ending.exitCode == kExitCancelled || IsOfPeople(ending.signal) || (job.isAsked && ending.signal == SIGKILL);
 }

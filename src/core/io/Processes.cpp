@@ -130,6 +130,14 @@ SignalsHeld::~SignalsHeld() {
   sigprocmask(SIG_SETMASK, &signalsBefore, nullptr);
 }
 
+bool IsAskedToEnd() {
+  sigset_t pending;
+  sigemptyset(&pending);
+  sigpending(&pending);
+  return sigismember(&pending, SIGINT) == 1 || sigismember(&pending, SIGTERM) == 1 ||
+         sigismember(&pending, SIGHUP) == 1;
+}
+
 void WaitForAny(const std::vector<const Descriptor*>& files, std::int64_t milliseconds) {
   std::vector<pollfd> polled;
   for (const Descriptor* file : files) polled.push_back({file->Number(), POLLIN, 0});

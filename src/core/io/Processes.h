@@ -43,6 +43,8 @@ class SignalsHeld {
   SignalsHeld& operator=(const SignalsHeld&) = delete;
   ~SignalsHeld();
 };
+/// Whether a signal that asks this program to end has come while it was held, and not been taken yet.
+bool IsAskedToEnd();
 /// Waits until one of the files can be read or has ended, a signal has come, or time is up.
 void WaitForAny(const std::vector<const Descriptor*>& files, std::int64_t milliseconds);
 

@@ -1,6 +1,7 @@
 #include "ui/FileChoice.h"
 
 #include <QByteArray>
+#include <QComboBox>
 #include <QDir>
 #include <QMimeData>
 #include <QUrl>
@@ -98,6 +99,13 @@ QString EntryByExtension(const std::vector<InputFormat>& formats, const QString&
 
 QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString& path) {
   return EntryOf(formats, path);
+}
+
+void FollowExtension(QComboBox& box, const QString& path, const QString& entry) {
+  const QString extension = QString::fromStdString(ExtensionOf(path.toStdString()));
+  if (entry.isEmpty() || PatternOf(box.currentText()) == "*" + extension) return;
+  if (box.findText(entry) < 0) box.addItem(entry);
+  box.setCurrentText(entry);
 }
 
 QStringList DropDownEntries(const std::vector<InputFormat>& formats) { return ListedEntries(formats); }

@@ -8,6 +8,7 @@
 
 #include "core/run/FormatTable.h"
 
+class QComboBox;
 class QMimeData;
 
 namespace tesselink {
@@ -31,6 +32,9 @@ std::vector<std::string> ChosenFiles(const QStringList& paths);
 /// The entry of the first format whose extension the path has; empty when there is none.
 QString EntryByExtension(const std::vector<InputFormat>& formats, const QString& path);
 QString EntryByExtension(const std::vector<OutputFormat>& formats, const QString& path);
+/// Takes the entry of a path's extension, unless the chosen one has that extension too. A format that the drop-down
+/// does not begin with joins it once a name asks for it.
+void FollowExtension(QComboBox& box, const QString& path, const QString& entry);
 /// The entries of a drop-down, in their order.
 QStringList DropDownEntries(const std::vector<InputFormat>& formats);
 QStringList DropDownEntries(const std::vector<OutputFormat>& formats);

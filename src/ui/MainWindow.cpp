@@ -78,15 +78,6 @@ QStringList Entries(const QComboBox& box) {
   return entries;
 }
 
-// Takes the format of the path's extension unless the chosen one has that extension too. A format that the drop-down
-// does not begin with joins it once a name asks for it.
-void FollowExtension(QComboBox& box, const QString& path, const QString& entry) {
-  const QString extension = QString::fromStdString(ExtensionOf(path.toStdString()));
-  if (entry.isEmpty() || PatternOf(box.currentText()) == "*" + extension) return;
-  if (box.findText(entry) < 0) box.addItem(entry);
-  box.setCurrentText(entry);
-}
-
 // The system's number of an error. What a file holds that cannot be used is an invalid argument.
 int NumberOf(const std::exception& error) {
   if (const auto* ofSystem = dynamic_cast<const std::system_error*>(&error)) return ofSystem->code().value();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Smart Assign of a full dialog against a long list of entity types.
 #include "formats/cdf/LayerMatching.h"
 

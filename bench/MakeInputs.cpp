@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes large drawings for timing conversions: the same every time, for every machine.
 //
 //   make-bench-inputs FOLDER [VERTICES]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The hot primitives: number to text, text to number, line splitting, vertex append.
 #include <benchmark/benchmark.h>
 

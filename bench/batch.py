@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """How long a folder of small drawings takes: by `tesselink batch`, one at a time and on all cores, by a shell loop of
 `tesselink convert`, and by one of ogr2ogr. Shell loops run over the first files only; all figures are per 1000 files.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Times whole conversions beside ogr2ogr on the same files, in one run, and prints ratios.
 
     bench/conversions.py --build build/release [--folder FOLDER] [--vertices 10000000] [--runs 3] [--only TEXT]

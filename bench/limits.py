@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Times whole conversions beside the bare programs of bench/bare, which do the same work with nothing around it.
 
     bench/limits.py --build build/release [--folder FOLDER] [--vertices 10000000] [--runs 5] [--only TEXT] [--inputs FOLDER]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What programs that others install are built with: harder to abuse, and the same bytes from whatever folder.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What "cmake --install" puts where. A component is a package: program (tesselink), window (tesselink-gui), development
 # (tesselink-dev). The programs find their modules and lookup files from their own place (src/app/ProgramFolder.h).
 include(CMakePackageConfigHelpers)

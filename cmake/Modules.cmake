@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # A module: a part of the program in a file of its own, loaded when a run needs it (src/core/io/Module.h). It implements an
 # interface of the core, and takes from there only what headers hold.
 function(tesselink_module name)

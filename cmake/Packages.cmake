@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Debian packages by "cpack"; packaging/make-packages.sh makes them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tesselink)

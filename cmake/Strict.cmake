@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The warnings that our own targets are compiled with, and the sanitizers. They are linked privately, so a
 # project that takes Tesselink in keeps its own.
 add_library(tesselink-strict INTERFACE)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Packs the readable colour list into ACADTBL.TBL: three bytes a colour number behind three unused ones. A record holds
 // blue, green and red in this order, so that the default byte order gives colours with red in the low byte.
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Packs the readable list of entity types into the two lookup files of the program's own folder: $CDF.MAP, codes and
 // descriptions, and $LNGSL.DAT, descriptions and colour numbers. Unused bytes are NUL.
 #include <algorithm>

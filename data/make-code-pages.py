@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Prints src/core/io/CodePages.inc: the letters of bytes 128 to 255 in each code page of one byte a letter.
 
 The tables are those of Python's own codecs. A test compares what it prints with the file.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes data/dxf-colours.csv: the colour of each DXF colour number, by the rule below.
 
 1 to 9 are named colours. 10 to 249 are 24 hues (i / 10 - 1, in six sextants of four steps) by five values, each full

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes all-entities.dxf: a small drawing with every kind of entity that is read, and one that is not.
 
     /usr/bin/python3 make-drawing.py      (in this folder; needs ezdxf)

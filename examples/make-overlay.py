@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Writes overlay.mol: invented bytes in the steps that a WinPICS map overlay is scanned by, two of them coloured items."""
 import pathlib
 import struct

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Makes quarter-section.shp, wells.shp and sections.shp, with their indexes and tables, from quarter-section.asc.
 
 Uses pyshp (Debian: python3-pyshp), so the files come from a writer that is not our own. Run it in any

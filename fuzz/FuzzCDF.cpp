@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a drawing, writes what was read, and reads that: every header that was written must be found again, with an
 // element behind it unless its text was blank.
 #include "formats/cdf/CDFInFilter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/DXFInFilter.h"
 #include "fuzz/Harness.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The first byte is the length of a code or pattern, which follows; the rest is both lookup files.
 #include "formats/cdf/CDFMap.h"
 #include "formats/grid/LNGSLMap.h"

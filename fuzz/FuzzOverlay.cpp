@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/landmark/MolInFilter.h"
 #include "fuzz/Harness.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The three files of a shapefile in one input: the lengths of .shp and .shx as little-endian 32-bit numbers, then the
 // bytes of .shp, .shx and .dbf. The standard dialect reads it without its index, too.
 #include <algorithm>

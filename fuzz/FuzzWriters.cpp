@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elements of whatever the bytes say go to every writer, in both dialects and as a run hands them over, and what was
 // written is read again. In the standard dialect every element, or each of those that stand for it there, comes back
 // and begins where it began, to 15 digits, with the bulge that it began with; but not from CDF, which keeps points

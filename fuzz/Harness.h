@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the harnesses share: files in memory where the system has such a place, and a person who never answers.
 #pragma once
 

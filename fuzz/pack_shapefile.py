@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Packs the files of a shapefile into one input of FuzzShapefile: pack_shapefile.py STEM OUTPUT."""
 import pathlib
 import struct

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Judges the Debian packages in a folder, which packaging/make-packages.sh has made:
 #
 #   packaging/check-packages.sh FOLDER           what lintian and its like say

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Makes the Debian packages of this checkout in a folder: packaging/make-packages.sh [FOLDER]
 #
 # The same sources give the same bytes wherever and whenever they are built, with the same compiler and libraries.

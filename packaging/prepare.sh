@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Makes this checkout ready to use: installs the Debian packages that are missing, configures and builds (Release).
 #
 #   packaging/prepare.sh program    what ./tesselink needs

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Takes pictures of every window and dialog, light and dark, at 96 and 192 dpi: packaging/screenshots.sh FOLDER
 set -eu
 folder=$(realpath -m -- "${1:?usage: packaging/screenshots.sh FOLDER}")

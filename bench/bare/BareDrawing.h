@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of a drawing of release AC1009 around its entities, for the bare programs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lines in and numbers out for the bare programs: blocks, and nothing checked.
 #pragma once
 

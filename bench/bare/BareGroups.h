@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The chains of a drawing of release AC1009, for the bare programs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a loop must do to turn the chains of a Landmark file ("LINE" and "XY,x,y" lines) into a drawing: lines
 // found, numbers read and written, layers and extents noted; nothing checked, no texts, no options. Writes what the
 // program writes in its classic dialect. Usage: asc-to-dxf IN.asc OUT.dxf

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a loop must do to turn the chains of a drawing of release AC1009 into a Landmark file: lines found,
 // codes and numbers read, chains gathered, numbers written; nothing checked, no other kind, no colours by layer. Writes
 // what the program writes in its standard dialect of chains that are open and have no colour. Usage: dxf-to-asc IN.dxf

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a loop must do to turn the chains of a drawing of release AC1009 into the records of a shapefile:
 // lines found, codes and numbers read, boxes and records written; nothing checked, no index, no table, no header.
 // Usage: dxf-to-shp IN.dxf OUT.shp

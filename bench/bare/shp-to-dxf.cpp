@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a loop must do to turn points or chains of a shapefile into a drawing with the layers of its table's
 // field LAYER: records read in the index's order, numbers written, layers and extents noted; nothing checked, no
 // labels. Writes what the program writes in its classic dialect, in which shape 1 has row 2, but for the colour of the

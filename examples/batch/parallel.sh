@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Converts every drawing below a folder by GNU parallel, which can use other machines as well.
 #
 #   parallel.sh DRAWINGS FOLDER [OPTIONS OF GNU PARALLEL]

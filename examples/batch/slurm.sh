@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 #SBATCH --job-name=tesselink
 #SBATCH --cpus-per-task=1
 #SBATCH --mem=200M

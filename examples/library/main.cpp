@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Converts a drawing and prints what came of it: convert-a-drawing INPUT OUTPUT
 #include <cstdio>
 #include <exception>

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Draws the icon's pictures from its SVG anew, for systems that show no SVG icons (Debian: librsvg2-bin).
 set -eu
 cd -- "$(dirname -- "$(readlink -f -- "$0")")"

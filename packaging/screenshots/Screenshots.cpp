@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures of every window and dialog: window-screenshots FOLDER light|dark [ONLY]. packaging/screenshots.sh takes them
 // all, in both styles and at both resolutions.
 #include <QApplication>

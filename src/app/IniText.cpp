@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/IniText.h"
 
 #include <charconv>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names and values as the per-user settings files have them: any bytes, in the letters that an ini file leaves alone.
 #pragma once
 

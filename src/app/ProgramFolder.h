@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the program's own data files and modules lie, and the person's settings.
 #pragma once
 

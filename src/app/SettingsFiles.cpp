@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/SettingsFiles.h"
 
 // Bytes as they are, and the templates themselves rather than a library for every way of converting them.

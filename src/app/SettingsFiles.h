@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The per-user settings as files of the person's settings folder, one for each application name.
 #pragma once
 

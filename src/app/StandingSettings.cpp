@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/StandingSettings.h"
 
 #include <algorithm>

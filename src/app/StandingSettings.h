@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a person has set for every run: in the environment (TESSELINK_DIALECT and so on) and in the settings file.
 #pragma once
 

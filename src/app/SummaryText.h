@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words in which both faces account for a run.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line as data. Parsing touches no file, so that every option can be tested by itself.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // batch: many conversions, and an account of them.
 #include <cstdio>
 #include <optional>

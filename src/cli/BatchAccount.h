@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What has come of the files of a batch, in figures that do not grow with their number.
 #pragma once
 

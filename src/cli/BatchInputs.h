@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which files a batch converts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options of `batch`, and those by which it makes a conversion a part of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a batch will do: each input with its output, and why it must not.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How far a batch has got, on standard error.
 #pragma once
 

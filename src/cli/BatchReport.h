@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The report of a batch: a line of JSON for each file, by which a later run knows what is done.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The conversions of a batch, each a process of its own, so that none harms another.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/ClipOption.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options of a command, of which only those that are asked for are built: fifty take as long as a small conversion.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/CommandTable.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands and their options, each with the words that help has for it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What each command does; every one returns its exit code. Failures are thrown as Error or UsageError.
 #pragma once
 

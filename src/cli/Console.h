@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Standard output and standard error as the commands use them, and the signals that ask a program to end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/ConsoleInteraction.h"
 
 #include <algorithm>

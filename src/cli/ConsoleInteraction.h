@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The console as the person whom a run asks: every answer comes from the command line.
 #pragma once
 

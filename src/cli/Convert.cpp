@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // convert: one conversion, and an account of it.
 #include <algorithm>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the command that converts many drawings shares with the one that converts one.
 #pragma once
 

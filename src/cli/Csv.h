@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Comma-separated values as RFC 4180 has them.
 #pragma once
 

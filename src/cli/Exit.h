@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exit codes, a promise to scripts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // cat and info: what a drawing holds.
 #include <string>
 #include <unordered_set>

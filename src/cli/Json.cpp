@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/Json.h"
 #include "core/io/Utf8.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elements and summaries as JSON, with the keys that scripts rely on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line's answer to layer-name matching: codes from a file, remembered ones and guessed ones.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // layers: the layers of a drawing with their entity codes, as a list to be edited and handed to --layer-codes.
 #include <algorithm>
 #include <set>

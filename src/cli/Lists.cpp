@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // table and formats: an attribute table as CSV, and the list of formats.
 #include "app/SummaryText.h"
 #include "cli/Commands.h"

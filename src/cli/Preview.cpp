@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // preview: a drawing as a picture.
 #include <filesystem>
 

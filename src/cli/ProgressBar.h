@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How far a run has got, on standard error: a bar that stays on its line on a terminal, plain lines elsewhere.
 #pragma once
 

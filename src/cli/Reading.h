@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every command that reads a drawing shares: the format, the run, and what the person is told of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options that a person has set for every run.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What somebody may have meant who typed something that is none of the words there are.
 #pragma once
 

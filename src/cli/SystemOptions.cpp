@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/SystemOptions.h"
 
 #include "cli/CommandOptions.h"

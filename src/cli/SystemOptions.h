@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The options of coordinate systems.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "cli/Usage.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a person is told who asks for help, or who typed something that is no command.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The module "database", by SQLite.
 #include "core/io/Database.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elements as the geometries that formats of features have: points, chains, and polygons with their holes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the writers of features have in common.
 #pragma once
 

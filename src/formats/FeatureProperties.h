@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What features say besides where they are, for formats with columns or members of several types.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/Formats.h"
 
 #include "core/run/EncodingOption.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one list of every format: a new format is a class and a row in Formats.cpp.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Areas from lines by GEOS.
 #define GEOS_USE_ONLY_R_API
 #include <geos_c.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "manual/CommandTexts.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands and their options as manuals and completions need them, taken from the command line's own table.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What shells complete behind "tesselink": commands, options, and what may stand behind an option.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the manual pages say beyond the help texts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "manual/Roff.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A manual page as troff's macros for manual pages have it.
 #pragma once
 

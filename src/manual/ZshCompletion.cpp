@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "manual/Completions.h"
 
 namespace tesselink {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes manual pages and completions into a folder, laid out as the share folder of an installation.
 //
 //   tesselink-manual-writer FOLDER DATE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a drawing looks like on a screen: chains, points and texts by layer, thinned to what a screen can show.
 //
 // As long as a drawing is small, every vertex is kept. When the budget of vertices is used up, a grid of square cells

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colours of a picture's layers. A 24-bit colour holds red in the low byte, green in the middle one, blue in the
 // high one.
 #pragma once

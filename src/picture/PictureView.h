@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A window onto a picture, and what of a chain is seen in it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "picture/PreviewReading.h"
 
 #include <algorithm>

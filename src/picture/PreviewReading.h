@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads a drawing into a picture a little at a time, for a window that has other things to do, and asks nobody.
 #pragma once
 

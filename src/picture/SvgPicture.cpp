@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "picture/SvgPicture.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A picture as a file that every browser and drawing program shows: Scalable Vector Graphics 1.1 (W3C, 2011), with
 // `vector-effect` of SVG Tiny 1.2 and SVG 2.
 #pragma once

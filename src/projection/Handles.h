@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // PROJ's objects, released with their owners.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the program finds in this module.
 #include <proj_experimental.h>
 

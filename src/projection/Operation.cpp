@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "projection/Operation.h"
 
 #include <algorithm>

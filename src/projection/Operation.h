@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The way from one system to another: for each place the best operation.
 #pragma once
 

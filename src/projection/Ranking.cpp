@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "projection/Ranking.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which operation leads from one system to another at some place.
 #pragma once
 

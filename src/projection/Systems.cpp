@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "projection/Systems.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Coordinate systems by their definitions.
 #pragma once
 

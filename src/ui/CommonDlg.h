@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The standard file-open and file-save dialogs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A label that shows as much of its text as there is room for.
 #pragma once
 

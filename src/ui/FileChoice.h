@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rules about chosen files: filter lists, lists of several files, and the format that a file's extension tells.
 #pragma once
 

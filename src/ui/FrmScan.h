@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is seen while a file is looked through for its layers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main window: which file is converted into which.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Controls are found by their names.
 #pragma once
 

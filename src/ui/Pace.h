@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // When it is time again for something that a busy loop is to do now and then.
 #pragma once
 

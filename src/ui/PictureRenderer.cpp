@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/PictureRenderer.h"
 
 #include <QFont>

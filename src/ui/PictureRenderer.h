@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Draws a picture into an image a little at a time.
 #pragma once
 

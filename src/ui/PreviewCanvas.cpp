@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/PreviewCanvas.h"
 
 #include <QKeyEvent>

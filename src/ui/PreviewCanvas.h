@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The place where a preview is drawn: fit, zoom and pan.
 #pragma once
 

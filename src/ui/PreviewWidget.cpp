@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/PreviewWidget.h"
 
 #include <QCheckBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The preview of the input: the drawing, its layers, and what there is to know of it.
 #pragma once
 

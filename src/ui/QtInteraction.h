@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window as the person whom a run asks.
 #pragma once
 

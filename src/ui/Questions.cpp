@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/Questions.h"
 
 #include <QInputDialog>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The questions that a format pair raises, each asked in a window of its own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/TextListModel.h"
 #include "ui/UiText.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list of texts that any number of views and drop-down lists share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text between the system's encoding and the screen.
 #pragma once
 

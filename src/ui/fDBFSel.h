@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The questions about an attribute table's fields: first that of the layer, with a look at its values, then that of the
 // text. Behind a disclosure, what labels look like.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The question where the townships, ranges and sections of a T/R Digitizer file come from.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is seen while an attribute table is loaded.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The question which kind of element a shapefile is to hold.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The matching of layer names to entity types.
 #pragma once
 

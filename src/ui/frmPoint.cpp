@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "ui/frmPoint.h"
 
 #include <QLabel>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The question what becomes of the points of a drawing whose output cannot hold them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How far a run has got, and what came of it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What both faces share: the account of a run, the files that a run replaces.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the program remembers for a person, in files that earlier versions wrote and read too.
 #include "app/SettingsFiles.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Checks from the includes that arrows point downwards only: each room includes what the table below allows, and a format's
 folder leans on another only where the second table says so."""
 import pathlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What a person sees at a terminal: the progress bar, which leaves nothing behind, and colours; and that neither gets into pipes.
 
     check_terminal.py PROGRAM EXAMPLES

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Golden tests of the command line. README.md beside this file tells how a case is written.
 
     run_cases.py --program PATH [--examples FOLDER] [--locale NAME] [--only TEXT] [--accept] FILE.case...

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Areas made of lines, with the module that finds them.
 #include "core/run/AreaBuilding.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which elements touch a window.
 #include "core/run/ClipWindow.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/ConversionRun.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/FormatTable.h"
 
 #include <gtest/gtest.h>

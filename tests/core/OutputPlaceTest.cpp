@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/OutputPlace.h"
 
 #include <gtest/gtest.h>

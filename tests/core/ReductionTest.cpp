@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What becomes of elements that hold more than their writer does.
 #include "core/run/Reduction.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of warnings and the page that documents it.
 #include "core/run/Warnings.h"
 

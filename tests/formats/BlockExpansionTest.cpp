@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What blocks draw; where their elements lie is compared with another program in tests/interop.
 #include "formats/dxf/BlockExpansion.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lookup files of another package: where they are found, what their records hold, and what an entity code stands for.
 #include "formats/cdf/CDFMap.h"
 

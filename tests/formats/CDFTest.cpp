@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Geographix CDF reader and writer, alone and against each other.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every reader and every writer owes its caller, whatever its format: the order of calls, and files that cannot be
 // opened or made.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawings of release 2007: what comes back, and what else readers of that release go by.
 #include "formats/dxf/DXF2007OutFilter.h"
 

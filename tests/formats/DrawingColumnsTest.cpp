@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawings that come back from tables.
 #include <gtest/gtest.h>
 

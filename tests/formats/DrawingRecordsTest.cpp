@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Attributes in drawings: extended data, and attributes of inserted blocks. That tables come back whole, tests/interop
 // shows.
 #include "formats/dxf/DXFOutFilter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lists of entity types and of their colours that come with the program.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole conversions while the system fails: whatever call it is, inputs stay as they are, the output is the old one or
 // the new one, and a run that says that it is done has made the output that it makes otherwise.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // GeoJSON and GeoPackages: geometries, properties, and what a file says of them.
 #include <gtest/gtest.h>
 #include <sqlite3.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hatches and lines of text; what they look like is compared with another program in tests/interop.
 #include "formats/dxf/HatchEntities.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Images, shapes and solids; what they look like is compared with another program in tests/interop.
 #include "formats/dxf/ImageEntities.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What fields of attribute tables make of labels and colours.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Landmark writer, and the overlay reader that shares its family's state.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Layer names and entity types: what the matching dialog and the command line share.
 #include "formats/cdf/LayerMatching.h"
 

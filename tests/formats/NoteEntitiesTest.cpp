@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Leaders, multilines and tolerances; what they look like is compared with another program in tests/interop.
 #include "support/Drawings.h"
 

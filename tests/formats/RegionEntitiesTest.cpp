@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Regions by the records of their data, as two versions of the format write them.
 #include "formats/dxf/RegionEntities.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The T/R Digitizer writer: its lines, and above all which row of which table a chain gets.
 #include "formats/grid/TRDigOut.h"
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Texts and layers of many alphabets, in drawings and tables of every encoding that holds them, converted to every format in the
 standard dialect: what programs read there must be the same letters, and what the output cannot hold must be told.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """The examples of batches by GNU parallel, Slurm's job arrays and Snakemake write the very files that `tesselink batch` writes.
 
     batch_engines.py --tesselink PROGRAM --data FOLDER --examples FOLDER

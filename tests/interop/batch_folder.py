@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """A folder of many drawings by `tesselink batch`: damaged ones are named and the rest is written; killed and cancelled on the way
 and resumed, the same comes of it, byte for byte; memory and open files do not follow the number of files.
 

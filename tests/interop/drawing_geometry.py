@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Comparing the geometry of drawings, as arrays of vertices."""
 import cmath
 import math

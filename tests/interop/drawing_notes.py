@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Comparing what stands beside a drawing's lines: leaders, their texts and blocks, tolerances; and lines that run in parallel."""
 import math
 

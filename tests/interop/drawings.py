@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Compares what `tesselink cat` delivers of DXF drawings with what ezdxf finds in them: every entity of model space, in the
 drawing's order, must arrive with its kind, layer and geometry. Curves must lie within the stated chord error of ezdxf's own
 flattening, which is taken ten times as fine. First generated drawings, then those of a folder.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Drawings of every entity that arrives, with each form it may have."""
 import math
 import random

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Converts every drawing to GeoJSON and to a GeoPackage in the standard dialect. What GDAL finds there of a shapefile is what
 it finds in the shapefile itself, with the attributes that pyshp finds; what it finds of a drawing is what the program read.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Converts every drawing to every format in the standard dialect and compares what programs read there with what the drawing
 holds: ezdxf and GDAL in drawings, pyshp and GDAL in shapefiles, readers of the layouts in the rest, Tesselink in all. What a
 shapefile holds is also held against pyshp; what a drawing holds is for drawings.py.

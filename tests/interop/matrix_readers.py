@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What programs read in a file, as elements that can be compared: `tesselink cat`, ezdxf, GDAL, pyshp, and readers of the
 text layouts for which no other program is at hand."""
 import dataclasses

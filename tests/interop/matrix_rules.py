@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What of a drawing each format holds in the standard dialect, as rules: one for each loss, with the words that the table in
 docs/dialects.md has for it. A rule takes elements and gives those that should be found in the file; it counts as a loss where it
 changes one. A loss without words is none for a reader of that table: another way to write the same."""

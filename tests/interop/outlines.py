@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Entities that are bounded or marked rather than drawn: SOLID, TRACE, SHAPE, IMAGE and WIPEOUT. Drawings of them, lying, turned,
 mirrored, tilted and in blocks, and how they are to be found."""
 import random

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Transforms points between ten pairs of systems and compares them with cs2cs; with a grid that this writes, and where grids are
 missing with what projinfo ranks first; then curves and texts with what their own vertices say.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Converts every shapefile to a shapefile in the standard dialect and compares the copy with it by pyshp: type, parts, vertices,
 z, m, Null shapes and rows. Then by way of a drawing, which holds single chains without m.
 

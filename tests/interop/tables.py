@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Attribute tables as other programs of their time wrote them (dBase III, Clipper, FoxPro, Visual FoxPro; memos, nulls, binary types),
 listed in the standard dialect: every value must be what python3-dbf finds.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Compares manual pages and completions with what the program says of itself, and has the shells complete.
 
     check_manual.py PROGRAM SHARE EXAMPLES

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Runs what people will try first: the commands in the code blocks of README.md and the other pages, and the examples of every
 --help, in their order, in a folder that holds the examples as a checkout does.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Checks what desktops are told: the desktop entry, the AppStream metadata and the icons are whole and agree with each other
 and with the program."""
 import configparser

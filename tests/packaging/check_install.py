@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Installs a build into a folder, runs the program from there, and builds and runs the library's example against it.
 
     check_install.py BUILD ROOT

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "picture/Picture.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls to the system that fail, are cut short, or are the last that a program makes; and what is left on the disk.
 #pragma once
 

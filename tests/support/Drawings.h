@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawings as groups, and what the reader delivers of them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Records of the lookup files that belong to another package, byte by byte.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings that end with the test.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Shapefiles and dBase tables made byte by byte from their published layouts, well-formed or broken on purpose.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tests share: a folder of their own, a person who answers from a script, settings in memory, and a rig that
 // reads or writes with one filter.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A person in front of the screen: answers the modal windows that come up while a test's own call blocks.
 #pragma once
 

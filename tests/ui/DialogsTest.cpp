@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The questions of a run as dialogs: what can be chosen, what is refused, what comes back.
 #include <QApplication>
 #include <QComboBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The matching of layers by hand: what each way of choosing and of closing hands back, and that every row is in reach.
 #include <QAbstractItemView>
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main window: its controls, what the browse buttons do, typed and dropped files, and a conversion from end to end.
 #include "ui/MainWindow.h"
 

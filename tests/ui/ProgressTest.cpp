@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A run in the window: progress, cancelling at any moment, failures, and a window that is whole again afterwards.
 #include "ui/frmProgress.h"
 

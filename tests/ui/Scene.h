@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Formats without files: a reader that delivers as long as a test wants, and a writer that fails when it wants.
 #pragma once
 

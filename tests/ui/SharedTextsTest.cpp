@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the toolkit and the rest of the program must understand alike: names of files, and settings that earlier
 // versions kept by the toolkit's own class.
 #include <gtest/gtest.h>

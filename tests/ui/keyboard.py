@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """A person's work at the window in an X server of its own, by keys alone: a conversion through every dialog that it asks with.
 What it leaves is compared with what the command line writes when it is given the same answers.
 

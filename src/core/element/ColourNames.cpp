@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/element/ColourNames.h"
 
 #include <algorithm>

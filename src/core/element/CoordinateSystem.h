@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The coordinate system of a drawing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The line through two points, as the orientation test of a polygon uses it.
 #pragma once
 

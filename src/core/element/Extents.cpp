@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/element/Extents.h"
 
 #include <algorithm>

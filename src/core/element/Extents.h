@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Six running bounds over the vertices of a drawing, and over its arcs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text justification: one byte, the vertical placement in its high four bits (0 or 16 bottom, 32 centre, 48 top), the
 // horizontal one in its low four bits (0 left, 1 centre, 2 right).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a drawing says of its layers besides how they look.
 #pragma once
 

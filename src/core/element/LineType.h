@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The line types that a drawing defines.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/element/Rings.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rings of areas, and which of them lie within others.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Splines as chains of vertices; see VertexChains.h for what holds of all chains.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arithmetic with vertices, for what draws curves.
 #pragma once
 

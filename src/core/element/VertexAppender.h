@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The vertices of a chain that is being read, and what becomes of a first coordinate of 0.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Curves as chains of vertices: circles and arcs, bulges and ellipses. Splines are in SplineChains.h.
 //
 // The first and the last vertex of a chain lie on the curve's ends; a closed curve ends on its first vertex. Each

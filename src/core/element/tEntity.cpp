@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/element/tEntity.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one record that travels from a reader through the run to a writer.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/ChildProcess.h"
 
 #include <algorithm>

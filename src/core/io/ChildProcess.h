@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program that this one has started, and what it says.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/CodePage.h"
 
 #include <iconv.h>

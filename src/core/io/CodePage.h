@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Code pages by the many names that tables, drawings and people have for them, those of two bytes a letter included.
 #pragma once
 

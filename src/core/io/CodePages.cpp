@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/CodePages.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The code pages of one byte a letter, which drawings and tables name.
 #pragma once
 

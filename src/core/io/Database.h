@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A database in a file, as the module "database" makes it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one error type, and the cancelled operation that is not an error.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files as the filters use them: positional binary reads, lines, buffered text output, temporary files. Every failure
 // is an Error that names the file and the system's reason.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one date that outputs bear, for those who make them anew and compare.
 #pragma once
 

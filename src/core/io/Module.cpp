@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/Module.h"
 
 #ifndef _WIN32

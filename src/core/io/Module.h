@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Parts of the program that lie in files of their own, with the libraries that they stand on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/NameNumbers.h"
 
 namespace tesselink {

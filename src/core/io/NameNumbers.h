@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names as numbers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers to text and back, the same on every workstation whatever its locale.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the files of an output move over their targets together. Used by OutputPlace alone.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a run writes, so that its target is the old output or the new one, whole, whatever happens meanwhile.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/Paths.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths as people write them: folders are split at "/" and at "\", and joined with the platform's separator.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/io/Processes.h"
 
 #include <fcntl.h>

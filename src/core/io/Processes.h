@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The calls to the system by which one program starts others, listens to them and learns of their end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every call to the system that can fail, made in one place, so that tests can let the n-th one fail. A call that fails
 // leaves the reason in errno. A call that a signal interrupts is made again; a read or write that the system cuts
 // short is continued.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How calls to the system are made: asked of the hook of tests first, and again where a signal interrupts them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Small text operations on single bytes, the same whatever the locale.
 #pragma once
 

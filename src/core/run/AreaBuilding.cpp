@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/AreaBuilding.h"
 
 #include <algorithm>

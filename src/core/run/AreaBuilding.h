@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Areas made of the lines of a drawing.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/AttributeTable.h"
 
 #include "core/io/Text.h"

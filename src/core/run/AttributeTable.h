@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An attribute table as the questions about its fields see it.
 #pragma once
 

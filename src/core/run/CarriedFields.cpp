@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/CarriedFields.h"
 
 #include <algorithm>

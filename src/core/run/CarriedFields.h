@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The attributes of an input on their way into an output.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window that a run takes elements from.
 #pragma once
 

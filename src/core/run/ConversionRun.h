@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The conversion run: validate, pump every element from a reader to a writer, finish. Window and command line drive
 // this very loop through Interaction.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the run asks of the module that knows coordinate systems; src/projection implements it.
 #pragma once
 

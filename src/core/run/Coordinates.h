@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The coordinate systems of a run: what its inputs are in, and how their elements come into that of the output.
 #pragma once
 

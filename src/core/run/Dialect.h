@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which conventions files follow where the system's own and the published layouts differ.
 #pragma once
 

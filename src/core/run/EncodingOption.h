@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The option --encoding, which several readers have.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which fields of an attribute table carry layer and text: the state and the rules behind the field dialog.
 #pragma once
 

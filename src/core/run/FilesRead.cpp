@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/FilesRead.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one list of what a run reads.
 #pragma once
 

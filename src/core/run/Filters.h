@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The contracts of readers and writers. The run knows no format: it reaches every reader and writer by these members
 // only.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The drop-down rows: which text stands for which reader or writer, and what an unknown text falls back to.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a run or a filter may ask or tell a person. The console, the window and the tests' script each answer in their
 // way.
 #pragma once

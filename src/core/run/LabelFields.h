@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the fields of an attribute table make of labels: their text, height and angle.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/LabelText.h"
 
 #include "core/io/Errors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the labels of shapes say: the values of a field, or a template of several.
 #pragma once
 

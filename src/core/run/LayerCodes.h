@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The layer-to-code lookup that the readers share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which layers a run takes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text files that carry bare line feeds: noticed before they are read and, with the person's consent, repaired.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What finds the areas that lines bound. The module "linework" implements it; see core/io/Module.h.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A lookup file that belongs to another installed package: finding it, and reading its fixed-length records.
 #pragma once
 

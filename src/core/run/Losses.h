@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a writer had to give up, counted in one place.
 #pragma once
 

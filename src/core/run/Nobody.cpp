@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/Nobody.h"
 
 #include "core/io/Errors.h"

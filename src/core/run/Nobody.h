@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The person who is not there.
 #pragma once
 

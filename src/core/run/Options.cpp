@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/Options.h"
 
 #include "core/io/Numbers.h"

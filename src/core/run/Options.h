@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Options that formats bring along: what a face offers, and what a person gave.
 #pragma once
 

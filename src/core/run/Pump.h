@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one loop over the elements of a file.
 #pragma once
 

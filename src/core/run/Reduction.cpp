@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/Reduction.h"
 
 #include "core/run/Losses.h"

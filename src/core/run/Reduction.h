@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one place where elements become what a writer can hold.
 #pragma once
 

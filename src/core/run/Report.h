@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a run counts and warns of. Warnings are values: the console, the window's summary and the tests read one list.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A look through a file before its first element.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The per-user settings store, addressed by application, section and key.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/SingleByteText.h"
 
 #include <algorithm>

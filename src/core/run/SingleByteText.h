@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts for the lines of a file that has one byte a letter.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a person said of coordinate systems.
 #pragma once
 

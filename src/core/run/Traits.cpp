@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "core/run/Traits.h"
 
 #include "core/element/ColourNames.h"

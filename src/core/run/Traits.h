@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an element has besides its vertices, and a format may have no place for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one table of what a run may warn of.
 #pragma once
 

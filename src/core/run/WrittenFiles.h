@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files that a conversion writes, for the faces that ask before they are replaced.
 #pragma once
 

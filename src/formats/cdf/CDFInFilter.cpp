@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/cdf/CDFInFilter.h"
 
 #include <algorithm>

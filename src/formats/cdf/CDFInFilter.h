@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Geographix CDF reader: card-style lines in fixed columns, told apart by their first character.
 #pragma once
 

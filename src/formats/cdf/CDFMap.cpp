@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/cdf/CDFMap.h"
 
 #include "core/io/CodePages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of Geographix entity types, "$CDF.MAP": a code and a description each. Read, never written.
 #pragma once
 

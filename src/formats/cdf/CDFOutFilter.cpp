@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/cdf/CDFOutFilter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Geographix CDF writer: card-style lines in fixed columns, and a second file ".pts" for points.
 #pragma once
 

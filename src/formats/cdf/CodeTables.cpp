@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/cdf/CodeTables.h"
 
 #include <memory>

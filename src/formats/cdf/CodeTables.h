@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an entity code stands for: its layer, by the list of entity types, and its colours, by the list of colours.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/cdf/LayerMatching.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Layer-name matching: which Geographix entity type each layer of a drawing becomes. The state and the rules behind the
 // matching dialog; the command line matches by the same class.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The points that lie beside a CDF drawing.
 #pragma once
 

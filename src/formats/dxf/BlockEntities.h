@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entities that stand for a block: INSERT, and what carries a block that draws it; and ATTDEF, a text of blocks.
 #pragma once
 

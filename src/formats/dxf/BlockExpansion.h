@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What inserts of blocks draw.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entities that are curves: CIRCLE, ARC, ELLIPSE and SPLINE.
 #pragma once
 

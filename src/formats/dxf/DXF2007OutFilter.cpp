@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/DXF2007OutFilter.h"
 
 #include <algorithm>

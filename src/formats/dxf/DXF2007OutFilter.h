@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The writer of drawings of release 2007 (AC1021): UTF-8, every object with a handle.
 #pragma once
 

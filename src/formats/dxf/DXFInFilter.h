@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The DXF reader: the entities of drawings of any release, text or binary.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The DXF writer: drawings of release "AC1009" as text, group code and value on alternate lines.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Dimension styles, as far as what is drawn by itself needs them: leaders and tolerances.
 #pragma once
 

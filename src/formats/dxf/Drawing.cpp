@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/Drawing.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a drawing says of itself before its entities: header variables, the layer table and blocks.
 #pragma once
 

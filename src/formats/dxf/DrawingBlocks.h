@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the blocks of a drawing lie, and how much they draw.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/DrawingColours.h"
 
 #include "core/io/Errors.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The colours that the numbers of a drawing stand for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts and names for drawings that are written, the inverse of DrawingText.
 #pragma once
 

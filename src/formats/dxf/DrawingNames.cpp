@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/DrawingNames.h"
 
 #include "core/io/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names in a table of a drawing that is being written.
 #pragma once
 

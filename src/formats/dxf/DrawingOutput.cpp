@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/DrawingOutput.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What drawings of every release have in common while they are written.
 #pragma once
 

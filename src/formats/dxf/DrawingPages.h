@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The code pages of drawings before AC1021.
 #pragma once
 

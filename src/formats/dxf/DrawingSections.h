@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every drawing of release 2007 consists of, whatever it shows.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The attributes that the entities of a drawing carry, as a table.
 #pragma once
 

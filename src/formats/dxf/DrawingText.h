@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of a drawing as UTF-8: its code page, and the codes for letters and typography within texts.
 #pragma once
 

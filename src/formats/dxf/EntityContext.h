@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the functions that read entities work with and share.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/EntityGathering.h"
 
 namespace tesselink {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gathering the groups of an entity.
 #pragma once
 

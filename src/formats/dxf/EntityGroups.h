@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The groups of one entity, gathered by code whatever their order.
 #pragma once
 

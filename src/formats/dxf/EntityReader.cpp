@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/EntityReader.h"
 
 #include "core/run/Report.h"

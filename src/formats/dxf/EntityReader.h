@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drawing entities to elements, by the table of entity types.
 #pragma once
 

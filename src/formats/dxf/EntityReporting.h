@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Telling of entities that are not delivered, or not as they are.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Storing what was made of an entity in an element. The functions that may refuse say so with a warning, and by false.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/EntityTypes.h"
 
 #include <algorithm>

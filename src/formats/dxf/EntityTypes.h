@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The table of the entity types that are read.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/ExtendedData.h"
 
 #include "core/io/Text.h"

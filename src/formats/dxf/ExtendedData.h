@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What this program says of entities in extended data, as drawings have it for applications.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A drawing as its stream of groups: a code that tells what a value means, and the value. Text drawings have the two on
 // alternate lines; binary drawings, which begin with "AutoCAD Binary DXF", have them as numbers and as ended texts.
 #pragma once

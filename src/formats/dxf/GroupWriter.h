@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Group codes and values of a drawing, on alternate lines.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hatches: the areas that their boundaries surround.
 #pragma once
 

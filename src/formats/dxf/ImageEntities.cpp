@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/ImageEntities.h"
 
 #include "core/element/VertexAlgebra.h"

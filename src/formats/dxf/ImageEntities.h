@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Images by what bounds them: IMAGE and WIPEOUT.
 #pragma once
 

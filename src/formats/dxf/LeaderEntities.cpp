@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/LeaderEntities.h"
 
 #include "core/element/VertexAlgebra.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // LEADER: a line from a note to what it is about.
 #pragma once
 

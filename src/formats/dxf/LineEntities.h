@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entities with straight edges between points of their own: LINE, 3DLINE, 3DFACE, SOLID and TRACE.
 #pragma once
 

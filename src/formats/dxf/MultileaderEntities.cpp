@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/MultileaderEntities.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MULTILEADER: a note of a text or a block, with lines to what it is about.
 #pragma once
 

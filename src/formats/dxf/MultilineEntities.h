@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MLINE: parallel lines.
 #pragma once
 

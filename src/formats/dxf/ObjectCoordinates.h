@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Object coordinates: the plane that an extrusion direction puts a flat entity in.
 #pragma once
 

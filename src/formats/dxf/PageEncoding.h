@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files of groups that are put into a code page while they are copied.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a block comes to lie: the coordinates of its definition as those of what it is inserted in.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entities that are points: POINT and SHAPE.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entities with a list of vertices: LWPOLYLINE, and POLYLINE, which may be a mesh or a polyface as well.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/dxf/RecordGathering.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entities that stand for one record of an attribute table, as one element again.
 #pragma once
 

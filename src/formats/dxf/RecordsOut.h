@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Attributes on their way into a drawing: extended data of its entities, and of layer 0.
 #pragma once
 

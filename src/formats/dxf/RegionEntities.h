@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Regions: areas whose boundary is ACIS data.
 #pragma once
 

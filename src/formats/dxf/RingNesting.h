@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which rings of an area are holes.
 #pragma once
 

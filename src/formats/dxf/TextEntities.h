@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entities that are texts: TEXT, ATTRIB, ATTDEF and MTEXT.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lines of a text, delivered one by one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // TOLERANCE: the frame of a geometric tolerance, as a text.
 #pragma once
 

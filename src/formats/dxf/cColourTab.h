@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // DXF colour numbers to 24-bit colours, by the table file "ACADTBL.TBL" in the program's folder: three bytes a colour
 // number, the record of number n at byte 3 n + 3.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/geojson/GeoJSONOutFilter.h"
 
 #include <array>

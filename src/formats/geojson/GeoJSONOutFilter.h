@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The GeoJSON writer (RFC 7946), and its two layouts of a feature at a time.
 #pragma once
 

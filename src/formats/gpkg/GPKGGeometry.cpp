@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/gpkg/GPKGGeometry.h"
 
 #include <bit>

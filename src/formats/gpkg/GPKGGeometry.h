@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Geometries as GeoPackages store them: a header with the box, and the well-known binary form of ISO 13249-3.
 #pragma once
 

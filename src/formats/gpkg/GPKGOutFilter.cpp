@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/gpkg/GPKGOutFilter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The GeoPackage writer.
 #pragma once
 

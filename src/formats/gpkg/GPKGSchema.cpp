@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/gpkg/GPKGSchema.h"
 
 #include "core/io/Files.h"

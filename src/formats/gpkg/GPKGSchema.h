@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands that make the tables of a GeoPackage, as version 1.3 of its standard has them.
 #pragma once
 

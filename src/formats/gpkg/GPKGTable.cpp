@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/gpkg/GPKGTable.h"
 
 #include "core/io/FixedTime.h"

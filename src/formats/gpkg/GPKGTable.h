@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One table of features of a GeoPackage.
 #pragma once
 

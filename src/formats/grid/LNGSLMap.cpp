@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/grid/LNGSLMap.h"
 
 #include "core/io/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list of entity colours, "$LNGSL.DAT": a description with the colour numbers of lines and texts. Read, never
 // written.
 #pragma once

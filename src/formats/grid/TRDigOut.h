@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The T/R Digitizer writer: chains of vertices under the township, range and section that a dBase table gives them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/grid/cUTM.h"
 
 #include <algorithm>

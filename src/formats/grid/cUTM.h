@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Transverse Mercator, both ways: geographic degrees and metres of a UTM zone.
 #pragma once
 

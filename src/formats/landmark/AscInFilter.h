@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Landmark ASCII reader: records of comma-separated lines whose last field names a colour, the element's layer.
 #pragma once
 

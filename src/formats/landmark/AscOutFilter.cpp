@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/landmark/AscOutFilter.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The Landmark ASCII writer: a header line, "LINE" records with their "XY" lines, and "TEXT" records.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/landmark/LayerColours.h"
 
 #include <algorithm>

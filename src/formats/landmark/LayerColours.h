@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The twenty colour names that a Landmark drawing's layer scan recognises.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The WinPICS map overlay reader. It scans the binary file for layers; the overlay's drawing elements are not decoded.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as shapefiles and dBase tables store them, from bytes of any alignment.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Random access to a dBase attribute table. It is not an input format of its own: the shapefile reader and the field
 // questions use it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values of a dBase table that do not stand in its rows as text: binary ones, those of varying length, memos.
 #include <algorithm>
 #include <charconv>

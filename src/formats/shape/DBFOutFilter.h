@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dBase table writer: a table beside each shapefile.
 #pragma once
 

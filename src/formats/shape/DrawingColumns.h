@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The columns in which a table says what the elements of a drawing have. The shapefile writer declares them, and the
 // reader knows a drawing by them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shapefile reader: .shp by way of its .shx, with layer and label text from its .dbf.
 #pragma once
 

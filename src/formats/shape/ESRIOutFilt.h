@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shapefile writer: .shp, .shx and .dbf, of one shape type, and what other programs look for beside them.
 #pragma once
 

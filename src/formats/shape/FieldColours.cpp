@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/shape/FieldColours.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colours that stand in a field of an attribute table.
 #pragma once
 

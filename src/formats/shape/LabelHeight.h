@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The height of labels that nobody has given one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The records of a shapefile by their own headers, for one whose index is missing or does not fit.
 #pragma once
 

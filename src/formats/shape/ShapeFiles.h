@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writing .shp and .shx.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What reading and writing shapefiles share of the layout, that of the ESRI Shapefile Technical Description of July
 // 1998.
 #pragma once

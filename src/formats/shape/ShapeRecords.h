@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The records of a shapefile: .shp by way of its .shx, or by their own headers.
 #pragma once
 

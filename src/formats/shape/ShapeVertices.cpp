@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Vertices of a shapefile's records: from the file into an element.
 #include <algorithm>
 #include <cmath>

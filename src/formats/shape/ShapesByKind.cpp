@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/shape/ShapesByKind.h"
 
 #include <algorithm>

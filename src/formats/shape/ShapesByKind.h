@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The writer of one shapefile for each kind of element that a drawing has.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "formats/shape/TableEncoding.h"
 
 #include <algorithm>

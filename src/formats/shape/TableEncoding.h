@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The encoding of a dBase table's texts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values of tables that do not stand there as text.
 #pragma once
 

@@ -35,9 +35,9 @@ void Refuse(const std::vector<std::string>& lines, const std::string& advice) {
 void TellAlikeOutputs(const BatchCommand& command, const BatchPlan& plan) {
   if (command.conversion.reading.quiet) return;
   const std::vector<std::string> alike = plan.AlikeOutputs();
-  for (std::size_t i = 0; i < alike.size() && i < kScreenful; ++i) PrintError("warning: " + alike[i]);
+  for (std::size_t i = 0; i < alike.size() && i < kScreenful; ++i) PrintWarning(alike[i]);
   if (alike.size() > kScreenful) {
-    PrintError("warning: and " + std::to_string(alike.size() - kScreenful) + " more pairs of such names");
+    PrintWarning("and " + std::to_string(alike.size() - kScreenful) + " more pairs of such names");
   }
 }
 

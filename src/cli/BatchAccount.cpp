@@ -102,12 +102,10 @@ void BatchAccount::PrintDetails(const std::string& report) const {
   const std::size_t shown = std::min(losses.size(), kMostLosses);
   for (std::size_t i = 0; i < shown; ++i) {
     const auto& [kind, loss] = losses[i];
-    PrintError("warning: in " + SoManyFiles(loss.files) + ", " + kind + (loss.files > 1 ? "; first " : ": ") +
-               loss.text);
+    PrintWarning("in " + SoManyFiles(loss.files) + ", " + kind + (loss.files > 1 ? "; first " : ": ") + loss.text);
   }
   if (losses.size() > shown) {
-    PrintError("and " + Counted(static_cast<std::int64_t>(losses.size() - shown), "kind") + " of warnings more" +
-               seeReport);
+    PrintWarning("and " + Counted(static_cast<std::int64_t>(losses.size() - shown), "kind") + " more" + seeReport);
   }
 }
 

@@ -26,6 +26,8 @@ int RunCommand(const Command& command) {
         [](const auto& c) {
           if constexpr (requires { c.reading.quiet; }) {
             if (c.reading.quiet) SilenceWarnings();
+          } else if constexpr (requires { c.conversion.reading.quiet; }) {
+            if (c.conversion.reading.quiet) SilenceWarnings();
           }
           return Run(c);
         },

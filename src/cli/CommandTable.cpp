@@ -332,7 +332,8 @@ CLI::App* AddBatch(CLI::App& app, const Asked& asked, BatchCommand& command) {
   CLI::App* batch = app.add_subcommand("batch", "Convert many drawings, whole folders too, several at a time");
   if (!asked.Command("batch")) return batch;
   AddBatchOptions(*batch, command, SizeInBytes());
-  CommandOptions options(*batch, asked.Wholly());
+  const Asked whole = asked.Wholly();
+  CommandOptions options(*batch, whole);
   AddConversion(options, command.conversion);
   batch->get_option("--to")->required();
   return batch;

@@ -235,7 +235,7 @@ class MainWindowTest : public QObject {
     desk.Type("Infile", desk.Copy("quarter-section.asc"));
     auto& formats = desk.Get<QComboBox>("OutFormat");
     const int listed = formats.count();
-    desk.person.Do("Browsing...", [&desk](QWidget& window) {
+    desk.person.Do("Browsing...", [](QWidget& window) {
       const QStringList filters = dynamic_cast<QFileDialog&>(window).nameFilters();
       QVERIFY(filters.indexOf("GeoPackage (*.gpkg)") > filters.indexOf("All Files (*)"));
       Choose({"plat.gpkg"})(window);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFolder.h"
 
+#include <bit>
 #include <cstdlib>
 #include <filesystem>
 #ifdef _WIN32
@@ -23,7 +24,7 @@ fs::path ProgramPath() {
   std::error_code error;
   if (fs::path path = fs::read_symlink("/proc/self/exe", error); !error) return path;
   // Where nobody has mounted /proc, as in a bare chroot, the system still tells what it has started.
-  const auto* const started = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  const auto* const started = std::bit_cast<const char*>(getauxval(AT_EXECFN));
   return started == nullptr ? fs::path() : fs::canonical(started, error);
 #endif
 }

@@ -37,8 +37,8 @@ class NameNumbers {
 
   static std::size_t PlaceOf(std::string_view name) {
     if (name.empty()) return 0;
-    const auto letter = [name](std::size_t i) { return static_cast<unsigned char>(name[i]); };
-    return (name.size() + letter(0) * 3U + letter(name.size() / 2) * 7U + letter(name.size() - 1) * 13U) % kRecent;
+    const auto letter = [name](std::size_t i) { return std::size_t{static_cast<unsigned char>(name[i])}; };
+    return (name.size() + letter(0) * 3 + letter(name.size() / 2) * 7 + letter(name.size() - 1) * 13) % kRecent;
   }
   std::size_t Find(std::string_view name);
 

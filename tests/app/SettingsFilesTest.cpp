@@ -71,7 +71,7 @@ TEST(SettingsFiles, OfManyWritersAtOnceLoseNothing) {
     });
   }
   for (std::thread& writer : writers) writer.join();
-  EXPECT_EQ(SettingsFiles(folder.Path("new/folder")).All("T", "S").size(), std::size_t{kWriters * kEach});
+  EXPECT_EQ(SettingsFiles(folder.Path("new/folder")).All("T", "S").size(), std::size_t{kWriters} * std::size_t{kEach});
 }
 
 TEST(SettingsFiles, AreLeftAloneWhereTheyCannotBeRead) {

@@ -175,6 +175,7 @@ Command ParseWithSettings(const Words& arguments) try {
   Command command = ParseArguments(arguments);
   if (ReadingOf(command) == nullptr) return command;
   const auto* const convert = std::get_if<ConvertCommand>(&command);
+  if (convert != nullptr && convert->batch != 0) return command;  // given what the batch has found set
   const bool shows = convert != nullptr && convert->showSettings;
   const std::vector<Setting> settings = ReadSettings();
   if (settings.empty() && !shows) return command;

@@ -31,8 +31,7 @@ void Widen(std::span<const double> values, double& least, double& greatest) {
 }  // namespace
 
 // Where z is given for fewer vertices, that of the others is 0.
-void Extents::Add(const tEntity& entity, tEntity::Index begin, tEntity::Index end) {
-  if (begin >= end) return;
+void Extents::AddRun(const tEntity& entity, tEntity::Index begin, tEntity::Index end) {
   const auto first = static_cast<std::size_t>(begin), count = static_cast<std::size_t>(end - begin);
   Widen(entity.AllX().subspan(first, count), minX, maxX);
   Widen(entity.AllY().subspan(first, count), minY, maxY);

@@ -23,19 +23,30 @@ struct Extents {
 
   /// Widens the bounds by every vertex of an element, and by the arcs between them.
   void Add(const tEntity& entity) {
-    if (const tEntity::Index last = entity.PointCount(); last == 0) {
-      Add(entity.x(0), entity.Y(0), entity.Height(0));
-    } else {
-      Add(entity, 0, last + 1);
-    }
+    Add(entity, 0, entity.PointCount() + 1);
     if (!entity.Bulges.empty()) AddArcs(entity);
   }
   /// Widens the bounds by the vertices from one to before another.
-  void Add(const tEntity& entity, tEntity::Index begin, tEntity::Index end);
+  void Add(const tEntity& entity, tEntity::Index begin, tEntity::Index end) {
+    if (end - begin == 1) {
+      Add(entity.x(begin), entity.Y(begin), entity.Height(begin));
+    } else if (end > begin) {
+      AddRun(entity, begin, end);
+    }
+  }
+  /// Widens the bounds by others.
+  void Add(const Extents& other) {
+    if (other.Empty()) return;
+    Add(other.minX, other.minY, other.minZ);
+    Add(other.maxX, other.maxY, other.maxZ);
+  }
   /// Widens the bounds by the arcs of an element with bulges.
   void AddArcs(const tEntity& entity);
 
   bool Empty() const { return minX > maxX; }
+
+ private:
+  void AddRun(const tEntity& entity, tEntity::Index begin, tEntity::Index end);
 };
 
 }  // namespace tesselink

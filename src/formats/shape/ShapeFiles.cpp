@@ -279,8 +279,7 @@ void ShapeFiles::AddShape(const tEntity& entity, std::span<const ShapePart> part
     });
   }
   content.Flush();
-  extents_.Add(shape.box.minX, shape.box.minY, shape.box.minZ);
-  extents_.Add(shape.box.maxX, shape.box.maxY, shape.box.maxZ);
+  extents_.Add(shape.box);
   ++shapes_;
   vertices_ += shape.vertices;
 }

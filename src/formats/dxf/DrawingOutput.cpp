@@ -223,16 +223,19 @@ void DrawingOutput::TellOfName(const DrawingNames::Entry& entry, const char* wha
 }
 
 void DrawingOutput::NoteExtents(const tEntity& entity, tEntity::Index last) {
-  Extents widened = extents_;  // in registers rather than in memory
-  for (tEntity::Index i = 0; i <= last; ++i) {
+  Extents box;
+  box.Add(entity, 0, last + 1);
+  // Most drawings lie far from the origin, so that no vertex needs to be looked at by itself.
+  mayMiss_ = conventions_.originIsMissing && box.minX <= 0 && box.maxX >= 0 && box.minY <= 0 && box.maxY >= 0;
+  if (!mayMiss_) extents_.Add(box);
+  for (tEntity::Index i = 0; mayMiss_ && i <= last; ++i) {
     if (IsMissing(entity, i)) {
       Lost(WarningKind::OriginVertices);
       NoteMissed("vertices at the origin");
     } else {
-      widened.Add(entity.x(i), entity.Y(i), entity.Height(i));
+      extents_.Add(entity.x(i), entity.Y(i), entity.Height(i));
     }
   }
-  extents_ = widened;
   if (!entity.Bulges.empty()) extents_.AddArcs(entity);
 }
 

@@ -81,7 +81,7 @@ class DrawingOutput : public OutputFilter {
   WriteResult WriteForm(tEntity& entity);
 
   bool IsMissing(const tEntity& entity, tEntity::Index i) const {
-    return conventions_.originIsMissing && entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
+    return mayMiss_ && entity.x(i) == 0 && entity.Y(i) == 0 && entity.Z(i) == 0;
   }
   /// The last vertex that is written of a closed chain within the element: the one that closes it goes without saying.
   static tEntity::Index LastStored(const tEntity& entity, tEntity::Index first, tEntity::Index last);
@@ -126,6 +126,7 @@ class DrawingOutput : public OutputFilter {
   DrawingNames::Entry* layer_ = nullptr;   // of the element at hand
   const std::string* lineType_ = nullptr;  // likewise, as the drawing holds it
   std::int32_t trueColour_ = kNoColour;    // likewise, where no number has it
+  bool mayMiss_ = false;                   // a vertex of it may be one that is left out
   Extents extents_;
   std::string encoded_;
 

@@ -3,6 +3,7 @@
 
 #include "core/element/ColourNames.h"
 #include "core/element/Justification.h"
+#include "core/io/NameNumbers.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
 #include "core/run/LayerCodes.h"
@@ -24,6 +25,24 @@ TEST(TextTest, PatternsAreMatched) {
                                             {"well[1]", "well[1]", true},
                                             {"aaaaaaaaaaaaaaaaaaaaaaaaaaaab", "*a*a*a*a*a*a*a*a*c", false}}) {
     EXPECT_EQ(MatchesPattern(text, pattern), fits) << text << " " << pattern;
+  }
+}
+
+TEST(TextTest, OnlyTheBlanksAtTheEndGo) {
+  for (std::size_t letters = 0; letters < 20; ++letters) {
+    for (std::size_t blanks = 0; blanks < 20; ++blanks) {
+      const std::string kept = letters < 2 ? std::string(letters, '!') : " " + std::string(letters - 2, '!') + '\xA0';
+      EXPECT_EQ(WithoutBlanksBehind(kept + std::string(blanks, ' ')), kept) << letters << " " << blanks;
+    }
+  }
+}
+
+TEST(NameNumbers, StayWhateverNamesComeBetween) {
+  NameNumbers numbers;
+  std::vector<std::string> names{"", "A", "AB", "ABC"};
+  for (int i = 0; i < 5000; ++i) names.push_back("LAYER " + std::to_string(i) + " WELLS");  // most share places
+  for (int round = 0; round < 2; ++round) {
+    for (std::size_t i = 0; i < names.size(); ++i) EXPECT_EQ(numbers.Of(names[i]), i) << names[i];
   }
 }
 

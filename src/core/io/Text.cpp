@@ -2,6 +2,8 @@
 #include "core/io/Text.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace tesselink {
 namespace {
@@ -54,8 +56,16 @@ bool MatchesPattern(std::string_view text, std::string_view pattern) {
 
 // Values of tables have many blanks behind them, so those go eight at a time.
 std::string_view WithoutBlanksBehind(std::string_view text) {
-  constexpr std::string_view kBlanks = "        ";
-  while (text.ends_with(kBlanks)) text.remove_suffix(kBlanks.size());
+  constexpr std::uint64_t kBlanks = 0x2020202020202020;
+  while (text.size() >= sizeof kBlanks) {
+    std::uint64_t end = 0;
+    std::memcpy(&end, text.data() + text.size() - sizeof end, sizeof end);
+    const std::uint64_t others = end ^ kBlanks;
+    constexpr bool kLastIsHigh = std::endian::native == std::endian::little;
+    const int bits = kLastIsHigh ? std::countl_zero(others) : std::countr_zero(others);
+    text.remove_suffix(static_cast<std::size_t>(bits) / 8);
+    if (others != 0) return text;
+  }
   while (text.ends_with(' ')) text.remove_suffix(1);
   return text;
 }

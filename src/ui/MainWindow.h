@@ -12,16 +12,13 @@
 #include "core/run/FormatTable.h"
 #include "core/run/Settings.h"
 
-class QComboBox;
-class QGroupBox;
-class QLabel;
-class QLineEdit;
 class QPushButton;
 class QSplitter;
 
 namespace tesselink {
 
-class CommonDlg;
+class InputPanel;
+class OutputPanel;
 class QtInteraction;
 
 class MainWindow final : public QWidget {
@@ -50,28 +47,11 @@ class MainWindow final : public QWidget {
   class Busy;
 
   QWidget* BuildControls();
-  QGroupBox* BuildInputFrame();
-  QGroupBox* BuildOutputFrame();
   QWidget* BuildTitle();
   QWidget* BuildButtons();
   void Connect();
 
-  bool SeveralFiles() const;
-  Dialect ChosenDialect() const;
-  QStringList FieldsToChooseFrom() const;
   std::vector<std::string> FilesOf(const ConversionRequest& request) const;
-  void InFormatClick();
-  void ShowFieldNames();
-  void BrowseInClick();
-  void BrowseOutClick();
-  void ForFilesClick();
-  void ChooseShapefiles();
-  void InfileEdited();
-  void TakeOne(const QString& path);
-  void TakeSeveral(const QStringList& paths);
-  void TakeOutput(const QString& path);
-  void TellInput();
-
   ConversionRequest Request() const;
   bool MayReplaceOutput(ConversionRequest& request);
   void Apply();
@@ -87,17 +67,11 @@ class MainWindow final : public QWidget {
   Settings& settings_;
   FilterOptions options_;
   std::unique_ptr<QtInteraction> interaction_;
-  CommonDlg* dialog_;
   QSplitter* splitter_;
   QWidget* controls_;
-  QComboBox *inFormat_, *outFormat_, *dialect_;
-  QLineEdit *infile_, *outFile_;
-  QPushButton *browseIn_, *forFiles_, *browseOut_, *apply_, *cancel_;
-  QLabel *selected_, *fields_;
-  std::vector<std::string> chosenFiles_;  // the folder, then the names
-  QString confirmedOutput_;               // to be replaced, as the person has said in the save dialog
-  QStringList toldPaths_;
-  QString toldFormat_;
+  InputPanel* input_;
+  OutputPanel* output_;
+  QPushButton *apply_, *cancel_;
   bool running_ = false;
 };
 

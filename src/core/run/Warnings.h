@@ -322,7 +322,7 @@ inline constexpr auto kWarnings = std::to_array<WarningEntry>({
      "Texts of a drawing that only repeat what their record says are no records of their own."},
     {WarningKind::OutsideTables, "outside tables", Gravity::Gone,
      "Elements of a drawing without attributes have empty rows, while others have theirs.",
-     "elements without attributes have empty rows, and lose layer and colour; --attributes drop writes those instead"},
+     "elements without attributes have empty rows, and lose layer and colour"},
     {WarningKind::CoordinateSystems, "coordinate systems", Gravity::Gone,
      "The inputs name different coordinate systems, so none was written."},
     {WarningKind::CoordinateSystem, "coordinate system", Gravity::Remark,

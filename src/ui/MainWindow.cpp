@@ -194,10 +194,11 @@ void MainWindow::Apply() {
   ConversionRequest request = Request();
   if (!MayReplaceOutput(request)) return;
   interaction_->FilesOfRun(FilesOf(request));
+  interaction_->InputsOfRun(request.inputs);
   const Busy busy(*this);
   const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
-  interaction_->ShowSummary(summary, request.OutFile);
+  interaction_->ShowSummary(summary);
 }
 
 void MainWindow::SetRunning(bool running) {

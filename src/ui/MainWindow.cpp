@@ -15,6 +15,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "app/ProgramFolder.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -25,6 +26,7 @@
 #include "ui/Named.h"
 #include "ui/OutputPanel.h"
 #include "ui/QtInteraction.h"
+#include "ui/QueueWindow.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
@@ -106,10 +108,12 @@ QWidget* MainWindow::BuildTitle() {
 
 QWidget* MainWindow::BuildButtons() {
   auto* bar = Named(new QWidget, "Buttons");
+  many_ = Named(new QPushButton(tr("Ma&ny Files...")), "cmdMany");
   apply_ = Named(new QPushButton(tr("&Apply")), "cmdApply");
   cancel_ = Named(new QPushButton(tr("&Cancel")), "cmdCancel");
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(many_);
   row->addStretch();
   row->addWidget(apply_);
   row->addWidget(cancel_);
@@ -123,8 +127,10 @@ void MainWindow::Connect() {
   connect(input_, &InputPanel::applied, apply_, &QPushButton::click);
   connect(output_, &OutputPanel::applied, apply_, &QPushButton::click);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
+  connect(input_, &InputPanel::manyChosen, this, &MainWindow::ShowQueue);
+  connect(many_, &QPushButton::clicked, this, [this] { ShowQueue({}); });
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
-  for (QPushButton* button : {apply_, cancel_}) button->setAutoDefault(true);
+  for (QPushButton* button : {many_, apply_, cancel_}) button->setAutoDefault(true);
 }
 
 void MainWindow::SetPreview(QWidget* preview) {
@@ -146,6 +152,17 @@ QString MainWindow::InputPath() const { return input_->Path(); }
 
 void MainWindow::TakeFiles(const QStringList& paths) {
   if (!running_ && !paths.isEmpty()) input_->TakeFiles(paths);
+}
+
+void MainWindow::ShowQueue(const QStringList& paths) {
+  if (queue_ == nullptr) {
+    queue_ = new QueueWindow(formats_, CommandProgram(), this);
+    connect(queue_, &QueueWindow::oneOutputWanted, input_, &InputPanel::TakeSeveral);
+    queue_->Preset(output_->Format(), output_->ChosenDialect());
+  }
+  queue_->Add(paths);
+  queue_->show();
+  queue_->activateWindow();
 }
 
 ConversionRequest MainWindow::Request() const {
@@ -220,6 +237,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     interaction_->AskCancel();
     return;
   }
+  if (queue_ != nullptr && !queue_->MayClose()) return event->ignore();
   interaction_->CloseProgress();
   KeepLook();
 }

@@ -20,6 +20,7 @@ namespace tesselink {
 class InputPanel;
 class OutputPanel;
 class QtInteraction;
+class QueueWindow;
 
 class MainWindow final : public QWidget {
   Q_OBJECT
@@ -30,7 +31,8 @@ class MainWindow final : public QWidget {
 
   /// Puts a view of the input beside the controls; the window owns it from then on.
   void SetPreview(QWidget* preview);
-  /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles.
+  /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles where that
+  /// is chosen, else each for itself.
   void TakeFiles(const QStringList& paths);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
@@ -56,6 +58,7 @@ class MainWindow final : public QWidget {
   bool MayReplaceOutput(ConversionRequest& request);
   void Apply();
   void SetRunning(bool running);
+  void ShowQueue(const QStringList& paths);
 
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -71,7 +74,8 @@ class MainWindow final : public QWidget {
   QWidget* controls_;
   InputPanel* input_;
   OutputPanel* output_;
-  QPushButton *apply_, *cancel_;
+  QueueWindow* queue_ = nullptr;  // made when it is first wanted
+  QPushButton *many_, *apply_, *cancel_;
   bool running_ = false;
 };
 

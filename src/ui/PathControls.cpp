@@ -26,9 +26,10 @@ QLineEdit* PathBox(const char* name, const QString& meaning) {
   return box;
 }
 
-QPushButton* BrowseButton(const char* name, const QString& caption, const QString& meaning) {
+QPushButton* BrowseButton(const char* name, const QString& caption, const QString& meaning, const QString& keys) {
   auto* button = Named(new QPushButton(caption), name);
   button->setAccessibleName(meaning);
+  if (!keys.isEmpty()) button->setToolTip(meaning + " (" + keys + ")");
   button->setAutoDefault(true);
   return button;
 }

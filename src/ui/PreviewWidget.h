@@ -24,6 +24,7 @@ class QListWidgetItem;
 namespace tesselink {
 
 class PreviewCanvas;
+struct InputFacts;
 
 /// Reads in slices while the window has nothing else to do.
 class PreviewWidget final : public QWidget {
@@ -37,6 +38,10 @@ class PreviewWidget final : public QWidget {
   const PreviewCanvas& Canvas() const { return *canvas_; }
   /// Whether everything has been read and is on the screen.
   bool IsDone() const;
+
+ signals:
+  /// What is known of the input by now.
+  void factsChanged(const tesselink::InputFacts& facts);
 
  public slots:
   /// Shows a file, or those of a run over several, of a format, given by its drop-down text, a moment later: a path
@@ -56,6 +61,7 @@ class PreviewWidget final : public QWidget {
   void ShowState();
   void ShowLayers();
   void ShowStatus();
+  void TellFacts(const QString& note);
   void LayerChanged();
   void AllLayersClicked();
 

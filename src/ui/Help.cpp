@@ -79,7 +79,7 @@ AboutBox::AboutBox(QWidget* parent) : QDialog(parent) {
   layout->addWidget(text);
   layout->addWidget(licence, 1);
   layout->addWidget(CloseButton(*this));
-  resize(fontMetrics().averageCharWidth() * 72, fontMetrics().lineSpacing() * 22);
+  resize(fontMetrics().averageCharWidth() * 96, fontMetrics().lineSpacing() * 24);
 }
 
 }  // namespace tesselink

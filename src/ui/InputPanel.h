@@ -33,6 +33,8 @@ class InputPanel final : public QGroupBox {
   void TakeFiles(const QStringList& paths);
   /// The dialect by which attribute tables are read.
   void SetDialect(Dialect dialect) { dialect_ = dialect; }
+  /// Whether nothing is known that keeps the input from being read.
+  bool IsReadable() const { return !Path().isEmpty() && problem_.text.isEmpty(); }
   /// What reading the input has shown so far.
   void SetFacts(const InputFacts& facts);
   /// Looks anew at what the paths name, for files come and go.

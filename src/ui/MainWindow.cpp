@@ -168,7 +168,7 @@ void MainWindow::Connect() {
   AddKey(QKeySequence(Qt::CTRL | Qt::Key_R), [this] { input_->ShowRecent(); });
   AddKey(QKeySequence(Qt::Key_F1), [this] { ShowHelp(); });
   connect(input_, &InputPanel::inputChanged, this, &MainWindow::inputChanged);
-  connect(input_, &InputPanel::inputChanged, this, [this] { output_->SetInput(InputPath()); });
+  connect(input_, &InputPanel::inputChanged, this, [this] { output_->SetInput(InputPath(), input_->IsReadable()); });
   connect(output_, &OutputPanel::dialectChanged, this, [this](Dialect dialect) {
     input_->SetDialect(dialect);
     output_->SetOptions(Request().options);

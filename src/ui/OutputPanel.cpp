@@ -85,8 +85,9 @@ void OutputPanel::Choose(const QString& entry) {
   outFormat_->setCurrentText(entry);
 }
 
-void OutputPanel::SetInput(const QString& path) {
+void OutputPanel::SetInput(const QString& path, bool isReadable) {
   input_ = path;
+  readable_ = isReadable;
   Propose();
   LookAgain();
 }
@@ -101,7 +102,7 @@ void OutputPanel::Propose() {
   const std::string input = PathOf(input_);
   const QString kept = memory_.Get(kFolder);
   const QString other = kept.isEmpty() ? QDir::homePath() : kept;
-  proposed_ = FileExists(input) ? ProposedOutput(input, PathOf(other), Row(), options_) : QString();
+  proposed_ = readable_ ? ProposedOutput(input, PathOf(other), Row(), options_) : QString();
   typedExtension_ = false;
   outFile_->setText(proposed_);
 }

@@ -23,8 +23,8 @@ class OutputPanel final : public QGroupBox {
   /// The format table, the dialog and the memory must outlive the frame.
   OutputPanel(const FormatTable& formats, CommonDlg& dialog, WindowMemory& memory, QWidget* parent = nullptr);
 
-  /// The input beside which an output is looked for, and proposed while the person has named none.
-  void SetInput(const QString& path);
+  /// The input beside which an output is looked for and, if it can be read, proposed while the person has named none.
+  void SetInput(const QString& path, bool isReadable);
   /// The options of the next run, by which its files are known.
   void SetOptions(const FilterOptions& options);
   /// Looks anew at what the path names, for files come and go.
@@ -71,6 +71,7 @@ class OutputPanel final : public QGroupBox {
   QString input_, confirmed_;
   QString proposed_;  // what the box holds as long as the person has named nothing
   QString keptName_;  // with the format, where the person wants a name that looks like another one's
+  bool readable_ = false;  // the input
   bool typedExtension_ = false;
 };
 

@@ -21,6 +21,10 @@ QLineEdit* PathBox(const char* name, const QString& meaning) {
   auto* box = Named(new QLineEdit, name);
   box->setAccessibleName(meaning);
   box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 40);
+  // What does not fit into the box.
+  QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& path) {
+    box->setToolTip(path.isEmpty() ? path : "<qt>" + path.toHtmlEscaped() + "</qt>");
+  });
   // Files dropped here are for the window to take.
   box->setAcceptDrops(false);
   return box;

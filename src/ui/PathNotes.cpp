@@ -25,7 +25,11 @@ QString Number(std::int64_t count) {
   return locale.toString(static_cast<qlonglong>(count));
 }
 
-QString Joined(const QStringList& parts) { return parts.join(QStringLiteral("  \u00b7  ")); }
+// Lines break between the parts, not within.
+QString Joined(QStringList parts) {
+  for (QString& part : parts) part.replace(' ', QChar::Nbsp);
+  return parts.join(QStringLiteral("\u00a0\u00b7 "));
+}
 
 QString NameOf(const std::string& path) { return Shown(FileNameOf(path)); }
 
@@ -139,7 +143,7 @@ Note PathNotes::ProblemOfInputs(const QStringList& paths, const InputFormat& for
   const QString fitting = paths.isEmpty() ? QString() : FormatByContent(PathOf(paths[0]), format, formats);
   if (fitting.isEmpty()) return {};
   const QString name = Shown(formats.Input(fitting.toStdString()).Name());
-  return {tr("By its content this is: %1. The input format says otherwise.").arg(name), true, tr("Read it so")};
+  return {tr("By its content this is another format: %1.").arg(name), true, tr("Change format")};
 }
 
 QString PathNotes::Counted(const InputFormat& format, const InputFacts& facts) {

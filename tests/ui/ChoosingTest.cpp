@@ -16,7 +16,10 @@ namespace tesselink {
 class ChoosingTest : public QObject {
   Q_OBJECT
 
-  static QString InNote(const Desk& desk) { return desk.Get<NoteLine>("noteIn").Shown().text; }
+  // With plain blanks.
+  static QString InNote(const Desk& desk) {
+    return QString(desk.Get<NoteLine>("noteIn").Shown().text).replace(QChar::Nbsp, ' ');
+  }
   static QString OutNote(const Desk& desk) { return desk.Get<NoteLine>("noteOut").Shown().text; }
 
  private slots:
@@ -152,8 +155,10 @@ class ChoosingTest : public QObject {
     QCOMPARE(desk.OutFile(), desk.Path("quarter-section-converted.shp"));
     formats.setCurrentText(kLandmark);
     QCOMPARE(desk.OutFile(), desk.Path("quarter-section-converted.asc"));
-    desk.Type("Infile", desk.Path("gone.asc"));
-    QCOMPARE(desk.OutFile(), QString());
+    for (const QString& unreadable : {desk.Path("gone.asc"), desk.Put("plat.zip", "PK\x03\x04")}) {
+      desk.Type("Infile", unreadable);
+      QCOMPARE(desk.OutFile(), QString());
+    }
 
     desk.Type("OutFile", desk.Path("mine"));
     desk.Type("Infile", desk.Path("quarter-section.asc"));

@@ -48,6 +48,8 @@ class PreviewReading {
   bool Ended() const { return ended_; }
   /// The percentage read of the file at hand.
   double Progress() const;
+  /// Why no more of it can be read; empty where nothing hinders.
+  const std::string& Problem() const { return grave_; }
   /// What there is to know of the drawing beside the picture, the gravest first: an error, an endless file, messages
   /// and warnings.
   std::vector<std::string> Notes() const;

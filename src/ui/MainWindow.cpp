@@ -3,88 +3,46 @@
 
 #include <QByteArray>
 #include <QCloseEvent>
-#include <QComboBox>
-#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFrame>
-#include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShortcut>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
-#include <algorithm>
-#include <new>
-#include <system_error>
 
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
 #include "formats/cdf/CodeTables.h"
 #include "ui/CommonDlg.h"
+#include "ui/DropHint.h"
 #include "ui/FileChoice.h"
+#include "ui/Help.h"
+#include "ui/InputPanel.h"
 #include "ui/Named.h"
+#include "ui/OutputPanel.h"
 #include "ui/QtInteraction.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
 namespace {
 
-constexpr const char* kApplication = "Window";
-constexpr const char* kSection = "MainWindow";
-
-QComboBox* FormatBox(const char* name, const QString& meaning) {
-  auto* box = Named(new QComboBox, name);
-  box->setAccessibleName(meaning);
-  return box;
-}
-
-QLineEdit* PathBox(const char* name, const QString& meaning) {
-  auto* box = Named(new QLineEdit, name);
-  box->setAccessibleName(meaning);
-  box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 40);
-  // Files dropped here are for the window to take.
-  box->setAcceptDrops(false);
-  return box;
-}
-
-QPushButton* BrowseButton(const char* name, const QString& meaning) {
-  auto* button = Named(new QPushButton("Browse..."), name);
-  button->setAccessibleName(meaning);
-  return button;
-}
-
-QLabel* LabelFor(QWidget* control, const char* name, const QString& text) {
-  auto* label = Named(new QLabel(text), name);
-  label->setBuddy(control);
-  return label;
-}
-
-// Both frames' columns begin at the same places.
-void Align(QGridLayout& grid) {
-  const QFontMetrics metrics = grid.parentWidget()->fontMetrics();
-  grid.setColumnMinimumWidth(0, metrics.horizontalAdvance("Output Format:  "));
-  grid.setColumnStretch(1, 1);
-}
-
-QStringList Entries(const QComboBox& box) {
-  QStringList entries;
-  for (int i = 0; i < box.count(); ++i) entries.append(box.itemText(i));
-  return entries;
-}
-
-// The system's number of an error. What a file holds that cannot be used is an invalid argument.
-int NumberOf(const std::exception& error) {
-  if (const auto* ofSystem = dynamic_cast<const std::system_error*>(&error)) return ofSystem->code().value();
-  const bool memory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
-  return static_cast<int>(memory ? std::errc::not_enough_memory : std::errc::invalid_argument);
-}
+constexpr const char* kGeometry = "Geometry";
+constexpr const char* kSplitter = "Splitter";
+constexpr const char* kDialect = "Dialect";
+constexpr int kAroundWindow = 48;  // pixels that the frame of a window may take
+constexpr const char* kClassic = "Classic";
+constexpr const char* kStandard = "Standard";
 
 }  // namespace
 
@@ -105,24 +63,25 @@ class MainWindow::Busy {
 };
 
 MainWindow::MainWindow(const FormatTable& formats, Settings& settings, const FilterOptions& options)
-    : formats_(formats), settings_(settings), options_(options), interaction_(std::make_unique<QtInteraction>(*this)) {
+    : formats_(formats),
+      settings_(settings),
+      memory_(settings),
+      options_(options),
+      interaction_(std::make_unique<QtInteraction>(*this)) {
   setObjectName("MainWindow");
-  setWindowTitle("Tesselink File Conversion");
+  setWindowTitle(tr("Tesselink File Conversion"));
   setAcceptDrops(true);
-  dialog_ = Named(new CommonDlg(this), "Dialog");
   controls_ = BuildControls();
   splitter_ = Named(new QSplitter, "Splitter");
   splitter_->setChildrenCollapsible(false);
   splitter_->addWidget(controls_);
+  dropHint_ = new DropHint(this);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(splitter_);
-  inFormat_->addItems(DropDownEntries(formats_.Inputs()));
-  outFormat_->addItems(DropDownEntries(formats_.Outputs()));
   Connect();
-  InFormatClick();
   RestoreLook();
-  infile_->setFocus();
+  input_->setFocus();
 }
 
 MainWindow::~MainWindow() = default;
@@ -134,16 +93,35 @@ QWidget* MainWindow::BuildControls() {
   auto* layout = new QVBoxLayout(controls);
   layout->addWidget(BuildTitle());
   layout->addWidget(line);
-  layout->addWidget(BuildInputFrame());
-  layout->addWidget(BuildOutputFrame());
-  layout->addStretch();
+  layout->addWidget(BuildFrames(), 1);
   layout->addWidget(BuildButtons());
   return controls;
 }
 
+// Both frames, which scroll where a screen is too low for them.
+QWidget* MainWindow::BuildFrames() {
+  auto* dialog = Named(new CommonDlg(this), "Dialog");
+  auto* frames = new QWidget;
+  input_ = new InputPanel(formats_, *dialog, memory_);
+  output_ = new OutputPanel(formats_, *dialog, memory_);
+  auto* layout = new QVBoxLayout(frames);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(input_);
+  layout->addWidget(output_);
+  layout->addStretch();
+  auto* scroll = Named(new QScrollArea, "Scroll");
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(frames);
+  scroll->setMinimumWidth(frames->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  return scroll;
+}
+
 QWidget* MainWindow::BuildTitle() {
   auto* bar = Named(new QWidget, "Title");
-  auto* title = Named(new QLabel("Tesselink File Converter"), "lblTitle");
+  auto* title = Named(new QLabel(tr("Tesselink File Converter")), "lblTitle");
   QFont font = title->font();
   font.setPointSizeF(font.pointSizeF() * 1.5);
   font.setBold(true);
@@ -156,272 +134,109 @@ QWidget* MainWindow::BuildTitle() {
   return bar;
 }
 
-QGroupBox* MainWindow::BuildInputFrame() {
-  auto* frame = Named(new QGroupBox("Input Parameters"), "fIO");
-  inFormat_ = FormatBox("InFormat", "Input Format");
-  infile_ = PathBox("Infile", "Input File");
-  browseIn_ = BrowseButton("BrowseIn", "Browse for the input file");
-  forFiles_ = BrowseButton("forFiles", "Browse for several shapefiles");
-  selected_ = Named(new QLabel, "lblSelected");
-  fields_ = Named(new QLabel, "lblFields");
-  fields_->setWordWrap(true);
-  fields_->setTextFormat(Qt::PlainText);
-  auto* grid = new QGridLayout(frame);
-  grid->addWidget(LabelFor(inFormat_, "lblInFormat", "&Input Format:"), 0, 0);
-  grid->addWidget(inFormat_, 0, 1, 1, 2);
-  grid->addWidget(LabelFor(infile_, "lblInfile", "Input &File"), 1, 0);
-  grid->addWidget(infile_, 1, 1);
-  grid->addWidget(selected_, 1, 1);
-  grid->addWidget(browseIn_, 1, 2);
-  grid->addWidget(forFiles_, 1, 2);
-  grid->addWidget(fields_, 2, 1, 1, 2);
-  Align(*grid);
-  return frame;
-}
-
-QGroupBox* MainWindow::BuildOutputFrame() {
-  auto* frame = Named(new QGroupBox("Output Parameters"), "format");
-  outFormat_ = FormatBox("OutFormat", "Output Format");
-  outFile_ = PathBox("OutFile", "Output File");
-  browseOut_ = BrowseButton("BrowseOut", "Browse for the output file");
-  auto* grid = new QGridLayout(frame);
-  grid->addWidget(LabelFor(outFormat_, "lblOutFormat", "&Output Format:"), 0, 0);
-  grid->addWidget(outFormat_, 0, 1, 1, 2);
-  grid->addWidget(LabelFor(outFile_, "lblOutFile", "O&utput File"), 1, 0);
-  grid->addWidget(outFile_, 1, 1);
-  grid->addWidget(browseOut_, 1, 2);
-  dialect_ = FormatBox("cboDialect", "Dialect");
-  dialect_->addItems({"Classic", "Standard"});
-  dialect_->setToolTip(
-      "Classic: the conventions that existing files rest on.\nStandard: files as other programs read and write them.");
-  grid->addWidget(LabelFor(dialect_, "lblDialect", "&Dialect:"), 2, 0);
-  grid->addWidget(dialect_, 2, 1, 1, 2);
-  Align(*grid);
-  return frame;
-}
-
 QWidget* MainWindow::BuildButtons() {
   auto* bar = Named(new QWidget, "Buttons");
-  apply_ = Named(new QPushButton("&Apply"), "cmdApply");
-  cancel_ = Named(new QPushButton("&Cancel"), "cmdCancel");
+  apply_ = Named(new QPushButton(tr("&Apply")), "cmdApply");
+  cancel_ = Named(new QPushButton(tr("&Cancel")), "cmdCancel");
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(BuildHelp());
   row->addStretch();
   row->addWidget(apply_);
   row->addWidget(cancel_);
   return bar;
 }
 
-void MainWindow::Connect() {
-  connect(inFormat_, &QComboBox::currentIndexChanged, this, &MainWindow::InFormatClick);
-  connect(browseIn_, &QPushButton::clicked, this, &MainWindow::BrowseInClick);
-  connect(forFiles_, &QPushButton::clicked, this, &MainWindow::ForFilesClick);
-  connect(browseOut_, &QPushButton::clicked, this, &MainWindow::BrowseOutClick);
-  connect(infile_, &QLineEdit::textEdited, this, &MainWindow::InfileEdited);
-  connect(infile_, &QLineEdit::textChanged, this, &MainWindow::TellInput);
-  connect(outFile_, &QLineEdit::textEdited, this, [this](const QString& path) {
-    FollowExtension(*outFormat_, path, EntryByExtension(formats_.Outputs(), path));
+QPushButton* MainWindow::BuildHelp() {
+  auto* button = Named(new QPushButton(tr("&Help")), "cmdHelp");
+  auto* menu = Named(new QMenu(button), "helpMenu");
+  connect(menu->addAction(tr("&Using this window") + "\tF1"), &QAction::triggered, this, &MainWindow::ShowHelp);
+  connect(menu->addAction(tr("&About Tesselink")), &QAction::triggered, this, [this] { AboutBox(this).exec(); });
+  button->setMenu(menu);
+  return button;
+}
+
+// A key of the whole window, which rests with the other controls during a run.
+void MainWindow::AddKey(const QKeySequence& key, const std::function<void()>& does) {
+  connect(new QShortcut(key, this), &QShortcut::activated, this, [this, does] {
+    if (!running_) does();
   });
+}
+
+void MainWindow::Connect() {
+  AddKey(QKeySequence(Qt::CTRL | Qt::Key_O), [this] { input_->Browse(); });
+  AddKey(QKeySequence(Qt::CTRL | Qt::Key_R), [this] { input_->ShowRecent(); });
+  AddKey(QKeySequence(Qt::Key_F1), [this] { ShowHelp(); });
+  connect(input_, &InputPanel::inputChanged, this, &MainWindow::inputChanged);
+  connect(input_, &InputPanel::inputChanged, this, [this] { output_->SetInput(InputPath(), input_->IsReadable()); });
+  connect(output_, &OutputPanel::dialectChanged, this, [this](Dialect dialect) {
+    input_->SetDialect(dialect);
+    output_->SetOptions(Request().options);
+  });
+  connect(input_, &InputPanel::applied, apply_, &QPushButton::click);
+  connect(output_, &OutputPanel::applied, apply_, &QPushButton::click);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
-  for (QLineEdit* box : {infile_, outFile_}) connect(box, &QLineEdit::returnPressed, apply_, &QPushButton::click);
-  for (QPushButton* button : {browseIn_, forFiles_, browseOut_, apply_, cancel_}) button->setAutoDefault(true);
+  for (QPushButton* button : {apply_, cancel_}) button->setAutoDefault(true);
 }
 
 void MainWindow::SetPreview(QWidget* preview) {
   splitter_->addWidget(preview);
   splitter_->setStretchFactor(0, 0);
   splitter_->setStretchFactor(1, 1);
-  const std::string kept = settings_.Get(kApplication, kSection, "Splitter", "");
-  splitter_->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(kept)));
-  if (!kept.empty()) return;
-  // Room for a drawing, the first time.
+  const QString kept = memory_.Get(kSplitter);
+  splitter_->restoreState(QByteArray::fromBase64(kept.toLatin1()));
+  if (!kept.isEmpty()) return;
+  // Room for a drawing, the first time, as far as the screen has it.
   const int unit = fontMetrics().averageCharWidth();
-  resize(size().expandedTo(QSize(160 * unit, 80 * unit)));
+  const QSize room = screen()->availableSize() - QSize(kAroundWindow, kAroundWindow);
+  resize(size().expandedTo(QSize(160 * unit, 80 * unit)).boundedTo(room));
   splitter_->setSizes({controls_->sizeHint().width(), width()});
 }
 
-Dialect MainWindow::ChosenDialect() const {
-  return dialect_->currentIndex() == 0 ? Dialect::Classic : Dialect::Standard;
-}
+QStringList MainWindow::InputPaths() const { return input_->Paths(); }
 
-bool MainWindow::SeveralFiles() const { return formats_.Input(inFormat_->currentText().toStdString()).severalFiles; }
-
-QStringList MainWindow::InputPaths() const {
-  if (!SeveralFiles() || chosenFiles_.size() < 2)
-    return InputPath().isEmpty() ? QStringList() : QStringList{InputPath()};
-  QStringList paths;
-  for (std::size_t i = 1; i < chosenFiles_.size(); ++i) paths.append(Shown(JoinPath(chosenFiles_[0], chosenFiles_[i])));
-  return paths;
-}
-
-QString MainWindow::InputPath() const {
-  if (SeveralFiles() && chosenFiles_.size() > 1) return Shown(JoinPath(chosenFiles_[0], chosenFiles_[1]));
-  return infile_->text();
-}
-
-void MainWindow::InFormatClick() {
-  const bool several = SeveralFiles();
-  if (several && FileExists(PathOf(infile_->text()))) chosenFiles_ = ChosenFiles({infile_->text()});
-  infile_->setVisible(!several);
-  browseIn_->setVisible(!several);
-  forFiles_->setVisible(several);
-  selected_->setVisible(several);
-  selected_->setText(QString::number(chosenFiles_.empty() ? 0 : chosenFiles_.size() - 1) + " files selected");
-  fields_->hide();
-  if (several) ShowFieldNames();
-  TellInput();
-}
-
-// The fields that there will be to choose from. Throws Error when the table cannot be read.
-QStringList MainWindow::FieldsToChooseFrom() const {
-  const std::string table = PartnerFile(PathOf(InputPath()), "DBF");
-  return table.empty() ? QStringList() : FieldNames(table, ChosenDialect());
-}
-
-void MainWindow::ShowFieldNames() {
-  try {
-    const QStringList names = FieldsToChooseFrom();
-    if (names.isEmpty()) return;
-    fields_->setText("Fields: " + names.join(", "));
-  } catch (const std::exception& error) {
-    fields_->setText(Shown(error.what()));
-  }
-  fields_->show();
-}
-
-void MainWindow::BrowseInClick() {
-  dialog_->DialogTitle = "Browsing...";
-  dialog_->Filter = FilterList(Entries(*inFormat_)) + "All Files (*.*)|*.*|";
-  dialog_->FilterIndex = inFormat_->currentIndex();
-  dialog_->Flags = CommonDlg::kFileMustExist;
-  dialog_->FileName.clear();
-  dialog_->InitDir(Shown(FolderOf(PathOf(infile_->text()))));
-  if (const QString path = dialog_->ShowOpen(); !path.isEmpty()) TakeOne(path);
-}
-
-void MainWindow::BrowseOutClick() {
-  const std::string input = PathOf(InputPath()), output = PathOf(outFile_->text());
-  dialog_->DialogTitle = "Browsing...";
-  const QStringList listed = Entries(*outFormat_);
-  dialog_->Filter = FilterList(listed) + "All Files (*.*)|*.*|" + FilterList(EntriesBeside(formats_.Outputs(), listed));
-  dialog_->FilterIndex = outFormat_->currentIndex();
-  dialog_->Flags = CommonDlg::kOverwritePrompt;
-  dialog_->FileName = Shown(FileNameOf(output.empty() ? StripExtension(input) : output));
-  dialog_->InitDir(Shown(FolderOf(output.empty() ? input : output)));
-  if (const QString path = dialog_->ShowSave(); !path.isEmpty()) TakeOutput(path);
-}
-
-void MainWindow::ForFilesClick() {
-  try {
-    ChooseShapefiles();
-  } catch (const std::exception& error) {
-    QMessageBox box(QMessageBox::Critical, "Error",
-                    "Error " + QString::number(NumberOf(error)) + ": " + Shown(error.what()), QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
-  }
-}
-
-void MainWindow::ChooseShapefiles() {
-  dialog_->DialogTitle = "Select Shape File Directory...";
-  dialog_->Filter = "ESRI Shapefiles (*.shp)|*.shp|All Files (*.*)...|*.*";
-  dialog_->FilterIndex = 0;
-  dialog_->Flags = CommonDlg::kAllowMultiSelect | CommonDlg::kFileMustExist;
-  dialog_->FileName.clear();
-  dialog_->InitDir(Shown(FolderOf(PathOf(InputPath()))));
-  const QString chosen = dialog_->ShowOpen();
-  if (chosen.isEmpty()) return;
-  const QStringList paths = SplitAtNuls(chosen);
-  if (paths.size() == 1) {
-    inFormat_->setCurrentText("ESRI Shapefile (*.shp)");
-    infile_->setText(paths[0]);
-  } else {
-    TakeSeveral(paths);
-    FieldsToChooseFrom();
-  }
-}
-
-void MainWindow::InfileEdited() {
-  const QString path = infile_->text();
-  FollowExtension(*inFormat_, path, EntryByExtension(formats_.Inputs(), path));
-}
-
-void MainWindow::TakeOne(const QString& path) {
-  const QString entry = EntryByExtension(formats_.Inputs(), path);
-  if (SeveralFiles()) {
-    inFormat_->setCurrentText(entry.isEmpty() ? Shown(formats_.Inputs()[0].entry) : entry);
-  } else {
-    FollowExtension(*inFormat_, path, entry);
-  }
-  infile_->setText(path);
-}
-
-void MainWindow::TakeSeveral(const QStringList& paths) {
-  const auto& rows = formats_.Inputs();
-  const auto several = std::find_if(rows.begin(), rows.end(), [](const InputFormat& row) { return row.severalFiles; });
-  if (several == rows.end()) return;
-  chosenFiles_ = ChosenFiles(paths);
-  infile_->setText(Shown(chosenFiles_[0]));
-  inFormat_->setCurrentText(Shown(several->entry));
-  InFormatClick();
-}
-
-void MainWindow::TakeOutput(const QString& path) {
-  FollowExtension(*outFormat_, path, EntryByExtension(formats_.Outputs(), path));
-  outFile_->setText(path);
-  confirmedOutput_ = path;
-}
+QString MainWindow::InputPath() const { return input_->Path(); }
 
 void MainWindow::TakeFiles(const QStringList& paths) {
-  if (running_ || paths.isEmpty()) return;
-  const QStringList inputs = InputsAmong(formats_.Inputs(), paths);
-  const auto isShapefile = [](const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; };
-  if (inputs.size() == 1) {
-    TakeOne(inputs[0]);
-  } else if (std::all_of(inputs.begin(), inputs.end(), isShapefile)) {
-    TakeSeveral(inputs);
-  } else {
-    QMessageBox::information(this, windowTitle(), "Several files are taken at once when all of them are shapefiles.");
-  }
+  if (!running_ && !paths.isEmpty()) input_->TakeFiles(paths);
 }
 
-void MainWindow::TellInput() {
-  if (toldPaths_ == InputPaths() && toldFormat_ == inFormat_->currentText()) return;
-  toldPaths_ = InputPaths();
-  toldFormat_ = inFormat_->currentText();
-  emit inputChanged(toldPaths_, toldFormat_);
-}
+void MainWindow::SetFacts(const InputFacts& facts) { input_->SetFacts(facts); }
 
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;
   for (const QString& path : InputPaths()) request.inputs.push_back(PathOf(path));
-  request.OutFile = PathOf(outFile_->text());
-  request.InFormat = inFormat_->currentText().toStdString();
-  request.OutFormat = outFormat_->currentText().toStdString();
+  request.OutFile = PathOf(output_->Path());
+  request.InFormat = input_->Format().toStdString();
+  request.OutFormat = output_->Format().toStdString();
   request.options = options_;
-  request.options.dialect = ChosenDialect();
+  request.options.dialect = output_->ChosenDialect();
   return request;
 }
 
-// Asks before files are replaced, unless the save dialog has. What the run refuses it refuses in its own words.
-bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
+// Whether the run will refuse it before anything is read, in its own words.
+bool MainWindow::IsRefused(const ConversionRequest& request) const {
   const std::string input = PathOf(InputPath());
   try {
-    if (!FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile)) return true;
+    return !FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile);
   } catch (const Error&) {  // a path that cannot be looked up
     return true;
   }
+}
+
+// Asks before files are replaced, unless the save dialog has.
+bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
   QStringList files;
   for (const std::string& file : ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options)) {
     request.overwrite = true;
-    if (Shown(file) != confirmedOutput_) files.append(Shown(file));
+    if (Shown(file) != output_->ConfirmedPath()) files.append(Shown(file));
   }
   if (files.isEmpty()) return true;
-  QMessageBox box(
-      QMessageBox::Warning, windowTitle(),
-      files.join('\n') + "\n\n" + (files.size() == 1 ? "exists already. Replace it?" : "exist already. Replace them?"),
-      QMessageBox::Yes | QMessageBox::No, this);
+  QMessageBox box(QMessageBox::Warning, windowTitle(),
+                  files.join('\n') + "\n\n" +
+                      (files.size() == 1 ? tr("exists already. Replace it?") : tr("exist already. Replace them?")),
+                  QMessageBox::Yes | QMessageBox::No, this);
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(QMessageBox::No);
   return box.exec() == QMessageBox::Yes;
@@ -436,13 +251,32 @@ std::vector<std::string> MainWindow::FilesOf(const ConversionRequest& request) c
 
 void MainWindow::Apply() {
   if (running_) return;
+  input_->CleanText();
   ConversionRequest request = Request();
-  if (!MayReplaceOutput(request)) return;
+  if (!IsRefused(request)) {
+    if (!output_->Settle()) return;
+    request = Request();
+    if (!MayReplaceOutput(request)) return;
+  }
+  Run(request);
+  if (closesAfterRun_) close();
+}
+
+void MainWindow::Run(const ConversionRequest& request) {
   interaction_->FilesOfRun(FilesOf(request));
   const Busy busy(*this);
+  closesAfterRun_ = false;
   const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
-  confirmedOutput_.clear();
+  output_->ForgetConfirmed();
+  if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
   interaction_->ShowSummary(summary, request.OutFile);
+}
+
+void MainWindow::ShowHelp() {
+  if (help_ == nullptr) help_ = new HelpWindow(this);
+  help_->show();
+  help_->raise();
+  help_->activateWindow();
 }
 
 void MainWindow::SetRunning(bool running) {
@@ -454,6 +288,8 @@ void MainWindow::SetRunning(bool running) {
     setCursor(Qt::WaitCursor);
   } else {
     unsetCursor();
+    input_->LookAgain();
+    output_->LookAgain();
   }
   emit runningChanged(running);
 }
@@ -462,32 +298,53 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   if (running_) {
     event->ignore();
     interaction_->AskCancel();
+    closesAfterRun_ = interaction_->CancelRequested();
     return;
   }
   interaction_->CloseProgress();
   KeepLook();
 }
 
-void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (!running_ && !LocalFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+// Other programs delete, move and make files meanwhile.
+void MainWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && !running_) {
+    input_->LookAgain();
+    output_->LookAgain();
+  }
+  QWidget::changeEvent(event);
 }
 
+// Whatever the other program proposes, its files stay where they are.
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (running_ || LocalFiles(*event->mimeData()).isEmpty()) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  dropHint_->SetActive(true);
+}
+
+void MainWindow::dragLeaveEvent(QDragLeaveEvent*) { dropHint_->SetActive(false); }
+
 void MainWindow::dropEvent(QDropEvent* event) {
-  event->acceptProposedAction();
+  dropHint_->SetActive(false);
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
   TakeFiles(LocalFiles(*event->mimeData()));
 }
 
 void MainWindow::KeepLook() {
-  settings_.Set(kApplication, kSection, "Geometry", saveGeometry().toBase64().toStdString());
-  settings_.Set(kApplication, kSection, "Splitter", splitter_->saveState().toBase64().toStdString());
-  settings_.Set(kApplication, kSection, "Dialect", dialect_->currentText().toStdString());
+  memory_.Set(kGeometry, saveGeometry().toBase64());
+  memory_.Set(kSplitter, splitter_->saveState().toBase64());
+  memory_.Set(kDialect, output_->ChosenDialect() == Dialect::Standard ? kStandard : kClassic);
+  input_->Remember();
+  output_->Remember();
 }
 
 void MainWindow::RestoreLook() {
-  restoreGeometry(
-      QByteArray::fromBase64(QByteArray::fromStdString(settings_.Get(kApplication, kSection, "Geometry", ""))));
-  const char* const preset = options_.dialect == Dialect::Standard ? "Standard" : "Classic";
-  dialect_->setCurrentText(Shown(settings_.Get(kApplication, kSection, "Dialect", preset)));
+  restoreGeometry(QByteArray::fromBase64(memory_.Get(kGeometry).toLatin1()));
+  const QString kept = memory_.Get(kDialect);
+  const bool standard = kept.isEmpty() ? options_.dialect == Dialect::Standard : kept == kStandard;
+  output_->SetDialect(standard ? Dialect::Standard : Dialect::Classic);
+  output_->SetOptions(Request().options);
 }
 
 }  // namespace tesselink

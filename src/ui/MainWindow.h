@@ -4,6 +4,7 @@
 
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,18 +12,19 @@
 #include "core/run/ConversionRun.h"
 #include "core/run/FormatTable.h"
 #include "core/run/Settings.h"
+#include "ui/WindowMemory.h"
 
-class QComboBox;
-class QGroupBox;
-class QLabel;
-class QLineEdit;
 class QPushButton;
 class QSplitter;
 
 namespace tesselink {
 
-class CommonDlg;
+class DropHint;
+class HelpWindow;
+class InputPanel;
+class OutputPanel;
 class QtInteraction;
+struct InputFacts;
 
 class MainWindow final : public QWidget {
   Q_OBJECT
@@ -35,6 +37,8 @@ class MainWindow final : public QWidget {
   void SetPreview(QWidget* preview);
   /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles.
   void TakeFiles(const QStringList& paths);
+  /// What reading the input has shown so far, for the line below its path.
+  void SetFacts(const InputFacts& facts);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
   /// The input, or all of several; none when none is chosen.
@@ -50,55 +54,44 @@ class MainWindow final : public QWidget {
   class Busy;
 
   QWidget* BuildControls();
-  QGroupBox* BuildInputFrame();
-  QGroupBox* BuildOutputFrame();
   QWidget* BuildTitle();
+  QWidget* BuildFrames();
   QWidget* BuildButtons();
+  QPushButton* BuildHelp();
+  void AddKey(const QKeySequence& key, const std::function<void()>& does);
   void Connect();
 
-  bool SeveralFiles() const;
-  Dialect ChosenDialect() const;
-  QStringList FieldsToChooseFrom() const;
   std::vector<std::string> FilesOf(const ConversionRequest& request) const;
-  void InFormatClick();
-  void ShowFieldNames();
-  void BrowseInClick();
-  void BrowseOutClick();
-  void ForFilesClick();
-  void ChooseShapefiles();
-  void InfileEdited();
-  void TakeOne(const QString& path);
-  void TakeSeveral(const QStringList& paths);
-  void TakeOutput(const QString& path);
-  void TellInput();
-
   ConversionRequest Request() const;
+  bool IsRefused(const ConversionRequest& request) const;
   bool MayReplaceOutput(ConversionRequest& request);
   void Apply();
+  void Run(const ConversionRequest& request);
+  void ShowHelp();
   void SetRunning(bool running);
 
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void KeepLook();
   void RestoreLook();
 
   const FormatTable& formats_;
   Settings& settings_;
+  WindowMemory memory_;
   FilterOptions options_;
   std::unique_ptr<QtInteraction> interaction_;
-  CommonDlg* dialog_;
   QSplitter* splitter_;
   QWidget* controls_;
-  QComboBox *inFormat_, *outFormat_, *dialect_;
-  QLineEdit *infile_, *outFile_;
-  QPushButton *browseIn_, *forFiles_, *browseOut_, *apply_, *cancel_;
-  QLabel *selected_, *fields_;
-  std::vector<std::string> chosenFiles_;  // the folder, then the names
-  QString confirmedOutput_;               // to be replaced, as the person has said in the save dialog
-  QStringList toldPaths_;
-  QString toldFormat_;
+  InputPanel* input_;
+  OutputPanel* output_;
+  QPushButton *apply_, *cancel_;
+  DropHint* dropHint_;
+  HelpWindow* help_ = nullptr;
   bool running_ = false;
+  bool closesAfterRun_ = false;
 };
 
 }  // namespace tesselink

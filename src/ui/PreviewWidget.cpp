@@ -19,6 +19,7 @@
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "picture/PictureColours.h"
+#include "ui/PathNotes.h"
 #include "ui/PreviewCanvas.h"
 #include "ui/UiText.h"
 
@@ -191,11 +192,13 @@ void PreviewWidget::Pause() {
   paused_ = true;
   slices_.stop();
   canvas_->SetPaused(true);
+  layerBox_->setEnabled(false);  // what it changes would be drawn only when the run is over
 }
 
 void PreviewWidget::Resume() {
   paused_ = false;
   canvas_->SetPaused(false);
+  layerBox_->setEnabled(true);
   if (reading_ && !reading_->Ended()) slices_.start(0);
 }
 
@@ -211,6 +214,7 @@ void PreviewWidget::ShowState() {
   canvas_->PictureGrew();
   ShowLayers();
   ShowStatus();
+  emit Counted(reading_ ? reading_->Drawn().Counts() : PictureCounts(), !reading_ || reading_->Ended());
 }
 
 void PreviewWidget::ShowLayers() {
@@ -251,11 +255,20 @@ void PreviewWidget::ShowStatus() {
   }
   QStringList notes;
   for (const std::string& note : reading_->Notes()) notes += Shown(note);
+  TellFacts(notes.value(0));
   if (picture.LeavesOutOfView()) notes += tr("A few vertices lie far away from all others; zoom out to see them.");
   if (!reading_->Ended()) parts += tr("reading, %1%").arg(static_cast<int>(reading_->Progress()));
   status_->setText(parts.join(QStringLiteral("  \u00b7  ")) +
                    (notes.isEmpty() ? QString() : u'\n' + notes.mid(0, kNotes).join(u'\n')));
   status_->setToolTip(notes.join(u'\n'));
+}
+
+// Where nothing could be read, the gravest note is the reason.
+void PreviewWidget::TellFacts(const QString& note) {
+  const Picture& picture = reading_->Drawn();
+  const bool isEmpty = picture.Elements() == 0 && reading_->Ended();
+  emit factsChanged({picture.Elements(), static_cast<std::int64_t>(picture.Layers().size()), reading_->Ended(),
+                     isEmpty || !reading_->Problem().empty() ? note : QString()});
 }
 
 void PreviewWidget::LayerChanged() {

@@ -264,12 +264,13 @@ void MainWindow::Apply() {
 
 void MainWindow::Run(const ConversionRequest& request) {
   interaction_->FilesOfRun(FilesOf(request));
+  interaction_->InputsOfRun(request.inputs);
   const Busy busy(*this);
   closesAfterRun_ = false;
   const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
   if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
-  interaction_->ShowSummary(summary, request.OutFile);
+  interaction_->ShowSummary(summary);
 }
 
 void MainWindow::ShowHelp() {

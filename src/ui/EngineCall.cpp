@@ -5,7 +5,7 @@
 #include <QThread>
 #include <system_error>
 
-#include "ui/OptionWords.h"
+#include "ui/OptionNaming.h"
 #include "ui/UiText.h"
 
 namespace tesselink {

@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "core/io/Paths.h"
-#include "ui/OptionWords.h"
+#include "ui/OptionNaming.h"
 #include "ui/UiText.h"
 
 namespace tesselink {

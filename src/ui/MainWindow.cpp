@@ -20,6 +20,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "app/ProgramFolder.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -32,6 +33,7 @@
 #include "ui/Named.h"
 #include "ui/OutputPanel.h"
 #include "ui/QtInteraction.h"
+#include "ui/QueueWindow.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
@@ -136,11 +138,13 @@ QWidget* MainWindow::BuildTitle() {
 
 QWidget* MainWindow::BuildButtons() {
   auto* bar = Named(new QWidget, "Buttons");
+  many_ = Named(new QPushButton(tr("Ma&ny Files...")), "cmdMany");
   apply_ = Named(new QPushButton(tr("&Apply")), "cmdApply");
   cancel_ = Named(new QPushButton(tr("&Cancel")), "cmdCancel");
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(BuildHelp());
+  row->addWidget(many_);
   row->addStretch();
   row->addWidget(apply_);
   row->addWidget(cancel_);
@@ -176,8 +180,10 @@ void MainWindow::Connect() {
   connect(input_, &InputPanel::applied, apply_, &QPushButton::click);
   connect(output_, &OutputPanel::applied, apply_, &QPushButton::click);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
+  connect(input_, &InputPanel::manyChosen, this, &MainWindow::ShowQueue);
+  connect(many_, &QPushButton::clicked, this, [this] { ShowQueue({}); });
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
-  for (QPushButton* button : {apply_, cancel_}) button->setAutoDefault(true);
+  for (QPushButton* button : {many_, apply_, cancel_}) button->setAutoDefault(true);
 }
 
 void MainWindow::SetPreview(QWidget* preview) {
@@ -200,6 +206,17 @@ QString MainWindow::InputPath() const { return input_->Path(); }
 
 void MainWindow::TakeFiles(const QStringList& paths) {
   if (!running_ && !paths.isEmpty()) input_->TakeFiles(paths);
+}
+
+void MainWindow::ShowQueue(const QStringList& paths) {
+  if (queue_ == nullptr) {
+    queue_ = new QueueWindow(formats_, CommandProgram(), this);
+    connect(queue_, &QueueWindow::oneOutputWanted, input_, &InputPanel::TakeSeveral);
+    queue_->Preset(output_->Format(), output_->ChosenDialect());
+  }
+  queue_->Add(paths);
+  queue_->show();
+  queue_->activateWindow();
 }
 
 void MainWindow::SetFacts(const InputFacts& facts) { input_->SetFacts(facts); }
@@ -302,6 +319,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     closesAfterRun_ = interaction_->CancelRequested();
     return;
   }
+  if (queue_ != nullptr && !queue_->MayClose()) return event->ignore();
   interaction_->CloseProgress();
   KeepLook();
 }

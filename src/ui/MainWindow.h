@@ -24,6 +24,7 @@ class HelpWindow;
 class InputPanel;
 class OutputPanel;
 class QtInteraction;
+class QueueWindow;
 struct InputFacts;
 
 class MainWindow final : public QWidget {
@@ -35,7 +36,8 @@ class MainWindow final : public QWidget {
 
   /// Puts a view of the input beside the controls; the window owns it from then on.
   void SetPreview(QWidget* preview);
-  /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles.
+  /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles where that
+  /// is chosen, else each for itself.
   void TakeFiles(const QStringList& paths);
   /// What reading the input has shown so far, for the line below its path.
   void SetFacts(const InputFacts& facts);
@@ -69,6 +71,7 @@ class MainWindow final : public QWidget {
   void Run(const ConversionRequest& request);
   void ShowHelp();
   void SetRunning(bool running);
+  void ShowQueue(const QStringList& paths);
 
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -87,7 +90,8 @@ class MainWindow final : public QWidget {
   QWidget* controls_;
   InputPanel* input_;
   OutputPanel* output_;
-  QPushButton *apply_, *cancel_;
+  QueueWindow* queue_ = nullptr;  // made when it is first wanted
+  QPushButton *many_, *apply_, *cancel_;
   DropHint* dropHint_;
   HelpWindow* help_ = nullptr;
   bool running_ = false;

@@ -15,7 +15,7 @@
 #include "core/run/WrittenFiles.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
-#include "ui/OptionWords.h"
+#include "ui/OptionNaming.h"
 #include "ui/Questions.h"
 #include "ui/UiText.h"
 #include "ui/frmDBFScan.h"

@@ -39,7 +39,8 @@ std::size_t AskPoints(QWidget* parent) {
 
 void AskFields(FieldSelection& selection, QWidget* parent) {
   if (selection.CurrentStep() == FieldSelection::Step::Done) return;
-  fDBFSel(selection, parent).exec();
+  fDBFSel dialog(selection, parent);
+  Answered(dialog);
 }
 
 std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidget* parent) {

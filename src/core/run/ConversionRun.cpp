@@ -289,7 +289,9 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
 void ConversionRun::MatchLayers(State& state) {
   const std::vector<std::string>& layers = state.reader->Layers();
   const FilterContext context = ContextOf(state);
-  auto codes = interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication, context});
+  const bool codesMatter = (state.writer->Holds().lacks & kHasUnmatchedLayer) != 0;
+  auto codes =
+      interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication, context, codesMatter});
   if (codes) state.reader->AssignCodes(layers, std::move(*codes));
 }
 

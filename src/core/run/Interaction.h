@@ -75,6 +75,7 @@ struct LayerMatchingQuestion {
   std::string heading;                     ///< of the layer column
   std::string application;                 ///< under which pairs are remembered
   const FilterContext& context;            ///< of the run: where lists and remembered pairs are found
+  bool codesMatter = true;                 ///< the output tells layers by their codes; else they may stay empty
 };
 
 /// Where a run stands after an element.

@@ -5,7 +5,6 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QStringList>
 
@@ -14,6 +13,7 @@
 #include "core/run/WrittenFiles.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
+#include "ui/InputBox.h"
 #include "ui/Questions.h"
 #include "ui/UiText.h"
 #include "ui/frmDBFScan.h"
@@ -125,11 +125,8 @@ std::optional<std::vector<std::string>> QtInteraction::MatchLayers(const LayerMa
 std::size_t QtInteraction::Choose(const ChoiceQuestion& question) { return AskChoice(question, Front()); }
 
 std::string QtInteraction::AskText(const TextQuestion& question) {
-  QInputDialog box(Front());
-  box.setObjectName("InputBox");
-  box.setWindowTitle(Shown(question.title));
-  box.setLabelText(Shown(question.prompt));
-  return box.exec() == QDialog::Accepted ? PathOf(box.textValue()) : std::string();
+  InputBox box(question, Front());
+  return box.exec() == QDialog::Accepted ? PathOf(box.Text()) : std::string();
 }
 
 TableFields QtInteraction::LocateFields(const TableFieldsQuestion& question) {

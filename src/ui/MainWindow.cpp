@@ -442,6 +442,7 @@ void MainWindow::Apply() {
   const Busy busy(*this);
   const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
   confirmedOutput_.clear();
+  interaction_->TellUnremembered(settings_);
   interaction_->ShowSummary(summary, request.OutFile);
 }
 

@@ -225,6 +225,16 @@ void QtInteraction::ShowSummary(const RunSummary& summary, const std::string& ou
   }
 }
 
+void QtInteraction::TellUnremembered(const Settings& settings) {
+  if (unrememberedTold_ || settings.Problem().empty()) return;
+  unrememberedTold_ = true;
+  QMessageBox box(QMessageBox::Warning, window_.windowTitle(), tr("Your answers are not remembered for the next time."),
+                  QMessageBox::Ok, Front());
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(Shown(settings.Problem()));
+  box.exec();
+}
+
 void QtInteraction::AskCancel() { progress_->AskCancel(); }
 
 void QtInteraction::CloseProgress() {

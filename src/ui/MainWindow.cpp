@@ -202,7 +202,8 @@ void MainWindow::TakeFiles(const QStringList& paths) {
   if (!running_ && !paths.isEmpty()) input_->TakeFiles(paths);
 }
 
-void MainWindow::SetFacts(const InputFacts& facts) { input_->SetFacts(facts); }
+void MainWindow::SetCounts(const PictureCounts& counts, bool ended) { input_->SetCounts(counts, ended); }
+void MainWindow::SetHindrance(const QString& reason) { input_->SetHindrance(reason); }
 
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;

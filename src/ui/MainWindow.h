@@ -24,7 +24,7 @@ class HelpWindow;
 class InputPanel;
 class OutputPanel;
 class QtInteraction;
-struct InputFacts;
+struct PictureCounts;
 
 class MainWindow final : public QWidget {
   Q_OBJECT
@@ -38,7 +38,8 @@ class MainWindow final : public QWidget {
   /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles.
   void TakeFiles(const QStringList& paths);
   /// What reading the input has shown so far, for the line below its path.
-  void SetFacts(const InputFacts& facts);
+  void SetCounts(const PictureCounts& counts, bool ended);
+  void SetHindrance(const QString& reason);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
   /// The input, or all of several; none when none is chosen.

@@ -19,7 +19,6 @@
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "picture/PictureColours.h"
-#include "ui/PathNotes.h"
 #include "ui/PreviewCanvas.h"
 #include "ui/UiText.h"
 
@@ -136,6 +135,7 @@ QWidget* PreviewWidget::BuildButtons() {
 
 void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEntry) {
   paths_ = paths;
+  slices_.stop();  // what is said from now on is said of the new ones
   formatEntry_ = formatEntry;
   opening_.start(kOpenAfter);
 }
@@ -255,20 +255,14 @@ void PreviewWidget::ShowStatus() {
   }
   QStringList notes;
   for (const std::string& note : reading_->Notes()) notes += Shown(note);
-  TellFacts(notes.value(0));
+  // Where nothing could be read, the gravest note is the reason.
+  const bool isEmpty = picture.Elements() == 0 && reading_->Ended();
+  emit Hindered(isEmpty || !reading_->Problem().empty() ? notes.value(0) : QString());
   if (picture.LeavesOutOfView()) notes += tr("A few vertices lie far away from all others; zoom out to see them.");
   if (!reading_->Ended()) parts += tr("reading, %1%").arg(static_cast<int>(reading_->Progress()));
   status_->setText(parts.join(QStringLiteral("  \u00b7  ")) +
                    (notes.isEmpty() ? QString() : u'\n' + notes.mid(0, kNotes).join(u'\n')));
   status_->setToolTip(notes.join(u'\n'));
-}
-
-// Where nothing could be read, the gravest note is the reason.
-void PreviewWidget::TellFacts(const QString& note) {
-  const Picture& picture = reading_->Drawn();
-  const bool isEmpty = picture.Elements() == 0 && reading_->Ended();
-  emit factsChanged({picture.Elements(), static_cast<std::int64_t>(picture.Layers().size()), reading_->Ended(),
-                     isEmpty || !reading_->Problem().empty() ? note : QString()});
 }
 
 void PreviewWidget::LayerChanged() {

@@ -24,7 +24,6 @@ class QListWidgetItem;
 namespace tesselink {
 
 class PreviewCanvas;
-struct InputFacts;
 
 /// Reads in slices while the window has nothing else to do.
 class PreviewWidget final : public QWidget {
@@ -39,10 +38,6 @@ class PreviewWidget final : public QWidget {
   /// Whether everything has been read and is on the screen.
   bool IsDone() const;
 
- signals:
-  /// What is known of the input by now.
-  void factsChanged(const tesselink::InputFacts& facts);
-
  public slots:
   /// Shows a file, or those of a run over several, of a format, given by its drop-down text, a moment later: a path
   /// that is being typed is not opened at each letter. A path that names no file shows an invitation to choose one.
@@ -54,6 +49,8 @@ class PreviewWidget final : public QWidget {
  signals:
   /// What has been counted of the input so far, and once more when everything has been read; nothing of no input.
   void Counted(const PictureCounts& counts, bool ended);
+  /// Why no more of the input can be read, or nothing; empty where nothing hinders.
+  void Hindered(const QString& reason);
 
  private:
   QWidget* BuildLayers();
@@ -65,7 +62,6 @@ class PreviewWidget final : public QWidget {
   void ShowState();
   void ShowLayers();
   void ShowStatus();
-  void TellFacts(const QString& note);
   void LayerChanged();
   void AllLayersClicked();
 

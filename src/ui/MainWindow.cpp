@@ -270,6 +270,7 @@ void MainWindow::Run(const ConversionRequest& request) {
   const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
   if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+  interaction_->TellUnremembered(settings_);
   interaction_->ShowSummary(summary, request.OutFile);
 }
 

@@ -5,7 +5,6 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QStringList>
 
@@ -14,6 +13,7 @@
 #include "core/run/WrittenFiles.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
+#include "ui/InputBox.h"
 #include "ui/Questions.h"
 #include "ui/UiText.h"
 #include "ui/frmDBFScan.h"
@@ -125,11 +125,8 @@ std::optional<std::vector<std::string>> QtInteraction::MatchLayers(const LayerMa
 std::size_t QtInteraction::Choose(const ChoiceQuestion& question) { return AskChoice(question, Front()); }
 
 std::string QtInteraction::AskText(const TextQuestion& question) {
-  QInputDialog box(Front());
-  box.setObjectName("InputBox");
-  box.setWindowTitle(Shown(question.title));
-  box.setLabelText(Shown(question.prompt));
-  return box.exec() == QDialog::Accepted ? PathOf(box.textValue()) : std::string();
+  InputBox box(question, Front());
+  return box.exec() == QDialog::Accepted ? PathOf(box.Text()) : std::string();
 }
 
 TableFields QtInteraction::LocateFields(const TableFieldsQuestion& question) {
@@ -226,6 +223,16 @@ void QtInteraction::ShowSummary(const RunSummary& summary, const std::string& ou
     progress_->show();
     progress_->activateWindow();
   }
+}
+
+void QtInteraction::TellUnremembered(const Settings& settings) {
+  if (unrememberedTold_ || settings.Problem().empty()) return;
+  unrememberedTold_ = true;
+  QMessageBox box(QMessageBox::Warning, window_.windowTitle(), tr("Your answers are not remembered for the next time."),
+                  QMessageBox::Ok, Front());
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(Shown(settings.Problem()));
+  box.exec();
 }
 
 void QtInteraction::AskCancel() { progress_->AskCancel(); }

@@ -219,7 +219,8 @@ void MainWindow::ShowQueue(const QStringList& paths) {
   queue_->activateWindow();
 }
 
-void MainWindow::SetFacts(const InputFacts& facts) { input_->SetFacts(facts); }
+void MainWindow::SetCounts(const PictureCounts& counts, bool ended) { input_->SetCounts(counts, ended); }
+void MainWindow::SetHindrance(const QString& reason) { input_->SetHindrance(reason); }
 
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;

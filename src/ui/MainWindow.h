@@ -25,7 +25,7 @@ class InputPanel;
 class OutputPanel;
 class QtInteraction;
 class QueueWindow;
-struct InputFacts;
+struct PictureCounts;
 
 class MainWindow final : public QWidget {
   Q_OBJECT
@@ -40,7 +40,8 @@ class MainWindow final : public QWidget {
   /// is chosen, else each for itself.
   void TakeFiles(const QStringList& paths);
   /// What reading the input has shown so far, for the line below its path.
-  void SetFacts(const InputFacts& facts);
+  void SetCounts(const PictureCounts& counts, bool ended);
+  void SetHindrance(const QString& reason);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
   /// The input, or all of several; none when none is chosen.

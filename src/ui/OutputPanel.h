@@ -69,8 +69,8 @@ class OutputPanel final : public QGroupBox {
   QPushButton* browseOut_;
   NoteLine* note_;
   QString input_, confirmed_;
-  QString proposed_;  // what the box holds as long as the person has named nothing
-  QString keptName_;  // with the format, where the person wants a name that looks like another one's
+  QString proposed_;       // what the box holds as long as the person has named nothing
+  QString keptName_;       // with the format, where the person wants a name that looks like another one's
   bool readable_ = false;  // the input
   bool typedExtension_ = false;
 };

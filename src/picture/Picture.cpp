@@ -47,7 +47,7 @@ void Picture::Add(const tEntity& entity) {
   if ((entity.Lost & kLostHiding) != 0) return;
   const std::int16_t kind = entity.bType;
   if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
-  ++elements_;
+  Count(entity);
   layer_ = LayerOf(entity);
   if (entity.Bulges.empty() && !IsCurve(kind)) return AddPlain(entity);
   Losses unheeded;
@@ -56,6 +56,29 @@ void Picture::Add(const tEntity& entity) {
     AddPlain(plain);
     return true;
   });
+}
+
+// The classic dialect delivers an area ring by ring; those behind the first are known by their record.
+void Picture::Count(const tEntity& entity) {
+  ++counts_.elements;
+  const std::int16_t kind = entity.bType;
+  counts_.points += kind == kPoint ? 1 : 0;
+  counts_.texts += kind == kText ? 1 : 0;
+  if (!IsChain(kind)) return;
+  const bool begins = entity.IsArea || (entity.Lost & kLostArea) != 0;
+  const bool goesOn = !begins && entity.Record > 0 && entity.Record == areaRecord_;
+  areaRecord_ = begins || goesOn ? entity.Record : 0;
+  if (begins) ++counts_.areas;
+  if (begins || goesOn) return;
+  const tEntity::Index last = entity.PointCount();
+  const bool meets = last > 1 && entity.x(0) == entity.x(last) && entity.Y(0) == entity.Y(last);
+  if (entity.Closed || meets) ++counts_.closedChains;
+}
+
+PictureCounts Picture::Counts() const {
+  PictureCounts counts = counts_;
+  counts.layers = static_cast<std::int64_t>(layers_.size());
+  return counts;
 }
 
 void Picture::AddPlain(const tEntity& entity) {

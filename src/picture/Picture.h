@@ -50,6 +50,16 @@ struct PictureText {
   std::string text;
 };
 
+/// What a drawing holds, by what people call it.
+struct PictureCounts {
+  std::int64_t elements = 0;
+  std::int64_t layers = 0;        ///< as far as they are told apart
+  std::int64_t closedChains = 0;  ///< that are no rings of areas
+  std::int64_t areas = 0, points = 0, texts = 0;
+
+  bool operator==(const PictureCounts&) const = default;
+};
+
 /// How much of a drawing is held. The greatest budget takes less than 50 MB.
 struct PictureBudget {
   std::size_t vertices = 500'000;  ///< not less than 1024
@@ -79,8 +89,9 @@ class Picture {
   const std::vector<PictureText>& Texts() const { return texts_; }
   std::size_t VertexCount() const { return vertices_.size(); }
 
-  /// Elements that were added.
-  std::int64_t Elements() const { return elements_; }
+  /// Elements that were added, and what they are.
+  std::int64_t Elements() const { return counts_.elements; }
+  PictureCounts Counts() const;
   /// Vertices that were no finite numbers.
   std::int64_t LeftOut() const { return leftOut_; }
   /// The bounds in x and y of every vertex that was added.
@@ -100,6 +111,7 @@ class Picture {
     auto operator<=>(const CellPlace&) const = default;
   };
 
+  void Count(const tEntity& entity);
   void AddPlain(const tEntity& entity);
   std::uint8_t LayerOf(const tEntity& entity);
   std::uint8_t LayerNumber(const std::string& name);
@@ -146,7 +158,9 @@ class Picture {
   std::vector<std::uint32_t> drawn_;
 
   Extents bounds_;
-  std::int64_t elements_ = 0, leftOut_ = 0, generation_ = 0;
+  PictureCounts counts_;  // but for layers
+  std::int64_t areaRecord_ = 0;  // whose first ring the element before was, or a further one
+  std::int64_t leftOut_ = 0, generation_ = 0;
 };
 
 }  // namespace tesselink

@@ -211,6 +211,7 @@ void PreviewWidget::ShowState() {
   canvas_->PictureGrew();
   ShowLayers();
   ShowStatus();
+  emit Counted(reading_ ? reading_->Drawn().Counts() : PictureCounts(), !reading_ || reading_->Ended());
 }
 
 void PreviewWidget::ShowLayers() {

@@ -46,6 +46,10 @@ class PreviewWidget final : public QWidget {
   void Pause();
   void Resume();
 
+ signals:
+  /// What has been counted of the input so far, and once more when everything has been read; nothing of no input.
+  void Counted(const PictureCounts& counts, bool ended);
+
  private:
   QWidget* BuildLayers();
   QWidget* BuildButtons();

@@ -61,6 +61,27 @@ TEST(Picture, ASmallDrawingIsKeptAsItIs) {
   EXPECT_EQ(picture.Cell(), 0);
 }
 
+TEST(Picture, CountsWhatPeopleCall) {
+  Picture picture;
+  tEntity ring = Element(kPolyline, {{1, 1}, {5, 1}, {5, 5}, {1, 1}});
+  picture.Add(ring);
+  ring.RemoveLastVertex();
+  picture.Add(ring);
+  ring.Closed = true;
+  picture.Add(ring);
+  for (const std::int64_t record : {7, 7, 8}) {
+    tEntity classic = ring;
+    classic.Record = record;
+    if (picture.Counts().areas == 0) classic.Lost = kLostArea;
+    picture.Add(classic);
+  }
+  ring.IsArea = true;
+  picture.Add(ring);
+  picture.Add(Element(kPoint, {{1, 1}}, "B"));
+  picture.Add(Element(kText, {{1, 1}}));
+  EXPECT_EQ(picture.Counts(), (PictureCounts{9, 2, 3, 2, 1, 1})) << "the ring of record 8 is no part of an area";
+}
+
 TEST(Picture, LayersAndTextsBeyondTheMost) {
   Picture picture({1024, 3});
   for (int i = 0; i < 300; ++i) picture.Add(Element(kPoint, {{1.0 + i, 1}}, "L" + std::to_string(i)));

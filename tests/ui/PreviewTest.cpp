@@ -171,8 +171,15 @@ class PreviewTest final : public QObject {
     auto* layers = preview.findChild<QListWidget*>("previewLayers");
     auto* all = preview.findChild<QCheckBox*>("previewAllLayers");
     QVERIFY(layers->isHidden() || !layers->isVisible());
+    PictureCounts counted;
+    bool ended = true;
+    connect(&preview, &PreviewWidget::Counted, this, [&](const PictureCounts& counts, bool isAll) {
+      counted = counts;
+      ended = isAll;
+    });
     preview.ShowInputs({QString::fromStdString(Example("quarter-section.asc"))}, kLandmark);
     QTRY_VERIFY(preview.IsDone());
+    QVERIFY(ended && counted.layers == 11 && counted.texts == 23);
     QVERIFY(status->text().startsWith("quarter-section.asc"));
     QVERIFY(status->text().contains("43 elements"));
     QVERIFY(status->text().contains("x 1845802.88 to 1851962.61"));

@@ -13,7 +13,8 @@ namespace tesselink {
 // Nobody: questions are answered so that nothing happens to any file, messages are kept.
 class PreviewReading::Silence final : public Nobody {
  public:
-  Silence(const Clock& clock, Breath breath) : clock_(clock), breath_(std::move(breath)) {}
+  Silence(const Clock& clock, Breath breath, std::optional<FieldChoice> fields)
+      : clock_(clock), breath_(std::move(breath)), fields_(std::move(fields)) {}
 
   void OpeningBegins() { until_ = clock_() + kPatience; }
   const std::vector<std::string>& Messages() const { return messages_; }
@@ -25,7 +26,10 @@ class PreviewReading::Silence final : public Nobody {
     if (!known && messages_.size() < kMostMessages) messages_.push_back(message.text);
     return Answer::Ok;
   }
-  void SelectFields(FieldSelection&) override { throw OperationCanceled(); }
+  void SelectFields(FieldSelection& selection) override {
+    if (!fields_) throw OperationCanceled();
+    selection.Answer(*fields_);
+  }
   std::string AskText(const TextQuestion& question) override {
     throw Error(question.subject + ": was not found; the preview does without");
   }
@@ -39,6 +43,7 @@ class PreviewReading::Silence final : public Nobody {
 
   const Clock& clock_;
   Breath breath_;
+  std::optional<FieldChoice> fields_;
   std::chrono::steady_clock::time_point until_ = std::chrono::steady_clock::time_point::max();
   std::vector<std::string> messages_;
 };
@@ -46,10 +51,12 @@ class PreviewReading::Silence final : public Nobody {
 PreviewReading::PreviewReading(PreviewInput input, Settings& settings, Breath breath, Clock clock)
     : input_(std::move(input)),
       clock_(std::move(clock)),
-      person_(std::make_unique<Silence>(clock_, std::move(breath))),
+      person_(std::make_unique<Silence>(clock_, std::move(breath), input_.fields)),
       context_{*person_, settings, report_, input_.options},
       selection_(input_.options.layers, input_.options.withoutLayers),
-      pump_(input_.options.dialect) {
+      pump_(input_.options.dialect),
+      picture_({}, input_.options.Curves()) {
+  if (input_.options.clip) clip_.emplace(*input_.options.clip, input_.options.Curves());
   context_.options.layersWanted = context_.options.lookAhead = false;
 }
 
@@ -81,7 +88,10 @@ void PreviewReading::ReadOn() {
     return;
   }
   open_ = pump_.Next(*reader_);
-  if (pump_.Delivered() && selection_.Takes(pump_.Element().Layer)) picture_.Add(pump_.Element());
+  if (pump_.Delivered() && selection_.Takes(pump_.Element().Layer) && (!clip_ || clip_->Touches(pump_.Element()))) {
+    picture_.Add(pump_.Element());
+    facts_.Add(pump_.Element());
+  }
   if (reader_->Stalled()) grave_ = reader_->Where() + ": repeats without end; the preview ends here";
   if (!grave_.empty()) ended_ = true;
 }
@@ -95,13 +105,22 @@ void PreviewReading::OpenNext() {
   if (const std::string reason = WhyNotReadable(path); !reason.empty()) throw Error(reason);
   if (!reader_) {
     reader_ = input_.format.create(context_);
-    if (input_.format.hasAttributes) reader_->Layered = false;
+    if (input_.format.hasAttributes && !input_.fields) reader_->Layered = false;
   }
   person_->OpeningBegins();
   reader_->filename(path);
   open_ = !reader_->filename().empty();
   ended_ = !open_;
   if (open_) selection_.Heed(reader_->LayerStates());
+}
+
+DrawingFacts PreviewReading::Facts() const {
+  DrawingFacts facts = facts_;
+  facts.unread = report_.UndeliveredTypes();
+  facts.table = input_.format.hasAttributes && !PartnerFile(input_.paths[0], "DBF").empty();
+  facts.pointFile = !PartnerFile(input_.paths[0], "PTS").empty();
+  facts.whole = ended_ && grave_.empty();
+  return facts;
 }
 
 double PreviewReading::Progress() const { return reader_ ? reader_->Progress() : 0; }

@@ -6,9 +6,12 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "core/run/DrawingFacts.h"
+#include "core/run/FieldSelection.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
 #include "core/run/LayerSelection.h"
@@ -22,12 +25,13 @@ namespace tesselink {
 /// What a preview reads, and how.
 struct PreviewInput {
   const InputFormat& format;
-  std::vector<std::string> paths;  ///< one file, or those of a run over several
-  FilterOptions options = {};      ///< `layersWanted` and `lookAhead` are taken as false
+  std::vector<std::string> paths;          ///< one file, or those of a run over several
+  FilterOptions options = {};              ///< `layersWanted` and `lookAhead` are taken as false
+  std::optional<FieldChoice> fields = {};  ///< of an attribute table; none: it is not used
 };
 
-/// Files are read as they stand: bare line feeds are left alone, attribute tables are not used, and a question that
-/// only a person could answer ends the reading with a note.
+/// Files are read as they stand: bare line feeds are left alone, attribute tables are used where their fields are
+/// chosen, and a question that only a person could answer ends the reading with a note.
 class PreviewReading {
  public:
   using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -46,6 +50,8 @@ class PreviewReading {
 
   const Picture& Drawn() const { return picture_; }
   bool Ended() const { return ended_; }
+  /// What is known by now of what a conversion would read.
+  DrawingFacts Facts() const;
   /// The percentage read of the file at hand.
   double Progress() const;
   /// What there is to know of the drawing beside the picture, the gravest first: an error, an endless file, messages
@@ -66,7 +72,9 @@ class PreviewReading {
   std::unique_ptr<InputFilter> reader_;
   LayerSelection selection_;
   Pump pump_;
+  std::optional<ClipWindow> clip_;
   Picture picture_;
+  DrawingFacts facts_;
   std::size_t next_ = 0;  // of the paths
   bool open_ = false, ended_ = false;
   std::string grave_;

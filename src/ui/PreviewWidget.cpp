@@ -48,6 +48,14 @@ QPixmap Swatch(const QWidget& widget, const QColor& colour) {
   return pixmap;
 }
 
+std::vector<std::string> LayerNames(const Picture& picture) {
+  std::vector<std::string> names;
+  for (const PictureLayer& layer : picture.Layers()) {
+    if (!layer.others) names.push_back(layer.name);
+  }
+  return names;
+}
+
 QString Range(double low, double high) {
   return QString::fromStdString(NumberText(low)) + QStringLiteral(" to ") + QString::fromStdString(NumberText(high));
 }
@@ -139,6 +147,12 @@ void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEn
   opening_.start(kOpenAfter);
 }
 
+void PreviewWidget::SetReading(const FilterOptions& options, const std::optional<FieldChoice>& fields) {
+  options_ = options;
+  fields_ = fields;
+  opening_.start(kOpenAfter);
+}
+
 void PreviewWidget::OpenInput() {
   if (paused_ || inSlice_) {
     opening_.start(kOpenAfter);
@@ -155,7 +169,7 @@ void PreviewWidget::OpenInput() {
     title_ = Shown(FileNameOf(paths[0]));
     if (paths.size() > 1) title_ += tr(" and %1 more").arg(paths.size() - 1);
     reading_ = std::make_unique<PreviewReading>(
-        PreviewInput{formats_.Input(formatEntry_.toStdString()), std::move(paths), options_}, settings_,
+        PreviewInput{formats_.Input(formatEntry_.toStdString()), std::move(paths), options_, fields_}, settings_,
         [this] { Breathe(); });
     canvas_->SetPicture(&reading_->Drawn());
     slices_.start(0);
@@ -211,6 +225,7 @@ void PreviewWidget::ShowState() {
   canvas_->PictureGrew();
   ShowLayers();
   ShowStatus();
+  if (reading_) emit Known(reading_->Facts(), LayerNames(reading_->Drawn()));
   emit Counted(reading_ ? reading_->Drawn().Counts() : PictureCounts(), !reading_ || reading_->Ended());
 }
 

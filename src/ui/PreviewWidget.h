@@ -39,6 +39,8 @@ class PreviewWidget final : public QWidget {
   bool IsDone() const;
 
  public slots:
+  /// Reads by these options from now on, and uses an attribute table where its fields are chosen.
+  void SetReading(const FilterOptions& options, const std::optional<FieldChoice>& fields);
   /// Shows a file, or those of a run over several, of a format, given by its drop-down text, a moment later: a path
   /// that is being typed is not opened at each letter. A path that names no file shows an invitation to choose one.
   void ShowInputs(const QStringList& paths, const QString& formatEntry);
@@ -49,6 +51,8 @@ class PreviewWidget final : public QWidget {
  signals:
   /// What has been counted of the input so far, and once more when everything has been read; nothing of no input.
   void Counted(const PictureCounts& counts, bool ended);
+  /// The same moments: what is known of what a conversion would read, and its layers.
+  void Known(const DrawingFacts& drawing, const std::vector<std::string>& layers);
 
  private:
   QWidget* BuildLayers();
@@ -66,6 +70,7 @@ class PreviewWidget final : public QWidget {
   const FormatTable& formats_;
   Settings& settings_;
   FilterOptions options_;
+  std::optional<FieldChoice> fields_;
 
   PreviewCanvas* canvas_;
   QWidget* layerBox_;

@@ -9,6 +9,7 @@
 
 #include "core/io/Paths.h"
 #include "ui/CommonDlg.h"
+#include "ui/DialectLine.h"
 #include "ui/FileChoice.h"
 #include "ui/PathControls.h"
 #include "ui/UiText.h"
@@ -41,6 +42,8 @@ void OutputPanel::BuildControls() {
          "Standard: files as other programs read and write them."));
   grid->addWidget(LabelFor(dialect_, "lblDialect", tr("&Dialect:")), 2, 0);
   grid->addWidget(dialect_, 2, 1, 1, 2);
+  line_ = new DialectLine;
+  grid->addWidget(line_, 3, 1, 1, 2);
   AlignColumns(*grid);
 }
 
@@ -50,6 +53,7 @@ void OutputPanel::Connect() {
     FollowExtension(*outFormat_, path, EntryByExtension(formats_.Outputs(), path));
   });
   connect(outFile_, &QLineEdit::returnPressed, this, &OutputPanel::applied);
+  connect(outFormat_, &QComboBox::currentIndexChanged, this, &OutputPanel::formatChanged);
   connect(dialect_, &QComboBox::currentIndexChanged, this, [this] { emit dialectChanged(ChosenDialect()); });
 }
 

@@ -15,6 +15,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include "app/GivenAnswers.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -23,6 +24,8 @@
 #include "ui/FileChoice.h"
 #include "ui/InputPanel.h"
 #include "ui/Named.h"
+#include "ui/OptionsLink.h"
+#include "ui/OptionsPane.h"
 #include "ui/OutputPanel.h"
 #include "ui/QtInteraction.h"
 #include "ui/UiText.h"
@@ -79,11 +82,14 @@ QWidget* MainWindow::BuildControls() {
   auto* dialog = Named(new CommonDlg(this), "Dialog");
   input_ = new InputPanel(formats_, *dialog);
   output_ = new OutputPanel(formats_, *dialog);
+  more_ = new OptionsPane(settings_);
+  link_ = new OptionsLink(formats_, *input_, *output_, *more_, [this] { return Request(); });
   auto* layout = new QVBoxLayout(controls);
   layout->addWidget(BuildTitle());
   layout->addWidget(line);
   layout->addWidget(input_);
   layout->addWidget(output_);
+  layout->addWidget(more_, 1);
   layout->addStretch();
   layout->addWidget(BuildButtons());
   return controls;
@@ -122,6 +128,8 @@ void MainWindow::Connect() {
   connect(output_, &OutputPanel::dialectChanged, input_, &InputPanel::SetDialect);
   connect(input_, &InputPanel::applied, apply_, &QPushButton::click);
   connect(output_, &OutputPanel::applied, apply_, &QPushButton::click);
+  connect(link_, &OptionsLink::readingChanged, this, &MainWindow::readingChanged);
+  connect(link_, &OptionsLink::clipWanted, this, &MainWindow::clipWanted);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
   for (QPushButton* button : {apply_, cancel_}) button->setAutoDefault(true);
@@ -148,6 +156,12 @@ void MainWindow::TakeFiles(const QStringList& paths) {
   if (!running_ && !paths.isEmpty()) input_->TakeFiles(paths);
 }
 
+void MainWindow::TakeDrawing(const DrawingFacts& drawing, const std::vector<std::string>& layers) {
+  link_->TakeDrawing(drawing, layers);
+}
+
+void MainWindow::TakeClip(const ClipBox& box) { more_->ClipChosen(box); }
+
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;
   for (const QString& path : InputPaths()) request.inputs.push_back(PathOf(path));
@@ -156,6 +170,7 @@ ConversionRequest MainWindow::Request() const {
   request.OutFormat = output_->Format().toStdString();
   request.options = options_;
   request.options.dialect = output_->ChosenDialect();
+  more_->ApplyTo(request);
   return request;
 }
 
@@ -191,12 +206,15 @@ std::vector<std::string> MainWindow::FilesOf(const ConversionRequest& request) c
 
 void MainWindow::Apply() {
   if (running_) return;
+  if (!more_->Agrees()) return;
   ConversionRequest request = Request();
   if (!MayReplaceOutput(request)) return;
   interaction_->FilesOfRun(FilesOf(request));
   const Busy busy(*this);
-  const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
+  GivenAnswers answers(more_->Values(), *interaction_);
+  const RunSummary summary = ConversionRun(formats_, answers, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
+  link_->TakeAnswers(answers.All());
   interaction_->ShowSummary(summary, request.OutFile);
 }
 

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "core/run/ConversionRun.h"
+#include "core/run/DrawingFacts.h"
+#include "core/run/FieldSelection.h"
 #include "core/run/FormatTable.h"
 #include "core/run/Settings.h"
 
@@ -18,6 +20,8 @@ class QSplitter;
 namespace tesselink {
 
 class InputPanel;
+class OptionsLink;
+class OptionsPane;
 class OutputPanel;
 class QtInteraction;
 
@@ -36,12 +40,19 @@ class MainWindow final : public QWidget {
   QString InputPath() const;
   /// The input, or all of several; none when none is chosen.
   QStringList InputPaths() const;
+  /// What a preview of the input knows of it, and the rectangle that was drawn there.
+  void TakeDrawing(const DrawingFacts& drawing, const std::vector<std::string>& layers);
+  void TakeClip(const ClipBox& box);
 
  signals:
   /// The input's paths or their format have changed.
   void inputChanged(const QStringList& paths, const QString& formatEntry);
   /// A run has begun or ended.
   void runningChanged(bool running);
+  /// How the input is to be read has changed.
+  void readingChanged(const FilterOptions& options, const std::optional<FieldChoice>& fields);
+  /// A rectangle is to be drawn in the preview, or no longer.
+  void clipWanted(bool wanted);
 
  private:
   class Busy;
@@ -71,6 +82,8 @@ class MainWindow final : public QWidget {
   QWidget* controls_;
   InputPanel* input_;
   OutputPanel* output_;
+  OptionsPane* more_;
+  OptionsLink* link_;
   QPushButton *apply_, *cancel_;
   bool running_ = false;
 };

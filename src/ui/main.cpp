@@ -113,6 +113,8 @@ int main(int count, char** values) {
   QObject::connect(&window, &tesselink::MainWindow::inputChanged, preview, &tesselink::PreviewWidget::ShowInputs);
   QObject::connect(&window, &tesselink::MainWindow::runningChanged, preview,
                    [preview](bool running) { running ? preview->Pause() : preview->Resume(); });
+  QObject::connect(&window, &tesselink::MainWindow::readingChanged, preview, &tesselink::PreviewWidget::SetReading);
+  QObject::connect(preview, &tesselink::PreviewWidget::Known, &window, &tesselink::MainWindow::TakeDrawing);
   window.show();
   window.TakeFiles(arguments.inputs);
   return QApplication::exec();

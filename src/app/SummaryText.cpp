@@ -10,20 +10,12 @@
 namespace tesselink {
 namespace {
 
-// The first line: how the run ended.
-std::string Ending(const RunSummary& summary, const std::string& output) {
-  switch (summary.outcome) {
-    case RunOutcome::Done:
-      return OutputNames(summary, output) + ": " + Elements(InOutput(summary)) + " written";
-    case RunOutcome::Cancelled:
-      return "Cancelled: " + WhatTheOutputHolds(summary, output);
-    case RunOutcome::Limited:
-      return "Ended early: " + WhatTheOutputHolds(summary, output);
-    case RunOutcome::Refused:
-    case RunOutcome::Failed:
-      break;
-  }
-  return "Failed: " + WhatTheOutputHolds(summary, output);
+std::string EndingOf(const RunSummary& summary) {
+  const std::string elements = Elements(InOutput(summary));
+  if (summary.outcome == RunOutcome::Done) return elements + " written";
+  if (summary.outputs.empty()) return "no output was written";
+  return (summary.oldKept ? "the output is as it was before; what was converted lies beside it, with " + elements
+                          : "the output is incomplete; it holds " + elements);
 }
 
 void AddLine(std::vector<std::string>& lines, const std::string& label, const std::string& text) {
@@ -84,23 +76,30 @@ std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& out
   return (summary.oldKept ? output + " is as it was before; " : "") + names + held;
 }
 
-std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output) {
-  std::vector<std::string> lines{Ending(summary, output)};
-  AddLine(lines, "Error: ", summary.error);
-  AddLine(lines, "", summary.reason);
-  AddLine(lines, "Read: ", summary.read.Total() == 0 ? Elements(0) : Listed(summary.read));
-  AddLine(lines, "Written: ", Listed(summary.written));
-  AddLine(lines, "Written as another kind: ", Listed(summary.converted));
-  AddLine(lines, "Left out by layer: ", Listed(summary.leftOut));
-  AddLine(lines, "Left out by clip: ", Listed(summary.clipped));
-  AddLine(lines, "Not written: ", SkippedText(summary));
-  for (const std::string& line : SystemLines(summary.systems)) lines.push_back(line);
+std::vector<std::string>& ListOf(RunAccount& account, std::string_view kind) {
+  const WarningEntry* const entry = EntryNamed(kind);
+  if (entry == nullptr || entry->gravity == Gravity::Remark) return account.remarks;
+  return entry->gravity == Gravity::Gone ? account.gone : account.changed;
+}
+
+RunAccount AccountOf(const RunSummary& summary) {
+  RunAccount account{.ending = EndingOf(summary), .files = summary.outputs};
+  AddLine(account.reasons, "", summary.error);
+  AddLine(account.reasons, "", summary.reason);
+  AddLine(account.gone, "not written: ", SkippedText(summary));
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
-    AddLine(lines, "Warning: ", UndeliveredText(type, count));
+    account.gone.push_back(UndeliveredText(type, count));
   }
-  for (const Warning& warning : summary.report.Warnings()) AddLine(lines, "Warning: ", WarningText(warning));
-  for (const std::string& file : summary.outputs) AddLine(lines, "File: ", file);
-  return lines;
+  for (const Warning& warning : summary.report.Warnings()) {
+    ListOf(account, warning.kind).push_back(WarningText(warning));
+  }
+  AddLine(account.counts, "Read: ", summary.read.Total() == 0 ? Elements(0) : Listed(summary.read));
+  AddLine(account.counts, "Written: ", Listed(summary.written));
+  AddLine(account.counts, "Written as another kind: ", Listed(summary.converted));
+  AddLine(account.counts, "Left out by layer: ", Listed(summary.leftOut));
+  AddLine(account.counts, "Left out by clip: ", Listed(summary.clipped));
+  for (const std::string& line : SystemLines(summary.systems)) account.counts.push_back(line);
+  return account;
 }
 
 std::vector<std::string> SystemLines(const SystemsUsed& systems) {

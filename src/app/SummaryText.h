@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/run/ConversionRun.h"
@@ -31,8 +32,19 @@ std::string WhatTheOutputHolds(const RunSummary& summary, const std::string& out
 
 /// The coordinate systems that the run met, and how it transformed vertices, a line each; none where nobody asked.
 std::vector<std::string> SystemLines(const SystemsUsed& systems);
-/// The whole account of a run, a line each: what came of it, what was read, written and lost, the files that exist now.
-std::vector<std::string> SummaryLines(const RunSummary& summary, const std::string& output);
+/// The account of a run for people, each list a sentence an entry; files are named in the last one alone.
+struct RunAccount {
+  std::string ending;                     ///< what came of it
+  std::vector<std::string> reasons = {};  ///< why it ended so; none where all is well
+  std::vector<std::string> gone = {};     ///< what of the input the output lacks
+  std::vector<std::string> changed = {};  ///< what it has in another way
+  std::vector<std::string> remarks = {};  ///< what else is good to know
+  std::vector<std::string> counts = {};   ///< what was read and written
+  std::vector<std::string> files = {};    ///< that exist now
+};
+RunAccount AccountOf(const RunSummary& summary);
+/// The list of an account that a warning belongs to, by its kind.
+std::vector<std::string>& ListOf(RunAccount& account, std::string_view kind);
 
 /// As in "about 2 min 10 s remaining"; empty while it cannot be told yet.
 std::string RemainingText(std::chrono::milliseconds elapsed, double percent);

@@ -17,12 +17,8 @@ constexpr std::size_t kMostReasons = 30, kMostLosses = 12, kLongestText = 300;
 
 // A warning's kind without the file, layer or field that it was met with.
 std::string KindOf(const std::string& whole) {
-  for (const WarningEntry& entry : kWarnings) {
-    const bool begins = whole.starts_with(entry.name);
-    if (begins && (whole.size() == entry.name.size() || whole[entry.name.size()] == ' '))
-      return std::string(entry.name);
-  }
-  return whole;
+  const WarningEntry* const entry = EntryNamed(whole);
+  return entry == nullptr ? whole : std::string(entry->name);
 }
 
 std::string Cut(const std::string& text) {

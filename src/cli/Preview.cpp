@@ -35,6 +35,7 @@ int Run(const PreviewCommand& command) {
   RefuseExistingPicture(command);
   const auto& given = command.reading.tolerance;
   Picture picture(kSvgBudget, given ? CurveTolerance::Within(*given) : CurveTolerance::Classic());
+  reading.opened = [&picture](InputFilter& reader) { picture.Define(reader.LineTypes()); };
   const int exitCode = ReadThrough(reading, [&picture](const tEntity& entity) { picture.Add(entity); });
   if (exitCode == kExitDone || exitCode == kExitEndedEarly) {
     if (picture.LeavesOutOfView()) {

@@ -40,10 +40,13 @@ const Row& RowOf(const std::vector<Row>& rows, const std::string& key, const std
 class ForwardingWriter final : public OutputFilter {
  public:
   using Handler = std::function<void(const tEntity&)>;
-  ForwardingWriter(const FilterContext& context, SystemWish wish, const Handler& handler)
-      : OutputFilter(context), wish_(wish), handler_(handler) {}
+  ForwardingWriter(const FilterContext& context, const Reading& reading, const Handler& handler)
+      : OutputFilter(context), reading_(reading), handler_(handler) {}
   ~ForwardingWriter() override { ReleaseQuietly(); }
-  SystemWish WishesSystem() const override { return wish_; }
+  SystemWish WishesSystem() const override { return reading_.systemWish; }
+  void SourceOpened(InputFilter& source) override {
+    if (reading_.opened) reading_.opened(source);
+  }
 
  private:
   void Create(const std::string&) override {}
@@ -59,7 +62,7 @@ class ForwardingWriter final : public OutputFilter {
   void Complete() override {}
   void Drop() noexcept override {}
 
-  const SystemWish wish_;
+  const Reading& reading_;
   const Handler& handler_;
 };
 
@@ -215,7 +218,7 @@ int ReadThrough(Reading& reading, const std::function<void(const tEntity&)>& han
   sink.fallBack = true;
   sink.makesNoFile = true;
   sink.create = [&](const FilterContext& context) {
-    return std::make_unique<ForwardingWriter>(context, reading.systemWish, handler);
+    return std::make_unique<ForwardingWriter>(context, reading, handler);
   };
   const FormatTable table(AllFormats().Inputs(), {sink});
   SettingsFiles settings(RememberedFolder());

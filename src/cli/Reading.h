@@ -66,6 +66,7 @@ struct Reading {
   std::string output = "standard output";  ///< what is written from it; refused where the reading needs it
   bool layersWanted = true;                ///< those that a reader tells before its elements
   SystemWish systemWish = SystemWish::None;
+  std::function<void(InputFilter&)> opened = {};  ///< told of the input once it is open
   ReadingOptions options;
   const InputFormat& format;
   InputSource source;  ///< what is read

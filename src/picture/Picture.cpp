@@ -4,28 +4,20 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <tuple>
 #include <utility>
 
+#include "core/io/Utf8.h"
 #include "core/run/Losses.h"
 #include "core/run/Reduction.h"
-#include "picture/PictureColours.h"
 
 namespace tesselink {
 namespace {
 
 constexpr std::size_t kLeastBudget = 1024;
-constexpr std::size_t kLongestName = 250;
 constexpr std::size_t kLongestText = 250;
 // Far beyond it, vertices share the outermost cells, so that wild values are thinned like all others.
 constexpr double kOutermostCell = 35184372088832;  // 2^45
-
-// The first bytes of a text, up to the end of a character of UTF-8.
-std::string Clipped(const std::string& text, std::size_t most) {
-  if (text.size() <= most) return text;
-  std::size_t length = most;
-  while (length > most - 4 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;
-  return text.substr(0, length);
-}
 
 // SplitMix64's last steps.
 std::uint64_t Mixed(std::uint64_t bits) {
@@ -42,43 +34,21 @@ Picture::Picture(PictureBudget budget, const CurveTolerance& tolerance) : budget
   budget_.vertices = std::max(budget_.vertices, kLeastBudget);
 }
 
-void Picture::Add(const tEntity& entity) {
+void Picture::Add(const tEntity& entity, std::uint32_t number) {
   if (entity.PointCount() == -1) return;
   if ((entity.Lost & kLostHiding) != 0) return;
   const std::int16_t kind = entity.bType;
   if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
-  Count(entity);
-  layer_ = LayerOf(entity);
+  style_ = styles_.Of(entity);
+  Count(entity, number);
+  rested_ = false;
   if (entity.Bulges.empty() && !IsCurve(kind)) return AddPlain(entity);
   Losses unheeded;
   tEntity reduced = entity;
-  Reduction({}, unheeded, tolerance_).Reduce(reduced, [this](const tEntity& plain) {
+  Reduction({.parts = true, .areas = true}, unheeded, tolerance_).Reduce(reduced, [this](const tEntity& plain) {
     AddPlain(plain);
     return true;
   });
-}
-
-// The classic dialect delivers an area ring by ring; those behind the first are known by their record.
-void Picture::Count(const tEntity& entity) {
-  ++counts_.elements;
-  const std::int16_t kind = entity.bType;
-  counts_.points += kind == kPoint ? 1 : 0;
-  counts_.texts += kind == kText ? 1 : 0;
-  if (!IsChain(kind)) return;
-  const bool begins = entity.IsArea || (entity.Lost & kLostArea) != 0;
-  const bool goesOn = !begins && entity.Record > 0 && entity.Record == areaRecord_;
-  areaRecord_ = begins || goesOn ? entity.Record : 0;
-  if (begins) ++counts_.areas;
-  if (begins || goesOn) return;
-  const tEntity::Index last = entity.PointCount();
-  const bool meets = last > 1 && entity.x(0) == entity.x(last) && entity.Y(0) == entity.Y(last);
-  if (entity.Closed || meets) ++counts_.closedChains;
-}
-
-PictureCounts Picture::Counts() const {
-  PictureCounts counts = counts_;
-  counts.layers = static_cast<std::int64_t>(layers_.size());
-  return counts;
 }
 
 void Picture::AddPlain(const tEntity& entity) {
@@ -88,31 +58,38 @@ void Picture::AddPlain(const tEntity& entity) {
   if (kind == kText) AddText(entity);
 }
 
-std::uint8_t Picture::LayerOf(const tEntity& entity) {
-  const bool same = layer_ < layers_.size() && !layers_[layer_].others && layers_[layer_].name == entity.Layer;
-  const std::uint8_t number = same ? layer_ : LayerNumber(Clipped(entity.Layer, kLongestName));
-  PictureLayer& layer = layers_[number];
-  ++layer.elements;
-  if (!layer.coloured && entity.RGB != 0) {
-    layer.colour = entity.RGB & 0xFFFFFF;
-    layer.coloured = true;
-    ++generation_;
-  }
-  return number;
+void Picture::Count(const tEntity& entity, std::uint32_t number) {
+  ++counts_.elements;
+  element_ = number != 0 ? number : static_cast<std::uint32_t>(counts_.elements);
+  ring_ = false;
+  if (entity.bType == kPoint) ++counts_.points;
+  if (entity.bType == kText) ++counts_.texts;
+  if (IsChain(entity.bType)) CountChain(entity);
 }
 
-std::uint8_t Picture::LayerNumber(const std::string& name) {
-  const auto known = layerNumbers_.find(name);
-  if (known != layerNumbers_.end()) return known->second;
-  const auto number = static_cast<std::uint8_t>(std::min(layers_.size(), kMostLayers));
-  if (number == kMostLayers) {
-    if (layers_.size() == kMostLayers) layers_.push_back({"other layers", 0, PaletteColour(number), true, true});
-    return number;
+// The classic dialect delivers an area ring by ring; those behind the first are known by their record.
+void Picture::CountChain(const tEntity& entity) {
+  const bool begins = entity.IsArea || (entity.Lost & kLostArea) != 0;
+  const bool goesOn = !begins && entity.Record > 0 && entity.Record == areaRecord_;
+  ring_ = begins || goesOn;
+  areaRecord_ = ring_ ? entity.Record : 0;
+  if (begins) {
+    ++counts_.areas;
+    areaElement_ = element_;
+  } else if (goesOn) {
+    element_ = areaElement_;
+    generation_ += rested_ ? 1 : 0;
+  } else {
+    const tEntity::Index last = entity.PointCount();
+    const bool meets = last > 1 && entity.x(0) == entity.x(last) && entity.Y(0) == entity.Y(last);
+    if (entity.Closed || meets) ++counts_.closedChains;
   }
-  const auto named = ColourNamed(name);
-  layers_.push_back({name, 0, named.value_or(PaletteColour(number)), named.has_value()});
-  layerNumbers_.emplace(name, number);
-  return number;
+}
+
+PictureCounts Picture::Counts() const {
+  PictureCounts counts = counts_;
+  counts.layers = static_cast<std::int64_t>(Layers().size());
+  return counts;
 }
 
 bool Picture::Takes(PicturePoint at) {
@@ -150,8 +127,8 @@ void Picture::AddPart(std::span<const double> xs, std::span<const double> ys, bo
   }
   const PicturePoint first{xs.front(), ys.front()};
   const bool meets = xs.back() == first.x && ys.back() == first.y;
-  if (closed && !meets && Takes(first)) PutVertex(first);
-  EndChain();
+  if (closed && !ring_ && !meets && Takes(first)) PutVertex(first);
+  ring_ ? EndRing() : EndChain();
 }
 
 void Picture::AddText(const tEntity& entity) {
@@ -160,8 +137,9 @@ void Picture::AddText(const tEntity& entity) {
   if (texts_.size() == budget_.texts) {
     PutPoint(at);
   } else {
-    texts_.push_back(
-        {at, entity.TextSize, entity.TextAng, entity.TextJust, layer_, Clipped(entity.Text, kLongestText)});
+    const bool ofTable = entity.Record > 0 && entity.TextUnits == "M";
+    texts_.push_back({at, entity.TextSize, entity.TextAng, entity.TextJust, style_, element_, ofTable,
+                      std::string(CutUtf8(entity.Text, kLongestText))});
   }
 }
 
@@ -176,7 +154,7 @@ void Picture::DrawPoint(PicturePoint at) {
     if (!IsNew(place, place, true)) return;
   }
   vertices_.push_back(at);
-  LiftPen(true);
+  LiftPen(MarkKind::Point);
 }
 
 void Picture::BeginChain() { penSet_ = moved_ = false; }
@@ -191,7 +169,10 @@ void Picture::DrawTo(PicturePoint at) {
     vertices_.push_back(at);
   } else {
     const CellPlace place = CellOf(at);
-    if (penSet_) {
+    if (ring_) {
+      if (penSet_ && place == penPlace_) return;
+      vertices_.push_back(at);
+    } else if (penSet_) {
       if (place == penPlace_) return;
       moved_ = true;
       if (!IsNew(penPlace_, place, false)) {
@@ -213,14 +194,43 @@ void Picture::EndChain() {
   penSet_ = false;
 }
 
-void Picture::LiftPen(bool point) {
-  if (vertices_.size() > RunBegin()) marks_.push_back({static_cast<std::uint32_t>(vertices_.size()), layer_, point});
+// A ring stays whole while it encloses anything that is seen.
+void Picture::EndRing() {
+  constexpr std::size_t kLeast = 4;
+  const std::size_t begin = RunBegin();
+  if (vertices_.size() > begin && vertices_.back() != vertices_[begin]) {
+    const PicturePoint first = vertices_[begin];
+    vertices_.push_back(first);
+  }
+  if (vertices_.size() - begin < kLeast && cell_ > 0) {
+    DrawFlat();
+  } else if (cell_ > 0 && !IsNewRing()) {
+    vertices_.resize(begin);
+  }
+  LiftPen(MarkKind::Ring);
+  penSet_ = false;
 }
 
-// One pass as a rule, so that a window that adds an element is not held up for long; the next pass comes the sooner.
-// Cells so large that little is left end the loop in any case.
+// Draws a ring that has shrunk to a line or a place as what it is.
+void Picture::DrawFlat() {
+  const std::vector<PicturePoint> flat(vertices_.begin() + static_cast<std::ptrdiff_t>(RunBegin()), vertices_.end());
+  vertices_.resize(RunBegin());
+  ring_ = false;
+  BeginChain();
+  for (const PicturePoint at : flat) DrawTo(at);
+  EndChain();
+  ring_ = true;
+}
+
+void Picture::LiftPen(MarkKind kind) {
+  if (vertices_.size() <= RunBegin()) return;
+  marks_.push_back({static_cast<std::uint32_t>(vertices_.size()), element_, style_, kind});
+}
+
+// One pass as a rule, so that a window that adds an element is not held up for long; where it makes little room, the
+// next one comes the sooner. Cells so large that little is left end the loop in any case.
 void Picture::MakeRoom() {
-  const std::size_t enough = budget_.vertices - budget_.vertices / 64;
+  const std::size_t enough = budget_.vertices - 2;
   do {
     Coarsen();
     Rewrite();
@@ -250,17 +260,20 @@ void Picture::Rewrite() {
   std::fill(drawn_.begin(), drawn_.end(), 0);
   const std::vector<PictureMark> marks = std::exchange(marks_, {});
   const std::vector<PicturePoint> vertices = std::exchange(vertices_, {});
-  const std::uint8_t layer = layer_;
+  const auto [style, element, ring] = std::tuple(style_, element_, ring_);
   const PicturePoint pen = pen_;
   const bool penSet = penSet_, moved = moved_;
   std::size_t next = 0;
   for (const PictureMark& mark : marks) {
-    layer_ = mark.layer;
+    style_ = mark.style;
+    element_ = mark.element;
+    ring_ = mark.kind == MarkKind::Ring;
     BeginChain();
-    for (; next < mark.end; ++next) mark.point ? DrawPoint(vertices[next]) : DrawTo(vertices[next]);
-    if (!mark.point) EndChain();
+    const bool point = mark.kind == MarkKind::Point;
+    for (; next < mark.end; ++next) point ? DrawPoint(vertices[next]) : DrawTo(vertices[next]);
+    if (!point) ring_ ? EndRing() : EndChain();
   }
-  layer_ = layer;
+  std::tie(style_, element_, ring_) = std::tuple(style, element, ring);
   BeginChain();
   for (std::size_t i = next; i < vertices.size(); ++i) DrawTo(vertices[i]);
   if (next < vertices.size()) return;
@@ -281,13 +294,28 @@ Picture::CellPlace Picture::CellOf(PicturePoint at) const {
   return {place(at.x, anchor_.x), place(at.y, anchor_.y)};
 }
 
-// Whether nothing of this layer runs between these cells yet; from now on something does.
+// Whether nothing of this look runs between these cells yet; from now on something does.
 bool Picture::IsNew(CellPlace from, CellPlace to, bool point) {
   const auto [low, high] = std::minmax(from, to);
   const auto number = [](std::int64_t value) { return static_cast<std::uint64_t>(value); };
-  const std::uint64_t bits = Mixed(number(low.x) * 0x9E3779B97F4A7C15U + number(low.y) * 0xC2B2AE3D27D4EB4FU +
-                                   number(high.x) * 0x165667B19E3779F9U + number(high.y) * 0xD6E8FEB86659FD93U +
-                                   number(layer_ * 2 + (point ? 1 : 0)) * 0xA0761D6478BD642FU);
+  return Notes(Mixed(number(low.x) * 0x9E3779B97F4A7C15U + number(low.y) * 0xC2B2AE3D27D4EB4FU +
+                     number(high.x) * 0x165667B19E3779F9U + number(high.y) * 0xD6E8FEB86659FD93U +
+                     number(style_ * 2 + (point ? 1 : 0)) * 0xA0761D6478BD642FU));
+}
+
+// The same of the ring at work, through all its cells.
+bool Picture::IsNewRing() {
+  std::uint64_t bits = style_;
+  for (std::size_t i = RunBegin(); i < vertices_.size(); ++i) {
+    const CellPlace place = CellOf(vertices_[i]);
+    bits = Mixed(bits * 0x9E3779B97F4A7C15U + static_cast<std::uint64_t>(place.x) * 0xC2B2AE3D27D4EB4FU +
+                 static_cast<std::uint64_t>(place.y));
+  }
+  return Notes(Mixed(~bits));
+}
+
+// Whether the bits are noted for the first time.
+bool Picture::Notes(std::uint64_t bits) {
   const auto fingerprint = static_cast<std::uint32_t>(bits >> 32U) | 1;  // never that of a free place
   const std::size_t mask = drawn_.size() - 1;
   std::size_t at = static_cast<std::size_t>(bits) & mask;

@@ -3,21 +3,22 @@
 //
 // As long as a drawing is small, every vertex is kept. When the budget of vertices is used up, a grid of square cells
 // is laid over the drawing: a vertex in the cell of the one before it is dropped, and so is a segment or a point where
-// another one of its layer runs between the same cells. Each time the budget is used up again the cells double, and
-// what is held is thinned anew. Cells nest, so that every vertex that was dropped lies in the cell of one that was
-// kept, and every vertex that is kept is one of the drawing's own.
+// another one of its look runs between the same cells; rings of areas stay whole until they are smaller than two cells.
+// Each time the budget is used up again the cells double, and what is held is thinned anew. Cells nest, so that every
+// vertex that was dropped lies in the cell of one that was kept, and every vertex that is kept is one of the drawing's
+// own.
 #pragma once
 
 #include <compare>
 #include <cstdint>
 #include <span>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "core/element/Extents.h"
 #include "core/element/VertexChains.h"
 #include "core/element/tEntity.h"
+#include "picture/PictureStyles.h"
 
 namespace tesselink {
 
@@ -26,19 +27,19 @@ struct PicturePoint {
   bool operator==(const PicturePoint&) const = default;
 };
 
-struct PictureLayer {
-  std::string name;
-  std::int64_t elements = 0;
-  std::int32_t colour = 0;  ///< red in the low byte
-  bool coloured = false;    ///< by an element or by its own name; false: from the palette
-  bool others = false;      ///< stands for every layer behind the most that are told apart
+/// What is drawn at a mark.
+enum class MarkKind : std::uint8_t {
+  Chain,  ///< one of a single vertex is a chain that is smaller than a cell
+  Point,
+  Ring,  ///< of an area; it ends on its first vertex. Those of one area follow each other
 };
 
-/// A point of the drawing, or a chain that begins behind the vertices of the mark before.
+/// Something drawn, whose vertices begin behind those of the mark before.
 struct PictureMark {
-  std::uint32_t end = 0;  ///< the vertex behind its last one
-  std::uint8_t layer = 0;
-  bool point = false;  ///< else a chain; one of a single vertex is a chain that is smaller than a cell
+  std::uint32_t end = 0;      ///< the vertex behind its last one
+  std::uint32_t element = 0;  ///< its number; an area's rings have that of the first
+  std::uint16_t style = 0;
+  MarkKind kind = MarkKind::Chain;
 };
 
 struct PictureText {
@@ -46,7 +47,9 @@ struct PictureText {
   double size = 0;   ///< height in the drawing's unit
   double angle = 0;  ///< degrees, counter-clockwise
   std::int16_t justification = 0;
-  std::uint8_t layer = 0;
+  std::uint16_t style = 0;
+  std::uint32_t element = 0;
+  bool ofTable = false;  ///< from an attribute table, whose labels have heights that fit no drawing
   std::string text;
 };
 
@@ -68,18 +71,22 @@ struct PictureBudget {
 
 class Picture {
  public:
-  /// Layers that are told apart.
-  static constexpr std::size_t kMostLayers = 200;
   /// Cells along the longer side of the drawing when it is thinned for the first time.
   static constexpr double kFirstCells = 4096;
 
   explicit Picture(PictureBudget budget = {}, const CurveTolerance& tolerance = CurveTolerance::Classic());
 
-  /// Adds an element as a writer would be handed it. What has no vertex, or is of no kind that is drawn, adds nothing;
-  /// vertices that are no finite numbers are left out.
-  void Add(const tEntity& entity);
+  /// Adds an element as a writer would be handed it, with a number by which it is found again; 0: how many there are.
+  /// What has no vertex, or is of no kind that is drawn, adds nothing; vertices that are no finite numbers are left
+  /// out.
+  void Add(const tEntity& entity, std::uint32_t number = 0);
+  /// The line types that the drawing defines.
+  void Define(const std::vector<LineType>& lineTypes) { styles_.Define(lineTypes); }
+  /// What has been added may be drawn now. A ring that joins an area from before counts as a change of it.
+  void Rest() { rested_ = true; }
 
-  const std::vector<PictureLayer>& Layers() const { return layers_; }
+  const PictureStyles& Styles() const { return styles_; }
+  const std::vector<PictureLayer>& Layers() const { return styles_.Layers(); }
   std::size_t MarkCount() const { return marks_.size(); }
   const PictureMark& Mark(std::size_t mark) const { return marks_[mark]; }
   std::span<const PicturePoint> Vertices(std::size_t mark) const {
@@ -103,7 +110,7 @@ class Picture {
   /// The side of a cell; 0 while nothing has been thinned.
   double Cell() const { return cell_; }
   /// Changes whenever marks that were there before have changed; else new ones stand behind them.
-  std::int64_t Generation() const { return generation_; }
+  std::int64_t Generation() const { return generation_ + styles_.Changes(); }
 
  private:
   struct CellPlace {
@@ -111,10 +118,9 @@ class Picture {
     auto operator<=>(const CellPlace&) const = default;
   };
 
-  void Count(const tEntity& entity);
+  void Count(const tEntity& entity, std::uint32_t number);
+  void CountChain(const tEntity& entity);
   void AddPlain(const tEntity& entity);
-  std::uint8_t LayerOf(const tEntity& entity);
-  std::uint8_t LayerNumber(const std::string& name);
   void AddPoints(const tEntity& entity);
   void AddChain(const tEntity& entity);
   void AddPart(std::span<const double> xs, std::span<const double> ys, bool closed);
@@ -127,7 +133,9 @@ class Picture {
   void PutVertex(PicturePoint at);
   void DrawTo(PicturePoint at);
   void EndChain();
-  void LiftPen(bool point = false);
+  void EndRing();
+  void DrawFlat();
+  void LiftPen(MarkKind kind = MarkKind::Chain);
   std::size_t RunBegin() const { return marks_.empty() ? 0 : marks_.back().end; }
 
   void MakeRoom();
@@ -135,15 +143,19 @@ class Picture {
   void Rewrite();
   CellPlace CellOf(PicturePoint at) const;
   bool IsNew(CellPlace from, CellPlace to, bool point);
+  bool IsNewRing();
+  bool Notes(std::uint64_t bits);
 
   PictureBudget budget_;
   CurveTolerance tolerance_;
   std::vector<PicturePoint> vertices_;
   std::vector<PictureMark> marks_;
   std::vector<PictureText> texts_;
-  std::vector<PictureLayer> layers_;
-  std::unordered_map<std::string, std::uint8_t> layerNumbers_;
-  std::uint8_t layer_ = 0;  // of the element at work
+  PictureStyles styles_;
+  // Of the element at work.
+  std::uint16_t style_ = 0;
+  std::uint32_t element_ = 0;
+  bool ring_ = false;  // its chains are rings of an area
 
   // The chain at work. What it has drawn since the pen was last lifted stands behind the vertices of the last mark.
   PicturePoint pen_;
@@ -159,7 +171,10 @@ class Picture {
 
   Extents bounds_;
   PictureCounts counts_;  // but for layers
-  std::int64_t areaRecord_ = 0;  // whose first ring the element before was, or a further one
+  // Of the area whose ring came last: the record, and the number of the element that began it.
+  std::int64_t areaRecord_ = 0;
+  std::uint32_t areaElement_ = 0;
+  bool rested_ = false;
   std::int64_t leftOut_ = 0, generation_ = 0;
 };
 

@@ -38,6 +38,7 @@ void PictureView::Pan(double right, double down) {
 
 double TextHeight(const PictureText& text, const Extents& box) {
   constexpr double kMostOfBox = 0.025;
+  if (!text.ofTable) return text.size;
   const double side = std::max(box.maxX - box.minX, box.maxY - box.minY);
   return side > 0 ? std::min(text.size, side * kMostOfBox) : text.size;
 }
@@ -68,6 +69,46 @@ bool ClipSegment(const PictureView& view, double margin, ScreenPoint& from, Scre
   if (end < 1) to = {origin.x + end * dx, origin.y + end * dy};
   if (begin > 0) from = {origin.x + begin * dx, origin.y + begin * dy};
   return true;
+}
+
+namespace {
+
+// Keeps what of a polygon lies where `room` is not below 0. After Sutherland and Hodgman.
+template <typename Room>
+void CutPolygon(std::vector<ScreenPoint>& polygon, std::vector<ScreenPoint>& kept, Room&& room) {
+  kept.clear();
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const ScreenPoint from = polygon[i == 0 ? polygon.size() - 1 : i - 1], to = polygon[i];
+    const double before = room(from), after = room(to);
+    if ((before < 0) != (after < 0)) {
+      const double share = before / (before - after);
+      kept.push_back({from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share});
+    }
+    if (after >= 0) kept.push_back(to);
+  }
+  polygon.swap(kept);
+}
+
+}  // namespace
+
+std::span<const ScreenPoint> ChainTracer::Ring(std::span<const PicturePoint> ring) {
+  piece_.clear();
+  bool seesAll = true;
+  for (const PicturePoint at : ring) {
+    const ScreenPoint next = view_.ToScreen(at);
+    const bool isNear = !piece_.empty() && std::abs(next.x - piece_.back().x) < tolerance_ &&
+                        std::abs(next.y - piece_.back().y) < tolerance_;
+    if (isNear) continue;
+    piece_.push_back(next);
+    seesAll = seesAll && Sees(next);
+  }
+  if (seesAll) return piece_;
+  const double margin = margin_, right = view_.width + margin, bottom = view_.height + margin;
+  CutPolygon(piece_, cut_, [=](ScreenPoint at) { return at.x + margin; });
+  CutPolygon(piece_, cut_, [=](ScreenPoint at) { return at.y + margin; });
+  CutPolygon(piece_, cut_, [=](ScreenPoint at) { return right - at.x; });
+  CutPolygon(piece_, cut_, [=](ScreenPoint at) { return bottom - at.y; });
+  return piece_;
 }
 
 }  // namespace tesselink

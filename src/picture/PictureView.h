@@ -52,8 +52,8 @@ struct PictureView {
 /// A text's height is that of its capitals; a font's size is greater by this factor.
 inline constexpr double kEmPerTextHeight = 1.4;
 
-/// The height at which a text is drawn, in the drawing's unit: its own, but not more than 1/40 of the box's longer
-/// side. Labels of shapefiles have heights that have nothing to do with their drawing.
+/// The height at which a text is drawn, in the drawing's unit: its own. Labels from attribute tables have heights that
+/// have nothing to do with their drawing; they get not more than 1/40 of the box's longer side.
 double TextHeight(const PictureText& text, const Extents& box);
 
 /// Where a text lies about its place.
@@ -101,6 +101,10 @@ class ChainTracer {
     if (!piece_.empty()) piece(std::span<const ScreenPoint>(piece_));
   }
 
+  /// What of a ring is seen, as a polygon: its first vertex follows its last. Where the ring goes on outside, the
+  /// polygon runs along the margin. Empty where nothing is seen.
+  std::span<const ScreenPoint> Ring(std::span<const PicturePoint> ring);
+
   /// Whether a place lies in the view or its margin.
   bool Sees(ScreenPoint at) const {
     return at.x >= -margin_ && at.x <= view_.width + margin_ && at.y >= -margin_ && at.y <= view_.height + margin_;
@@ -109,7 +113,7 @@ class ChainTracer {
  private:
   PictureView view_;
   double tolerance_, margin_;
-  std::vector<ScreenPoint> piece_;
+  std::vector<ScreenPoint> piece_, cut_;
 };
 
 }  // namespace tesselink

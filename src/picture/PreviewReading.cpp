@@ -2,141 +2,71 @@
 #include "picture/PreviewReading.h"
 
 #include <algorithm>
-#include <new>
+#include <array>
+#include <string_view>
+#include <utility>
 
 #include "core/io/Errors.h"
+#include "core/io/Files.h"
 #include "core/io/Paths.h"
-#include "core/run/Nobody.h"
+#include "core/io/Text.h"
 
 namespace tesselink {
+namespace {
 
-// Nobody: questions are answered so that nothing happens to any file, messages are kept.
-class PreviewReading::Silence final : public Nobody {
- public:
-  Silence(const Clock& clock, Breath breath, std::optional<FieldChoice> fields)
-      : clock_(clock), breath_(std::move(breath)), fields_(std::move(fields)) {}
-
-  void OpeningBegins() { until_ = clock_() + kPatience; }
-  const std::vector<std::string>& Messages() const { return messages_; }
-
-  Answer ShowMessage(const Message& message) override {
-    if (message.topic == Topic::LineEnds) return Answer::No;
-    constexpr std::size_t kMostMessages = 20;
-    const bool known = std::find(messages_.begin(), messages_.end(), message.text) != messages_.end();
-    if (!known && messages_.size() < kMostMessages) messages_.push_back(message.text);
-    return Answer::Ok;
-  }
-  void SelectFields(FieldSelection& selection) override {
-    if (!fields_) throw OperationCanceled();
-    selection.Answer(*fields_);
-  }
-  std::string AskText(const TextQuestion& question) override {
-    throw Error(question.subject + ": was not found; the preview does without");
-  }
-  bool CancelRequested() override { return clock_() > until_; }
-  void Yield() override {
-    if (breath_) breath_();
-  }
-
- private:
-  static constexpr std::chrono::seconds kPatience{2};
-
-  const Clock& clock_;
-  Breath breath_;
-  std::optional<FieldChoice> fields_;
-  std::chrono::steady_clock::time_point until_ = std::chrono::steady_clock::time_point::max();
-  std::vector<std::string> messages_;
-};
-
-PreviewReading::PreviewReading(PreviewInput input, Settings& settings, Breath breath, Clock clock)
-    : input_(std::move(input)),
-      clock_(std::move(clock)),
-      person_(std::make_unique<Silence>(clock_, std::move(breath), input_.fields)),
-      context_{*person_, settings, report_, input_.options},
-      selection_(input_.options.layers, input_.options.withoutLayers),
-      pump_(input_.options.dialect),
-      picture_({}, input_.options.Curves()) {
-  if (input_.options.clip) clip_.emplace(*input_.options.clip, input_.options.Curves());
-  context_.options.layersWanted = context_.options.lookAhead = false;
+std::string BeginningOf(const std::string& path) {
+  constexpr std::size_t kLongest = 16384;
+  BinaryFile file(path);
+  std::string text(std::min(static_cast<std::size_t>(file.Size()), kLongest), ' ');
+  text.resize(file.ReadAt(0, text.data(), text.size()));
+  return text;
 }
 
-PreviewReading::~PreviewReading() = default;
+}  // namespace
 
-bool PreviewReading::Slice(std::chrono::milliseconds time) {
-  const auto until = clock_() + time;
-  try {
-    while (!ended_) {
-      ReadOn();
-      if (clock_() >= until) break;
-    }
-  } catch (const OperationCanceled&) {
-    grave_ = input_.paths[next_ - 1] + ": so much stands before its first element that it has no preview";
-  } catch (const std::bad_alloc&) {
-    grave_ = input_.paths[next_ - 1] + ": not enough memory for a preview";
-  } catch (const std::exception& error) {
-    grave_ = error.what();
-  }
-  if (!grave_.empty()) ended_ = true;
-  if (ended_) reader_.reset();
-  return !ended_;
-}
-
-// One step: a file is opened, or an element read.
-void PreviewReading::ReadOn() {
-  if (!open_) {
-    OpenNext();
-    return;
-  }
-  open_ = pump_.Next(*reader_);
-  if (pump_.Delivered() && selection_.Takes(pump_.Element().Layer) && (!clip_ || clip_->Touches(pump_.Element()))) {
-    picture_.Add(pump_.Element());
-    facts_.Add(pump_.Element());
-  }
-  if (reader_->Stalled()) grave_ = reader_->Where() + ": repeats without end; the preview ends here";
-  if (!grave_.empty()) ended_ = true;
-}
-
-void PreviewReading::OpenNext() {
-  if (next_ == input_.paths.size()) {
-    ended_ = true;
-    return;
-  }
-  const std::string& path = input_.paths[next_++];
-  if (const std::string reason = WhyNotReadable(path); !reason.empty()) throw Error(reason);
-  if (!reader_) {
-    reader_ = input_.format.create(context_);
-    if (input_.format.hasAttributes && !input_.fields) reader_->Layered = false;
-  }
-  person_->OpeningBegins();
-  reader_->filename(path);
-  open_ = !reader_->filename().empty();
-  ended_ = !open_;
-  if (open_) selection_.Heed(reader_->LayerStates());
+// The unit of the whole stands last, behind those of what it is made of; a system of heights follows.
+std::string UnitOfProjection(const std::string& wkt) {
+  const std::string capitals = UpperCase(wkt);
+  const std::size_t heights = std::min(capitals.find("VERTCS"), capitals.find("VERT_CS"));
+  constexpr std::string_view kUnit = "UNIT[\"";
+  const std::size_t unit = capitals.rfind(kUnit, heights);
+  if (unit == std::string::npos) return {};
+  const std::size_t begin = unit + kUnit.size();
+  const std::size_t end = std::min(capitals.find('"', begin), capitals.size());
+  const std::string_view name = std::string_view(capitals).substr(begin, end - begin);
+  constexpr std::array<std::pair<std::string_view, std::string_view>, 8> kNames{{
+      {"METER", "m"},
+      {"METRE", "m"},
+      {"FOOT_US", "ft (US)"},
+      {"US SURVEY FOOT", "ft (US)"},
+      {"FOOT", "ft"},
+      {"KILOMETER", "km"},
+      {"DEGREE", "\u00B0"},
+      {"DEGREE (SUPPLIER TO DEFINE REPRESENTATION)", "\u00B0"},
+  }};
+  const auto known = std::find_if(kNames.begin(), kNames.end(), [&](const auto& row) { return row.first == name; });
+  return known == kNames.end() ? wkt.substr(begin, end - begin) : std::string(known->second);
 }
 
 DrawingFacts PreviewReading::Facts() const {
   DrawingFacts facts = facts_;
-  facts.unread = report_.UndeliveredTypes();
-  facts.table = input_.format.hasAttributes && !PartnerFile(input_.paths[0], "DBF").empty();
-  facts.pointFile = !PartnerFile(input_.paths[0], "PTS").empty();
-  facts.whole = ended_ && grave_.empty();
+  const PreviewInput& input = Input();
+  facts.unread = Unread();
+  facts.table = input.format.hasAttributes && !PartnerFile(input.paths[0], "DBF").empty();
+  facts.pointFile = !PartnerFile(input.paths[0], "PTS").empty();
   return facts;
 }
 
-double PreviewReading::Progress() const { return reader_ ? reader_->Progress() : 0; }
-
-std::vector<std::string> PreviewReading::Notes() const {
-  std::vector<std::string> notes;
-  if (!grave_.empty()) notes.push_back(grave_);
-  notes.insert(notes.end(), person_->Messages().begin(), person_->Messages().end());
-  for (const Warning& warning : report_.Warnings()) {
-    notes.push_back(warning.text +
-                    (warning.count > 1 ? " (and " + std::to_string(warning.count - 1) + " more of this kind)" : ""));
+// A file that spoils nothing: whoever reads it for more than that tells what is wrong with it.
+void PreviewReading::Opened(InputFilter& reader) {
+  picture_.Define(reader.LineTypes());
+  const std::string projection = reader.ProjectionPath();
+  if (!unit_.empty() || projection.empty()) return;
+  try {
+    unit_ = UnitOfProjection(BeginningOf(projection));
+  } catch (const Error&) {
+    unit_.clear();
   }
-  for (const auto& [type, count] : report_.UndeliveredTypes()) {
-    notes.push_back("not shown: " + std::to_string(count) + " of type " + type);
-  }
-  return notes;
 }
 
 }  // namespace tesselink

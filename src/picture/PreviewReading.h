@@ -1,83 +1,46 @@
 // SPDX-License-Identifier: MIT
-// Reads a drawing into a picture a little at a time, for a window that has other things to do, and asks nobody.
+// Reads a drawing into a picture a little at a time.
 #pragma once
 
-#include <chrono>
-#include <cstdint>
-#include <functional>
-#include <memory>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "core/run/DrawingFacts.h"
-#include "core/run/FieldSelection.h"
-#include "core/run/Filters.h"
-#include "core/run/FormatTable.h"
-#include "core/run/LayerSelection.h"
-#include "core/run/Pump.h"
-#include "core/run/Report.h"
-#include "core/run/Settings.h"
 #include "picture/Picture.h"
+#include "picture/QuietReading.h"
 
 namespace tesselink {
 
-/// What a preview reads, and how.
-struct PreviewInput {
-  const InputFormat& format;
-  std::vector<std::string> paths;          ///< one file, or those of a run over several
-  FilterOptions options = {};              ///< `layersWanted` and `lookAhead` are taken as false
-  std::optional<FieldChoice> fields = {};  ///< of an attribute table; none: it is not used
-};
-
-/// Files are read as they stand: bare line feeds are left alone, attribute tables are used where their fields are
-/// chosen, and a question that only a person could answer ends the reading with a note.
-class PreviewReading {
+class PreviewReading final : public QuietReading {
  public:
-  using Clock = std::function<std::chrono::steady_clock::time_point()>;
-  /// Called now and then while a file is opened, which cannot be left half-way, so that the window can draw itself.
-  using Breath = std::function<void()>;
-
   PreviewReading(PreviewInput input, Settings& settings, Breath breath = {},
-                 Clock clock = std::chrono::steady_clock::now);
-  ~PreviewReading();
-  PreviewReading(const PreviewReading&) = delete;
-  PreviewReading& operator=(const PreviewReading&) = delete;
+                 Clock clock = std::chrono::steady_clock::now, PictureBudget budget = {})
+      : QuietReading(std::move(input), settings, std::move(breath), std::move(clock)),
+        picture_(budget, this->Input().options.Curves()) {}
 
-  /// Reads on until the time is over or nothing is left; at least one element, whatever its size. False once nothing is
-  /// left: at the end of the last file, where a file repeats without end, and after an error.
-  bool Slice(std::chrono::milliseconds time);
-
+  bool Slice(std::chrono::milliseconds time) {
+    picture_.Rest();
+    return QuietReading::Slice(time);
+  }
   const Picture& Drawn() const { return picture_; }
-  bool Ended() const { return ended_; }
+  /// The unit of the coordinates, as in "ft"; empty where the file does not name it.
+  const std::string& Unit() const { return unit_; }
   /// What is known by now of what a conversion would read.
   DrawingFacts Facts() const;
-  /// The percentage read of the file at hand.
-  double Progress() const;
-  /// What there is to know of the drawing beside the picture, the gravest first: an error, an endless file, messages
-  /// and warnings.
-  std::vector<std::string> Notes() const;
+  using QuietReading::Input;
 
  private:
-  class Silence;
+  void Opened(InputFilter& reader) override;
+  void Take(InputFilter&, const tEntity& entity, std::uint32_t number) override {
+    picture_.Add(entity, number);
+    facts_.Add(entity);
+  }
 
-  void ReadOn();
-  void OpenNext();
-
-  PreviewInput input_;
-  Clock clock_;
-  std::unique_ptr<Silence> person_;
-  Report report_;
-  FilterContext context_;
-  std::unique_ptr<InputFilter> reader_;
-  LayerSelection selection_;
-  Pump pump_;
-  std::optional<ClipWindow> clip_;
   Picture picture_;
   DrawingFacts facts_;
-  std::size_t next_ = 0;  // of the paths
-  bool open_ = false, ended_ = false;
-  std::string grave_;
+  std::string unit_;
 };
+
+/// The unit of the coordinates by the text of a .prj file, as people write it; empty where there is none.
+std::string UnitOfProjection(const std::string& wkt);
 
 }  // namespace tesselink

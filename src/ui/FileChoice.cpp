@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ui/FileChoice.h"
 
-#include <QByteArray>
 #include <QComboBox>
 #include <QDir>
 #include <QMimeData>
@@ -11,6 +10,7 @@
 #include "core/io/Paths.h"
 #include "core/run/FieldSelection.h"
 #include "formats/shape/DBFInFilter.h"
+#include "ui/TextPaths.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
@@ -28,13 +28,6 @@ QString EntryOf(const std::vector<Row>& formats, const QString& path) {
 
 std::string NameIn(const std::string& folder, const std::string& path) {
   return FolderOf(path) == folder ? FileNameOf(path) : path;
-}
-
-// Percent signs are decoded here: the file's name may be no UTF-8, and the toolkit would replace its bytes.
-QString LocalFile(const QUrl& url) {
-  const QString path = url.toLocalFile();
-  if (!path.contains('%') && !path.contains(QChar::ReplacementCharacter)) return path;
-  return Shown(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
 }
 
 template <typename Row>
@@ -57,6 +50,14 @@ QString FilterList(const QStringList& entries) {
   QString list;
   for (const QString& entry : entries) list += entry + "|" + PatternOf(entry) + "|";
   return list;
+}
+
+QString FilterOfAll(const QString& description, const QStringList& entries) {
+  QStringList patterns;
+  for (const QString& entry : entries) patterns.append(PatternOf(entry));
+  patterns.removeDuplicates();
+  const QString list = patterns.join(' ');
+  return description + " (" + list + ")|" + list + "|";
 }
 
 QStringList NameFilters(const QString& filterList) {

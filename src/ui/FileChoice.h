@@ -17,6 +17,8 @@ namespace tesselink {
 /// The filter list of a drop-down: for every entry its text and the pattern between its parentheses, each followed by
 /// "|".
 QString FilterList(const QStringList& entries);
+/// A filter of every pattern of a drop-down at once, each once, as "All drawings (*.shp *.dxf)|*.shp *.dxf|".
+QString FilterOfAll(const QString& description, const QStringList& entries);
 /// A filter list as the toolkit takes it: a text for every pair, its pattern in parentheses at the end.
 QStringList NameFilters(const QString& filterList);
 /// The pattern in the last parentheses, as in "*.shp".

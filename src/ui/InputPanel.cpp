@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
@@ -16,10 +17,15 @@
 #include "ui/FileChoice.h"
 #include "ui/Named.h"
 #include "ui/PathControls.h"
+#include "ui/TextPaths.h"
 #include "ui/UiText.h"
+#include "ui/WindowMemory.h"
 
 namespace tesselink {
 namespace {
+
+constexpr const char* kFormat = "InFormat";
+constexpr const char* kFolder = "InFolder";
 
 // The system's number of an error. What a file holds that cannot be used is an invalid argument.
 int NumberOf(const std::exception& error) {
@@ -30,11 +36,12 @@ int NumberOf(const std::exception& error) {
 
 }  // namespace
 
-InputPanel::InputPanel(const FormatTable& formats, CommonDlg& dialog, QWidget* parent)
-    : QGroupBox(tr("Input Parameters"), parent), formats_(formats), dialog_(dialog) {
+InputPanel::InputPanel(const FormatTable& formats, CommonDlg& dialog, WindowMemory& memory, QWidget* parent)
+    : QGroupBox(tr("Input Parameters"), parent), formats_(formats), dialog_(dialog), memory_(memory) {
   setObjectName("fIO");
   BuildControls();
   inFormat_->addItems(DropDownEntries(formats_.Inputs()));
+  inFormat_->setCurrentIndex(std::max(inFormat_->findText(memory_.Get(kFormat)), 0));
   Connect();
   InFormatClick();
   setFocusProxy(infile_);
@@ -43,8 +50,12 @@ InputPanel::InputPanel(const FormatTable& formats, CommonDlg& dialog, QWidget* p
 void InputPanel::BuildControls() {
   inFormat_ = FormatBox("InFormat", tr("Input Format"));
   infile_ = PathBox("Infile", tr("Input File"));
-  browseIn_ = BrowseButton("BrowseIn", tr("Browse..."), tr("Browse for the input file"));
-  forFiles_ = BrowseButton("forFiles", tr("Browse..."), tr("Browse for several shapefiles"));
+  browseIn_ = BrowseButton("BrowseIn", tr("Browse..."), tr("Browse for the input file"), "Ctrl+O");
+  forFiles_ = BrowseButton("forFiles", tr("Browse..."), tr("Browse for several shapefiles"), "Ctrl+O");
+  recent_ = BrowseButton("cmdRecent", tr("&Recent"), tr("Inputs of the last conversions"), "Ctrl+R");
+  recentMenu_ = Named(new QMenu(recent_), "recentMenu");
+  recent_->setMenu(recentMenu_);
+  note_ = new NoteLine("noteIn", tr("About the input file"));
   selected_ = Named(new QLabel, "lblSelected");
   fields_ = Named(new QLabel, "lblFields");
   fields_->setWordWrap(true);
@@ -57,7 +68,9 @@ void InputPanel::BuildControls() {
   grid->addWidget(selected_, 1, 1);
   grid->addWidget(browseIn_, 1, 2);
   grid->addWidget(forFiles_, 1, 2);
-  grid->addWidget(fields_, 2, 1, 1, 2);
+  grid->addWidget(note_, 2, 1);
+  grid->addWidget(recent_, 2, 2, Qt::AlignTop);
+  grid->addWidget(fields_, 3, 1, 1, 2);
   AlignColumns(*grid);
 }
 
@@ -67,6 +80,12 @@ void InputPanel::Connect() {
   connect(forFiles_, &QPushButton::clicked, this, &InputPanel::ForFilesClick);
   connect(infile_, &QLineEdit::textEdited, this, &InputPanel::InfileEdited);
   connect(infile_, &QLineEdit::textChanged, this, &InputPanel::TellInput);
+  connect(infile_, &QLineEdit::editingFinished, this, &InputPanel::CleanText);
+  connect(note_, &NoteLine::acted, this, [this] {
+    inFormat_->setCurrentText(
+        PathNotes::FormatByContent(PathOf(Path()), formats_.Input(Format().toStdString()), formats_));
+  });
+  connect(recentMenu_, &QMenu::aboutToShow, this, &InputPanel::FillRecent);
   connect(infile_, &QLineEdit::returnPressed, this, &InputPanel::applied);
 }
 
@@ -83,12 +102,13 @@ QStringList InputPanel::Paths() const {
 
 QString InputPanel::Path() const {
   if (SeveralFiles() && chosenFiles_.size() > 1) return Shown(JoinPath(chosenFiles_[0], chosenFiles_[1]));
-  return infile_->text();
+  return CleanPath(infile_->text());
 }
 
 void InputPanel::InFormatClick() {
   const bool several = SeveralFiles();
-  if (several && FileExists(PathOf(infile_->text()))) chosenFiles_ = ChosenFiles({infile_->text()});
+  if (several && FileExists(PathOf(CleanPath(infile_->text()))))
+    chosenFiles_ = ChosenFiles({CleanPath(infile_->text())});
   infile_->setVisible(!several);
   browseIn_->setVisible(!several);
   forFiles_->setVisible(several);
@@ -118,11 +138,13 @@ void InputPanel::ShowFieldNames() {
 
 void InputPanel::BrowseInClick() {
   dialog_.DialogTitle = tr("Browsing...");
-  dialog_.Filter = FilterList(EntriesOf(*inFormat_)) + "All Files (*.*)|*.*|";
+  const QStringList entries = EntriesOf(*inFormat_);
+  dialog_.Filter = FilterList(entries) + "All Files (*.*)|*.*|" + FilterOfAll(tr("All drawings"), entries);
   dialog_.FilterIndex = inFormat_->currentIndex();
   dialog_.Flags = CommonDlg::kFileMustExist;
   dialog_.FileName.clear();
-  dialog_.InitDir(Shown(FolderOf(PathOf(infile_->text()))));
+  dialog_.InitDir(memory_.Get(kFolder));
+  dialog_.InitDir(Shown(FolderOf(PathOf(Path()))));
   if (const QString path = dialog_.ShowOpen(); !path.isEmpty()) TakeOne(path);
 }
 
@@ -143,6 +165,7 @@ void InputPanel::ChooseShapefiles() {
   dialog_.FilterIndex = 0;
   dialog_.Flags = CommonDlg::kAllowMultiSelect | CommonDlg::kFileMustExist;
   dialog_.FileName.clear();
+  dialog_.InitDir(memory_.Get(kFolder));
   dialog_.InitDir(Shown(FolderOf(PathOf(Path()))));
   const QString chosen = dialog_.ShowOpen();
   if (chosen.isEmpty()) return;
@@ -156,18 +179,19 @@ void InputPanel::ChooseShapefiles() {
   }
 }
 
-void InputPanel::InfileEdited() {
-  const QString path = infile_->text();
-  FollowExtension(*inFormat_, path, EntryByExtension(formats_.Inputs(), path));
+void InputPanel::InfileEdited() { FollowName(Path()); }
+
+// The format is that of the name's extension; a name that tells none is taken for what the file holds.
+void InputPanel::FollowName(const QString& path) {
+  QString entry = EntryByExtension(formats_.Inputs(), path);
+  if (entry.isEmpty())
+    entry = PathNotes::FormatByContent(PathOf(path), formats_.Input(Format().toStdString()), formats_);
+  FollowExtension(*inFormat_, path, entry);
 }
 
 void InputPanel::TakeOne(const QString& path) {
-  const QString entry = EntryByExtension(formats_.Inputs(), path);
-  if (SeveralFiles()) {
-    inFormat_->setCurrentText(entry.isEmpty() ? Shown(formats_.Inputs()[0].entry) : entry);
-  } else {
-    FollowExtension(*inFormat_, path, entry);
-  }
+  if (SeveralFiles()) inFormat_->setCurrentText(Shown(formats_.Inputs()[0].entry));
+  FollowName(path);
   infile_->setText(path);
 }
 
@@ -194,11 +218,72 @@ void InputPanel::TakeFiles(const QStringList& paths) {
   }
 }
 
+void InputPanel::Browse() { (SeveralFiles() ? forFiles_ : browseIn_)->click(); }
+
+void InputPanel::ShowRecent() {
+  if (recent_->isEnabled()) recent_->showMenu();
+}
+
+void InputPanel::FillRecent() {
+  recentMenu_->clear();
+  const std::vector<RecentInput> recent = memory_.Recent();
+  for (std::size_t i = 0; i < recent.size(); ++i) {
+    const std::string first = PathOf(recent[i].paths[0]);
+    QString name = Shown(FileNameOf(first));
+    if (recent[i].paths.size() > 1) name = tr("%1 and %2 more").arg(name).arg(recent[i].paths.size() - 1);
+    const QString text = name + QStringLiteral("  \u2013  ") + Shown(FolderOf(first));
+    QAction* action = recentMenu_->addAction(QString("&%1  ").arg((i + 1) % 10) + QString(text).replace('&', "&&"));
+    connect(action, &QAction::triggered, this, [this, input = recent[i]] { TakeRecent(input); });
+  }
+  if (recent.empty()) {
+    recentMenu_->addAction(tr("No conversions yet"))->setEnabled(false);
+    return;
+  }
+  recentMenu_->addSeparator();
+  connect(recentMenu_->addAction(tr("&Forget these")), &QAction::triggered, this, [this] { memory_.ForgetRecent(); });
+}
+
+void InputPanel::TakeRecent(const RecentInput& input) {
+  if (input.paths.size() > 1) {
+    TakeSeveral(input.paths);
+  } else {
+    TakeOne(input.paths[0]);
+    if (inFormat_->findText(input.format) >= 0) inFormat_->setCurrentText(input.format);
+  }
+}
+
+void InputPanel::Remember() {
+  memory_.Set(kFormat, Format());
+  const QString folder = Shown(FolderOf(PathOf(Path())));
+  if (!folder.isEmpty()) memory_.Set(kFolder, folder);
+}
+
+void InputPanel::CleanText() {
+  if (infile_->text() != CleanPath(infile_->text())) infile_->setText(CleanPath(infile_->text()));
+}
+
 void InputPanel::TellInput() {
   if (toldPaths_ == Paths() && toldFormat_ == Format()) return;
   toldPaths_ = Paths();
   toldFormat_ = Format();
+  facts_ = {};
+  LookAgain();
   emit inputChanged(toldPaths_, toldFormat_);
+}
+
+void InputPanel::SetFacts(const InputFacts& facts) {
+  facts_ = facts;
+  ShowNote();
+}
+
+void InputPanel::LookAgain() {
+  problem_ = PathNotes::ProblemOfInputs(Paths(), formats_.Input(Format().toStdString()), formats_);
+  ShowNote();
+}
+
+void InputPanel::ShowNote() {
+  const bool plain = problem_.text.isEmpty();
+  note_->Show(plain ? PathNotes::OfInputs(Paths(), formats_.Input(Format().toStdString()), facts_) : problem_);
 }
 
 }  // namespace tesselink

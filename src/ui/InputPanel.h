@@ -8,26 +8,44 @@
 #include <vector>
 
 #include "core/run/FormatTable.h"
+#include "ui/NoteLine.h"
+#include "ui/PathNotes.h"
 
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QPushButton;
 
 namespace tesselink {
 
 class CommonDlg;
+class WindowMemory;
+struct RecentInput;
 
 class InputPanel final : public QGroupBox {
   Q_OBJECT
  public:
-  /// The format table and the dialog must outlive the frame.
-  InputPanel(const FormatTable& formats, CommonDlg& dialog, QWidget* parent = nullptr);
+  /// The format table, the dialog and the memory must outlive the frame.
+  InputPanel(const FormatTable& formats, CommonDlg& dialog, WindowMemory& memory, QWidget* parent = nullptr);
 
   /// Takes files that a person has dropped: one as the input, several as a list of shapefiles.
   void TakeFiles(const QStringList& paths);
   /// The dialect by which attribute tables are read.
   void SetDialect(Dialect dialect) { dialect_ = dialect; }
+  /// Whether nothing is known that keeps the input from being read.
+  bool IsReadable() const { return !Path().isEmpty() && problem_.text.isEmpty(); }
+  /// What reading the input has shown so far.
+  void SetFacts(const InputFacts& facts);
+  /// Looks anew at what the paths name, for files come and go.
+  void LookAgain();
+  /// Puts the path that was meant in the place of what was pasted or typed.
+  void CleanText();
+  /// Opens the dialog of the button that browses, or the menu of recent inputs.
+  void Browse();
+  void ShowRecent();
+  void Remember();
+
   /// The drop-down's text.
   QString Format() const;
   /// The input, or the first of several; empty when none is chosen.
@@ -54,18 +72,27 @@ class InputPanel final : public QGroupBox {
   void InfileEdited();
   void TakeOne(const QString& path);
   void TakeSeveral(const QStringList& paths);
+  void TakeRecent(const RecentInput& input);
+  void FillRecent();
+  void FollowName(const QString& path);
   void TellInput();
+  void ShowNote();
 
   const FormatTable& formats_;
   CommonDlg& dialog_;
+  WindowMemory& memory_;
   Dialect dialect_ = Dialect::Classic;
   QComboBox* inFormat_;
   QLineEdit* infile_;
-  QPushButton *browseIn_, *forFiles_;
+  QPushButton *browseIn_, *forFiles_, *recent_;
+  QMenu* recentMenu_;
+  NoteLine* note_;
   QLabel *selected_, *fields_;
   std::vector<std::string> chosenFiles_;  // the folder, then the names
   QStringList toldPaths_;
   QString toldFormat_;
+  Note problem_;  // with the input as it was looked at last
+  InputFacts facts_;
 };
 
 }  // namespace tesselink

@@ -8,11 +8,16 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShortcut>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "app/GivenAnswers.h"
@@ -21,7 +26,9 @@
 #include "core/run/WrittenFiles.h"
 #include "formats/cdf/CodeTables.h"
 #include "ui/CommonDlg.h"
+#include "ui/DropHint.h"
 #include "ui/FileChoice.h"
+#include "ui/Help.h"
 #include "ui/InputPanel.h"
 #include "ui/Named.h"
 #include "ui/OptionsLink.h"
@@ -33,8 +40,10 @@
 namespace tesselink {
 namespace {
 
-constexpr const char* kApplication = "Window";
-constexpr const char* kSection = "MainWindow";
+constexpr const char* kGeometry = "Geometry";
+constexpr const char* kSplitter = "Splitter";
+constexpr const char* kDialect = "Dialect";
+constexpr int kAroundWindow = 48;  // pixels that the frame of a window may take
 constexpr const char* kClassic = "Classic";
 constexpr const char* kStandard = "Standard";
 
@@ -57,7 +66,11 @@ class MainWindow::Busy {
 };
 
 MainWindow::MainWindow(const FormatTable& formats, Settings& settings, const FilterOptions& options)
-    : formats_(formats), settings_(settings), options_(options), interaction_(std::make_unique<QtInteraction>(*this)) {
+    : formats_(formats),
+      settings_(settings),
+      memory_(settings),
+      options_(options),
+      interaction_(std::make_unique<QtInteraction>(*this)) {
   setObjectName("MainWindow");
   setWindowTitle(tr("Tesselink File Conversion"));
   setAcceptDrops(true);
@@ -65,6 +78,7 @@ MainWindow::MainWindow(const FormatTable& formats, Settings& settings, const Fil
   splitter_ = Named(new QSplitter, "Splitter");
   splitter_->setChildrenCollapsible(false);
   splitter_->addWidget(controls_);
+  dropHint_ = new DropHint(this);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(splitter_);
@@ -79,20 +93,36 @@ QWidget* MainWindow::BuildControls() {
   auto* controls = new QWidget;
   auto* line = Named(new QFrame, "Line");
   line->setFrameStyle(static_cast<int>(QFrame::HLine) | static_cast<int>(QFrame::Sunken));
-  auto* dialog = Named(new CommonDlg(this), "Dialog");
-  input_ = new InputPanel(formats_, *dialog);
-  output_ = new OutputPanel(formats_, *dialog);
-  more_ = new OptionsPane(settings_);
-  link_ = new OptionsLink(formats_, *input_, *output_, *more_, [this] { return Request(); });
   auto* layout = new QVBoxLayout(controls);
   layout->addWidget(BuildTitle());
   layout->addWidget(line);
+  layout->addWidget(BuildFrames(), 1);
+  layout->addWidget(BuildButtons());
+  return controls;
+}
+
+// Both frames, which scroll where a screen is too low for them.
+QWidget* MainWindow::BuildFrames() {
+  auto* dialog = Named(new CommonDlg(this), "Dialog");
+  auto* frames = new QWidget;
+  input_ = new InputPanel(formats_, *dialog, memory_);
+  output_ = new OutputPanel(formats_, *dialog, memory_);
+  more_ = new OptionsPane(settings_);
+  link_ = new OptionsLink(formats_, *input_, *output_, *more_, [this] { return Request(); });
+  auto* layout = new QVBoxLayout(frames);
+  layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(input_);
   layout->addWidget(output_);
   layout->addWidget(more_, 1);
   layout->addStretch();
-  layout->addWidget(BuildButtons());
-  return controls;
+  auto* scroll = Named(new QScrollArea, "Scroll");
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  scroll->setWidgetResizable(true);
+  scroll->setWidget(frames);
+  scroll->setMinimumWidth(frames->minimumSizeHint().width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  return scroll;
 }
 
 QWidget* MainWindow::BuildTitle() {
@@ -116,18 +146,42 @@ QWidget* MainWindow::BuildButtons() {
   cancel_ = Named(new QPushButton(tr("&Cancel")), "cmdCancel");
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(BuildHelp());
   row->addStretch();
   row->addWidget(apply_);
   row->addWidget(cancel_);
   return bar;
 }
 
+QPushButton* MainWindow::BuildHelp() {
+  auto* button = Named(new QPushButton(tr("&Help")), "cmdHelp");
+  auto* menu = Named(new QMenu(button), "helpMenu");
+  connect(menu->addAction(tr("&Using this window") + "\tF1"), &QAction::triggered, this, &MainWindow::ShowHelp);
+  connect(menu->addAction(tr("&About Tesselink")), &QAction::triggered, this, [this] { AboutBox(this).exec(); });
+  button->setMenu(menu);
+  return button;
+}
+
+// A key of the whole window, which rests with the other controls during a run.
+void MainWindow::AddKey(const QKeySequence& key, const std::function<void()>& does) {
+  connect(new QShortcut(key, this), &QShortcut::activated, this, [this, does] {
+    if (!running_) does();
+  });
+}
+
 void MainWindow::Connect() {
+  AddKey(QKeySequence(Qt::CTRL | Qt::Key_O), [this] { input_->Browse(); });
+  AddKey(QKeySequence(Qt::CTRL | Qt::Key_R), [this] { input_->ShowRecent(); });
+  AddKey(QKeySequence(Qt::Key_F1), [this] { ShowHelp(); });
   connect(input_, &InputPanel::inputChanged, this, &MainWindow::inputChanged);
-  connect(input_, &InputPanel::inputChanged, this, [this] { output_->SetInput(InputPath()); });
-  connect(output_, &OutputPanel::dialectChanged, input_, &InputPanel::SetDialect);
+  connect(input_, &InputPanel::inputChanged, this, [this] { output_->SetInput(InputPath(), input_->IsReadable()); });
+  connect(output_, &OutputPanel::dialectChanged, this, [this](Dialect dialect) {
+    input_->SetDialect(dialect);
+    output_->SetOptions(Request().options);
+  });
   connect(input_, &InputPanel::applied, apply_, &QPushButton::click);
   connect(output_, &OutputPanel::applied, apply_, &QPushButton::click);
+  connect(more_, &OptionsPane::changed, this, [this] { output_->SetOptions(Request().options); });
   connect(link_, &OptionsLink::readingChanged, this, &MainWindow::readingChanged);
   connect(link_, &OptionsLink::clipWanted, this, &MainWindow::clipWanted);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
@@ -139,12 +193,13 @@ void MainWindow::SetPreview(QWidget* preview) {
   splitter_->addWidget(preview);
   splitter_->setStretchFactor(0, 0);
   splitter_->setStretchFactor(1, 1);
-  const std::string kept = settings_.Get(kApplication, kSection, "Splitter", "");
-  splitter_->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(kept)));
-  if (!kept.empty()) return;
-  // Room for a drawing, the first time.
+  const QString kept = memory_.Get(kSplitter);
+  splitter_->restoreState(QByteArray::fromBase64(kept.toLatin1()));
+  if (!kept.isEmpty()) return;
+  // Room for a drawing, the first time, as far as the screen has it.
   const int unit = fontMetrics().averageCharWidth();
-  resize(size().expandedTo(QSize(160 * unit, 80 * unit)));
+  const QSize room = screen()->availableSize() - QSize(kAroundWindow, kAroundWindow);
+  resize(size().expandedTo(QSize(160 * unit, 80 * unit)).boundedTo(room));
   splitter_->setSizes({controls_->sizeHint().width(), width()});
 }
 
@@ -162,6 +217,8 @@ void MainWindow::TakeDrawing(const DrawingFacts& drawing, const std::vector<std:
 
 void MainWindow::TakeClip(const ClipBox& box) { more_->ClipChosen(box); }
 
+void MainWindow::SetFacts(const InputFacts& facts) { input_->SetFacts(facts); }
+
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;
   for (const QString& path : InputPaths()) request.inputs.push_back(PathOf(path));
@@ -174,14 +231,18 @@ ConversionRequest MainWindow::Request() const {
   return request;
 }
 
-// Asks before files are replaced, unless the save dialog has. What the run refuses it refuses in its own words.
-bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
+// Whether the run will refuse it before anything is read, in its own words.
+bool MainWindow::IsRefused(const ConversionRequest& request) const {
   const std::string input = PathOf(InputPath());
   try {
-    if (!FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile)) return true;
+    return !FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile);
   } catch (const Error&) {  // a path that cannot be looked up
     return true;
   }
+}
+
+// Asks before files are replaced, unless the save dialog has.
+bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
   QStringList files;
   for (const std::string& file : ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options)) {
     request.overwrite = true;
@@ -206,16 +267,36 @@ std::vector<std::string> MainWindow::FilesOf(const ConversionRequest& request) c
 
 void MainWindow::Apply() {
   if (running_) return;
-  if (!more_->Agrees()) return;
+  input_->CleanText();
   ConversionRequest request = Request();
-  if (!MayReplaceOutput(request)) return;
+  if (!IsRefused(request)) {
+    if (!more_->Agrees()) return;
+    if (!output_->Settle()) return;
+    request = Request();
+    if (!MayReplaceOutput(request)) return;
+  }
+  Run(request);
+  if (closesAfterRun_) close();
+}
+
+void MainWindow::Run(const ConversionRequest& request) {
   interaction_->FilesOfRun(FilesOf(request));
+  interaction_->InputsOfRun(request.inputs);
   const Busy busy(*this);
+  closesAfterRun_ = false;
   GivenAnswers answers(more_->Values(), *interaction_);
   const RunSummary summary = ConversionRun(formats_, answers, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
   link_->TakeAnswers(answers.All());
-  interaction_->ShowSummary(summary, request.OutFile);
+  if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+  interaction_->ShowSummary(summary);
+}
+
+void MainWindow::ShowHelp() {
+  if (help_ == nullptr) help_ = new HelpWindow(this);
+  help_->show();
+  help_->raise();
+  help_->activateWindow();
 }
 
 void MainWindow::SetRunning(bool running) {
@@ -227,6 +308,8 @@ void MainWindow::SetRunning(bool running) {
     setCursor(Qt::WaitCursor);
   } else {
     unsetCursor();
+    input_->LookAgain();
+    output_->LookAgain();
   }
   emit runningChanged(running);
 }
@@ -235,34 +318,53 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   if (running_) {
     event->ignore();
     interaction_->AskCancel();
+    closesAfterRun_ = interaction_->CancelRequested();
     return;
   }
   interaction_->CloseProgress();
   KeepLook();
 }
 
-void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (!running_ && !LocalFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+// Other programs delete, move and make files meanwhile.
+void MainWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && !running_) {
+    input_->LookAgain();
+    output_->LookAgain();
+  }
+  QWidget::changeEvent(event);
 }
 
+// Whatever the other program proposes, its files stay where they are.
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (running_ || LocalFiles(*event->mimeData()).isEmpty()) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  dropHint_->SetActive(true);
+}
+
+void MainWindow::dragLeaveEvent(QDragLeaveEvent*) { dropHint_->SetActive(false); }
+
 void MainWindow::dropEvent(QDropEvent* event) {
-  event->acceptProposedAction();
+  dropHint_->SetActive(false);
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
   TakeFiles(LocalFiles(*event->mimeData()));
 }
 
 void MainWindow::KeepLook() {
-  settings_.Set(kApplication, kSection, "Geometry", saveGeometry().toBase64().toStdString());
-  settings_.Set(kApplication, kSection, "Splitter", splitter_->saveState().toBase64().toStdString());
-  settings_.Set(kApplication, kSection, "Dialect",
-                output_->ChosenDialect() == Dialect::Standard ? kStandard : kClassic);
+  memory_.Set(kGeometry, saveGeometry().toBase64());
+  memory_.Set(kSplitter, splitter_->saveState().toBase64());
+  memory_.Set(kDialect, output_->ChosenDialect() == Dialect::Standard ? kStandard : kClassic);
+  input_->Remember();
+  output_->Remember();
 }
 
 void MainWindow::RestoreLook() {
-  restoreGeometry(
-      QByteArray::fromBase64(QByteArray::fromStdString(settings_.Get(kApplication, kSection, "Geometry", ""))));
-  const char* const preset = options_.dialect == Dialect::Standard ? kStandard : kClassic;
-  const bool standard = settings_.Get(kApplication, kSection, "Dialect", preset) == kStandard;
+  restoreGeometry(QByteArray::fromBase64(memory_.Get(kGeometry).toLatin1()));
+  const QString kept = memory_.Get(kDialect);
+  const bool standard = kept.isEmpty() ? options_.dialect == Dialect::Standard : kept == kStandard;
   output_->SetDialect(standard ? Dialect::Standard : Dialect::Classic);
+  output_->SetOptions(Request().options);
 }
 
 }  // namespace tesselink

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,17 +14,21 @@
 #include "core/run/FieldSelection.h"
 #include "core/run/FormatTable.h"
 #include "core/run/Settings.h"
+#include "ui/WindowMemory.h"
 
 class QPushButton;
 class QSplitter;
 
 namespace tesselink {
 
+class DropHint;
+class HelpWindow;
 class InputPanel;
 class OptionsLink;
 class OptionsPane;
 class OutputPanel;
 class QtInteraction;
+struct InputFacts;
 
 class MainWindow final : public QWidget {
   Q_OBJECT
@@ -36,6 +41,8 @@ class MainWindow final : public QWidget {
   void SetPreview(QWidget* preview);
   /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles.
   void TakeFiles(const QStringList& paths);
+  /// What reading the input has shown so far, for the line below its path.
+  void SetFacts(const InputFacts& facts);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
   /// The input, or all of several; none when none is chosen.
@@ -59,23 +66,32 @@ class MainWindow final : public QWidget {
 
   QWidget* BuildControls();
   QWidget* BuildTitle();
+  QWidget* BuildFrames();
   QWidget* BuildButtons();
+  QPushButton* BuildHelp();
+  void AddKey(const QKeySequence& key, const std::function<void()>& does);
   void Connect();
 
   std::vector<std::string> FilesOf(const ConversionRequest& request) const;
   ConversionRequest Request() const;
+  bool IsRefused(const ConversionRequest& request) const;
   bool MayReplaceOutput(ConversionRequest& request);
   void Apply();
+  void Run(const ConversionRequest& request);
+  void ShowHelp();
   void SetRunning(bool running);
 
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void KeepLook();
   void RestoreLook();
 
   const FormatTable& formats_;
   Settings& settings_;
+  WindowMemory memory_;
   FilterOptions options_;
   std::unique_ptr<QtInteraction> interaction_;
   QSplitter* splitter_;
@@ -85,7 +101,10 @@ class MainWindow final : public QWidget {
   OptionsPane* more_;
   OptionsLink* link_;
   QPushButton *apply_, *cancel_;
+  DropHint* dropHint_;
+  HelpWindow* help_ = nullptr;
   bool running_ = false;
+  bool closesAfterRun_ = false;
 };
 
 }  // namespace tesselink

@@ -13,7 +13,7 @@
 
 #include "core/io/Paths.h"
 #include "ui/CommonDlg.h"
-#include "ui/OptionWords.h"
+#include "ui/OptionCaptions.h"
 #include "ui/UiText.h"
 
 namespace tesselink {

@@ -1,26 +1,16 @@
 // SPDX-License-Identifier: MIT
-// How the options of a conversion are called in the window.
+// What the command line calls an option, in words that a person at the window understands.
 #pragma once
 
 #include <QString>
-#include <string>
-
-#include "app/ConversionOptions.h"
+#include <string_view>
 
 namespace tesselink {
 
-/// The words of an option, translated: what it is called, what it does, what is usual, and how a choice is called. An
-/// option that is new here has the words of its format.
-QString OptionCaption(const ConversionOption& option);
-QString OptionTip(const ConversionOption& option);
-QString OptionHint(const ConversionOption& option);
-QString ChoiceCaption(const ConversionOption& option, const std::string& choice);
-/// The heading of a group.
-QString GroupCaption(OptionGroup group);
-/// Why an option counts for nothing; empty where it counts.
-QString RestText(OptionRest rest);
-
-/// Whether the window has words of its own for an option and each of its choices.
-bool HasOptionWords(const ConversionOption& option);
+/// The control and its entry that stand for an option with a value, as in "Dialect: Standard"; for an option without a
+/// control, that the command line has it.
+QString OptionInWords(std::string_view option, std::string_view value);
+/// A text of the command line, each option in it put so.
+QString WithoutOptions(const QString& text);
 
 }  // namespace tesselink

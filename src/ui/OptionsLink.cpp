@@ -41,6 +41,7 @@ void OptionsLink::InputChanged() {
   drawing_ = {};
   FormatsChanged();
   pane_.SetDrawing(input_.Paths(), Fields());
+  TellReading();
 }
 
 void OptionsLink::FormatsChanged() {
@@ -55,6 +56,15 @@ void OptionsLink::DialectChanged() {
 
 void OptionsLink::ValuesChanged() {
   TellDialect();
+  OptionValues known = Known();
+  known.Set("dialect", output_.ChosenDialect() == Dialect::Standard ? "standard" : "classic");
+  if (choosesClip_) known.Set("clip", "");
+  if (known.All() == told_.All()) return;
+  told_ = known;
+  TellReading();
+}
+
+void OptionsLink::TellReading() {
   ConversionRequest request = request_();
   if (choosesClip_) request.options.clip.reset();
   const FieldChoice fields = FieldsOf(Known());

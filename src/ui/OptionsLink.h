@@ -43,6 +43,7 @@ class OptionsLink final : public QObject {
   void FormatsChanged();
   void DialectChanged();
   void ValuesChanged();
+  void TellReading();
   void TellDialect();
   void Copy();
   QStringList Fields() const;
@@ -55,6 +56,7 @@ class OptionsLink final : public QObject {
   Request request_;
   OptionValues answers_;
   DrawingFacts drawing_;
+  OptionValues told_;         // to the preview
   bool choosesClip_ = false;  // whole drawings are shown to choose from
 };
 

@@ -16,8 +16,8 @@
 #include "core/io/Text.h"
 #include "ui/LayerChoice.h"
 #include "ui/Named.h"
+#include "ui/OptionCaptions.h"
 #include "ui/OptionRow.h"
-#include "ui/OptionWords.h"
 #include "ui/UiText.h"
 
 namespace tesselink {

@@ -21,14 +21,19 @@ QLineEdit* PathBox(const char* name, const QString& meaning) {
   auto* box = Named(new QLineEdit, name);
   box->setAccessibleName(meaning);
   box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 40);
+  // What does not fit into the box.
+  QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& path) {
+    box->setToolTip(path.isEmpty() ? path : "<qt>" + path.toHtmlEscaped() + "</qt>");
+  });
   // Files dropped here are for the window to take.
   box->setAcceptDrops(false);
   return box;
 }
 
-QPushButton* BrowseButton(const char* name, const QString& caption, const QString& meaning) {
+QPushButton* BrowseButton(const char* name, const QString& caption, const QString& meaning, const QString& keys) {
   auto* button = Named(new QPushButton(caption), name);
   button->setAccessibleName(meaning);
+  if (!keys.isEmpty()) button->setToolTip(meaning + " (" + keys + ")");
   button->setAutoDefault(true);
   return button;
 }

@@ -1,51 +1,41 @@
 // SPDX-License-Identifier: MIT
 #include "ui/PreviewWidget.h"
 
-#include <QCheckBox>
-#include <QCoreApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
-#include <QLocale>
-#include <QPainter>
-#include <QPixmap>
 #include <QSplitter>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
 
-#include "core/io/Numbers.h"
 #include "core/io/Paths.h"
-#include "picture/PictureColours.h"
-#include "ui/PreviewCanvas.h"
+#include "core/io/Text.h"
+#include "picture/PicturePick.h"
+#include "ui/ElementPanel.h"
+#include "ui/Named.h"
+#include "ui/PathNotes.h"
+#include "ui/PreviewLayers.h"
+#include "ui/PreviewLegend.h"
+#include "ui/PreviewStatus.h"
+#include "ui/UiNumbers.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
 namespace {
 
 constexpr std::chrono::milliseconds kSlice{12};
-constexpr int kOpenAfter = 150;   // milliseconds without a further letter
-constexpr int kShowEvery = 250;   // milliseconds
-constexpr int kShowFirst = 50;    // milliseconds
-constexpr int kBreathEvery = 30;  // milliseconds
-constexpr int kListWidth = 140;
-constexpr int kSwatch = 12;
-constexpr int kNotes = 2;  // the rest as a tool tip
+constexpr int kOpenAfter = 150;  // milliseconds without a further letter
+constexpr PictureBudget kOutputBudget{250'000, 25'000};
 
-QColor SwatchColour(const QWidget& widget, std::int32_t colour) {
-  const QColor paper = widget.palette().color(QPalette::Base);
-  const std::int32_t legible = Legible(colour, paper.red() | paper.green() << 8 | paper.blue() << 16);
-  return {legible & 0xFF, legible >> 8 & 0xFF, legible >> 16 & 0xFF};
-}
-
-QPixmap Swatch(const QWidget& widget, const QColor& colour) {
-  const qreal ratio = widget.devicePixelRatioF();
-  QPixmap pixmap(QSize(kSwatch, kSwatch) * ratio);
-  pixmap.setDevicePixelRatio(ratio);
-  pixmap.fill(colour);
-  return pixmap;
+QLabel* TitleOf(PreviewPane& pane, const char* name) {
+  auto* title = Named(new QLabel, name);
+  title->setTextFormat(Qt::PlainText);
+  title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  title->hide();
+  static_cast<QVBoxLayout*>(pane.layout())->insertWidget(0, title);
+  return title;
 }
 
 std::vector<std::string> LayerNames(const Picture& picture) {
@@ -56,8 +46,8 @@ std::vector<std::string> LayerNames(const Picture& picture) {
   return names;
 }
 
-QString Range(double low, double high) {
-  return QString::fromStdString(NumberText(low)) + QStringLiteral(" to ") + QString::fromStdString(NumberText(high));
+QString WithUnit(const QString& number, const std::string& unit) {
+  return unit.empty() ? number : number + u' ' + Shown(unit);
 }
 
 }  // namespace
@@ -66,79 +56,117 @@ PreviewWidget::PreviewWidget(const FormatTable& formats, Settings& settings, con
                              QWidget* parent)
     : QWidget(parent), formats_(formats), settings_(settings), options_(options) {
   setObjectName(QStringLiteral("preview"));
-  canvas_ = new PreviewCanvas;
-  canvas_->setObjectName(QStringLiteral("previewCanvas"));
-  canvas_->setAccessibleName(tr("Preview of the input"));
-  canvas_->setToolTip(tr("Wheel or + and -: zoom. Drag or arrows: move. Double click or F: show all."));
-  status_ = new QLabel;
-  status_->setObjectName(QStringLiteral("previewStatus"));
-  status_->setAccessibleName(tr("About the input"));
-  status_->setWordWrap(true);
-  status_->setTextFormat(Qt::PlainText);
-  status_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  status_->setMinimumHeight(status_->fontMetrics().lineSpacing() * 2);
-  status_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  input_ = new PreviewPane(formats_, settings_, {}, QStringLiteral("previewCanvas"));
+  input_->Canvas().setAccessibleName(tr("Preview of the input"));
+  output_ = new PreviewPane(formats_, settings_, kOutputBudget, QStringLiteral("previewOutputCanvas"));
+  output_->Canvas().setAccessibleName(tr("Preview of the output"));
+  inputTitle_ = TitleOf(*input_, "previewInputTitle");
+  outputTitle_ = TitleOf(*output_, "previewOutputTitle");
+  output_->hide();
+  measured_ = Named(new QLabel, "previewMeasured");
+  measured_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  measured_->setWordWrap(true);
+  measured_->hide();
+  legend_ = new PreviewLegend;
+  status_ = new PreviewStatus;
 
-  auto* splitter = new QSplitter(Qt::Horizontal);
-  splitter->setChildrenCollapsible(false);
-  splitter->addWidget(canvas_);
-  splitter->addWidget(BuildLayers());
-  splitter->setStretchFactor(0, 1);
-  splitter->setStretchFactor(1, 0);
-  splitter->setSizes({5 * kListWidth, kListWidth});
+  panes_ = Named(new QSplitter(Qt::Horizontal), "previewPanes");
+  panes_->setChildrenCollapsible(false);
+  for (QWidget* part : {static_cast<QWidget*>(input_), static_cast<QWidget*>(output_), BuildSide()}) {
+    panes_->addWidget(part);
+  }
+  panes_->setStretchFactor(0, 1);
+  panes_->setStretchFactor(1, 1);
+  panes_->setStretchFactor(2, 0);
+  const int side = side_->minimumWidth();
+  panes_->setSizes({5 * side, 5 * side, side});
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(splitter, 1);
-  layout->addWidget(status_);
-
-  opening_.setSingleShot(true);
-  connect(&opening_, &QTimer::timeout, this, &PreviewWidget::OpenInput);
-  connect(&slices_, &QTimer::timeout, this, &PreviewWidget::ReadSlice);
+  layout->addWidget(BuildTools());
+  layout->addWidget(panes_, 1);
+  for (QLabel* line : {measured_, static_cast<QLabel*>(legend_), static_cast<QLabel*>(status_)})
+    layout->addWidget(line);
+  Connect();
   OpenInput();
 }
 
 PreviewWidget::~PreviewWidget() = default;
 
-QWidget* PreviewWidget::BuildLayers() {
-  layerBox_ = new QWidget;
-  allLayers_ = new QCheckBox(tr("All layers"));
-  allLayers_->setObjectName(QStringLiteral("previewAllLayers"));
-  layers_ = new QListWidget;
-  layers_->setObjectName(QStringLiteral("previewLayers"));
-  layers_->setAccessibleName(tr("Layers of the input"));
-  layers_->setUniformItemSizes(true);
-  layers_->setIconSize(QSize(kSwatch, kSwatch));
-  layers_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  layers_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
-  auto* layout = new QVBoxLayout(layerBox_);
+QWidget* PreviewWidget::BuildSide() {
+  side_ = new QWidget;
+  layers_ = new PreviewLayers;
+  element_ = new ElementPanel;
+  element_->hide();
+  auto* parts = Named(new QSplitter(Qt::Vertical), "previewSide");
+  parts->setChildrenCollapsible(false);
+  parts->addWidget(layers_);
+  parts->addWidget(element_);
+  auto* layout = new QVBoxLayout(side_);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(BuildButtons());
-  layout->addWidget(allLayers_);
-  layout->addWidget(layers_, 1);
-  connect(layers_, &QListWidget::itemChanged, this, &PreviewWidget::LayerChanged);
-  connect(allLayers_, &QCheckBox::clicked, this, &PreviewWidget::AllLayersClicked);
-  return layerBox_;
+  layout->addWidget(parts);
+  side_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+  return side_;
 }
 
-QWidget* PreviewWidget::BuildButtons() {
-  auto* box = new QWidget;
-  auto* layout = new QHBoxLayout(box);
-  layout->setContentsMargins(0, 0, 0, 0);
-  const auto add = [&](const QString& text, const QString& name, const QString& what, void (PreviewCanvas::*does)()) {
-    auto* button = new QToolButton;
-    button->setText(text);
-    button->setObjectName(name);
-    button->setAccessibleName(what);
-    button->setToolTip(what);
-    button->setFocusPolicy(Qt::StrongFocus);
-    connect(button, &QToolButton::clicked, canvas_, does);
-    layout->addWidget(button);
+QWidget* PreviewWidget::BuildTools() {
+  tools_ = Named(new QWidget, "previewTools");
+  auto* row = new QHBoxLayout(tools_);
+  row->setContentsMargins(0, 0, 0, 0);
+  PreviewCanvas* canvas = &input_->Canvas();
+  const auto add = [&](const QString& text, const char* name, const QString& what, void (PreviewCanvas::*does)()) {
+    connect(AddTool(text, name, what), &QToolButton::clicked, canvas, does);
   };
-  add(QStringLiteral("+"), QStringLiteral("previewZoomIn"), tr("Zoom in"), &PreviewCanvas::ZoomIn);
-  add(QStringLiteral("\u2212"), QStringLiteral("previewZoomOut"), tr("Zoom out"), &PreviewCanvas::ZoomOut);
-  add(tr("Fit"), QStringLiteral("previewFit"), tr("Show the whole drawing"), &PreviewCanvas::Fit);
-  layout->addStretch(1);
-  return box;
+  add(QStringLiteral("+"), "previewZoomIn", tr("Zoom in"), &PreviewCanvas::ZoomIn);
+  add(QStringLiteral("\u2212"), "previewZoomOut", tr("Zoom out"), &PreviewCanvas::ZoomOut);
+  add(tr("Fit"), "previewFit", tr("Show the whole drawing"), &PreviewCanvas::Fit);
+  measure_ = AddTool(tr("Measure"), "previewMeasure", tr("Measure distances (M)"));
+  measure_->setCheckable(true);
+  closeOutput_ = AddTool(tr("Close the output"), "previewCloseOutput", tr("Show the input alone"));
+  closeOutput_->hide();
+  row->addStretch();
+  place_ = Named(new QLabel, "previewPlace");
+  place_->setAccessibleName(tr("Place under the pointer"));
+  row->addWidget(place_);
+  return tools_;
+}
+
+QToolButton* PreviewWidget::AddTool(const QString& text, const char* name, const QString& what) {
+  auto* button = Named(new QToolButton, name);
+  button->setText(text);
+  button->setAccessibleName(what);
+  button->setToolTip(what);
+  button->setFocusPolicy(Qt::StrongFocus);
+  tools_->layout()->addWidget(button);
+  return button;
+}
+
+void PreviewWidget::Connect() {
+  opening_.setSingleShot(true);
+  connect(&opening_, &QTimer::timeout, this, &PreviewWidget::OpenInput);
+  connect(&lookups_, &QTimer::timeout, this, &PreviewWidget::LookOn);
+  connect(input_, &PreviewPane::Advanced, this, &PreviewWidget::ShowState);
+  connect(output_, &PreviewPane::Advanced, this, &PreviewWidget::ShowTitles);
+  connect(layers_, &PreviewLayers::HiddenChanged, this, &PreviewWidget::HideLayers);
+  connect(element_, &ElementPanel::Closed, this, &PreviewWidget::EndLookup);
+  connect(closeOutput_, &QToolButton::clicked, this, &PreviewWidget::HideOutput);
+  connect(measure_, &QToolButton::clicked, this, [this](bool on) {
+    input_->Canvas().SetMode(on ? PreviewCanvas::Mode::Measure : PreviewCanvas::Mode::Look);
+    if (on) input_->Canvas().setFocus();
+  });
+  ConnectPane(*input_);
+  ConnectPane(*output_);
+  connect(&input_->Canvas(), &PreviewCanvas::ViewMoved, this, [this] { LinkViews(*input_, *output_); });
+  connect(&output_->Canvas(), &PreviewCanvas::ViewMoved, this, [this] { LinkViews(*output_, *input_); });
+}
+
+void PreviewWidget::ConnectPane(PreviewPane& pane) {
+  PreviewCanvas& canvas = pane.Canvas();
+  canvas.setToolTip(
+      tr("Wheel or + and -: zoom. Drag or arrows: move. Double click or F: show all. Click or Return: what is there."));
+  connect(&canvas, &PreviewCanvas::Pointed, this, [&](const auto& at) { ShowPlace(pane, at); });
+  connect(&canvas, &PreviewCanvas::PlaceChosen, this, [&](PicturePoint at, double reach) { LookUp(pane, at, reach); });
+  connect(&canvas, &PreviewCanvas::Measured, this, &PreviewWidget::ShowMeasure);
+  connect(&canvas, &PreviewCanvas::ModeChanged, this, &PreviewWidget::ShowMeasure);
+  connect(&canvas, &PreviewCanvas::ClipChosen, this, &PreviewWidget::ClipChosen);
 }
 
 void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEntry) {
@@ -147,150 +175,222 @@ void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEn
   opening_.start(kOpenAfter);
 }
 
-void PreviewWidget::SetReading(const FilterOptions& options, const std::optional<FieldChoice>& fields) {
+void PreviewWidget::SetOptions(const FilterOptions& options, const std::optional<FieldChoice>& fields) {
   options_ = options;
   fields_ = fields;
+  input_->Canvas().SetClip(options.clip);
   opening_.start(kOpenAfter);
 }
 
 void PreviewWidget::OpenInput() {
-  if (paused_ || inSlice_) {
+  // A reading that is opening a file draws the window meanwhile, which may come here.
+  if (paused_ || input_->IsBusy() || output_->IsBusy()) {
     opening_.start(kOpenAfter);
     return;
   }
-  slices_.stop();
-  canvas_->SetPicture(nullptr);
-  reading_.reset();
-  layers_->clear();
-  allLayers_->setCheckState(Qt::Checked);
-  std::vector<std::string> paths;
-  for (const QString& path : paths_) paths.push_back(PathOf(path));
-  if (!paths.empty() && FileExists(paths[0])) {
-    title_ = Shown(FileNameOf(paths[0]));
-    if (paths.size() > 1) title_ += tr(" and %1 more").arg(paths.size() - 1);
-    reading_ = std::make_unique<PreviewReading>(
-        PreviewInput{formats_.Input(formatEntry_.toStdString()), std::move(paths), options_, fields_}, settings_,
-        [this] { Breathe(); });
-    canvas_->SetPicture(&reading_->Drawn());
-    slices_.start(0);
+  EndLookup();
+  // Read anew by other options, an input still goes with its output.
+  if (openedPaths_ != paths_) HideOutput();
+  openedPaths_ = paths_;
+  layers_->Clear();
+  input_->Show(paths_, formatEntry_, options_, fields_);
+}
+
+void PreviewWidget::ShowOutput(const QStringList& paths, const QString& formatEntry) {
+  const std::string entry = formatEntry.toStdString();
+  const auto& rows = formats_.Inputs();
+  const auto row = std::find_if(rows.begin(), rows.end(), [&](const InputFormat& one) { return one.entry == entry; });
+  if (row == rows.end() || output_->IsBusy()) return;
+  QStringList drawings;
+  for (const QString& path : paths) {
+    if (LowerCase(ExtensionOf(PathOf(path))) == row->Extension()) drawings.append(path);
   }
-  sinceShown_.start();
-  ShowState();
+  if (drawings.isEmpty()) return;
+  output_->Show(drawings, formatEntry, options_);
+  output_->SetPaused(paused_);
+  output_->show();
+  closeOutput_->show();
+  inputTitle_->show();
+  outputTitle_->show();
+  input_->Canvas().Fit();
+  ShowTitles();
 }
 
-void PreviewWidget::ReadSlice() {
-  if (inSlice_) return;
-  inSlice_ = true;
-  sinceBreath_.start();
-  const bool more = reading_->Slice(kSlice);
-  inSlice_ = false;
-  if (!more) slices_.stop();
-  if (more && sinceShown_.elapsed() < (canvas_->Shown().isNull() ? kShowFirst : kShowEvery)) return;
-  sinceShown_.start();
-  ShowState();
-}
-
-// While a file is being opened, which may take a while for some, the window draws itself. What the person does waits.
-void PreviewWidget::Breathe() {
-  if (sinceBreath_.elapsed() < kBreathEvery) return;
-  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  sinceBreath_.start();
+void PreviewWidget::HideOutput() {
+  if (output_->isHidden() || output_->IsBusy()) return;
+  if (lookedIn_ == output_) EndLookup();
+  output_->hide();
+  output_->Show({}, {}, options_);
+  closeOutput_->hide();
+  inputTitle_->hide();
+  outputTitle_->hide();
 }
 
 bool PreviewWidget::IsDone() const {
-  return !opening_.isActive() && (!reading_ || reading_->Ended()) && canvas_->IsCurrent();
+  const bool outputDone = output_->isHidden() || output_->IsDone();
+  return !opening_.isActive() && !lookup_ && input_->IsDone() && outputDone;
 }
 
 void PreviewWidget::Pause() {
   paused_ = true;
-  slices_.stop();
-  canvas_->SetPaused(true);
+  EndLookup();
+  tools_->setEnabled(false);
+  side_->setEnabled(false);  // what it changes would be drawn only when the run is over
+  input_->SetPaused(true);
+  output_->SetPaused(true);
 }
 
 void PreviewWidget::Resume() {
   paused_ = false;
-  canvas_->SetPaused(false);
-  if (reading_ && !reading_->Ended()) slices_.start(0);
+  tools_->setEnabled(true);
+  side_->setEnabled(true);
+  input_->SetPaused(false);
+  output_->SetPaused(false);
 }
 
 void PreviewWidget::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::PaletteChange) ShowLayers();
+  if (event->type() == QEvent::PaletteChange && input_->Drawn() != nullptr) layers_->List(input_->Drawn()->Layers());
   QWidget::changeEvent(event);
 }
 
 void PreviewWidget::ShowState() {
-  canvas_->SetEmptyText(!reading_           ? tr("Choose a file, or drop one here")
-                        : reading_->Ended() ? tr("Nothing to show")
-                                            : tr("Reading\u2026"));
-  canvas_->PictureGrew();
-  ShowLayers();
-  ShowStatus();
-  if (reading_) emit Known(reading_->Facts(), LayerNames(reading_->Drawn()));
-  emit Counted(reading_ ? reading_->Drawn().Counts() : PictureCounts(), !reading_ || reading_->Ended());
+  const PreviewReading* reading = input_->Reading();
+  input_->Canvas().SetEmptyText(reading == nullptr ? tr("Choose a file, or drop one here")
+                                : reading->Ended() ? tr("Nothing to show")
+                                                   : tr("Reading\u2026"));
+  if (reading != nullptr) layers_->List(reading->Drawn().Layers());
+  side_->setVisible(reading != nullptr && !reading->Drawn().Layers().empty());
+  status_->Tell(input_->Title(), reading);
+  ShowTitles();
+  ShowLegend();
+  emit Counted(reading != nullptr ? reading->Drawn().Counts() : PictureCounts(),
+               reading == nullptr || reading->Ended());
+  if (reading == nullptr) return;
+  TellFacts(*reading);
+  emit Known(reading->Facts(), LayerNames(reading->Drawn()));
 }
 
-void PreviewWidget::ShowLayers() {
-  const QSignalBlocker quiet(layers_);
-  static const std::vector<PictureLayer> kNone;
-  const std::vector<PictureLayer>& all = reading_ ? reading_->Drawn().Layers() : kNone;
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    const int row = static_cast<int>(i);
-    const QString name = all[i].name.empty() ? tr("(no name)") : Shown(all[i].name).simplified();
-    const QString text = name + QStringLiteral("  ") + QLocale().toString(static_cast<qlonglong>(all[i].elements));
-    QListWidgetItem* item = layers_->item(row);
-    if (item == nullptr) {
-      item = new QListWidgetItem(layers_);
-      item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-      item->setCheckState(Qt::Checked);
-    }
-    const QRgb swatch = SwatchColour(*this, all[i].colour).rgb();
-    if (item->data(Qt::UserRole) != swatch) item->setIcon(Swatch(*this, swatch));
-    item->setData(Qt::UserRole, swatch);
-    if (item->text() != text) item->setText(text);
+// Where nothing could be read, the gravest note is the reason.
+void PreviewWidget::TellFacts(const PreviewReading& reading) {
+  const PictureCounts counts = reading.Drawn().Counts();
+  const bool isEmpty = counts.elements == 0 && reading.Ended();
+  const std::vector<std::string> notes = reading.Notes();
+  const bool hinders = !notes.empty() && (isEmpty || !reading.Problem().empty());
+  emit factsChanged({counts.elements, counts.layers, reading.Ended(), hinders ? Shown(notes[0]) : QString()});
+}
+
+void PreviewWidget::ShowTitles() {
+  const auto tell = [this](QLabel& label, const QString& form, const PreviewPane& pane) {
+    if (pane.Reading() == nullptr) return;
+    label.setText(form.arg(pane.Title(), Grouped(pane.Drawn()->Elements())));
+    label.setToolTip(label.text());
+  };
+  tell(*inputTitle_, tr("Input: %1, elements: %2"), *input_);
+  tell(*outputTitle_, tr("Output: %1, elements: %2"), *output_);
+  if (output_->Reading() != nullptr && output_->Reading()->Ended()) {
+    output_->Canvas().SetEmptyText(tr("Nothing to show"));
+    HideLayers(layers_->Hidden());
   }
-  layerBox_->setVisible(!all.empty());
 }
 
-void PreviewWidget::ShowStatus() {
-  if (!reading_) {
-    status_->clear();
-    status_->setToolTip({});
+void PreviewWidget::SetLost(std::uint32_t kinds) {
+  lost_ = kinds;
+  input_->Canvas().SetLost(kinds);
+  ShowLegend();
+}
+
+void PreviewWidget::ShowLegend() { legend_->Tell(lost_, input_->Drawn()); }
+
+void PreviewWidget::ChooseClip() {
+  input_->Canvas().SetMode(PreviewCanvas::Mode::Clip);
+  input_->Canvas().setFocus();
+}
+
+void PreviewWidget::SetClip(const std::optional<ClipBox>& clip) { input_->Canvas().SetClip(clip); }
+
+void PreviewWidget::ShowPlace(const PreviewPane& pane, const std::optional<PicturePoint>& at) {
+  if (!at || pane.Reading() == nullptr) {
+    place_->clear();
     return;
   }
-  const Picture& picture = reading_->Drawn();
-  QStringList parts{title_};
-  parts += QLocale().toString(static_cast<qlonglong>(picture.Elements())) +
-           (picture.Elements() == 1 ? tr(" element") : tr(" elements"));
-  if (const Extents& box = picture.Bounds(); !box.Empty()) {
-    parts += QStringLiteral("x ") + Range(box.minX, box.maxX);
-    parts += QStringLiteral("y ") + Range(box.minY, box.maxY);
-  }
-  QStringList notes;
-  for (const std::string& note : reading_->Notes()) notes += Shown(note);
-  if (picture.LeavesOutOfView()) notes += tr("A few vertices lie far away from all others; zoom out to see them.");
-  if (!reading_->Ended()) parts += tr("reading, %1%").arg(static_cast<int>(reading_->Progress()));
-  status_->setText(parts.join(QStringLiteral("  \u00b7  ")) +
-                   (notes.isEmpty() ? QString() : u'\n' + notes.mid(0, kNotes).join(u'\n')));
-  status_->setToolTip(notes.join(u'\n'));
+  const int decimals = DecimalsFor(1 / pane.Canvas().View().scale);
+  place_->setText(
+      WithUnit(tr("x %1   y %2").arg(Grouped(at->x, decimals), Grouped(at->y, decimals)), pane.Reading()->Unit()));
 }
 
-void PreviewWidget::LayerChanged() {
-  std::vector<bool> hidden;
-  for (int row = 0; row < layers_->count(); ++row) hidden.push_back(layers_->item(row)->checkState() == Qt::Unchecked);
-  const auto count = static_cast<std::size_t>(std::count(hidden.begin(), hidden.end(), true));
-  const QSignalBlocker quiet(allLayers_);
-  allLayers_->setCheckState(count == 0 ? Qt::Checked : count == hidden.size() ? Qt::Unchecked : Qt::PartiallyChecked);
-  canvas_->SetHiddenLayers(std::move(hidden));
+void PreviewWidget::ShowMeasure() {
+  const auto mode = input_->Canvas().CurrentMode();
+  measure_->setChecked(mode == PreviewCanvas::Mode::Measure);
+  measured_->setVisible(mode != PreviewCanvas::Mode::Look);
+  const PreviewOverlay& overlay = input_->Canvas().Overlay();
+  if (mode == PreviewCanvas::Mode::Clip) {
+    measured_->setText(tr("Drag a window around what to take, or mark two corners with Return. Escape gives it up."));
+  } else if (overlay.chain.empty()) {
+    measured_->setText(
+        tr("Click the places to measure between, or mark the middle with Return. Escape ends measuring."));
+  } else if (input_->Reading() != nullptr) {
+    const int decimals = DecimalsFor(1 / input_->Canvas().View().scale);
+    const auto& unit = input_->Reading()->Unit();
+    measured_->setText(tr("Total %1, last leg %2. Backspace takes the last place back.")
+                           .arg(WithUnit(Grouped(overlay.Length(), decimals), unit),
+                                WithUnit(Grouped(overlay.LastLeg(), decimals), unit)));
+  }
 }
 
-void PreviewWidget::AllLayersClicked() {
-  // From a part of them to all; a person does not ask for a part.
-  const Qt::CheckState state = allLayers_->checkState() == Qt::Unchecked ? Qt::Unchecked : Qt::Checked;
-  {
-    const QSignalBlocker quiet(layers_);
-    for (int row = 0; row < layers_->count(); ++row) layers_->item(row)->setCheckState(state);
+// Both show the same place, unless the output lies somewhere else, as in another coordinate system.
+void PreviewWidget::LinkViews(PreviewPane& from, PreviewPane& to) {
+  if (output_->isHidden() || input_->Drawn() == nullptr || output_->Drawn() == nullptr) return;
+  const Extents a = input_->Drawn()->View(), b = output_->Drawn()->View();
+  const bool meet = a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
+  if (meet) to.Canvas().Follow(from.Canvas().View());
+}
+
+// Layers of the output are those of the same name.
+void PreviewWidget::HideLayers(const std::vector<bool>& hidden) {
+  input_->Canvas().SetHiddenLayers(hidden);
+  if (output_->isHidden() || input_->Drawn() == nullptr || output_->Drawn() == nullptr) return;
+  const auto& inputs = input_->Drawn()->Layers();
+  std::vector<bool> same;
+  for (const PictureLayer& layer : output_->Drawn()->Layers()) {
+    const auto isIt = [&](const PictureLayer& one) { return one.name == layer.name; };
+    const auto place = static_cast<std::size_t>(std::find_if(inputs.begin(), inputs.end(), isIt) - inputs.begin());
+    same.push_back(place < hidden.size() && hidden[place]);
   }
-  LayerChanged();
+  output_->Canvas().SetHiddenLayers(same);
+}
+
+void PreviewWidget::LookUp(PreviewPane& pane, PicturePoint at, double reach) {
+  if (paused_) return;
+  EndLookup();
+  const auto element = ElementAt(*pane.Drawn(), pane.Canvas().HiddenLayers(), at, reach);
+  if (!element) return;
+  pane.Canvas().SetChosen(*element);
+  lookedIn_ = &pane;
+  lookup_ = std::make_unique<ElementLookup>(pane.Reading()->Input(), settings_, *element);
+  element_->ShowLooking(0);
+  element_->show();
+  lookups_.start(0);
+}
+
+void PreviewWidget::LookOn() {
+  const bool more = lookup_->Slice(kSlice);
+  if (more) return element_->ShowLooking(static_cast<int>(lookup_->Progress()));
+  lookups_.stop();
+  const PreviewReading* reading = lookedIn_->Reading();
+  if (lookup_->Found()) {
+    element_->ShowFacts(*lookup_->Found(), Shown(reading->Unit()), reading->Drawn().Cell() > 0);
+  } else {
+    element_->ShowReason(tr("It was not found again; the file may have changed since it was read."));
+  }
+  lookup_.reset();
+}
+
+void PreviewWidget::EndLookup() {
+  lookups_.stop();
+  lookup_.reset();
+  lookedIn_ = nullptr;
+  element_->hide();
+  for (const PreviewPane* pane : {input_, output_}) pane->Canvas().SetChosen(0);
 }
 
 }  // namespace tesselink

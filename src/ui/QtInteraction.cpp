@@ -4,20 +4,21 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
-#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QStringList>
 
 #include "app/SummaryText.h"
+#include "core/io/Paths.h"
+#include "core/io/System.h"
 #include "core/run/Filters.h"
 #include "core/run/WrittenFiles.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
+#include "ui/OptionWords.h"
 #include "ui/Questions.h"
 #include "ui/UiText.h"
 #include "ui/frmDBFScan.h"
-#include "ui/frmProgress.h"
 
 namespace tesselink {
 namespace {
@@ -82,11 +83,14 @@ QtInteraction::QtInteraction(QWidget& window) : window_(window), pace_(kBetweenE
 
 QtInteraction::~QtInteraction() = default;
 
+Stopwatch* QtInteraction::Watch() const { return progress_ ? progress_->Watch() : nullptr; }
+
 QWidget* QtInteraction::Front() const { return progress_ && progress_->isVisible() ? progress_.get() : &window_; }
 
 Answer QtInteraction::ShowMessage(const Message& message) {
   const bool repeats = message.topic == Topic::Unread;
   if (repeats && silenced_) return Answer::Ok;
+  const Stopwatch::Pause waiting(Watch());
   QMessageBox box(Front());
   box.setIcon(IconOf(message.icon));
   box.setWindowTitle(Shown(message.title));
@@ -94,13 +98,14 @@ Answer QtInteraction::ShowMessage(const Message& message) {
   box.setText(Shown(message.text));
   box.setInformativeText(Shown(message.details));
   AddButtons(box, message.buttons);
-  if (repeats) box.setCheckBox(new QCheckBox("&Don't show again for this run"));
+  if (repeats) box.setCheckBox(new QCheckBox(tr("&Don't show again for this run")));
   const Answer answer = AnswerOf(box.exec());
   if (repeats) silenced_ = box.checkBox()->isChecked();
   return answer;
 }
 
 std::string QtInteraction::SaveFileName(const SaveFileQuestion& question) {
+  const Stopwatch::Pause waiting(Watch());
   CommonDlg dialog(Front());
   dialog.Filter = Shown(question.filter);
   dialog.DialogTitle = Shown(question.title);
@@ -110,21 +115,30 @@ std::string QtInteraction::SaveFileName(const SaveFileQuestion& question) {
     const QString chosen = dialog.ShowSave();
     if (chosen.isEmpty() || FileAmong(PathOf(chosen), filesOfRun_).empty()) return PathOf(chosen);
     QMessageBox box(QMessageBox::Warning, dialog.DialogTitle,
-                    chosen + "\n\nis a file of this conversion. Choose another name.", QMessageBox::Ok, Front());
+                    tr("%1\n\nis a file of this conversion. Choose another name.").arg(chosen), QMessageBox::Ok,
+                    Front());
     box.setTextFormat(Qt::PlainText);
     box.exec();
   }
 }
 
-void QtInteraction::SelectFields(FieldSelection& selection) { AskFields(selection, Front()); }
+void QtInteraction::SelectFields(FieldSelection& selection) {
+  const Stopwatch::Pause waiting(Watch());
+  AskFields(selection, Front());
+}
 
 std::optional<std::vector<std::string>> QtInteraction::MatchLayers(const LayerMatchingQuestion& question) {
+  const Stopwatch::Pause waiting(Watch());
   return AskLayers(question, Front());
 }
 
-std::size_t QtInteraction::Choose(const ChoiceQuestion& question) { return AskChoice(question, Front()); }
+std::size_t QtInteraction::Choose(const ChoiceQuestion& question) {
+  const Stopwatch::Pause waiting(Watch());
+  return AskChoice(question, Front());
+}
 
 std::string QtInteraction::AskText(const TextQuestion& question) {
+  const Stopwatch::Pause waiting(Watch());
   QInputDialog box(Front());
   box.setObjectName("InputBox");
   box.setWindowTitle(Shown(question.title));
@@ -133,14 +147,12 @@ std::string QtInteraction::AskText(const TextQuestion& question) {
 }
 
 TableFields QtInteraction::LocateFields(const TableFieldsQuestion& question) {
+  const Stopwatch::Pause waiting(Watch());
   return AskTableFields(question, Front());
 }
 
-// The one option that messages speak of and that has a control of its own.
 std::string QtInteraction::Naming(std::string_view option, std::string_view value) const {
-  if (option == "text-height") return "Height in the dialog \"DBF Fields\"";
-  if (option != "dialect") return "the command line's --" + std::string(option) + " " + std::string(value);
-  return value == "standard" ? "Dialect: Standard" : "Dialect: Classic";
+  return OptionInWords(option, value).toStdString();
 }
 
 void QtInteraction::ShowScan(const std::string& text, std::int64_t position, std::int64_t size) {
@@ -167,9 +179,8 @@ void QtInteraction::RunStarted() {
   fileScan_->installEventFilter(this);
   tableScan_->installEventFilter(this);
   silenced_ = stalled_ = false;
-  percent_ = 0;
-  extents_ = {};
-  elements_ = 0;
+  standing_ = {};
+  current_ = 0;
 }
 
 void QtInteraction::RunEnded() {
@@ -179,16 +190,18 @@ void QtInteraction::RunEnded() {
 }
 
 void QtInteraction::ShowRunProgress(const RunProgress& progress) {
-  percent_ = progress.reader.Progress();
-  extents_ = progress.extents;
-  elements_ = progress.elements;
+  standing_.percent = progress.reader.Progress();
+  standing_.extents = progress.extents;
+  standing_.elements = progress.elements;
+  while (current_ + 1 < inputs_.size() && inputs_[current_].path != progress.input) ++current_;
   if (!progress_->isVisible()) {
     Refresh();
     progress_->show();
   }
   if (!stalled_ && progress.reader.Stalled()) {
     stalled_ = true;
-    progress_->ShowHint(Shown(progress.reader.Where() + ": repeats without end. Cancel keeps what was written."));
+    progress_->ShowHint(
+        tr("%1: repeats without end. Cancel keeps what was written.").arg(Shown(progress.reader.Where())));
   }
 }
 
@@ -206,20 +219,47 @@ void QtInteraction::Yield() {
   pace_.Restart();
 }
 
-void QtInteraction::Refresh() { progress_->ShowProgress(percent_, extents_, elements_); }
+void QtInteraction::InputsOfRun(const std::vector<std::string>& inputs) {
+  inputs_.clear();
+  double all = 0;
+  for (const std::string& input : inputs) {
+    sys::Status status;
+    const double size = sys::StatusOf(input, status) ? static_cast<double>(status.size) : 0;
+    inputs_.push_back({input, size});
+    all += size;
+  }
+  for (Input& input : inputs_) input.size = all > 0 ? 100 * input.size / all : 0;
+}
 
-void QtInteraction::ShowSummary(const RunSummary& summary, const std::string& output) {
+void QtInteraction::Refresh() {
+  standing_.whole = standing_.percent;
+  if (inputs_.size() > 1) {
+    const Input& current = inputs_[current_];
+    standing_.whole = current.size * standing_.percent / 100;
+    for (std::size_t i = 0; i < current_; ++i) standing_.whole += inputs_[i].size;
+    standing_.file = tr("File %1 of %2: %3 (%4 % of the whole)")
+                         .arg(current_ + 1)
+                         .arg(inputs_.size())
+                         .arg(Shown(FileNameOf(current.path)))
+                         .arg(static_cast<int>(standing_.whole));
+  }
+  progress_->ShowProgress(standing_);
+}
+
+void QtInteraction::ShowSummary(const RunSummary& summary) {
   const Report& report = summary.report;
-  const bool more = elements_ > 0 || !report.Warnings().empty() || !report.UndeliveredTypes().empty();
+  const bool more = standing_.elements > 0 || !report.Warnings().empty() || !report.UndeliveredTypes().empty();
   // The message has said it all.
   if (summary.outcome == RunOutcome::Refused || (summary.outcome == RunOutcome::Failed && !more))
     return CloseProgress();
-  QStringList lines;
-  for (const std::string& line : SummaryLines(summary, output)) lines.append(Shown(line));
-  if (summary.outcome == RunOutcome::Done) percent_ = 100;  // a reader may not count what lies behind its last element
+  if (summary.outcome == RunOutcome::Done) standing_.percent = 100;  // not all readers count what lies at the end
   Refresh();
-  progress_->ShowSummary(lines.join('\n'),
-                         summary.outputs.empty() ? QString() : QFileInfo(Shown(summary.outputs[0])).absolutePath());
+  QStringList folders;
+  for (const std::string& file : filesOfRun_) {
+    const QString folder = Shown(FolderOf(file));
+    if (folder.size() > 1 && !folders.contains(folder)) folders.append(folder);
+  }
+  progress_->ShowResult(summary.outcome, AccountOf(summary), folders);
   if (summary.outcome == RunOutcome::Cancelled) {
     progress_->exec();
   } else {

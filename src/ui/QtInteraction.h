@@ -9,6 +9,7 @@
 #include "core/run/ConversionRun.h"
 #include "core/run/Interaction.h"
 #include "ui/Pace.h"
+#include "ui/frmProgress.h"
 
 class QWidget;
 
@@ -16,11 +17,11 @@ namespace tesselink {
 
 class FrmScan;
 class frmDBFScan;
-class frmProgress;
 
 /// Message boxes, dialogs and progress windows over a window. Events are handled while a run goes on; the owner sees to
 /// it that none of them touches the run's inputs.
 class QtInteraction final : public QObject, public Interaction {
+  Q_OBJECT
  public:
   explicit QtInteraction(QWidget& window);
   ~QtInteraction() override;
@@ -46,8 +47,10 @@ class QtInteraction final : public QObject, public Interaction {
 
   /// The files that the next run reads and writes, whose names no copy may take.
   void FilesOfRun(std::vector<std::string> files) { filesOfRun_ = std::move(files); }
+  /// What the next run reads, in its order.
+  void InputsOfRun(const std::vector<std::string>& inputs);
   /// The account of the run that has just ended; after a cancel it returns when the person has closed it.
-  void ShowSummary(const RunSummary& summary, const std::string& output);
+  void ShowSummary(const RunSummary& summary);
   /// The question of the progress window's cancel button.
   void AskCancel();
   /// Closes what is left of the last run.
@@ -56,6 +59,7 @@ class QtInteraction final : public QObject, public Interaction {
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
   QWidget* Front() const;
+  Stopwatch* Watch() const;
   void Refresh();
 
   QWidget& window_;
@@ -68,9 +72,13 @@ class QtInteraction final : public QObject, public Interaction {
   bool silenced_ = false;  // messages about records that are not read
   bool stalled_ = false;   // the input repeats without end
 
-  double percent_ = 0;
-  Extents extents_;
-  std::int64_t elements_ = 0;
+  struct Input {
+    std::string path;
+    double size = 0;  // of the whole, in percent
+  };
+  std::vector<Input> inputs_;
+  std::size_t current_ = 0;
+  Standing standing_;
 };
 
 }  // namespace tesselink

@@ -2,26 +2,29 @@
 #include "ui/frmProgress.h"
 
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QUrl>
 #include <QVBoxLayout>
 
 #include "app/SummaryText.h"
+#include "core/io/Paths.h"
 #include "core/run/ConversionRun.h"
+#include "ui/Launcher.h"
 #include "ui/Named.h"
+#include "ui/ResultPage.h"
+#include "ui/UiText.h"
 
 namespace tesselink {
 namespace {
 
-QLabel* Value(const char* name, const char* initial, const char* meaning) {
+QLabel* Value(const char* name, const char* initial, const QString& meaning) {
   auto* label = Named(new QLabel(initial), name);
   label->setAccessibleName(meaning);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -35,29 +38,32 @@ void SetExtent(QLabel* label, double value) { label->setText(QString::fromStdStr
 
 frmProgress::frmProgress(QWidget* parent) : QDialog(parent) {
   setObjectName("frmProgress");
-  setWindowTitle("Progress...");
+  setWindowTitle(tr("Progress..."));
   BuildControls();
 }
 
 void frmProgress::BuildControls() {
   gauge_ = Named(new QProgressBar, "Gauge");
   gauge_->setRange(0, 100);
-  gauge_->setAccessibleName("Part of the input that was read");
+  gauge_->setAccessibleName(tr("Part of the input that was read"));
   elements_ = Named(new QLabel, "lblElements");
+  file_ = Named(new QLabel, "lblFile");
+  file_->setWordWrap(true);
+  file_->setTextFormat(Qt::PlainText);
+  file_->hide();
   remaining_ = Named(new QLabel, "lblRemaining");
   remaining_->setWordWrap(true);
   remaining_->setTextFormat(Qt::PlainText);
-  summary_ = Named(new QPlainTextEdit, "Summary");
-  summary_->setAccessibleName("Summary");
-  summary_->setReadOnly(true);
-  summary_->setTabChangesFocus(true);
-  summary_->hide();
+  result_ = Named(new ResultPage, "Result");
+  result_->hide();
+  extents_ = BuildExtents();
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(BuildExtents());
+  layout->addWidget(result_, 1);
+  layout->addWidget(extents_);
   layout->addWidget(gauge_);
+  layout->addWidget(file_);
   layout->addWidget(elements_);
   layout->addWidget(remaining_);
-  layout->addWidget(summary_, 1);
   layout->addWidget(BuildButtons());
   // Labels that change all the time must not have the window's size worked out anew each time.
   layout->setSizeConstraint(QLayout::SetNoConstraint);
@@ -65,20 +71,20 @@ void frmProgress::BuildControls() {
 }
 
 QWidget* frmProgress::BuildExtents() {
-  minX_ = Value("MinX", "99999999999", "Minimum X");
-  minY_ = Value("MinY", "999999999999", "Minimum Y");
-  maxX_ = Value("MaxX", "-99999999999", "Maximum X");
-  maxY_ = Value("MaxY", "-999999999999", "Maximum Y");
-  auto* extents = new QWidget;
+  minX_ = Value("MinX", "99999999999", tr("Minimum X"));
+  minY_ = Value("MinY", "999999999999", tr("Minimum Y"));
+  maxX_ = Value("MaxX", "-99999999999", tr("Maximum X"));
+  maxY_ = Value("MaxY", "-999999999999", tr("Maximum Y"));
+  auto* extents = Named(new QWidget, "Extents");
   auto* grid = new QGridLayout(extents);
   grid->setContentsMargins(0, 0, 0, 0);
-  grid->addWidget(Named(new QLabel("Minimum X :"), "lblMinX"), 0, 0);
+  grid->addWidget(Named(new QLabel(tr("Minimum X :")), "lblMinX"), 0, 0);
   grid->addWidget(minX_, 0, 1);
-  grid->addWidget(Named(new QLabel("Maximum X :"), "lblMaxX"), 0, 2);
+  grid->addWidget(Named(new QLabel(tr("Maximum X :")), "lblMaxX"), 0, 2);
   grid->addWidget(maxX_, 0, 3);
-  grid->addWidget(Named(new QLabel("Minimum Y :"), "lblMinY"), 1, 0);
+  grid->addWidget(Named(new QLabel(tr("Minimum Y :")), "lblMinY"), 1, 0);
   grid->addWidget(minY_, 1, 1);
-  grid->addWidget(Named(new QLabel("Maximum Y :"), "lblMaxY"), 1, 2);
+  grid->addWidget(Named(new QLabel(tr("Maximum Y :")), "lblMaxY"), 1, 2);
   grid->addWidget(maxY_, 1, 3);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
@@ -86,11 +92,11 @@ QWidget* frmProgress::BuildExtents() {
 }
 
 QWidget* frmProgress::BuildButtons() {
-  openFolder_ = Named(new QPushButton("&Open Folder"), "cmdOpenFolder");
-  copy_ = Named(new QPushButton("Co&py Summary"), "cmdCopy");
-  cancel_ = Named(new QPushButton("&Cancel"), "cmdCancel");
-  done_ = Named(new QPushButton("&Done"), "cmdDone");
-  connect(openFolder_, &QPushButton::clicked, this, &frmProgress::OpenFolder);
+  openFolder_ = Named(new QPushButton(tr("&Open Folder")), "cmdOpenFolder");
+  copy_ = Named(new QPushButton(tr("Co&py Summary")), "cmdCopy");
+  cancel_ = Named(new QPushButton(tr("&Cancel")), "cmdCancel");
+  done_ = Named(new QPushButton(tr("&Done")), "cmdDone");
+  connect(openFolder_, &QPushButton::clicked, this, [this] { OpenUrl(UrlOf(FolderOf(FullPath(written_))), this); });
   connect(copy_, &QPushButton::clicked, this, &frmProgress::CopySummary);
   connect(cancel_, &QPushButton::clicked, this, &frmProgress::AskCancel);
   connect(done_, &QPushButton::clicked, this, &QDialog::accept);
@@ -107,19 +113,24 @@ QWidget* frmProgress::BuildButtons() {
   return buttons;
 }
 
-void frmProgress::ShowProgress(double percent, const Extents& extents, std::int64_t elements) {
+void frmProgress::ShowExtents(const Extents& extents) {
+  if (extents.Empty()) return;
+  isAnyRead_ = true;
+  SetExtent(minX_, extents.minX);
+  SetExtent(minY_, extents.minY);
+  SetExtent(maxX_, extents.maxX);
+  SetExtent(maxY_, extents.maxY);
+}
+
+void frmProgress::ShowProgress(const Standing& standing) {
   // What was asked before the first element took a person's time, not the run's.
-  if (!running_.isValid()) running_.start();
-  if (!extents.Empty()) {
-    SetExtent(minX_, extents.minX);
-    SetExtent(minY_, extents.minY);
-    SetExtent(maxX_, extents.maxX);
-    SetExtent(maxY_, extents.maxY);
-  }
-  gauge_->setValue(static_cast<int>(percent));
-  elements_->setText(QString::fromStdString(Elements(elements) + " read"));
-  const auto elapsed = std::chrono::milliseconds(running_.elapsed());
-  remaining_->setText(hint_.isEmpty() ? QString::fromStdString(RemainingText(elapsed, percent)) : hint_);
+  if (!watch_.IsStarted()) watch_.Start();
+  ShowExtents(standing.extents);
+  gauge_->setValue(static_cast<int>(standing.percent));
+  file_->setText(standing.file);
+  file_->setVisible(!standing.file.isEmpty());
+  elements_->setText(tr("%1 read").arg(Shown(Elements(standing.elements))));
+  remaining_->setText(hint_.isEmpty() ? Shown(RemainingText(watch_.Elapsed(), standing.whole)) : hint_);
 }
 
 void frmProgress::ShowHint(const QString& hint) {
@@ -128,16 +139,19 @@ void frmProgress::ShowHint(const QString& hint) {
   resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width()))));
 }
 
-void frmProgress::ShowSummary(const QString& summary, const QString& folder) {
-  folder_ = folder;
-  remaining_->hide();
-  summary_->setPlainText(summary);
-  summary_->show();
-  openFolder_->setVisible(!folder.isEmpty());
+void frmProgress::ShowResult(RunOutcome outcome, const RunAccount& account, const QStringList& folders) {
+  for (QWidget* widget : std::initializer_list<QWidget*>{remaining_, gauge_, file_}) widget->hide();
+  extents_->setVisible(isAnyRead_);
+  elements_->setVisible(isAnyRead_);
+  written_ = account.files.empty() ? std::string() : account.files[0];
+  result_->Show(outcome, account, folders);
+  result_->show();
+  openFolder_->setVisible(!written_.empty() && HasLauncher());
   copy_->show();
   cancel_->hide();
   done_->show();
-  resize(size().expandedTo(sizeHint()));
+  const int unit = fontMetrics().height();
+  resize(size().expandedTo(sizeHint()).expandedTo({0, 26 * unit}).boundedTo(screen()->availableSize() * 9 / 10));
   done_->setDefault(true);
   done_->setFocus();
 }
@@ -145,8 +159,9 @@ void frmProgress::ShowSummary(const QString& summary, const QString& folder) {
 void frmProgress::AskCancel() {
   if (asking_) return;
   asking_ = true;
+  const Stopwatch::Pause waiting(&watch_);
   QWidget* front = isVisible() ? this : parentWidget();
-  CancelRequest = QMessageBox::question(front, "Cancel", "Are you sure you want to cancel?",
+  CancelRequest = QMessageBox::question(front, tr("Cancel"), tr("Are you sure you want to cancel?"),
                                         QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
   asking_ = false;
 }
@@ -159,8 +174,6 @@ void frmProgress::reject() {
   }
 }
 
-void frmProgress::OpenFolder() { QDesktopServices::openUrl(QUrl::fromLocalFile(folder_)); }
-
-void frmProgress::CopySummary() { QGuiApplication::clipboard()->setText(summary_->toPlainText()); }
+void frmProgress::CopySummary() { QGuiApplication::clipboard()->setText(result_->Text()); }
 
 }  // namespace tesselink

@@ -3,17 +3,29 @@
 #pragma once
 
 #include <QDialog>
-#include <QElapsedTimer>
+#include <cstdint>
 #include <string>
 
+#include "app/SummaryText.h"
 #include "core/element/Extents.h"
+#include "ui/Stopwatch.h"
 
 class QLabel;
-class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 
 namespace tesselink {
+
+class ResultPage;
+
+/// Where a run stands: in the file that is being read, and in all files.
+struct Standing {
+  double percent = 0;  ///< of the file
+  Extents extents;
+  std::int64_t elements = 0;
+  QString file = {};  ///< which of several; empty for one
+  double whole = 0;   ///< percent of all files
+};
 
 class frmProgress final : public QDialog {
   Q_OBJECT
@@ -24,11 +36,13 @@ class frmProgress final : public QDialog {
   bool CancelRequest = false;
 
   /// Shows where the run stands. Before the first call the labels hold their initial captions.
-  void ShowProgress(double percent, const Extents& extents, std::int64_t elements);
+  void ShowProgress(const Standing& standing);
   /// A line for what the person should know while the run goes on; empty for the time that remains.
   void ShowHint(const QString& hint);
-  /// What came of the run, and the folder to open; from now on the dialog is closed by its own button.
-  void ShowSummary(const QString& summary, const QString& folder);
+  /// What came of the run, whose files lie in these folders; from now on the dialog is closed by its own button.
+  void ShowResult(RunOutcome outcome, const RunAccount& account, const QStringList& folders);
+  /// The time that the run has taken; it is stopped while a question waits for its answer.
+  Stopwatch* Watch() { return &watch_; }
 
   /// The question of the cancel button, asked once at a time.
   void AskCancel();
@@ -39,16 +53,18 @@ class frmProgress final : public QDialog {
   void BuildControls();
   QWidget* BuildExtents();
   QWidget* BuildButtons();
-  void OpenFolder();
+  void ShowExtents(const Extents& extents);
   void CopySummary();
 
-  QLabel *minX_, *minY_, *maxX_, *maxY_, *elements_, *remaining_;
+  QLabel *minX_, *minY_, *maxX_, *maxY_, *elements_, *file_, *remaining_;
   QProgressBar* gauge_;
-  QPlainTextEdit* summary_;
+  QWidget* extents_;
+  ResultPage* result_;
   QPushButton *cancel_, *done_, *openFolder_, *copy_;
-  QElapsedTimer running_;
-  QString hint_, folder_;
-  bool asking_ = false;
+  Stopwatch watch_;
+  QString hint_;
+  std::string written_;  // a file of the folder to open
+  bool asking_ = false, isAnyRead_ = false;
 };
 
 }  // namespace tesselink

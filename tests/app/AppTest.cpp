@@ -22,15 +22,25 @@ TEST(SummaryText, AccountsForEverything) {
   summary.clipped.Add(kText);
   summary.report.Undelivered("PointZ");
   for (int i = 0; i < 3; ++i) summary.report.Warn(WarningKind::Heights, "a.shp, record 1: odd");
+  summary.report.Warn(WarningKind::Curves, "a.shp: 7");
+  summary.report.Warn(WarningKind::RingsTurned, "a.shp: turned");
   summary.outputs = {"out.dxf"};
-  EXPECT_EQ(SummaryLines(summary, "out.dxf"),
-            (std::vector<std::string>{"out.dxf: 2 elements written", "Read: 3 points, 1 arc", "Written: 1 point",
-                                      "Written as another kind: 1 point", "Left out by clip: 1 text",
-                                      "Not written: 1 arc; that writes it",
-                                      "Warning: not read, and so not converted: 1 of type PointZ",
-                                      "Warning: a.shp, record 1: odd (and 2 more of this kind)", "File: out.dxf"}));
-  EXPECT_EQ(SummaryLines(RunSummary(), "out.dxf"),
-            (std::vector<std::string>{"out.dxf: no elements written", "Read: no elements"}));
+  using Lines = std::vector<std::string>;
+  const RunAccount account = AccountOf(summary);
+  EXPECT_EQ(account.ending, "2 elements written");
+  EXPECT_EQ(account.gone,
+            (Lines{"not written: 1 arc; that writes it", "not read, and so not converted: 1 of type PointZ",
+                   "a.shp, record 1: odd (and 2 more of this kind)"}));
+  EXPECT_EQ(account.changed, Lines{"a.shp: 7"});
+  EXPECT_EQ(account.remarks, Lines{"a.shp: turned"});
+  EXPECT_EQ(account.counts, (Lines{"Read: 3 points, 1 arc", "Written: 1 point", "Written as another kind: 1 point",
+                                   "Left out by clip: 1 text"}));
+  EXPECT_EQ(account.files, Lines{"out.dxf"});
+  EXPECT_EQ(AccountOf(RunSummary()).ending, "no elements written");
+  summary.outcome = RunOutcome::Failed;
+  summary.oldKept = true;
+  EXPECT_EQ(AccountOf(summary).ending,
+            "the output is as it was before; what was converted lies beside it, with 2 elements");
 }
 
 TEST(SummaryText, TellsTheTimeThatRemainsOnceItCan) {

@@ -17,7 +17,12 @@ TEST(Warnings, AreEachDocumentedUnderAnotherName) {
   std::set<std::string_view> names;
   for (const WarningEntry& entry : kWarnings) {
     EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
-    EXPECT_TRUE(Holds(page, "\n| `" + std::string(entry.name) + "` | ")) << entry.name;
+    const char* const gravity = entry.gravity == Gravity::Gone      ? "gone"
+                                : entry.gravity == Gravity::Changed ? "changed"
+                                                                    : "remark";
+    EXPECT_TRUE(Holds(page, "\n| `" + std::string(entry.name) + "` | " + gravity + " | ")) << entry.name;
+    EXPECT_EQ(EntryNamed(entry.name), &entry);
+    EXPECT_EQ(EntryNamed(std::string(entry.name) + " of B"), &entry);
   }
 }
 

@@ -42,7 +42,7 @@ TEST(Picture, ASmallDrawingIsKeptAsItIs) {
 
   ASSERT_EQ(picture.MarkCount(), 5U);
   EXPECT_EQ(AllOf(picture.Vertices(1)), (std::vector<PicturePoint>{{3, 4}}));
-  EXPECT_TRUE(picture.Mark(1).point);
+  EXPECT_EQ(picture.Mark(1).kind, MarkKind::Point);
   EXPECT_EQ(AllOf(picture.Vertices(2)), (std::vector<PicturePoint>{{0, 0}, {5, 5}, {5, 5}}));
   EXPECT_EQ(AllOf(picture.Vertices(3)), (std::vector<PicturePoint>{{0, 0}, {4, 0}, {4, 4}, {0, 0}}));
   const auto curve = picture.Vertices(4);
@@ -87,7 +87,7 @@ TEST(Picture, LayersAndTextsBeyondTheMost) {
   for (int i = 0; i < 300; ++i) picture.Add(Element(kPoint, {{1.0 + i, 1}}, "L" + std::to_string(i)));
   picture.Add(Element(kPoint, {{1, 1}}, std::string(100'000, 'x')));
   picture.Add(Element(kPoint, {{1, 1}}, "L7"));
-  ASSERT_EQ(picture.Layers().size(), Picture::kMostLayers + 1);
+  ASSERT_EQ(picture.Layers().size(), PictureStyles::kMostLayers + 1);
   EXPECT_EQ(picture.Layers()[7].elements, 2);
   EXPECT_EQ(picture.Layers().back().name, "other layers");
   EXPECT_EQ(picture.Layers().back().elements, 101);
@@ -108,7 +108,8 @@ void ExpectFaithful(const Picture& picture, const std::vector<tEntity>& drawing)
     const auto places = picture.Vertices(i);
     const PictureMark& mark = picture.Mark(i);
     for (std::size_t v = 0; v < places.size(); ++v) {
-      drawn.emplace_back(mark.layer, places[v > 0 ? v - 1 : 0], places[v], mark.point);
+      drawn.emplace_back(picture.Styles().LayerOf(mark.style), places[v > 0 ? v - 1 : 0], places[v],
+                         mark.kind == MarkKind::Point);
     }
   }
   std::vector<std::pair<double, double>> known;
@@ -304,6 +305,8 @@ TEST(PictureText, IsPlacedAndNotTooHigh) {
   text.size = 20;
   EXPECT_EQ(TextHeight(text, box), 20);
   text.size = 1000;
+  EXPECT_EQ(TextHeight(text, box), 1000) << "as drawn";
+  text.ofTable = true;
   EXPECT_EQ(TextHeight(text, box), 100);
 }
 

@@ -20,7 +20,7 @@
 #include "support/MemorySettings.h"
 #include "ui/Answers.h"
 #include "ui/MainWindow.h"
-#include "ui/OptionWords.h"
+#include "ui/OptionCaptions.h"
 #include "ui/PreviewWidget.h"
 
 namespace tesselink {
@@ -43,7 +43,7 @@ struct Desk {
     auto* preview = new PreviewWidget(AllFormats(), settings, options);
     window.SetPreview(preview);
     QObject::connect(&window, &MainWindow::inputChanged, preview, &PreviewWidget::ShowInputs);
-    QObject::connect(&window, &MainWindow::readingChanged, preview, &PreviewWidget::SetReading);
+    QObject::connect(&window, &MainWindow::readingChanged, preview, &PreviewWidget::SetOptions);
     QObject::connect(preview, &PreviewWidget::Known, &window, &MainWindow::TakeDrawing);
     window.show();
     // Which entity types layers become is no matter here.

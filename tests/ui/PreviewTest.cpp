@@ -182,7 +182,7 @@ class PreviewTest final : public QObject {
     QVERIFY(ended && counted.layers == 11 && counted.texts == 23);
     QVERIFY(status->text().startsWith("quarter-section.asc"));
     QVERIFY(status->text().contains("43 elements"));
-    QVERIFY(status->text().contains("x 1845802.88 to 1851962.61"));
+    QVERIFY(status->text().contains("x 1,845,802.88 to 1,851,962.61"));
     QCOMPARE(layers->count(), 11);
     QCOMPARE(layers->item(10)->text(), QString("RED  7"));
 

@@ -6,12 +6,12 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBrowser>
 #include <QUrl>
 
 #include "support/MemorySettings.h"
@@ -42,7 +42,8 @@ struct Stage {
   }
   frmProgress& Progress() const { return Control<frmProgress>(window, "frmProgress"); }
   QString Text(const char* label) const { return Control<QLabel>(Progress(), label).text(); }
-  QString Summary() const { return Control<QPlainTextEdit>(Progress(), "Summary").toPlainText(); }
+  QString Summary() const { return Control<QTextBrowser>(Progress(), "Summary").toPlainText(); }
+  QString Headline() const { return Text("Headline"); }
   bool DoneShown() const { return Control<QPushButton>(Progress(), "cmdDone").isVisible(); }
   // Presses a button of the progress window at the run's next yield.
   void PressSoon(const char* button) {
@@ -91,7 +92,9 @@ class ProgressTest : public QObject {
     QCOMPARE(stage.Text("lblElements"), QString("100003 elements read"));
     QCOMPARE(Control<QProgressBar>(stage.Progress(), "Gauge").value(), 100);
     QVERIFY(stage.DoneShown() && !stage.Progress().isModal());
+    QCOMPARE(stage.Headline(), QString("Done"));
     QVERIFY(stage.Summary().contains("100003 elements written"));
+    QCOMPARE(stage.Summary().count("out.scn"), 1);
     QTest::keyClick(&stage.Progress(), Qt::Key_Escape);
     QVERIFY(!stage.Progress().isVisible());
   }
@@ -170,7 +173,7 @@ class ProgressTest : public QObject {
       stage.person.Do("Progress...", [&](QWidget& window) {
         done = stage.DoneShown() && window.isModal() && !Control<QPushButton>(window, "cmdCancel").isVisible();
         QVERIFY(stage.Blocked().contains("cmdApply"));
-        QVERIFY(stage.Summary().startsWith("Cancelled: "));
+        QCOMPARE(stage.Headline(), QString("Cancelled"));
         QVERIFY(stage.Summary().contains(QString("it holds %1 element").arg(stage.scene.written)));
         Control<QPushButton>(window, "cmdDone").click();
       });
@@ -199,7 +202,9 @@ class ProgressTest : public QObject {
       stage.person.Do("Progress...", [](QWidget& window) { window.close(); });
       stage.Run();
       QVERIFY(stayed);
-      QVERIFY(stage.window.isVisible() && !stage.Progress().isVisible());
+      // The main window closes when the run is done, since that is what was asked of it.
+      QCOMPARE(stage.window.isVisible(), !ofMainWindow);
+      QVERIFY(!stage.Progress().isVisible());
     }
   }
 
@@ -217,7 +222,8 @@ class ProgressTest : public QObject {
     stage.Run();
     QCOMPARE(shown, QString("Scanning...\nScanning file for Layers..."));
     QCOMPARE(stage.scene.read, 0);
-    QVERIFY(stage.Summary().startsWith("Cancelled: no output was written"));
+    QVERIFY(stage.Summary().startsWith("no output was written"));
+    QVERIFY(Control<QWidget>(stage.Progress(), "Extents").isHidden());  // which hold nothing yet
   }
 
   void HintsAtAnInputWithoutEnd() {
@@ -249,6 +255,7 @@ class ProgressTest : public QObject {
       stage.Run();
       QCOMPARE(stage.Progress().isVisible(), !account.isEmpty());
       QVERIFY(stage.Summary().contains(account));
+      QCOMPARE(stage.Progress().isVisible() ? stage.Headline() : "Failed", QString("Failed"));
       QCOMPARE(stage.Blocked(), QStringList());
     }
   }
@@ -268,16 +275,60 @@ class ProgressTest : public QObject {
     stage.Run();
   }
 
-  void CopiesTheSummaryAndOpensTheFolder() {
+  void CopiesTheSummaryAndOpensWhatWasWritten() {
     QDesktopServices::setUrlHandler("file", this, "NoteUrl");
-    Stage stage;
-    QFile output(stage.folder.filePath("out.scn"));
-    stage.Run();
-    Control<QPushButton>(stage.Progress(), "cmdCopy").click();
-    QCOMPARE(QApplication::clipboard()->text(), stage.Summary());
-    Control<QPushButton>(stage.Progress(), "cmdOpenFolder").click();
-    QCOMPARE(opened_, QUrl::fromLocalFile(stage.folder.path()));
+    const QByteArray path = qgetenv("PATH");
+    for (const bool onDesktop : {true, false}) {
+      Stage stage;
+      if (onDesktop) {
+        QFile launcher(stage.folder.filePath("xdg-open"));
+        QVERIFY(launcher.open(QIODevice::WriteOnly) && launcher.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+      }
+      qputenv("PATH", stage.folder.path().toUtf8());
+      stage.Run();
+      Control<QPushButton>(stage.Progress(), "cmdCopy").click();
+      QCOMPARE(QApplication::clipboard()->text(), "Done\n" + stage.Summary());
+      auto& page = Control<QTextBrowser>(stage.Progress(), "Summary");
+      QCOMPARE(Control<QPushButton>(stage.Progress(), "cmdOpenFolder").isVisible(), onDesktop);
+      QCOMPARE(page.toHtml().contains("href"), onDesktop);
+      if (!onDesktop) continue;
+      Control<QPushButton>(stage.Progress(), "cmdOpenFolder").click();
+      QCOMPARE(opened_, QUrl::fromLocalFile(stage.folder.path() + '/'));
+      page.setFocus();
+      QTest::keyClick(&page, Qt::Key_Tab);
+      QTest::keyClick(&page, Qt::Key_Return);
+      QCOMPARE(opened_, QUrl::fromLocalFile(stage.folder.filePath("out.scn")));
+    }
+    qputenv("PATH", path);
     QDesktopServices::unsetUrlHandler("file");
+  }
+
+  // However long a person thinks, the time that remains is told from that of the run alone.
+  void LeavesOutTheTimeOfQuestions() {
+    constexpr int kThought = 700;  // twice that is more than the second after which a time is told
+    Stage stage({.elements = 60, .unhandledFrom = 50});
+    QString remaining = "none was shown";
+    stage.scene.before = [&](int number) {
+      if (number == 20) stage.PressSoon("cmdCancel");
+      if (number > 1 && number < 40) QThread::msleep(5);
+      if (number == 55) remaining = stage.Text("lblRemaining");
+      if (number > 50) QThread::msleep(16);  // so that the window is drawn anew
+    };
+    const auto think = [](const char* button) {
+      return [button](QWidget& window) {
+        QTest::qWait(kThought);
+        for (auto* candidate : window.findChildren<QAbstractButton*>()) {
+          if (candidate->text().remove('&') == button) return candidate->click();
+        }
+      };
+    };
+    stage.person.Do(kSure, think("No"));
+    stage.person.Do("Unhandled Data Type PointZ", [&](QWidget& window) {
+      dynamic_cast<QMessageBox&>(window).checkBox()->setChecked(true);
+      think("OK")(window);
+    });
+    stage.Run();
+    QCOMPARE(remaining, QString());
   }
 
   void AsksInMessageBoxes() {

@@ -44,7 +44,7 @@ class NameNumbers {
     const std::size_t size = name.size(), last = size - 1;
     const auto letter = [name](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(name[i])}; };
     const std::uint64_t key = size ^ letter(0) << 8 ^ letter(size / 2) << 16 ^ letter(last) << 24 ^
-                              letter(last - (size > 1)) << 32 ^ letter(last - 2 * (size > 2)) << 40;
+                              letter(last - (size > 1)) << 32 ^ letter(last - (size > 2) * std::size_t{2}) << 40;
     constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;  // of 2 to the 64th: spreads what it multiplies
     return key * kGoldenRatio >> (64 - kPlaceBits);
   }

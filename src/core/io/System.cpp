@@ -170,6 +170,10 @@ bool StatusOf(const std::string& path, Status& status, Links links) {
   return true;
 }
 
+bool MayWrite(const std::string& path) {
+  return Done(Call::Status, [&] { return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS); });
+}
+
 bool ReadLink(const std::string& path, std::string& target) {
   target.resize(4096);
   const std::int64_t length = Made(

@@ -115,6 +115,8 @@ bool Close(Descriptor& file);
 bool StatusOf(const Descriptor& file, Status& status);
 /// A path that names nothing is no failure: its kind is None.
 bool StatusOf(const std::string& path, Status& status, Links links = Links::Follow);
+/// Whether the user may write into an existing file, or make files in an existing folder.
+bool MayWrite(const std::string& path);
 /// The text of a symbolic link.
 bool ReadLink(const std::string& path, std::string& target);
 /// The names in a folder that begin with a prefix, in no order.

@@ -306,7 +306,7 @@ void ConversionRun::PumpElements(State& state) {
   while (state.pump.Next(*state.reader)) {
     const bool delivered = state.pump.Delivered() && IsWanted(state);
     if (delivered) state.reader->UpdateExtents(state.pump.Element(), state.summary.extents);
-    interaction_.ShowRunProgress({*state.reader, state.summary.extents, state.pump.Elements()});
+    interaction_.ShowRunProgress({*state.reader, state.infile, state.summary.extents, state.pump.Elements()});
     interaction_.Yield();
     if (delivered) ConvertElement(state);
     if (HasEnded(state)) return;

@@ -21,7 +21,6 @@ struct DrawingFacts {
   std::map<std::string, std::int64_t, std::less<>> unread = {};  ///< by the file's own name for it; see Report
   bool table = false;                                            ///< an attribute table lies beside it
   bool pointFile = false;                                        ///< a file of points lies beside it
-  bool whole = false;                                            ///< everything has been read
 
   /// Counts an element.
   void Add(const tEntity& entity);

@@ -78,6 +78,7 @@ struct LayerMatchingQuestion {
 /// Where a run stands after an element.
 struct RunProgress {
   const InputFilter& reader;
+  const std::string& input;   ///< the path that is being read
   const Extents& extents;     ///< of what has been read so far
   std::int64_t elements = 0;  ///< read so far
 };

@@ -11,6 +11,17 @@ constexpr std::size_t kMostTypes = 200;
 
 }  // namespace
 
+// The longest of the names that fit: one may be another's beginning, as that of "index cut".
+const WarningEntry* EntryNamed(std::string_view kind) {
+  const WarningEntry* found = nullptr;
+  for (const WarningEntry& entry : kWarnings) {
+    const bool fits =
+        kind.starts_with(entry.name) && (kind.size() == entry.name.size() || kind[entry.name.size()] == ' ');
+    if (fits && (found == nullptr || found->name.size() < entry.name.size())) found = &entry;
+  }
+  return found;
+}
+
 std::int64_t KindCounts::Of(std::string_view name) const {
   const auto found = std::find(kNames.begin(), kNames.end(), name);
   return found == kNames.end() ? 0 : counts_[static_cast<std::size_t>(found - kNames.begin())];

@@ -118,6 +118,9 @@ void ESRIOutFilt::Create(const std::string& path) {
   projection_.clear();
   projectionConflict_.clear();
   losses().Describe(WarningKind::Heights, {}, "the shape types written have no z; elements that lost theirs");
+  losses().Describe(WarningKind::OutsideTables, {},
+                    std::string(EntryOf(WarningKind::OutsideTables).lost) + "; " +
+                        interaction().Naming("attributes", "drop") + " writes those instead");
   for (const WarningKind kind : {WarningKind::CutValues, WarningKind::Bars, WarningKind::ControlCharacters}) {
     if (!CountsInAnother()) losses().Describe(kind, dbfPath_);
   }

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// The lines below a preview: what was read, and what there is to know of it.
+#pragma once
+
+#include <QLabel>
+
+#include "picture/PreviewReading.h"
+
+namespace tesselink {
+
+class PreviewStatus final : public QLabel {
+  Q_OBJECT
+ public:
+  explicit PreviewStatus(QWidget* parent = nullptr);
+
+  /// Tells of a reading, or of nothing. The tool tip holds all of it.
+  void Tell(const QString& title, const PreviewReading* reading);
+};
+
+}  // namespace tesselink

@@ -37,6 +37,14 @@ QLabel* TitleOf(PreviewPane& pane, const char* name) {
   return title;
 }
 
+std::vector<std::string> LayerNames(const Picture& picture) {
+  std::vector<std::string> names;
+  for (const PictureLayer& layer : picture.Layers()) {
+    if (!layer.others) names.push_back(layer.name);
+  }
+  return names;
+}
+
 QString WithUnit(const QString& number, const std::string& unit) {
   return unit.empty() ? number : number + u' ' + Shown(unit);
 }
@@ -166,8 +174,10 @@ void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEn
   opening_.start(kOpenAfter);
 }
 
-void PreviewWidget::SetOptions(const FilterOptions& options) {
+void PreviewWidget::SetOptions(const FilterOptions& options, const std::optional<FieldChoice>& fields) {
   options_ = options;
+  fields_ = fields;
+  input_->Canvas().SetClip(options.clip);
   opening_.start(kOpenAfter);
 }
 
@@ -178,9 +188,11 @@ void PreviewWidget::OpenInput() {
     return;
   }
   EndLookup();
-  HideOutput();
+  // Read anew by other options, an input still goes with its output.
+  if (openedPaths_ != paths_) HideOutput();
+  openedPaths_ = paths_;
   layers_->Clear();
-  input_->Show(paths_, formatEntry_, options_);
+  input_->Show(paths_, formatEntry_, options_, fields_);
 }
 
 void PreviewWidget::ShowOutput(const QStringList& paths, const QString& formatEntry) {
@@ -252,7 +264,9 @@ void PreviewWidget::ShowState() {
   ShowLegend();
   emit Counted(reading != nullptr ? reading->Drawn().Counts() : PictureCounts(),
                reading == nullptr || reading->Ended());
-  if (reading != nullptr) TellHindrance(*reading);
+  if (reading == nullptr) return;
+  TellHindrance(*reading);
+  emit Known(reading->Facts(), LayerNames(reading->Drawn()));
 }
 
 // Where nothing could be read, the gravest note is the reason.

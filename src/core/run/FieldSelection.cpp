@@ -50,6 +50,14 @@ void FieldSelection::Choose(std::string_view field) {
   if (step_ == Step::TextField) textField_ = field;
 }
 
+void FieldSelection::Answer(const FieldChoice& choice) {
+  Choose(choice.layer);
+  Continue();
+  Choose(choice.text.empty() ? kNone : std::string_view(choice.text));
+  Choose(choice.look);
+  Continue();
+}
+
 std::string FieldSelection::Problem() const {
   if (table_ == nullptr) return {};
   try {

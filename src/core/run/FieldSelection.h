@@ -18,6 +18,12 @@ struct LabelLook {
   std::string height = {}, angle = {}, colour = {};
 };
 
+/// What a person chose of the fields; an empty text chooses none.
+struct FieldChoice {
+  std::string layer = {}, text = {};
+  LabelLook look = {};
+};
+
 /// Two questions in a row: first the field of the layer, with a look at its values, then the field of the text. The
 /// answers are names, so they serve further tables with the same fields.
 class FieldSelection {
@@ -56,6 +62,10 @@ class FieldSelection {
   void Choose(std::string_view field);
   /// Chooses how labels look, which nobody is asked for.
   void Choose(LabelLook look) { look_ = std::move(look); }
+  /// Answers both questions at once.
+  void Answer(const FieldChoice& choice);
+  /// What was chosen.
+  FieldChoice Chosen() const { return {layerField_, textField_, look_}; }
   /// Why what was chosen cannot be had of the table; empty where it can.
   std::string Problem() const;
   /// The field whose values help to choose: that of the current step, and the layer's once all is chosen; empty for

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "app/ShellText.h"
 #include "cli/BatchAccount.h"
 #include "cli/BatchPlan.h"
 #include "cli/BatchProgress.h"
@@ -42,19 +43,13 @@ void TellAlikeOutputs(const BatchCommand& command, const BatchPlan& plan) {
   }
 }
 
-// What the shell takes for this very text.
-std::string Quoted(const std::string& text) {
-  constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=./,:@%";
-  if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos) return text;
-  return "'" + Replaced(text, "'", "'\\''") + "'";
-}
-
 // Each line works by itself, on whatever machine and in whatever order.
 void PrintCommand(const BatchCommand& command, const BatchPlan& plan, std::size_t input, bool overwrite) {
   const std::string folder = FolderOf(plan.Output(input));
-  std::string line = "mkdir -p " + Quoted(folder.substr(0, folder.size() - 1)) + " && " + Quoted(sys::OwnName());
+  std::string line =
+      "mkdir -p " + ShellQuoted(folder.substr(0, folder.size() - 1)) + " && " + ShellQuoted(sys::OwnName());
   for (const std::string& argument : ConversionArguments(command, plan, input, overwrite)) {
-    line += " " + Quoted(argument);
+    line += " " + ShellQuoted(argument);
   }
   if (line.find('\n') != std::string::npos) {
     throw Error(plan.Input(input) + ": its name has a line break, so its command is no line");

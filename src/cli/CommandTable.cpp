@@ -5,14 +5,13 @@
 #include <algorithm>
 #include <memory>
 
+#include "app/OptionChecks.h"
 #include "cli/BatchOptions.h"
 #include "cli/ClipOption.h"
 #include "cli/CommandOptions.h"
 #include "cli/Suggestions.h"
 #include "cli/SystemOptions.h"
 #include "cli/Usage.h"
-#include "core/io/Errors.h"
-#include "core/io/Numbers.h"
 #include "core/run/EncodingOption.h"
 #include "formats/Formats.h"
 
@@ -104,25 +103,8 @@ CLI::Validator SizeInBytes() {
       "");
 }
 
-CLI::Validator Distance() {
-  return CLI::Validator(
-      [](std::string& text) {
-        try {
-          if (StrictNumber(text) > 0) return std::string();
-        } catch (const Error&) {
-        }
-        return "\"" + text + "\" is no distance; give a number greater than 0";
-      },
-      "");
-}
-
-CLI::Validator HeightOrName() {
-  return CLI::Validator(
-      [](std::string& text) {
-        const double number = NumberOrNone(text);
-        return number <= 0 ? "\"" + text + "\" is no height; give a number greater than 0, or a field" : std::string();
-      },
-      "");
+CLI::Validator Checked(std::string (*wrong)(const std::string&)) {
+  return CLI::Validator([wrong](std::string& text) { return wrong(text); }, "");
 }
 
 // The options that the rows of one side bring along, each once.
@@ -177,11 +159,7 @@ void AddDialect(CommandOptions& command, ReadingOptions& options) {
 void AddLayerList(CommandOptions& command, const char* name, const char* help, std::vector<std::string>& layers) {
   const auto take = [&layers](const std::vector<std::string>& lists) {
     for (const std::string& list : lists) {
-      for (std::size_t begin = 0; begin <= list.size();) {
-        const std::size_t end = std::min(list.find(',', begin), list.size());
-        layers.push_back(list.substr(begin, end - begin));
-        begin = end + 1;
-      }
+      for (std::string& item : ListIn(list)) layers.push_back(std::move(item));
     }
   };
   command.add_option_function<std::vector<std::string>>(name, take, help)
@@ -202,7 +180,7 @@ void AddLabels(CommandOptions& command, ReadingOptions& options) {
                   "Height of these texts, or the field that holds it\n"
                   "(classic: 1000; standard: by the size of the drawing)")
       ->type_name("N|NAME")
-      ->check(HeightOrName());
+      ->check(Checked(WrongHeight));
   command.add_option("--text-angle", options.look.angle, "Their angle in degrees, or the field that holds it")
       ->type_name("N|NAME");
   command
@@ -236,7 +214,7 @@ void AddReadingOptions(CommandOptions& command, ReadingOptions& options) {
                   "units (standard: the lesser of 0.01 and a ten-thousandth\n"
                   "of the radius; classic: its own chains)")
       ->type_name("DISTANCE")
-      ->check(Distance());
+      ->check(Checked(WrongDistance));
   command.Group(kAttributes);
   command.add_option("--layer-field", options.layerField, "Attribute field of a shapefile that names the layer")
       ->type_name("NAME");
@@ -298,7 +276,7 @@ void AddConversion(CommandOptions& options, ConvertCommand& command) {
                   "How far lines may miss each other that are to meet where\n"
                   "areas are built, in drawing units (default: by rounding)")
       ->type_name("DISTANCE")
-      ->check(Distance());
+      ->check(Checked(WrongDistance));
   AddLayerList(options, "--label-layer",
                "Layers whose texts become the Text of the areas that\nthey lie in, given as with --layers",
                command.labelLayers);

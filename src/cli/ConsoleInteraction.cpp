@@ -28,7 +28,7 @@ std::string OneLine(std::string_view text) {
 }  // namespace
 
 ConsoleInteraction::ConsoleInteraction(const ReadingOptions& options, bool showProgress)
-    : options_(options), layerOptions_(options) {
+    : options_(options), layerOptions_(options.layerCodes, options.smartAssign) {
   if (showProgress) bar_.emplace();
 }
 
@@ -57,11 +57,7 @@ Answer ConsoleInteraction::ShowMessage(const Message& message) {
 std::string ConsoleInteraction::SaveFileName(const SaveFileQuestion&) { return options_.lineEndsCopy; }
 
 void ConsoleInteraction::SelectFields(FieldSelection& selection) {
-  selection.Choose(options_.layerField);
-  selection.Continue();
-  selection.Choose(options_.textField.empty() ? FieldSelection::kNone : std::string_view(options_.textField));
-  selection.Choose(options_.look);
-  selection.Continue();
+  selection.Answer({options_.layerField, options_.textField, options_.look});
 }
 
 std::optional<std::vector<std::string>> ConsoleInteraction::MatchLayers(const LayerMatchingQuestion& question) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/Arguments.h"
-#include "cli/LayerOptions.h"
+#include "app/LayerOptions.h"
 #include "cli/ProgressBar.h"
 #include "core/run/Nobody.h"
 

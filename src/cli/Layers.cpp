@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <set>
 
+#include "app/Csv.h"
 #include "app/ProgramFolder.h"
 #include "app/SettingsFiles.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/Csv.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // table and formats: an attribute table as CSV, and the list of formats.
+#include "app/Csv.h"
 #include "app/SummaryText.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/Csv.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"

@@ -8,6 +8,7 @@
 
 #include "core/io/Errors.h"
 #include "core/io/Files.h"
+#include "core/io/Paths.h"
 #include "core/io/Text.h"
 
 namespace tesselink {
@@ -45,6 +46,15 @@ std::string UnitOfProjection(const std::string& wkt) {
   }};
   const auto known = std::find_if(kNames.begin(), kNames.end(), [&](const auto& row) { return row.first == name; });
   return known == kNames.end() ? wkt.substr(begin, end - begin) : std::string(known->second);
+}
+
+DrawingFacts PreviewReading::Facts() const {
+  DrawingFacts facts = facts_;
+  const PreviewInput& input = Input();
+  facts.unread = Unread();
+  facts.table = input.format.hasAttributes && !PartnerFile(input.paths[0], "DBF").empty();
+  facts.pointFile = !PartnerFile(input.paths[0], "PTS").empty();
+  return facts;
 }
 
 // A file that spoils nothing: whoever reads it for more than that tells what is wrong with it.

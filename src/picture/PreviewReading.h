@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "core/run/DrawingFacts.h"
 #include "picture/Picture.h"
 #include "picture/QuietReading.h"
 
@@ -13,7 +14,8 @@ class PreviewReading final : public QuietReading {
  public:
   PreviewReading(PreviewInput input, Settings& settings, Breath breath = {},
                  Clock clock = std::chrono::steady_clock::now, PictureBudget budget = {})
-      : QuietReading(std::move(input), settings, std::move(breath), std::move(clock)), picture_(budget) {}
+      : QuietReading(std::move(input), settings, std::move(breath), std::move(clock)),
+        picture_(budget, this->Input().options.Curves()) {}
 
   bool Slice(std::chrono::milliseconds time) {
     picture_.Rest();
@@ -22,13 +24,19 @@ class PreviewReading final : public QuietReading {
   const Picture& Drawn() const { return picture_; }
   /// The unit of the coordinates, as in "ft"; empty where the file does not name it.
   const std::string& Unit() const { return unit_; }
+  /// What is known by now of what a conversion would read.
+  DrawingFacts Facts() const;
   using QuietReading::Input;
 
  private:
   void Opened(InputFilter& reader) override;
-  void Take(InputFilter&, const tEntity& entity, std::uint32_t number) override { picture_.Add(entity, number); }
+  void Take(InputFilter&, const tEntity& entity, std::uint32_t number) override {
+    picture_.Add(entity, number);
+    facts_.Add(entity);
+  }
 
   Picture picture_;
+  DrawingFacts facts_;
   std::string unit_;
 };
 

@@ -13,7 +13,8 @@ namespace tesselink {
 // Nobody: questions are answered so that nothing happens to any file, messages are kept.
 class QuietReading::Silence final : public Nobody {
  public:
-  Silence(const Clock& clock, Breath breath) : clock_(clock), breath_(std::move(breath)) {}
+  Silence(const Clock& clock, Breath breath, std::optional<FieldChoice> fields)
+      : clock_(clock), breath_(std::move(breath)), fields_(std::move(fields)) {}
 
   void OpeningBegins() { until_ = clock_() + kPatience; }
   const std::vector<std::string>& Messages() const { return messages_; }
@@ -25,7 +26,10 @@ class QuietReading::Silence final : public Nobody {
     if (!known && messages_.size() < kMostMessages) messages_.push_back(message.text);
     return Answer::Ok;
   }
-  void SelectFields(FieldSelection&) override { throw OperationCanceled(); }
+  void SelectFields(FieldSelection& selection) override {
+    if (!fields_) throw OperationCanceled();
+    selection.Answer(*fields_);
+  }
   std::string AskText(const TextQuestion& question) override {
     throw Error(question.subject + ": was not found; the preview does without");
   }
@@ -39,6 +43,7 @@ class QuietReading::Silence final : public Nobody {
 
   const Clock& clock_;
   Breath breath_;
+  std::optional<FieldChoice> fields_;
   std::chrono::steady_clock::time_point until_ = std::chrono::steady_clock::time_point::max();
   std::vector<std::string> messages_;
 };
@@ -46,10 +51,11 @@ class QuietReading::Silence final : public Nobody {
 QuietReading::QuietReading(PreviewInput input, Settings& settings, Breath breath, Clock clock)
     : input_(std::move(input)),
       clock_(std::move(clock)),
-      person_(std::make_unique<Silence>(clock_, std::move(breath))),
+      person_(std::make_unique<Silence>(clock_, std::move(breath), input_.fields)),
       context_{*person_, settings, report_, input_.options},
       selection_(input_.options.layers, input_.options.withoutLayers),
       pump_(input_.options.dialect) {
+  if (input_.options.clip) clip_.emplace(*input_.options.clip, input_.options.Curves());
   context_.options.layersWanted = context_.options.lookAhead = false;
 }
 
@@ -81,7 +87,7 @@ void QuietReading::ReadOn() {
     return;
   }
   open_ = pump_.Next(*reader_);
-  if (pump_.Delivered() && selection_.Takes(pump_.Element().Layer)) {
+  if (pump_.Delivered() && selection_.Takes(pump_.Element().Layer) && (!clip_ || clip_->Touches(pump_.Element()))) {
     Take(*reader_, pump_.Element(), static_cast<std::uint32_t>(pump_.Elements()));
   }
   if (reader_->Stalled()) grave_ = reader_->Where() + ": repeats without end; the preview ends here";
@@ -97,7 +103,7 @@ void QuietReading::OpenNext() {
   if (const std::string reason = WhyNotReadable(path); !reason.empty()) throw Error(reason);
   if (!reader_) {
     reader_ = input_.format.create(context_);
-    if (input_.format.hasAttributes) reader_->Layered = false;
+    if (input_.format.hasAttributes && !input_.fields) reader_->Layered = false;
   }
   person_->OpeningBegins();
   reader_->filename(path);

@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "core/run/FieldSelection.h"
 #include "core/run/Filters.h"
 #include "core/run/FormatTable.h"
 #include "core/run/LayerSelection.h"
@@ -21,12 +23,13 @@ namespace tesselink {
 /// What is read, and how.
 struct PreviewInput {
   const InputFormat& format;
-  std::vector<std::string> paths;  ///< one file, or those of a run over several
-  FilterOptions options = {};      ///< `layersWanted` and `lookAhead` are taken as false
+  std::vector<std::string> paths;          ///< one file, or those of a run over several
+  FilterOptions options = {};              ///< `layersWanted` and `lookAhead` are taken as false
+  std::optional<FieldChoice> fields = {};  ///< of an attribute table; none: it is not used
 };
 
-/// Files are read as they stand: bare line feeds are left alone, attribute tables are not used, and a question that
-/// only a person could answer ends the reading with a note.
+/// Files are read as they stand: bare line feeds are left alone, attribute tables are used where their fields are
+/// chosen, and a question that only a person could answer ends the reading with a note.
 class QuietReading {
  public:
   using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -57,6 +60,8 @@ class QuietReading {
   /// Nothing more is wanted.
   void End() { ended_ = true; }
   const PreviewInput& Input() const { return input_; }
+  /// What the files hold and was not delivered.
+  const auto& Unread() const { return report_.UndeliveredTypes(); }
 
  private:
   class Silence;
@@ -72,6 +77,7 @@ class QuietReading {
   std::unique_ptr<InputFilter> reader_;
   LayerSelection selection_;
   Pump pump_;
+  std::optional<ClipWindow> clip_;
   std::size_t next_ = 0;  // of the paths
   bool open_ = false, ended_ = false;
   std::string grave_;

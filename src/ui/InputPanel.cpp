@@ -271,8 +271,14 @@ void InputPanel::TellInput() {
   emit inputChanged(toldPaths_, toldFormat_);
 }
 
-void InputPanel::SetFacts(const InputFacts& facts) {
-  facts_ = facts;
+void InputPanel::SetCounts(const PictureCounts& counts, bool ended) {
+  facts_.counts = counts;
+  facts_.hasEnded = ended && !Paths().isEmpty();
+  ShowNote();
+}
+
+void InputPanel::SetHindrance(const QString& reason) {
+  facts_.problem = reason;
   ShowNote();
 }
 

@@ -38,7 +38,8 @@ class InputPanel final : public QGroupBox {
   /// Whether nothing is known that keeps the input from being read.
   bool IsReadable() const { return !Path().isEmpty() && problem_.text.isEmpty(); }
   /// What reading the input has shown so far.
-  void SetFacts(const InputFacts& facts);
+  void SetCounts(const PictureCounts& counts, bool ended);
+  void SetHindrance(const QString& reason);
   /// Looks anew at what the paths name, for files come and go.
   void LookAgain();
   /// Puts the path that was meant in the place of what was pasted or typed.

@@ -20,6 +20,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "app/GivenAnswers.h"
 #include "app/ProgramFolder.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
@@ -31,6 +32,8 @@
 #include "ui/Help.h"
 #include "ui/InputPanel.h"
 #include "ui/Named.h"
+#include "ui/OptionsLink.h"
+#include "ui/OptionsPane.h"
 #include "ui/OutputPanel.h"
 #include "ui/QtInteraction.h"
 #include "ui/QueueWindow.h"
@@ -106,10 +109,13 @@ QWidget* MainWindow::BuildFrames() {
   auto* frames = new QWidget;
   input_ = new InputPanel(formats_, *dialog, memory_);
   output_ = new OutputPanel(formats_, *dialog, memory_);
+  more_ = new OptionsPane(settings_);
+  link_ = new OptionsLink(formats_, *input_, *output_, *more_, [this] { return Request(); });
   auto* layout = new QVBoxLayout(frames);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(input_);
   layout->addWidget(output_);
+  layout->addWidget(more_, 1);
   layout->addStretch();
   auto* scroll = Named(new QScrollArea, "Scroll");
   scroll->setFocusPolicy(Qt::NoFocus);
@@ -179,6 +185,9 @@ void MainWindow::Connect() {
   });
   connect(input_, &InputPanel::applied, apply_, &QPushButton::click);
   connect(output_, &OutputPanel::applied, apply_, &QPushButton::click);
+  connect(more_, &OptionsPane::changed, this, [this] { output_->SetOptions(Request().options); });
+  connect(link_, &OptionsLink::readingChanged, this, &MainWindow::readingChanged);
+  connect(link_, &OptionsLink::clipWanted, this, &MainWindow::clipWanted);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
   connect(input_, &InputPanel::manyChosen, this, &MainWindow::ShowQueue);
   connect(many_, &QPushButton::clicked, this, [this] { ShowQueue({}); });
@@ -219,7 +228,13 @@ void MainWindow::ShowQueue(const QStringList& paths) {
   queue_->activateWindow();
 }
 
-void MainWindow::SetFacts(const InputFacts& facts) { input_->SetFacts(facts); }
+void MainWindow::SetCounts(const PictureCounts& counts, bool ended) { input_->SetCounts(counts, ended); }
+void MainWindow::SetHindrance(const QString& reason) { input_->SetHindrance(reason); }
+void MainWindow::TakeDrawing(const DrawingFacts& drawing, const std::vector<std::string>& layers) {
+  link_->TakeDrawing(drawing, layers);
+}
+
+void MainWindow::TakeClip(const ClipBox& box) { more_->ClipChosen(box); }
 
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;
@@ -229,6 +244,7 @@ ConversionRequest MainWindow::Request() const {
   request.OutFormat = output_->Format().toStdString();
   request.options = options_;
   request.options.dialect = output_->ChosenDialect();
+  more_->ApplyTo(request);
   return request;
 }
 
@@ -271,6 +287,7 @@ void MainWindow::Apply() {
   input_->CleanText();
   ConversionRequest request = Request();
   if (!IsRefused(request)) {
+    if (!more_->Agrees()) return;
     if (!output_->Settle()) return;
     request = Request();
     if (!MayReplaceOutput(request)) return;
@@ -284,9 +301,12 @@ void MainWindow::Run(const ConversionRequest& request) {
   interaction_->InputsOfRun(request.inputs);
   const Busy busy(*this);
   closesAfterRun_ = false;
-  const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
+  GivenAnswers answers(more_->Values(), *interaction_);
+  const RunSummary summary = ConversionRun(formats_, answers, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
+  link_->TakeAnswers(answers.All());
   if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+  interaction_->TellUnremembered(settings_);
   interaction_->ShowSummary(summary);
 }
 

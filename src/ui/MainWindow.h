@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "core/run/ConversionRun.h"
+#include "core/run/DrawingFacts.h"
+#include "core/run/FieldSelection.h"
 #include "core/run/FormatTable.h"
 #include "core/run/Settings.h"
 #include "ui/WindowMemory.h"
@@ -22,10 +24,12 @@ namespace tesselink {
 class DropHint;
 class HelpWindow;
 class InputPanel;
+class OptionsLink;
+class OptionsPane;
 class OutputPanel;
 class QtInteraction;
 class QueueWindow;
-struct InputFacts;
+struct PictureCounts;
 
 class MainWindow final : public QWidget {
   Q_OBJECT
@@ -40,17 +44,25 @@ class MainWindow final : public QWidget {
   /// is chosen, else each for itself.
   void TakeFiles(const QStringList& paths);
   /// What reading the input has shown so far, for the line below its path.
-  void SetFacts(const InputFacts& facts);
+  void SetCounts(const PictureCounts& counts, bool ended);
+  void SetHindrance(const QString& reason);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
   /// The input, or all of several; none when none is chosen.
   QStringList InputPaths() const;
+  /// What a preview of the input knows of it, and the rectangle that was drawn there.
+  void TakeDrawing(const DrawingFacts& drawing, const std::vector<std::string>& layers);
+  void TakeClip(const ClipBox& box);
 
  signals:
   /// The input's paths or their format have changed.
   void inputChanged(const QStringList& paths, const QString& formatEntry);
   /// A run has begun or ended.
   void runningChanged(bool running);
+  /// How the input is to be read has changed.
+  void readingChanged(const FilterOptions& options, const std::optional<FieldChoice>& fields);
+  /// A rectangle is to be drawn in the preview, or no longer.
+  void clipWanted(bool wanted);
 
  private:
   class Busy;
@@ -91,6 +103,8 @@ class MainWindow final : public QWidget {
   InputPanel* input_;
   OutputPanel* output_;
   QueueWindow* queue_ = nullptr;  // made when it is first wanted
+  OptionsPane* more_;
+  OptionsLink* link_;
   QPushButton *many_, *apply_, *cancel_;
   DropHint* dropHint_;
   HelpWindow* help_ = nullptr;

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QRegularExpression>
 
+#include "ui/OptionCaptions.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
@@ -15,7 +16,8 @@ class OptionNaming {
   static QString Of(const QString& option, const QString& value) {
     if (option == "text-height") return tr("Height in the dialog \"DBF Fields\"");
     if (option == "dialect") return value == "standard" ? tr("Dialect: Standard") : tr("Dialect: Classic");
-    return tr("a setting of the command line");
+    const QString control = OptionCaption(option.toStdString(), value.toStdString());
+    return control.isEmpty() ? tr("a setting of the command line") : tr("\"%1\" under More").arg(control);
   }
 };
 

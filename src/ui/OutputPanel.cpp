@@ -11,6 +11,7 @@
 
 #include "core/io/Paths.h"
 #include "ui/CommonDlg.h"
+#include "ui/DialectLine.h"
 #include "ui/FileChoice.h"
 #include "ui/Named.h"
 #include "ui/NoteLine.h"
@@ -60,6 +61,8 @@ void OutputPanel::BuildControls() {
          "Standard: files as other programs read and write them."));
   grid->addWidget(LabelFor(dialect_, "lblDialect", tr("&Dialect:")), 3, 0);
   grid->addWidget(dialect_, 3, 1, 1, 2);
+  line_ = new DialectLine;
+  grid->addWidget(line_, 4, 1, 1, 2);
   AlignColumns(*grid);
 }
 
@@ -70,6 +73,7 @@ void OutputPanel::Connect() {
   connect(outFile_, &QLineEdit::textChanged, this, &OutputPanel::LookAgain);
   connect(outFile_, &QLineEdit::editingFinished, this, &OutputPanel::CleanText);
   connect(outFile_, &QLineEdit::returnPressed, this, &OutputPanel::applied);
+  connect(outFormat_, &QComboBox::currentIndexChanged, this, &OutputPanel::formatChanged);
   connect(dialect_, &QComboBox::currentIndexChanged, this, [this] { emit dialectChanged(ChosenDialect()); });
 }
 

@@ -14,6 +14,7 @@ class QPushButton;
 namespace tesselink {
 
 class CommonDlg;
+class DialectLine;
 class NoteLine;
 class WindowMemory;
 
@@ -41,9 +42,12 @@ class OutputPanel final : public QGroupBox {
   /// The file that is to be replaced, as the person has said in the save dialog since the last run.
   const QString& ConfirmedPath() const { return confirmed_; }
   void ForgetConfirmed() { confirmed_.clear(); }
+  /// What the dialect does, below it.
+  DialectLine& Line() { return *line_; }
 
  signals:
   void dialectChanged(Dialect dialect);
+  void formatChanged();
   /// Return was pressed in the path's box.
   void applied();
 
@@ -67,10 +71,11 @@ class OutputPanel final : public QGroupBox {
   QComboBox *outFormat_, *dialect_;
   QLineEdit* outFile_;
   QPushButton* browseOut_;
+  DialectLine* line_;
   NoteLine* note_;
   QString input_, confirmed_;
-  QString proposed_;  // what the box holds as long as the person has named nothing
-  QString keptName_;  // with the format, where the person wants a name that looks like another one's
+  QString proposed_;       // what the box holds as long as the person has named nothing
+  QString keptName_;       // with the format, where the person wants a name that looks like another one's
   bool readable_ = false;  // the input
   bool typedExtension_ = false;
 };

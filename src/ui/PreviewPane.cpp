@@ -36,7 +36,8 @@ PreviewPane::PreviewPane(const FormatTable& formats, Settings& settings, const P
 
 PreviewPane::~PreviewPane() = default;
 
-void PreviewPane::Show(const QStringList& paths, const QString& formatEntry, const FilterOptions& options) {
+void PreviewPane::Show(const QStringList& paths, const QString& formatEntry, const FilterOptions& options,
+                       const std::optional<FieldChoice>& fields) {
   slices_.stop();
   canvas_->SetPicture(nullptr);
   reading_.reset();
@@ -46,7 +47,7 @@ void PreviewPane::Show(const QStringList& paths, const QString& formatEntry, con
     title_ = Shown(FileNameOf(files[0]));
     if (files.size() > 1) title_ += tr(" and %1 more").arg(files.size() - 1);
     reading_ = std::make_unique<PreviewReading>(
-        PreviewInput{formats_.Input(formatEntry.toStdString()), std::move(files), options}, settings_,
+        PreviewInput{formats_.Input(formatEntry.toStdString()), std::move(files), options, fields}, settings_,
         [this] { Breathe(); }, std::chrono::steady_clock::now, budget_);
     canvas_->SetPicture(&reading_->Drawn());
     slices_.start(0);

@@ -36,7 +36,8 @@ class PreviewPane final : public QWidget {
   bool IsBusy() const { return inSlice_; }
 
   /// Shows files of a format, or none where there is no such file.
-  void Show(const QStringList& paths, const QString& formatEntry, const FilterOptions& options);
+  void Show(const QStringList& paths, const QString& formatEntry, const FilterOptions& options,
+            const std::optional<FieldChoice>& fields = {});
   void SetPaused(bool paused);
 
  signals:

@@ -15,7 +15,6 @@
 #include "picture/PicturePick.h"
 #include "ui/ElementPanel.h"
 #include "ui/Named.h"
-#include "ui/PathNotes.h"
 #include "ui/PreviewLayers.h"
 #include "ui/PreviewLegend.h"
 #include "ui/PreviewStatus.h"
@@ -36,6 +35,14 @@ QLabel* TitleOf(PreviewPane& pane, const char* name) {
   title->hide();
   static_cast<QVBoxLayout*>(pane.layout())->insertWidget(0, title);
   return title;
+}
+
+std::vector<std::string> LayerNames(const Picture& picture) {
+  std::vector<std::string> names;
+  for (const PictureLayer& layer : picture.Layers()) {
+    if (!layer.others) names.push_back(layer.name);
+  }
+  return names;
 }
 
 QString WithUnit(const QString& number, const std::string& unit) {
@@ -167,8 +174,10 @@ void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEn
   opening_.start(kOpenAfter);
 }
 
-void PreviewWidget::SetOptions(const FilterOptions& options) {
+void PreviewWidget::SetOptions(const FilterOptions& options, const std::optional<FieldChoice>& fields) {
   options_ = options;
+  fields_ = fields;
+  input_->Canvas().SetClip(options.clip);
   opening_.start(kOpenAfter);
 }
 
@@ -179,9 +188,11 @@ void PreviewWidget::OpenInput() {
     return;
   }
   EndLookup();
-  HideOutput();
+  // Read anew by other options, an input still goes with its output.
+  if (openedPaths_ != paths_) HideOutput();
+  openedPaths_ = paths_;
   layers_->Clear();
-  input_->Show(paths_, formatEntry_, options_);
+  input_->Show(paths_, formatEntry_, options_, fields_);
 }
 
 void PreviewWidget::ShowOutput(const QStringList& paths, const QString& formatEntry) {
@@ -253,16 +264,17 @@ void PreviewWidget::ShowState() {
   ShowLegend();
   emit Counted(reading != nullptr ? reading->Drawn().Counts() : PictureCounts(),
                reading == nullptr || reading->Ended());
-  if (reading != nullptr) TellFacts(*reading);
+  if (reading == nullptr) return;
+  TellHindrance(*reading);
+  emit Known(reading->Facts(), LayerNames(reading->Drawn()));
 }
 
 // Where nothing could be read, the gravest note is the reason.
-void PreviewWidget::TellFacts(const PreviewReading& reading) {
-  const PictureCounts counts = reading.Drawn().Counts();
-  const bool isEmpty = counts.elements == 0 && reading.Ended();
+void PreviewWidget::TellHindrance(const PreviewReading& reading) {
+  const bool isEmpty = reading.Drawn().Elements() == 0 && reading.Ended();
   const std::vector<std::string> notes = reading.Notes();
   const bool hinders = !notes.empty() && (isEmpty || !reading.Problem().empty());
-  emit factsChanged({counts.elements, counts.layers, reading.Ended(), hinders ? Shown(notes[0]) : QString()});
+  emit Hindered(hinders ? Shown(notes[0]) : QString());
 }
 
 void PreviewWidget::ShowTitles() {

@@ -24,7 +24,6 @@ class QToolButton;
 namespace tesselink {
 
 class ElementPanel;
-struct InputFacts;
 class PreviewLayers;
 class PreviewLegend;
 class PreviewStatus;
@@ -46,8 +45,8 @@ class PreviewWidget final : public QWidget {
   /// Shows a file, or those of a run over several, of a format, given by its drop-down text, a moment later: a path
   /// that is being typed is not opened at each letter. A path that names no file shows an invitation to choose one.
   void ShowInputs(const QStringList& paths, const QString& formatEntry);
-  /// Reads the input anew, by these options.
-  void SetOptions(const FilterOptions& options);
+  /// Reads the input anew, by these options; an attribute table is used where its fields are chosen.
+  void SetOptions(const FilterOptions& options, const std::optional<FieldChoice>& fields = {});
   /// Shows what a run has written beside the input, until another input is shown; a format, given by its drop-down
   /// text, that is not read shows nothing.
   void ShowOutput(const QStringList& paths, const QString& formatEntry);
@@ -63,10 +62,12 @@ class PreviewWidget final : public QWidget {
   void Resume();
 
  signals:
-  /// What is known of the input by now.
-  void factsChanged(const tesselink::InputFacts& facts);
+  /// Why no more of the input can be read; empty where nothing hinders.
+  void Hindered(const QString& reason);
   /// What has been counted of the input so far, and once more when everything has been read; nothing of no input.
   void Counted(const PictureCounts& counts, bool ended);
+  /// The same moments: what is known of what a conversion would read, and its layers.
+  void Known(const DrawingFacts& drawing, const std::vector<std::string>& layers);
   /// The person has dragged a window to clip by.
   void ClipChosen(const ClipBox& box);
 
@@ -79,7 +80,7 @@ class PreviewWidget final : public QWidget {
   void changeEvent(QEvent* event) override;
   void OpenInput();
   void ShowState();
-  void TellFacts(const PreviewReading& reading);
+  void TellHindrance(const PreviewReading& reading);
   void ShowTitles();
   void ShowLegend();
   void ShowPlace(const PreviewPane& pane, const std::optional<PicturePoint>& at);
@@ -93,6 +94,7 @@ class PreviewWidget final : public QWidget {
   const FormatTable& formats_;
   Settings& settings_;
   FilterOptions options_;
+  std::optional<FieldChoice> fields_;
 
   PreviewPane *input_, *output_;
   QSplitter* panes_;
@@ -105,7 +107,7 @@ class PreviewWidget final : public QWidget {
   PreviewLegend* legend_;
   PreviewStatus* status_;
 
-  QStringList paths_;
+  QStringList paths_, openedPaths_;
   QString formatEntry_;
   QTimer opening_, lookups_;
   std::unique_ptr<ElementLookup> lookup_;

@@ -44,6 +44,8 @@ struct Format {
   bool hasAttributes = false;              ///< of inputs: has an attribute table that may give layer and text
   bool ignoresLayers = false;              ///< of outputs: the reader's `Layered` is set false
   bool makesNoFile = false;                ///< of outputs: its name is none of a file
+  bool hasRecords = false;                 ///< of inputs: elements may bring attributes of their own
+  bool asksLineEnds = false;               ///< of inputs: asks what to do with bare line feeds
   bool streams = false;                    ///< goes through pipes: one file, from its beginning to its end
   std::vector<Companion> companions = {};  ///< read beside an input, written beside an output
   std::vector<FormatOption> options = {};

@@ -37,6 +37,9 @@ class OptionValues {
  public:
   void Set(const std::string& name, const std::string& value) { values_[name] = value; }
   bool Has(std::string_view name) const { return values_.find(name) != values_.end(); }
+  /// All of them.
+  const auto& All() const& { return values_; }
+  void All() && = delete;
   /// The value of an option; `otherwise` when it was not given.
   std::string Text(std::string_view name, std::string_view otherwise = {}) const {
     const auto found = values_.find(name);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/Csv.h"
+#include "app/Csv.h"
 
 #include <algorithm>
 

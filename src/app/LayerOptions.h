@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The command line's answer to layer-name matching: codes from a file, remembered ones and guessed ones.
+// The answer to layer-name matching without a dialog: codes from a file, remembered ones and guessed ones.
 #pragma once
 
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "cli/Arguments.h"
 #include "core/run/Interaction.h"
 
 namespace tesselink {
@@ -14,8 +13,8 @@ namespace tesselink {
 class LayerOptions {
  public:
   /// Reads the file of codes, where one is given: a CSV file with the columns "layer" and "code"; layer names are
-  /// UTF-8. Throws Error that names the file, the line and what is expected.
-  explicit LayerOptions(const ReadingOptions& options);
+  /// UTF-8. Throws Error that names the file, the line and what is expected. `guess`: from the names of layers.
+  LayerOptions(std::string file, bool guess);
 
   /// Whether layers are to be matched.
   bool Wanted() const { return fromFile_ || guess_; }

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "cli/LayerOptions.h"
+#include "app/LayerOptions.h"
 
 #include <algorithm>
 #include <unordered_set>
 
-#include "cli/Csv.h"
-#include "cli/Json.h"
+#include "app/Csv.h"
 #include "core/io/Errors.h"
 #include "core/io/Files.h"
 #include "core/io/Text.h"
@@ -90,14 +89,14 @@ std::vector<std::string> RememberedAndGuessed(const LayerMatchingQuestion& quest
 
 }  // namespace
 
-LayerOptions::LayerOptions(const ReadingOptions& options)
-    : fromFile_(!options.layerCodes.empty()), guess_(options.smartAssign), file_(options.layerCodes) {
+LayerOptions::LayerOptions(std::string file, bool guess)
+    : fromFile_(!file.empty()), guess_(guess), file_(std::move(file)) {
   if (!fromFile_) return;
-  const std::string text = WholeFile(options.layerCodes);
+  const std::string text = WholeFile(file_);
   try {
     codes_ = CodesIn(text, listed_);
   } catch (const Error& error) {
-    throw Error(options.layerCodes + ", " + error.what());
+    throw Error(file_ + ", " + error.what());
   }
 }
 

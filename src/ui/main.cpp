@@ -22,7 +22,7 @@ namespace {
 constexpr const char* kHelp =
     "Usage: tesselink-gui [INPUT...]\n"
     "\n"
-    "Opens the window. INPUT is taken as if it were dropped there: one drawing, or several shapefiles.\n"
+    "Opens the window. INPUT is taken as if it were dropped there: one drawing, or many, or folders.\n"
     "\n"
     "  -h, --help     this help\n"
     "  --version      the version\n"

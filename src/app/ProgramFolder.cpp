@@ -46,6 +46,12 @@ std::string ProgramDataFolder() { return FolderWith("ACADTBL.TBL", "share"); }
 
 std::string ModuleFolder() { return FolderWith("tesselink-projection.so", TESSELINK_LIBRARY_FOLDER); }
 
+std::string CommandProgram() {
+  const fs::path program = ProgramPath().replace_filename("tesselink" + ProgramPath().extension().string());
+  std::error_code error;
+  return fs::is_regular_file(program, error) ? program.string() : std::string();
+}
+
 std::string SettingsFolder() {
   const auto variable = [](const char* name) {
     const char* const value = std::getenv(name);

@@ -13,6 +13,8 @@ std::string ProgramDataFolder();
 /// The folder of the program's modules: that of the executable in a build tree, else the tesselink of the library
 /// folder that belongs to the executable's bin folder.
 std::string ModuleFolder();
+/// The command line's program beside this one; empty when there is none.
+std::string CommandProgram();
 /// The folder for the settings of all programs: $XDG_CONFIG_HOME where that is a path from the root, else the .config
 /// of the home folder. Empty when there is none.
 std::string SettingsFolder();

@@ -44,10 +44,13 @@ std::string SectionIn(const Ini& ini, const std::string& section) {
   return Spelling(names, section);
 }
 
-std::string KeyIn(const Ini& ini, const std::string& writtenSection, const std::string& key) {
+// The keys of a section as they are spelt there, by what they mean.
+std::map<std::string, std::string> SpellingsIn(const Ini& ini, const std::string& writtenSection) {
   Ini::TNamesDepend names;
   ini.GetAllKeys(writtenSection.c_str(), names);
-  return Spelling(names, key);
+  std::map<std::string, std::string> spellings;
+  for (const Ini::Entry& name : names) spellings.emplace(OfIniName(name.pItem), name.pItem);
+  return spellings;
 }
 
 // A program holds the lock for the time of one small file; a killed one leaves none behind.
@@ -87,9 +90,9 @@ std::string SettingsFiles::Get(const std::string& application, const std::string
   return found == pairs.end() ? whenAbsent : found->second;
 }
 
-void SettingsFiles::Set(const std::string& application, const std::string& section, const std::string& key,
-                        const std::string& value) try {
-  if (folder_.empty() || key.empty()) return;
+void SettingsFiles::SetAll(const std::string& application, const std::string& section,
+                           const std::vector<std::pair<std::string, std::string>>& pairs) try {
+  if (folder_.empty()) return;
   std::filesystem::create_directories(folder_);
   const std::string path = FollowLinks(FileOf(application));
   const sys::Descriptor lock = Locked(folder_);
@@ -97,7 +100,13 @@ void SettingsFiles::Set(const std::string& application, const std::string& secti
   ini.SetSpaces(false);
   Load(ini, path);
   const std::string writtenSection = SectionIn(ini, section);
-  ini.SetValue(writtenSection.c_str(), KeyIn(ini, writtenSection, key).c_str(), IniValue(value).c_str());
+  const std::map<std::string, std::string> spellings = SpellingsIn(ini, writtenSection);
+  for (const auto& [key, value] : pairs) {
+    if (key.empty()) continue;
+    const auto known = spellings.find(key);
+    const std::string name = known == spellings.end() ? IniName(key) : known->second;
+    ini.SetValue(writtenSection.c_str(), name.c_str(), IniValue(value).c_str());
+  }
   Save(ini, path);
 } catch (const std::exception& error) {
   problem_ = error.what();

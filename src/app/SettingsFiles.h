@@ -17,10 +17,13 @@ class SettingsFiles final : public Settings {
   std::string Get(const std::string& application, const std::string& section, const std::string& key,
                   const std::string& whenAbsent) override;
   void Set(const std::string& application, const std::string& section, const std::string& key,
-           const std::string& value) override;
+           const std::string& value) override {
+    SetAll(application, section, {{key, value}});
+  }
+  void SetAll(const std::string& application, const std::string& section,
+              const std::vector<std::pair<std::string, std::string>>& pairs) override;
   std::map<std::string, std::string> All(const std::string& application, const std::string& section) override;
-  /// Why the last value that could not be kept was not; empty while all were.
-  const std::string& Problem() const { return problem_; }
+  std::string Problem() const override { return problem_; }
 
  private:
   std::string FileOf(const std::string& application) const { return folder_ + "/" + application + ".ini"; }

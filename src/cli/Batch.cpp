@@ -17,6 +17,7 @@
 #include "core/io/Paths.h"
 #include "core/io/Processes.h"
 #include "core/io/Text.h"
+#include "core/io/Utf8.h"
 
 namespace tesselink {
 namespace {
@@ -71,15 +72,20 @@ std::vector<std::size_t> ToDo(const BatchCommand& command, const BatchPlan& plan
   return inputs;
 }
 
-void RefuseToReplace(const BatchCommand& command, BatchPlan& plan, const BatchReport* report,
-                     const std::vector<std::size_t>& inputs) {
+// Which files the outputs of a batch may replace.
+BatchPlan::MayReplace MayReplace(const BatchCommand& command, const BatchPlan& plan, const BatchReport* report,
+                                 const std::vector<std::size_t>& inputs) {
   std::vector<bool> isToDo(plan.Size());
   for (const std::size_t i : inputs) isToDo[i] = true;
-  const auto mayReplace = [&](std::size_t i, const std::string& file) {
+  return [&command, &plan, report, isToDo](std::size_t i, const std::string& file) {
     return !isToDo[i] || command.conversion.overwrite ||
            (command.resume && report != nullptr && report->IsOwn(plan.Input(i), file));
   };
-  Refuse(plan.Protected(command.report, mayReplace),
+}
+
+void RefuseToReplace(const BatchCommand& command, BatchPlan& plan, const BatchReport* report,
+                     const std::vector<std::size_t>& inputs) {
+  Refuse(plan.Protected(command.report, MayReplace(command, plan, report, inputs)),
          "give -O (--overwrite) to replace outputs that exist, or another folder with --into; what is read is never "
          "replaced");
 }
@@ -133,6 +139,34 @@ int Convert(const BatchCommand& command, BatchPlan& plan, const BatchInputs& fou
   return kExitEndedEarly;
 }
 
+// The same plan for programs: what stands against it is part of it.
+int PrintPlan(const BatchCommand& command, BatchPlan& plan, const BatchInputs& found) {
+  const std::vector<std::string> collisions = plan.Collisions();
+  std::optional<BatchReport> report;
+  if (!command.report.empty()) report.emplace(command.report, command.resume, command.conversion.overwrite);
+  BatchReport* const reported = report ? &*report : nullptr;
+  const std::vector<std::size_t> inputs = ToDo(command, plan, reported);
+  std::vector<std::string> existing;
+  if (collisions.empty()) existing = plan.Protected(command.report, MayReplace(command, plan, reported, inputs));
+  std::vector<bool> isDone(plan.Size(), true);
+  for (const std::size_t i : inputs) isDone[i] = false;
+  Json files = Json::array();
+  for (std::size_t i = 0; i < plan.Size(); ++i) {
+    const bool done = isDone[i];
+    files.push_back({{"input", AsUtf8(plan.Input(i))}, {"output", AsUtf8(plan.Output(i))}, {"done", done}});
+  }
+  std::vector<std::string> notes = found.notes;
+  for (const std::vector<std::string>& more : {found.closed, plan.AlikeOutputs()}) {
+    notes.insert(notes.end(), more.begin(), more.end());
+  }
+  Print(JsonText({{"files", files},
+                  {"collisions", TextsJson(collisions)},
+                  {"existing", TextsJson(existing)},
+                  {"notes", TextsJson(notes)}}) +
+        "\n");
+  return collisions.empty() && existing.empty() ? kExitDone : kExitFailed;
+}
+
 int PrintCommands(const BatchCommand& command, BatchPlan& plan, const BatchInputs& found) {
   RefuseToReplace(command, plan, nullptr, ToDo(command, plan, nullptr));
   TellAlikeOutputs(command, plan);
@@ -146,14 +180,18 @@ int PrintCommands(const BatchCommand& command, BatchPlan& plan, const BatchInput
 int Run(const BatchCommand& command) {
   TakeFailedWritesAsErrors();
   if (command.resume && command.report.empty()) throw UsageError("--resume goes by a report; give --report as well");
-  if (command.dryRun && !command.report.empty()) throw UsageError("--dry-run converts nothing, and writes no --report");
+  const bool isPlan = command.dryRun && command.conversion.json;
+  if (command.dryRun && !isPlan && !command.report.empty()) {
+    throw UsageError("--dry-run converts nothing, and writes no --report");
+  }
   if (command.into.empty()) throw UsageError("--into: give the name of a folder");
   if (command.memory > 0 && command.memory < kLeastMemory) throw UsageError("--memory: give 32M or more");
   BatchInputs found = FindInputs(command);
-  if (!command.conversion.reading.quiet) {
+  if (!command.conversion.reading.quiet && !isPlan) {
     for (const std::string& note : found.notes) PrintError(note);
   }
   BatchPlan plan(command, std::move(found.files));
+  if (isPlan) return PrintPlan(command, plan, found);
   RefuseCollisions(plan);
   if (plan.Size() == 0) throw Error("nothing to convert: no drawings were found there");
   return command.dryRun ? PrintCommands(command, plan, found) : Convert(command, plan, found);

@@ -49,7 +49,9 @@ void AddBatchOptions(CLI::App& command, BatchCommand& values, const CLI::Validat
   command.add_flag("--resume", values.resume,
                    "Pass over what the report says is done, with the same\n"
                    "options and version, of inputs that have not changed");
-  command.add_flag("--dry-run", values.dryRun, "Print the commands, one a line, and make nothing");
+  command.add_flag(
+      "--dry-run", values.dryRun,
+      "Print the commands, one a line, and make nothing;\nwith --json the plan, and what stands against it");
   command.add_option("--timeout", values.timeout, "End a conversion that takes longer")
       ->type_name("SECONDS")
       ->check(CLI::Range(0.001, kLongestTime).description(""));

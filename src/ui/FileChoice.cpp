@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QUrl>
 #include <algorithm>
@@ -124,7 +125,7 @@ QStringList EntriesBeside(const std::vector<OutputFormat>& formats, const QStrin
 QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringList& paths) {
   QStringList inputs;
   for (const QString& path : paths) {
-    if (!EntryByExtension(formats, path).isEmpty()) inputs.append(path);
+    if (!EntryByExtension(formats, path).isEmpty() || QFileInfo(path).isDir()) inputs.append(path);
   }
   return paths.size() == 1 || inputs.isEmpty() ? paths : inputs;
 }

@@ -44,8 +44,8 @@ QStringList DropDownEntries(const std::vector<OutputFormat>& formats);
 /// The entries of all other formats.
 QStringList EntriesBeside(const std::vector<OutputFormat>& formats, const QStringList& listed);
 
-/// What a drop of files means: of several, those that are inputs by themselves, so that a shapefile may come with its
-/// index and its table.
+/// What a drop of files means: of several, folders and those that are inputs by themselves, so that a shapefile may
+/// come with its index and its table.
 QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringList& paths);
 /// The local files of a drop.
 QStringList LocalFiles(const QMimeData& data);

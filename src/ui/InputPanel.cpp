@@ -2,6 +2,7 @@
 #include "ui/InputPanel.h"
 
 #include <QComboBox>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -141,11 +142,11 @@ void InputPanel::BrowseInClick() {
   const QStringList entries = EntriesOf(*inFormat_);
   dialog_.Filter = FilterList(entries) + "All Files (*.*)|*.*|" + FilterOfAll(tr("All drawings"), entries);
   dialog_.FilterIndex = inFormat_->currentIndex();
-  dialog_.Flags = CommonDlg::kFileMustExist;
+  dialog_.Flags = CommonDlg::kAllowMultiSelect | CommonDlg::kFileMustExist;
   dialog_.FileName.clear();
   dialog_.InitDir(memory_.Get(kFolder));
   dialog_.InitDir(Shown(FolderOf(PathOf(Path()))));
-  if (const QString path = dialog_.ShowOpen(); !path.isEmpty()) TakeOne(path);
+  if (const QString chosen = dialog_.ShowOpen(); !chosen.isEmpty()) TakeFiles(SplitAtNuls(chosen));
 }
 
 void InputPanel::ForFilesClick() {
@@ -208,13 +209,12 @@ void InputPanel::TakeSeveral(const QStringList& paths) {
 void InputPanel::TakeFiles(const QStringList& paths) {
   const QStringList inputs = InputsAmong(formats_.Inputs(), paths);
   const auto isShapefile = [](const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; };
-  if (inputs.size() == 1) {
+  if (inputs.size() == 1 && !QFileInfo(inputs[0]).isDir()) {
     TakeOne(inputs[0]);
-  } else if (std::all_of(inputs.begin(), inputs.end(), isShapefile)) {
+  } else if (SeveralFiles() && std::all_of(inputs.begin(), inputs.end(), isShapefile)) {
     TakeSeveral(inputs);
   } else {
-    QMessageBox::information(this, window()->windowTitle(),
-                             tr("Several files are taken at once when all of them are shapefiles."));
+    emit manyChosen(inputs);
   }
 }
 
@@ -271,8 +271,14 @@ void InputPanel::TellInput() {
   emit inputChanged(toldPaths_, toldFormat_);
 }
 
-void InputPanel::SetFacts(const InputFacts& facts) {
-  facts_ = facts;
+void InputPanel::SetCounts(const PictureCounts& counts, bool ended) {
+  facts_.counts = counts;
+  facts_.hasEnded = ended && !Paths().isEmpty();
+  ShowNote();
+}
+
+void InputPanel::SetHindrance(const QString& reason) {
+  facts_.problem = reason;
   ShowNote();
 }
 

@@ -29,14 +29,17 @@ class InputPanel final : public QGroupBox {
   /// The format table, the dialog and the memory must outlive the frame.
   InputPanel(const FormatTable& formats, CommonDlg& dialog, WindowMemory& memory, QWidget* parent = nullptr);
 
-  /// Takes files that a person has dropped: one as the input, several as a list of shapefiles.
+  /// Takes files that a person has dropped: one as the input, several as a list of shapefiles where that is chosen.
   void TakeFiles(const QStringList& paths);
+  /// Takes shapefiles that become one output.
+  void TakeSeveral(const QStringList& paths);
   /// The dialect by which attribute tables are read.
   void SetDialect(Dialect dialect) { dialect_ = dialect; }
   /// Whether nothing is known that keeps the input from being read.
   bool IsReadable() const { return !Path().isEmpty() && problem_.text.isEmpty(); }
   /// What reading the input has shown so far.
-  void SetFacts(const InputFacts& facts);
+  void SetCounts(const PictureCounts& counts, bool ended);
+  void SetHindrance(const QString& reason);
   /// Looks anew at what the paths name, for files come and go.
   void LookAgain();
   /// Puts the path that was meant in the place of what was pasted or typed.
@@ -56,6 +59,8 @@ class InputPanel final : public QGroupBox {
  signals:
   /// The paths or their format have changed.
   void inputChanged(const QStringList& paths, const QString& formatEntry);
+  /// Files or folders that are none for one conversion.
+  void manyChosen(const QStringList& paths);
   /// Return was pressed in the path's box.
   void applied();
 
@@ -71,7 +76,6 @@ class InputPanel final : public QGroupBox {
   void ChooseShapefiles();
   void InfileEdited();
   void TakeOne(const QString& path);
-  void TakeSeveral(const QStringList& paths);
   void TakeRecent(const RecentInput& input);
   void FillRecent();
   void FollowName(const QString& path);

@@ -21,6 +21,7 @@
 #include <QVBoxLayout>
 
 #include "app/GivenAnswers.h"
+#include "app/ProgramFolder.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/run/WrittenFiles.h"
@@ -35,6 +36,7 @@
 #include "ui/OptionsPane.h"
 #include "ui/OutputPanel.h"
 #include "ui/QtInteraction.h"
+#include "ui/QueueWindow.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
@@ -142,11 +144,13 @@ QWidget* MainWindow::BuildTitle() {
 
 QWidget* MainWindow::BuildButtons() {
   auto* bar = Named(new QWidget, "Buttons");
+  many_ = Named(new QPushButton(tr("Ma&ny Files...")), "cmdMany");
   apply_ = Named(new QPushButton(tr("&Apply")), "cmdApply");
   cancel_ = Named(new QPushButton(tr("&Cancel")), "cmdCancel");
   auto* row = new QHBoxLayout(bar);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(BuildHelp());
+  row->addWidget(many_);
   row->addStretch();
   row->addWidget(apply_);
   row->addWidget(cancel_);
@@ -185,8 +189,10 @@ void MainWindow::Connect() {
   connect(link_, &OptionsLink::readingChanged, this, &MainWindow::readingChanged);
   connect(link_, &OptionsLink::clipWanted, this, &MainWindow::clipWanted);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
+  connect(input_, &InputPanel::manyChosen, this, &MainWindow::ShowQueue);
+  connect(many_, &QPushButton::clicked, this, [this] { ShowQueue({}); });
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
-  for (QPushButton* button : {apply_, cancel_}) button->setAutoDefault(true);
+  for (QPushButton* button : {many_, apply_, cancel_}) button->setAutoDefault(true);
 }
 
 void MainWindow::SetPreview(QWidget* preview) {
@@ -211,13 +217,24 @@ void MainWindow::TakeFiles(const QStringList& paths) {
   if (!running_ && !paths.isEmpty()) input_->TakeFiles(paths);
 }
 
+void MainWindow::ShowQueue(const QStringList& paths) {
+  if (queue_ == nullptr) {
+    queue_ = new QueueWindow(formats_, CommandProgram(), this);
+    connect(queue_, &QueueWindow::oneOutputWanted, input_, &InputPanel::TakeSeveral);
+    queue_->Preset(output_->Format(), output_->ChosenDialect());
+  }
+  queue_->Add(paths);
+  queue_->show();
+  queue_->activateWindow();
+}
+
+void MainWindow::SetCounts(const PictureCounts& counts, bool ended) { input_->SetCounts(counts, ended); }
+void MainWindow::SetHindrance(const QString& reason) { input_->SetHindrance(reason); }
 void MainWindow::TakeDrawing(const DrawingFacts& drawing, const std::vector<std::string>& layers) {
   link_->TakeDrawing(drawing, layers);
 }
 
 void MainWindow::TakeClip(const ClipBox& box) { more_->ClipChosen(box); }
-
-void MainWindow::SetFacts(const InputFacts& facts) { input_->SetFacts(facts); }
 
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;
@@ -289,6 +306,7 @@ void MainWindow::Run(const ConversionRequest& request) {
   output_->ForgetConfirmed();
   link_->TakeAnswers(answers.All());
   if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+  interaction_->TellUnremembered(settings_);
   interaction_->ShowSummary(summary);
 }
 
@@ -321,6 +339,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     closesAfterRun_ = interaction_->CancelRequested();
     return;
   }
+  if (queue_ != nullptr && !queue_->MayClose()) return event->ignore();
   interaction_->CloseProgress();
   KeepLook();
 }

@@ -28,7 +28,8 @@ class OptionsLink;
 class OptionsPane;
 class OutputPanel;
 class QtInteraction;
-struct InputFacts;
+class QueueWindow;
+struct PictureCounts;
 
 class MainWindow final : public QWidget {
   Q_OBJECT
@@ -39,10 +40,12 @@ class MainWindow final : public QWidget {
 
   /// Puts a view of the input beside the controls; the window owns it from then on.
   void SetPreview(QWidget* preview);
-  /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles.
+  /// Takes files as if they were dropped on the window: one as the input, several as a list of shapefiles where that
+  /// is chosen, else each for itself.
   void TakeFiles(const QStringList& paths);
   /// What reading the input has shown so far, for the line below its path.
-  void SetFacts(const InputFacts& facts);
+  void SetCounts(const PictureCounts& counts, bool ended);
+  void SetHindrance(const QString& reason);
   /// The input, or the first of several; empty when none is chosen.
   QString InputPath() const;
   /// The input, or all of several; none when none is chosen.
@@ -80,6 +83,7 @@ class MainWindow final : public QWidget {
   void Run(const ConversionRequest& request);
   void ShowHelp();
   void SetRunning(bool running);
+  void ShowQueue(const QStringList& paths);
 
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -98,9 +102,10 @@ class MainWindow final : public QWidget {
   QWidget* controls_;
   InputPanel* input_;
   OutputPanel* output_;
+  QueueWindow* queue_ = nullptr;  // made when it is first wanted
   OptionsPane* more_;
   OptionsLink* link_;
-  QPushButton *apply_, *cancel_;
+  QPushButton *many_, *apply_, *cancel_;
   DropHint* dropHint_;
   HelpWindow* help_ = nullptr;
   bool running_ = false;

@@ -147,10 +147,10 @@ Note PathNotes::ProblemOfInputs(const QStringList& paths, const InputFormat& for
 }
 
 QString PathNotes::Counted(const InputFormat& format, const InputFacts& facts) {
-  QString counted = facts.elements == 1 ? tr("1 element") : tr("%1 elements").arg(Number(facts.elements));
-  if (!format.hasAttributes || facts.layers > 1) {
-    counted =
-        facts.layers == 1 ? tr("%1 on 1 layer").arg(counted) : tr("%1 on %2 layers").arg(counted, Number(facts.layers));
+  QString counted = facts.counts.elements == 1 ? tr("1 element") : tr("%1 elements").arg(Number(facts.counts.elements));
+  if (!format.hasAttributes || facts.counts.layers > 1) {
+    counted = facts.counts.layers == 1 ? tr("%1 on 1 layer").arg(counted)
+                                       : tr("%1 on %2 layers").arg(counted, Number(facts.counts.layers));
   }
   return facts.hasEnded ? counted : tr("%1 so far").arg(counted);
 }
@@ -164,7 +164,7 @@ Note PathNotes::OfInputs(const QStringList& paths, const InputFormat& format, co
     parts += Shown(format.Name());
     parts += QLocale().formattedDataSize(status.size, 1, QLocale::DataSizeTraditionalFormat);
   }
-  if (facts.elements > 0 || facts.hasEnded) parts += Counted(format, facts);
+  if (facts.counts.elements > 0 || facts.hasEnded) parts += Counted(format, facts);
   const bool namesSystem = std::any_of(format.companions.begin(), format.companions.end(),
                                        [](const Companion& companion) { return companion.extension == "PRJ"; });
   if (namesSystem) {
@@ -174,7 +174,7 @@ Note PathNotes::OfInputs(const QStringList& paths, const InputFormat& format, co
   const QString about = Joined(parts);
   if (facts.problem.isEmpty()) return {about};
   const QString problem = QString(facts.problem).replace(paths[0], NameOf(first));
-  return {facts.elements == 0 ? problem : about + "\n" + problem, true};
+  return {facts.counts.elements == 0 ? problem : about + "\n" + problem, true};
 }
 
 QString PathNotes::WhyNoOutput(const std::string& path) {

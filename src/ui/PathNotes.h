@@ -5,20 +5,20 @@
 #include <QCoreApplication>
 #include <QString>
 #include <QStringList>
-#include <cstdint>
 #include <string>
 
 #include "app/FileContent.h"
 #include "core/run/FormatTable.h"
+#include "picture/Picture.h"
 #include "ui/NoteLine.h"
 
 namespace tesselink {
 
 /// What reading an input has shown so far.
 struct InputFacts {
-  std::int64_t elements = 0, layers = 0;
+  PictureCounts counts = {};
   bool hasEnded = false;  ///< nothing more will come
-  QString problem = {};   ///< why no more of it can be read
+  QString problem = {};   ///< why no more of it can be read, or nothing
 };
 
 class PathNotes {

@@ -15,7 +15,6 @@
 #include "picture/PicturePick.h"
 #include "ui/ElementPanel.h"
 #include "ui/Named.h"
-#include "ui/PathNotes.h"
 #include "ui/PreviewLayers.h"
 #include "ui/PreviewLegend.h"
 #include "ui/PreviewStatus.h"
@@ -266,17 +265,16 @@ void PreviewWidget::ShowState() {
   emit Counted(reading != nullptr ? reading->Drawn().Counts() : PictureCounts(),
                reading == nullptr || reading->Ended());
   if (reading == nullptr) return;
-  TellFacts(*reading);
+  TellHindrance(*reading);
   emit Known(reading->Facts(), LayerNames(reading->Drawn()));
 }
 
 // Where nothing could be read, the gravest note is the reason.
-void PreviewWidget::TellFacts(const PreviewReading& reading) {
-  const PictureCounts counts = reading.Drawn().Counts();
-  const bool isEmpty = counts.elements == 0 && reading.Ended();
+void PreviewWidget::TellHindrance(const PreviewReading& reading) {
+  const bool isEmpty = reading.Drawn().Elements() == 0 && reading.Ended();
   const std::vector<std::string> notes = reading.Notes();
   const bool hinders = !notes.empty() && (isEmpty || !reading.Problem().empty());
-  emit factsChanged({counts.elements, counts.layers, reading.Ended(), hinders ? Shown(notes[0]) : QString()});
+  emit Hindered(hinders ? Shown(notes[0]) : QString());
 }
 
 void PreviewWidget::ShowTitles() {

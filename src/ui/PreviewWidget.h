@@ -24,7 +24,6 @@ class QToolButton;
 namespace tesselink {
 
 class ElementPanel;
-struct InputFacts;
 class PreviewLayers;
 class PreviewLegend;
 class PreviewStatus;
@@ -63,8 +62,8 @@ class PreviewWidget final : public QWidget {
   void Resume();
 
  signals:
-  /// What is known of the input by now.
-  void factsChanged(const tesselink::InputFacts& facts);
+  /// Why no more of the input can be read; empty where nothing hinders.
+  void Hindered(const QString& reason);
   /// What has been counted of the input so far, and once more when everything has been read; nothing of no input.
   void Counted(const PictureCounts& counts, bool ended);
   /// The same moments: what is known of what a conversion would read, and its layers.
@@ -81,7 +80,7 @@ class PreviewWidget final : public QWidget {
   void changeEvent(QEvent* event) override;
   void OpenInput();
   void ShowState();
-  void TellFacts(const PreviewReading& reading);
+  void TellHindrance(const PreviewReading& reading);
   void ShowTitles();
   void ShowLegend();
   void ShowPlace(const PreviewPane& pane, const std::optional<PicturePoint>& at);

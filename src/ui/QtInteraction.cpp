@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
-#include <QInputDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QStringList>
 
@@ -15,7 +15,8 @@
 #include "core/run/WrittenFiles.h"
 #include "ui/CommonDlg.h"
 #include "ui/FrmScan.h"
-#include "ui/OptionWords.h"
+#include "ui/InputBox.h"
+#include "ui/OptionNaming.h"
 #include "ui/Questions.h"
 #include "ui/UiText.h"
 #include "ui/frmDBFScan.h"
@@ -139,11 +140,8 @@ std::size_t QtInteraction::Choose(const ChoiceQuestion& question) {
 
 std::string QtInteraction::AskText(const TextQuestion& question) {
   const Stopwatch::Pause waiting(Watch());
-  QInputDialog box(Front());
-  box.setObjectName("InputBox");
-  box.setWindowTitle(Shown(question.title));
-  box.setLabelText(Shown(question.prompt));
-  return box.exec() == QDialog::Accepted ? PathOf(box.textValue()) : std::string();
+  InputBox box(question, Front());
+  return box.exec() == QDialog::Accepted ? PathOf(box.Text()) : std::string();
 }
 
 TableFields QtInteraction::LocateFields(const TableFieldsQuestion& question) {
@@ -266,6 +264,16 @@ void QtInteraction::ShowSummary(const RunSummary& summary) {
     progress_->show();
     progress_->activateWindow();
   }
+}
+
+void QtInteraction::TellUnremembered(const Settings& settings) {
+  if (unrememberedTold_ || settings.Problem().empty()) return;
+  unrememberedTold_ = true;
+  QMessageBox box(QMessageBox::Warning, window_.windowTitle(), tr("Your answers are not remembered for the next time."),
+                  QMessageBox::Ok, Front());
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(Shown(settings.Problem()));
+  box.exec();
 }
 
 void QtInteraction::AskCancel() { progress_->AskCancel(); }

@@ -8,6 +8,7 @@
 
 #include "core/run/ConversionRun.h"
 #include "core/run/Interaction.h"
+#include "core/run/Settings.h"
 #include "ui/Pace.h"
 #include "ui/frmProgress.h"
 
@@ -51,6 +52,8 @@ class QtInteraction final : public QObject, public Interaction {
   void InputsOfRun(const std::vector<std::string>& inputs);
   /// The account of the run that has just ended; after a cancel it returns when the person has closed it.
   void ShowSummary(const RunSummary& summary);
+  /// Tells, once, when answers of a run could not be remembered.
+  void TellUnremembered(const Settings& settings);
   /// The question of the progress window's cancel button.
   void AskCancel();
   /// Closes what is left of the last run.
@@ -71,6 +74,7 @@ class QtInteraction final : public QObject, public Interaction {
   std::vector<std::string> filesOfRun_;
   bool silenced_ = false;  // messages about records that are not read
   bool stalled_ = false;   // the input repeats without end
+  bool unrememberedTold_ = false;
 
   struct Input {
     std::string path;

@@ -39,7 +39,8 @@ std::size_t AskPoints(QWidget* parent) {
 
 void AskFields(FieldSelection& selection, QWidget* parent) {
   if (selection.CurrentStep() == FieldSelection::Step::Done) return;
-  fDBFSel(selection, parent).exec();
+  fDBFSel dialog(selection, parent);
+  Answered(dialog);
 }
 
 std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidget* parent) {
@@ -47,7 +48,7 @@ std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidge
   LayerMatching matching(question.context);
   matching.Create(question.layers, question.heading, question.application, false,
                   all ? LayerMatching::kNoLimit : LayerMatching::kRowLimit);
-  return frmLayers(matching, parent).Match();
+  return frmLayers(matching, parent, question.codesMatter).Match();
 }
 
 std::size_t AskChoice(const ChoiceQuestion& question, QWidget* parent) {

@@ -11,7 +11,7 @@ class QWidget;
 
 namespace tesselink {
 
-// Each throws OperationCanceled when its window is closed without an answer.
+// Each throws OperationCanceled when the person cancels instead of answering.
 
 void AskFields(FieldSelection& selection, QWidget* parent);
 /// One code for each layer that the dialog shows.

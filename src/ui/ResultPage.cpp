@@ -45,6 +45,7 @@ ResultPage::ResultPage(QWidget* parent) : QWidget(parent) {
   summary_ = Named(new QTextBrowser, "Summary");
   summary_->setAccessibleName(tr("Summary"));
   summary_->setOpenLinks(false);
+  summary_->document()->setIndentWidth(fontMetrics().height());
   connect(summary_, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) { OpenUrl(url, window()); });
   auto* top = new QHBoxLayout;
   top->addWidget(icon_);

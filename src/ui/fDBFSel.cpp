@@ -6,16 +6,19 @@
 #include <QElapsedTimer>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QToolButton>
+#include <algorithm>
 
 #include "core/io/Errors.h"
 #include "core/run/FieldSelection.h"
 #include "ui/Named.h"
+#include "ui/QuestionButtons.h"
 #include "ui/TextListModel.h"
 #include "ui/UiText.h"
 #include "ui/frmDBFScan.h"
@@ -53,6 +56,7 @@ fDBFSel::fDBFSel(FieldSelection& selection, QWidget* parent)
       entries_(new TextListModel(this)),
       stat_(Named(new QLabel, "Stat")),
       fieldLabel_(Named(new QLabel, "lblField")),
+      note_(Named(new QLabel, "lblNote")),
       problem_(Named(new QLabel, "lblProblem")),
       layerFields_(Named(new QComboBox, "cboLayer")),
       textFields_(Named(new QComboBox, "cbotxtfield")),
@@ -64,7 +68,7 @@ fDBFSel::fDBFSel(FieldSelection& selection, QWidget* parent)
       colour_(Named(new QComboBox, "cboColour")),
       details_(Details()) {
   setObjectName("fDBFSel");
-  setWindowTitle("DBF Fields");
+  setWindowTitle(tr("DBF Fields"));
   setLayout(Contents());
   resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 20);
   connect(layerFields_, &QComboBox::currentIndexChanged, this, [this] { Choose(*layerFields_); });
@@ -74,18 +78,21 @@ fDBFSel::fDBFSel(FieldSelection& selection, QWidget* parent)
 
 QLayout* fDBFSel::Contents() {
   stat_->setWordWrap(true);
+  note_->setWordWrap(true);
   problem_->setWordWrap(true);
   problem_->setTextFormat(Qt::PlainText);
-  entriesView_->setAccessibleName("Values of the layer field");
+  entriesView_->setAccessibleName(tr("Values of the field"));
   entriesView_->setModel(entries_);
   entriesView_->setUniformItemSizes(true);
   entriesView_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  auto* proceed = Named(new QPushButton("Continue"), "cmdCont");
+  auto* proceed = Named(new QPushButton(tr("Continue")), "cmdCont");
   proceed->setDefault(true);
   connect(proceed, &QPushButton::clicked, this, &fDBFSel::Continue);
+  auto* cancel = QuestionButtons::Cancel();
+  connect(cancel, &QPushButton::clicked, this, &fDBFSel::Cancel);
 
-  more_->setText("&More…");
-  more_->setToolTip("What the texts look like, and the colour of shapes and texts");
+  more_->setText(tr("&More…"));
+  more_->setToolTip(tr("What the texts look like, and the colour of shapes and texts"));
   more_->setCheckable(true);
   more_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   more_->setAutoRaise(true);
@@ -99,9 +106,11 @@ QLayout* fDBFSel::Contents() {
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();
   buttons->addWidget(proceed);
+  buttons->addWidget(cancel);
   auto* contents = new QVBoxLayout;
   contents->addWidget(stat_);
   contents->addLayout(field);
+  contents->addWidget(note_);
   contents->addWidget(entriesView_, 1);
   contents->addWidget(more_);
   contents->addWidget(details_);
@@ -114,17 +123,17 @@ QLayout* fDBFSel::Contents() {
 // Nobody is asked for these; what stays empty is as it always was.
 QWidget* fDBFSel::Details() {
   template_->setPlaceholderText("{NAME} ({DEPTH} ft)");
-  template_->setToolTip("Text made of several fields, each named in braces; it takes the place of the text field");
-  height_->setToolTip("A number, or the field that holds the height of each text");
-  angle_->setToolTip("Degrees, or the field that holds the angle of each text");
-  colour_->setToolTip("The field that holds the colour of each shape and its text: a number, a name or #rrggbb");
+  template_->setToolTip(tr("Text made of several fields, each named in braces; it takes the place of the text field"));
+  height_->setToolTip(tr("A number, or the field that holds the height of each text"));
+  angle_->setToolTip(tr("Degrees, or the field that holds the angle of each text"));
+  colour_->setToolTip(tr("The field that holds the colour of each shape and its text: a number, a name or #rrggbb"));
   for (QComboBox* list : {height_, angle_}) list->setEditable(true);
   auto* details = Named(new QWidget, "details");
   auto* form = new QFormLayout(details);
-  form->addRow("Tem&plate:", template_);
-  form->addRow("&Height:", height_);
-  form->addRow("&Angle:", angle_);
-  form->addRow("&Colour Field:", colour_);
+  form->addRow(tr("Tem&plate:"), template_);
+  form->addRow(tr("&Height:"), height_);
+  form->addRow(tr("&Angle:"), angle_);
+  form->addRow(tr("&Colour Field:"), colour_);
   return details;
 }
 
@@ -139,8 +148,9 @@ void fDBFSel::ShowMore() {
 void fDBFSel::ShowStep() {
   const bool first = selection_.CurrentStep() == FieldSelection::Step::LayerField;
   QComboBox* list = first ? layerFields_ : textFields_;
-  stat_->setText(Shown(selection_.Stat()));
-  fieldLabel_->setText(u'&' + Shown(selection_.FieldLabel()));
+  stat_->setText(first ? tr("Select the field in the DBF file that holds the layer names, then select continue.")
+                       : tr("If there is a text field in the DBF file, select it now, otherwise select continue."));
+  fieldLabel_->setText(first ? tr("&Layer Field Name:") : tr("&Text Field Name:"));
   fieldLabel_->setBuddy(list);
   layerFields_->setVisible(first);
   textFields_->setVisible(!first);
@@ -182,18 +192,45 @@ void fDBFSel::Continue() {
   ShowStep();
 }
 
+// The field whose values are to be seen; empty for none, and once the questions are over.
+std::string fDBFSel::FieldOfEntries() const {
+  if (cancelled_ || selection_.CurrentStep() == FieldSelection::Step::Done) return {};
+  const std::vector<std::string> fields = selection_.Choices();
+  const std::string field = selection_.EntriesField();
+  return std::find(fields.begin(), fields.end(), field) == fields.end() ? std::string() : field;
+}
+
 void fDBFSel::ShowEntries() {
+  ShowNote();
   if (loading_) return;  // the loading that is under way notices the choice
   loading_ = true;
-  while (selection_.EntriesVisible() && selection_.LayerField() != loadedField_) LoadEntries();
+  while (!FieldOfEntries().empty() && FieldOfEntries() != loadedField_) LoadEntries();
   loading_ = false;
-  entriesView_->setVisible(selection_.EntriesVisible() && problem_->text().isEmpty());
-  problem_->setVisible(selection_.EntriesVisible() && !problem_->text().isEmpty());
+  const bool visible = !FieldOfEntries().empty();
+  entriesView_->setVisible(visible && problem_->text().isEmpty());
+  problem_->setVisible(visible && !problem_->text().isEmpty());
+}
+
+// What it means that no layer field is chosen.
+void fDBFSel::ShowNote() {
+  switch (selection_.LayerWithoutField()) {
+    case FieldSelection::WithoutField::Unassociated:
+      note_->setText(tr("Without a layer field everything goes to the layer \"Unassociated\"."));
+      break;
+    case FieldSelection::WithoutField::Zero:
+      note_->setText(tr("Without a layer field everything goes to the layer \"0\"."));
+      break;
+    case FieldSelection::WithoutField::OfDrawing:
+      note_->setText(
+          tr("This table tells of a drawing. Without any field chosen that drawing is read, with its layers."));
+      break;
+  }
+  note_->setVisible(selection_.LayerField().empty());
 }
 
 // Loads the values of the chosen field, until another one is chosen. The person goes on choosing meanwhile.
 void fDBFSel::LoadEntries() {
-  const std::string field = selection_.LayerField();
+  const std::string field = FieldOfEntries();
   frmDBFScan scan(this);
   QElapsedTimer sinceStart, sinceYield;
   sinceStart.start();
@@ -204,9 +241,10 @@ void fDBFSel::LoadEntries() {
     if (sinceStart.elapsed() > kPatienceMilliseconds) scan.ShowProgress(static_cast<int>(record * 100 / records));
     QCoreApplication::processEvents();
     sinceYield.restart();
-    if (!selection_.EntriesVisible() || selection_.LayerField() != field) throw Superseded();
+    if (FieldOfEntries() != field) throw Superseded();
   };
   try {
+    loadedField_.clear();
     entries_->Set({});
     records = selection_.Records();
     entries_->Set(selection_.Entries(yield));
@@ -217,6 +255,16 @@ void fDBFSel::LoadEntries() {
     problem_->setText(Shown(error.what()));
   }
   loadedField_ = field;
+}
+
+void fDBFSel::Cancel() {
+  if (!QuestionButtons::MayEndRun(this)) return;
+  cancelled_ = true;
+  done(Rejected);
+}
+
+void fDBFSel::keyPressEvent(QKeyEvent* event) {
+  event->matches(QKeySequence::Cancel) ? Cancel() : QDialog::keyPressEvent(event);
 }
 
 }  // namespace tesselink

@@ -18,13 +18,16 @@ namespace tesselink {
 class FieldSelection;
 class TextListModel;
 
-/// A thin face of a FieldSelection whose questions are not yet answered; exec() returns when they are. Escape and the
-/// close box are refused.
+/// A thin face of a FieldSelection whose questions are not yet answered; exec() returns when they are, or rejects when
+/// the person has confirmed that the run is to end, which Escape and the Cancel button ask. The close box is refused.
 class fDBFSel final : public QDialog {
   Q_OBJECT
  public:
   explicit fDBFSel(FieldSelection& selection, QWidget* parent = nullptr);
   void reject() override {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   QLayout* Contents();
@@ -32,14 +35,17 @@ class fDBFSel final : public QDialog {
   void ShowStep();
   void ShowMore();
   void ShowEntries();
+  void ShowNote();
   void LoadEntries();
   void Choose(const QComboBox& list);
   bool TakeDetails();
   void Continue();
+  void Cancel();
+  std::string FieldOfEntries() const;
 
   FieldSelection& selection_;
   TextListModel* entries_;
-  QLabel *stat_, *fieldLabel_, *problem_;
+  QLabel *stat_, *fieldLabel_, *note_, *problem_;
   QComboBox *layerFields_, *textFields_;
   QListView* entriesView_;
   QToolButton* more_;
@@ -47,7 +53,7 @@ class fDBFSel final : public QDialog {
   QComboBox *height_, *angle_, *colour_;
   QWidget* details_;
   std::string loadedField_;
-  bool loading_ = false;
+  bool loading_ = false, cancelled_ = false;
 };
 
 }  // namespace tesselink

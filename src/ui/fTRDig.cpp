@@ -16,6 +16,7 @@
 #include "core/io/Paths.h"
 #include "formats/shape/DBFInFilter.h"
 #include "ui/Named.h"
+#include "ui/QuestionButtons.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
@@ -28,12 +29,19 @@ bool SameName(const QString& a, const QString& b) { return a.trimmed().compare(b
 fTRDig::fTRDig(const std::string& suggestedTable, QWidget* parent)
     : QDialog(parent),
       path_(Named(new QLineEdit, "txtTable")),
-      entries_{{NewEntry("Twp"), "Township", {"TOWNSHIP", "TWP", "TWNSHP", "TOWN", "T"}},
-               {NewEntry("Rge"), "Range", {"RANGE", "RGE", "RNG", "R"}},
-               {NewEntry("Sec"), "Section", {"SECTION", "SEC", "SECT", "S"}}},
+      entries_{
+          {NewEntry("Twp"),
+           tr("&Township"),
+           tr("Choose the field that holds the township."),
+           {"TOWNSHIP", "TWP", "TWNSHP", "TOWN", "T"}},
+          {NewEntry("Rge"), tr("&Range"), tr("Choose the field that holds the range."), {"RANGE", "RGE", "RNG", "R"}},
+          {NewEntry("Sec"),
+           tr("&Section"),
+           tr("Choose the field that holds the section."),
+           {"SECTION", "SEC", "SECT", "S"}}},
       problem_(Named(new QLabel, "lblProblem")) {
   setObjectName("fTRDig");
-  setWindowTitle("Locate Township and Range Fields");
+  setWindowTitle(tr("Locate Township and Range Fields"));
   setLayout(Contents());
   resize(fontMetrics().averageCharWidth() * 64, sizeHint().height());
   UseTable(suggestedTable);
@@ -51,40 +59,37 @@ QLayout* fTRDig::Contents() {
   path_->setReadOnly(true);
   problem_->setWordWrap(true);
   problem_->setTextFormat(Qt::PlainText);
-  auto* browse = Named(new QPushButton("Browse..."), "cmdTable");
+  auto* browse = Named(new QPushButton(tr("Browse...")), "cmdTable");
   browse->setAutoDefault(false);
   connect(browse, &QPushButton::clicked, this, &fTRDig::Browse);
   auto* table = new QHBoxLayout;
   table->addWidget(path_, 1);
   table->addWidget(browse);
 
-  auto* frame = Named(new QGroupBox("Township and Range Fields"), "fraFields");
+  auto* frame = Named(new QGroupBox(tr("Township and Range Fields")), "fraFields");
   auto* rows = new QFormLayout(frame);
-  auto* tableLabel = Named(new QLabel("Ta&ble"), "lblTable");
+  auto* tableLabel = Named(new QLabel(tr("Ta&ble")), "lblTable");
   tableLabel->setBuddy(browse);
-  browse->setAccessibleName("Choose the table");
-  path_->setAccessibleName("Table");
+  browse->setAccessibleName(tr("Choose the table"));
+  path_->setAccessibleName(tr("Table"));
   rows->addRow(tableLabel, table);
   for (const Entry& entry : entries_) {
-    auto* label = new QLabel(QString("&") + entry.caption);
+    auto* label = new QLabel(entry.caption);
     label->setBuddy(entry.list);
     label->setMinimumWidth(fontMetrics().horizontalAdvance("Township  "));
     rows->addRow(label, entry.list);
   }
 
-  auto* proceed = Named(new QPushButton("Continue"), "cmdCont");
-  proceed->setDefault(true);
-  connect(proceed, &QPushButton::clicked, this, &QDialog::accept);
   auto* contents = new QVBoxLayout;
   contents->addWidget(frame);
   contents->addWidget(problem_);
   contents->addStretch();
-  contents->addWidget(proceed, 0, Qt::AlignRight);
+  contents->addLayout(QuestionButtons::Row(*this, "cmdCont"));
   return contents;
 }
 
 void fTRDig::Browse() {
-  QFileDialog dialog(this, "Browsing...", Shown(FolderOf(table_)), "dBase Tables (*.dbf *.DBF);;All Files (*)");
+  QFileDialog dialog(this, tr("Browsing..."), Shown(FolderOf(table_)), tr("dBase Tables (*.dbf *.DBF);;All Files (*)"));
   dialog.setObjectName("Dialog");
   dialog.setFileMode(QFileDialog::ExistingFile);
   if (dialog.exec() == Accepted) UseTable(PathOf(dialog.selectedFiles().constFirst()));
@@ -111,19 +116,19 @@ void fTRDig::ReadFieldNames() {
   fieldNames_.clear();
   tableProblem_.clear();
   if (table_.empty()) {
-    tableProblem_ = "Choose the dBase table (.dbf) that holds the townships, ranges and sections.";
+    tableProblem_ = tr("Choose the dBase table (.dbf) that holds the townships, ranges and sections.");
   } else if (!FileExists(table_)) {
-    tableProblem_ = Shown(table_) + " cannot be read. Choose another table.";
+    tableProblem_ = tr("%1 cannot be read. Choose another table.").arg(Shown(table_));
   } else {
     try {
       DBFInFilter table;
       table.filename(table_);
       table.NumRecs();
       for (int i = 0; i <= table.NumFields(); ++i) fieldNames_.push_back(table.GetFieldName(i));
-      if (fieldNames_.empty()) tableProblem_ = Shown(table_) + " has no fields. Choose another table.";
+      if (fieldNames_.empty()) tableProblem_ = tr("%1 has no fields. Choose another table.").arg(Shown(table_));
     } catch (const Error& error) {
       fieldNames_.clear();
-      tableProblem_ = Shown(error.what()) + ". Choose another table.";
+      tableProblem_ = tr("%1. Choose another table.").arg(Shown(error.what()));
     }
   }
 }
@@ -158,9 +163,7 @@ QString fTRDig::Problem() const {
   for (const Entry& entry : entries_) {
     if (FieldOf(entry) >= 0) continue;
     const QString typed = entry.list->currentText().trimmed();
-    if (typed.isEmpty()) return QString("Choose the field that holds the %1.").arg(QString(entry.caption).toLower());
-    return QString("The table has no field \"%1\". Choose the field that holds the %2.")
-        .arg(typed, QString(entry.caption).toLower());
+    return typed.isEmpty() ? entry.missing : tr("The table has no field \"%1\".").arg(typed) + ' ' + entry.missing;
   }
   return {};
 }

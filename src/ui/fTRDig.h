@@ -30,7 +30,8 @@ class fTRDig final : public QDialog {
  private:
   struct Entry {
     QComboBox* list;
-    const char* caption;
+    QString caption;
+    QString missing;  // what is said while it names no field
     std::vector<QString> usualNames;
   };
 

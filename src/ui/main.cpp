@@ -111,7 +111,8 @@ int main(int count, char** values) {
   auto* preview = new tesselink::PreviewWidget(tesselink::AllFormats(), settings, options);
   window.SetPreview(preview);
   QObject::connect(&window, &tesselink::MainWindow::inputChanged, preview, &tesselink::PreviewWidget::ShowInputs);
-  QObject::connect(preview, &tesselink::PreviewWidget::factsChanged, &window, &tesselink::MainWindow::SetFacts);
+  QObject::connect(preview, &tesselink::PreviewWidget::Counted, &window, &tesselink::MainWindow::SetCounts);
+  QObject::connect(preview, &tesselink::PreviewWidget::Hindered, &window, &tesselink::MainWindow::SetHindrance);
   QObject::connect(&window, &tesselink::MainWindow::runningChanged, preview,
                    [preview](bool running) { running ? preview->Pause() : preview->Resume(); });
   QObject::connect(&window, &tesselink::MainWindow::readingChanged, preview, &tesselink::PreviewWidget::SetOptions);

@@ -75,6 +75,11 @@ TEST_F(LookupFileTest, IsAskedForUntilItExists) {
   EXPECT_EQ(rig.person.textQuestions[0].title, "Error Finding $CDF.MAP");
   EXPECT_EQ(rig.person.textQuestions[0].prompt,
             "Could Not locate $CDF.MAP\r\n\r\nPlease type it's location in the box below");
+  const std::string remembered = rig.folder.Path("gone/$CDF.MAP"), none = ": does not exist";
+  const std::string reasons[] = {remembered + none + "\n" + rig.folder.Path("nowhere/$CDF.MAP") + none,
+                                 "Nothing was named; the conversion cannot go on without $CDF.MAP",
+                                 rig.folder.Path("gone/$cdf.map") + none};
+  for (std::size_t i : {0U, 1U, 2U}) EXPECT_EQ(rig.person.textQuestions[i].reasons, reasons[i]);
   EXPECT_EQ(Remembered(), there);
   const std::string other = rig.folder.Put("other$cdf.map", Types(6));
   rig.settings.Set("CDFMAP", "Locations", "$CDF.MAP", "");

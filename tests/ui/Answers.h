@@ -110,6 +110,16 @@ class Answers {
   QString complaints_;
 };
 
+/// Presses a button, by its caption, of the window that comes up next, on top of one that is answered already.
+inline void PressOnTop(const QString& button) {
+  QTimer::singleShot(0, [button] {
+    for (auto* candidate : QApplication::activeModalWidget()->findChildren<QAbstractButton*>()) {
+      if (candidate->text().remove('&') == button) return candidate->click();
+    }
+    qFatal("no button %s", qPrintable(button));
+  });
+}
+
 /// A control by its name; the test fails when there is none.
 template <typename T>
 T& Control(const QWidget& window, const QString& name) {

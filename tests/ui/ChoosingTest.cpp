@@ -74,7 +74,8 @@ class ChoosingTest : public QObject {
     auto* preview = new PreviewWidget(AllFormats(), desk.settings, desk.options);
     desk.window.SetPreview(preview);
     connect(&desk.window, &MainWindow::inputChanged, preview, &PreviewWidget::ShowInputs);
-    connect(preview, &PreviewWidget::factsChanged, &desk.window, &MainWindow::SetFacts);
+    connect(preview, &PreviewWidget::Counted, &desk.window, &MainWindow::SetCounts);
+    connect(preview, &PreviewWidget::Hindered, &desk.window, &MainWindow::SetHindrance);
     desk.Type("Infile", desk.Copy("quarter-section.asc"));
     QTRY_VERIFY2(InNote(desk).contains("43 elements on 11 layers"), qPrintable(InNote(desk)));
     desk.Put("wells.prj", "PROJCS[\"NAD_1927_Texas\",GEOGCS[\"GCS\"]]");

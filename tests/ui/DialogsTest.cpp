@@ -111,7 +111,9 @@ class DialogsTest : public QObject {
     auto* layers = &Control<QComboBox>(dialog, "cboLayer");
     auto* texts = &Control<QComboBox>(dialog, "cbotxtfield");
     auto* entries = &Control<QListView>(dialog, "lstEntries");
+    const auto* note = &Control<QLabel>(dialog, "lblNote");
     const int result = Run(dialog, [&] {
+      QVERIFY(note->isVisible() && note->text().contains("goes to the layer \"Unassociated\""));
       QCOMPARE(Items(*layers), QStringList({"NAME", "LAYER"}));
       QCOMPARE(layers->currentIndex(), -1);
       QVERIFY(!entries->isVisible() && !texts->isVisible());
@@ -127,8 +129,10 @@ class DialogsTest : public QObject {
       QVERIFY(entries->isVisible());
 
       QVERIFY2(!dialog.close(), "the close box is refused");
+      PressOnTop("No");
       QTest::keyClick(&dialog, Qt::Key_Escape);
       QVERIFY(dialog.isVisible());
+      QVERIFY(!note->isVisible());
 
       Press(dialog, "cmdCont");
       QVERIFY(!layers->isVisible() && !entries->isVisible() && texts->isVisible());
@@ -138,7 +142,12 @@ class DialogsTest : public QObject {
       QCOMPARE(Items(*texts), QStringList({"NAME", "LAYER", "(None)"}));
       QCOMPARE(texts->currentText(), "");
       QVERIFY(!dialog.close());
+      texts->setCurrentIndex(0);
+      QVERIFY(entries->isVisible());
+      QCOMPARE(entries->model()->rowCount(), 4);
+      QCOMPARE(entries->model()->index(3, 0).data().toString(), "D");
       texts->setCurrentIndex(2);
+      QVERIFY(!entries->isVisible());
       Press(dialog, "cmdCont");
     });
     QCOMPARE(result, int(QDialog::Accepted));
@@ -220,7 +229,7 @@ class DialogsTest : public QObject {
   }
 
   void ChoosingGoesOnWhileValuesAreLoaded() {
-    for (const QString action : {"choose", "continue twice", "close"}) {
+    for (const QString action : {"choose", "continue twice", "close", "cancel"}) {
       MadeUpTable table({"A", "B"}, 8'000'000);
       FieldSelection selection;
       selection.Create(table);
@@ -239,6 +248,10 @@ class DialogsTest : public QObject {
         QVERIFY2(!scan->close(), "it has no way to cancel");
         if (action == "choose") layers->setCurrentIndex(1);
         if (action == "close") QVERIFY(!dialog.close());
+        if (action == "cancel") {
+          PressOnTop("Yes");
+          Press(dialog, "cmdCancel");
+        }
         for (int i = 0; action == "continue twice" && i < 2; ++i) Press(dialog, "cmdCont");
       });
       watch.start(1);
@@ -246,18 +259,19 @@ class DialogsTest : public QObject {
         layers->setCurrentIndex(0);
         // The values were loaded, or the loading was given up, when the choice returns.
         QVERIFY(dialog.findChild<frmDBFScan*>() == nullptr);
-        const bool goneOn = action == "continue twice";
+        const bool goneOn = action == "continue twice" || action == "cancel";
         QCOMPARE(entries->isVisible(), !goneOn);
         if (goneOn) return;
         QCOMPARE(entries->model()->index(2, 0).data().toString(), action == "choose" ? "B2" : "A2");
         Press(dialog, "cmdCont");
         Press(dialog, "cmdCont");
       });
-      dialog.exec();
+      QCOMPARE(dialog.exec(), int(action == "cancel" ? QDialog::Rejected : QDialog::Accepted));
       QVERIFY2(seen, "a progress window shows what takes long");
       QCOMPARE(table.passes, action == "choose" ? 2 : 1);
       QCOMPARE(selection.LayerField(), action == "choose" ? "B" : "A");
-      QCOMPARE(selection.CurrentStep(), FieldSelection::Step::Done);
+      QCOMPARE(selection.CurrentStep(),
+               action == "cancel" ? FieldSelection::Step::LayerField : FieldSelection::Step::Done);
     }
   }
 

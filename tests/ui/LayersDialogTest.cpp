@@ -15,6 +15,7 @@
 #include <fstream>
 #include <memory>
 
+#include "core/io/Errors.h"
 #include "formats/cdf/LayerMatching.h"
 #include "support/Lookups.h"
 #include "support/Support.h"
@@ -79,7 +80,7 @@ class LayersDialogTest : public QObject {
   }
 
   void EveryWayOutHandsBack() {
-    for (const QString way : {"button", "close box", "Alt+O"}) {
+    for (const QString way : {"button", "close box", "Alt+O", "cancel"}) {
       init();
       Open({"A", "B", "C", "D", "E"});
       QTimer::singleShot(0, dialog.get(), [&] {
@@ -91,12 +92,24 @@ class LayersDialogTest : public QObject {
         List(3)->setCurrentIndex(2);
         List(3)->setEditText("");
         QCOMPARE(Control<QLabel>(*dialog, "lblCount").text(), "2 of 5 layers have an entity type");
+        PressOnTop("No");
         QTest::keyClick(dialog.get(), Qt::Key_Escape);
         QVERIFY2(dialog->isVisible(), "Escape loses nothing");
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+        if (way == "cancel") {
+          PressOnTop("Yes");
+          Press("cmdCancel");
+        }
         if (way == "button") Press("cmdDone");
         if (way == "close box") dialog->close();
         if (way == "Alt+O") QTest::keyClick(List(1), Qt::Key_O, Qt::AltModifier);
       });
+      if (way == "cancel") {
+        QVERIFY_EXCEPTION_THROWN(dialog->Match(), OperationCanceled);
+        QVERIFY(settings.All("Tesselink", "XRef").empty());
+        continue;
+      }
       QCOMPARE(dialog->Match(), Texts({"0000005", "0000002", "", "", ""}));
       QVERIFY(!dialog->isVisible());
       const auto remembered = settings.All("Tesselink", "XRef");
@@ -182,6 +195,73 @@ class LayersDialogTest : public QObject {
     QCOMPARE(matching->Codes(), Texts({"0000004", ""}));
     QTest::keyClick(List(0), Qt::Key_Up);
     QCOMPARE(matching->Codes(), Texts({"0000003", ""}));
+
+    List(0)->setEditText("");
+    QTest::keyClicks(List(0), "WELL");
+    QTRY_VERIFY(found->isVisible());
+    const auto* mark = &Control<QLabel>(*dialog, "LblMark0");
+    QVERIFY(mark->isVisible());
+    QCOMPARE(Control<QLabel>(*dialog, "lblNote").text(),
+             "\"WELL\" is no entity type, so this layer gets none. Return takes \"Well, oil\".");
+    QTest::keyClick(found, Qt::Key_Return);
+    QCOMPARE(List(0)->currentText(), "Well, oil");
+    QVERIFY(!found->isVisible() && !mark->isVisible() && List(0)->hasFocus());
+    QCOMPARE(Control<QLabel>(*dialog, "lblNote").text(), "");
+    for (const char* text : {"eek", "nothing like it"}) {  // Return without the list of what was found
+      List(0)->setEditText(text);
+      QTest::keyClick(List(0), Qt::Key_Return);
+    }
+    QCOMPARE(List(0)->currentText(), "nothing like it");
+    QVERIFY2(mark->isVisible() && List(1)->hasFocus(), "goes on, and stays marked");
+  }
+
+  void RowsAreFoundAgain() {
+    Open({"ROADS", "WELLS OLD", "Wells new", "X"});
+    Show();
+    const auto seen = [&] {
+      QString rows;
+      for (const int row : {0, 1, 2, 3}) rows += List(row)->isVisible() ? QString::number(row) : "";
+      return rows;
+    };
+    List(1)->setCurrentIndex(2);
+    List(2)->setEditText("no such type");
+    auto* filter = &Control<QLineEdit>(*dialog, "txtFilter");
+    filter->setFocus();
+    QTest::keyClicks(filter, "wells");
+    QCOMPARE(seen(), "12");
+    QCOMPARE(Control<QLabel>(*dialog, "lblShown").text(), "2 shown");
+    QCOMPARE(Place(2).top() - Place(1).top(), List(1)->height() + List(1)->height() / 6);
+    QTest::keyClick(filter, Qt::Key_Return);
+    QVERIFY(List(1)->hasFocus());
+    auto* without = &Control<QAbstractButton>(*dialog, "chkOnlyWithout");
+    without->click();
+    QCOMPARE(seen(), "2");
+    filter->clear();
+    QCOMPARE(seen(), "023");
+    List(0)->setCurrentIndex(0);
+    QCOMPARE(seen(), "023");
+    without->click();
+    QCOMPARE(seen(), "0123");
+    QCOMPARE(matching->Codes(), Texts({"0000001", "0000003", "", ""}));
+  }
+
+  void ColumnsStandUnderTheirHeadings() {
+    for (const std::size_t count : {2U, 40U}) {
+      Open(Layers(count),
+           QString("A heading that is longer than the column is wide, by far").repeated(3).toStdString());
+      Show();
+      for (const int width : {dialog->width(), dialog->width() + 333}) {
+        dialog->resize(width, dialog->height());
+        QCoreApplication::processEvents();
+        for (const auto& [heading, cell] : {std::pair{"lblDXFName", "LblLyrName0"}, {"lblCDFName", "cboCode0"}}) {
+          const auto* above = &Control<QWidget>(*dialog, heading);
+          const auto* below = &Control<QWidget>(*dialog, cell);
+          QCOMPARE(above->mapTo(dialog.get(), QPoint()).x(), below->mapTo(dialog.get(), QPoint()).x());
+          QCOMPARE(above->width(), below->width());
+        }
+      }
+      cleanup();
+    }
   }
 
  private:

@@ -4,6 +4,7 @@
 
 #include <QProgressBar>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTest>
 
 #include "support/Shapes.h"
@@ -209,8 +210,7 @@ class MainWindowTest : public QObject {
   void TakesDroppedFiles() {
     const std::tuple<QStringList, QString, QString> cases[] = {{{"plat.dxf"}, kDrawing, "plat.dxf"},
                                                                {{"plat.txt"}, kShapefile, "plat.txt"},
-                                                               {{"a.dbf", "a.shx", "a.shp"}, kShapefile, "a.shp"},
-                                                               {{"a.shp", "b.shp", "b.dbf"}, kSeveral, ""}};
+                                                               {{"a.dbf", "a.shx", "a.shp"}, kShapefile, "a.shp"}};
     for (const auto& [dropped, format, input] : cases) {
       Desk desk;
       QStringList paths;
@@ -218,13 +218,45 @@ class MainWindowTest : public QObject {
       desk.Drop(paths);
       QCOMPARE(desk.InFormat(), format);
       QCOMPARE(desk.Infile(), desk.Path(input));
-      if (format == kSeveral) QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("2 files selected"));
-      desk.person.Press("all of them are shapefiles", "OK");
-      desk.Drop({desk.Path("a.shp"), desk.Path("b.dxf")});
-      QCOMPARE(desk.Infile(), desk.Path(input));
       desk.Drop({desk.Path("z.asc")});
       QCOMPARE(desk.InFormat(), QString(kLandmark));
     }
+  }
+
+  // Several shapefiles are one input where a person has said so; otherwise many files are conversions of their own.
+  void TakesManyDroppedFiles() {
+    Desk desk;
+    const QStringList several{desk.Put("a.shp"), desk.Put("b.shp"), desk.Put("b.dbf")};
+    const auto listed = [&desk] { return desk.Get<QTableView>("List").model()->rowCount(); };
+    for (const QStringList& dropped : {several, QStringList{desk.Path("a.shp"), desk.Put("c.dxf")}, {desk.Path("")}}) {
+      desk.Get<QComboBox>("InFormat").setCurrentText(kShapefile);
+      desk.Drop(dropped);
+      QVERIFY(desk.Get<QWidget>("QueueWindow").isVisible());
+      QCOMPARE(desk.Infile(), QString());
+      desk.Get<QWidget>("QueueWindow").close();
+    }
+    QCOMPARE(listed(), 4);
+    desk.Get<QComboBox>("InFormat").setCurrentText(kSeveral);
+    desk.Drop(several);
+    QVERIFY(!desk.Get<QWidget>("QueueWindow").isVisible());
+    QCOMPARE(desk.Get<QLabel>("lblSelected").text(), QString("2 files selected"));
+  }
+
+  void TellsHowFarAllFilesAre() {
+    Desk desk;
+    QStringList several;
+    for (const char* name : {"a", "b"}) {
+      for (const char* extension : {".shp", ".shx"}) {
+        QFile::copy(Example(QString("wells") + extension), desk.Path(QString(name) + extension));
+      }
+      several.append(desk.Path(QString(name) + ".shp"));
+    }
+    desk.Get<QComboBox>("InFormat").setCurrentText(kSeveral);
+    desk.Drop(several);
+    desk.Type("OutFile", desk.Path("all.dxf"));
+    for (int i = 0; i < 2; ++i) desk.person.Press("Could not find file", "OK");  // they have no tables
+    desk.Click("cmdApply");
+    QCOMPARE(desk.Get<QLabel>("lblFile").text(), QString("File 2 of 2: b.shp (100 % of the whole)"));
   }
 
   void ReadsAFileWhoseNameIsNotUtf8() {

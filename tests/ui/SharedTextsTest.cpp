@@ -42,7 +42,7 @@ TEST(SharedTexts, SettingsAreThoseOfTheToolkit) {
     for (const auto& [key, value] : fromToolkit) store.setValue("XRef/" + Encoded(key), Encoded(value));
   }
   EXPECT_EQ(settings.All("Tesselink", "XRef"), fromToolkit);
-  for (const auto& [key, value] : pairs) settings.Set("Tesselink", "XRef", key, value);
+  settings.SetAll("Tesselink", "XRef", {pairs.begin(), pairs.end()});
   EXPECT_EQ(settings.Problem(), "");
   EXPECT_EQ(settings.All("Tesselink", "XRef"), pairs);
   QSettings store(QSettings::IniFormat, QSettings::UserScope, "Tesselink", "Tesselink");

@@ -8,7 +8,7 @@
 namespace tesselink {
 namespace {
 
-constexpr std::size_t kMostOutput = std::size_t{1} << 20, kMostErrors = std::size_t{1} << 16;
+constexpr std::size_t kMostErrors = std::size_t{1} << 16;
 
 }  // namespace
 
@@ -16,7 +16,9 @@ bool ChildNotStarted::MayPass() const {
   return reason == EAGAIN || reason == ENOMEM || reason == EMFILE || reason == ENFILE;
 }
 
-ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& arguments) {
+ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& arguments,
+                           std::size_t mostOutput)
+    : mostOutput_(mostOutput) {
   sys::Descriptor output, errors;
   if (sys::MakePipe(output_.file, output) && sys::MakePipe(errors_.file, errors)) {
     process_ = sys::Start(program, arguments, output, errors);
@@ -25,7 +27,8 @@ ChildProcess::ChildProcess(const std::string& program, const std::vector<std::st
 }
 
 ChildProcess::ChildProcess(ChildProcess&& other) noexcept
-    : output_(std::move(other.output_)),
+    : mostOutput_(other.mostOutput_),
+      output_(std::move(other.output_)),
       errors_(std::move(other.errors_)),
       process_(std::exchange(other.process_, -1)),
       ending_(other.ending_) {}
@@ -53,7 +56,7 @@ void ChildProcess::Stream::Take(std::size_t most) {
 bool ChildProcess::HasEnded() {
   const bool hasEnded = process_ < 0 || sys::Collect(process_, ending_) != sys::Collected::Running;
   if (hasEnded) process_ = -1;
-  output_.Take(kMostOutput);
+  output_.Take(mostOutput_);
   errors_.Take(kMostErrors);
   return hasEnded;
 }

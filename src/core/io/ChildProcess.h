@@ -2,6 +2,7 @@
 // A program that this one has started, and what it says.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,11 @@ namespace tesselink {
 /// read and forgotten. One that still runs when the object goes is killed.
 class ChildProcess {
  public:
+  static constexpr std::size_t kMostOutput = std::size_t{1} << 20;
+
   /// Starts it; the arguments begin with the program's name. Throws ChildNotStarted.
-  ChildProcess(const std::string& program, const std::vector<std::string>& arguments);
+  ChildProcess(const std::string& program, const std::vector<std::string>& arguments,
+               std::size_t mostOutput = kMostOutput);
   ChildProcess(ChildProcess&& other) noexcept;
   ChildProcess& operator=(ChildProcess&&) = delete;
   ~ChildProcess();
@@ -38,6 +42,7 @@ class ChildProcess {
     void Take(std::size_t most);
   };
 
+  std::size_t mostOutput_;
   Stream output_, errors_;
   int process_ = -1;  // once it has ended, none
   sys::Ending ending_;

@@ -98,7 +98,7 @@ struct ConversionRun::State {
   FilesRead filesRead;
   std::optional<OutputPlace> place;  // where the writer writes; none for one that makes no file
   std::int64_t maxOutput = 0;        // bytes
-  bool writing = false;              // the writer is at work, so an error is its own
+  bool writing = false;              // the writer is at work: an error is its own, and a question that is declined
 };
 
 ConversionRun::ConversionRun(const FormatTable& formats, Interaction& interaction, Settings& settings,
@@ -289,7 +289,9 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
 void ConversionRun::MatchLayers(State& state) {
   const std::vector<std::string>& layers = state.reader->Layers();
   const FilterContext context = ContextOf(state);
-  auto codes = interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication, context});
+  const bool codesMatter = (state.writer->Holds().lacks & kHasUnmatchedLayer) != 0;
+  auto codes =
+      interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication, context, codesMatter});
   if (codes) state.reader->AssignCodes(layers, std::move(*codes));
 }
 
@@ -460,12 +462,15 @@ void ConversionRun::Finish(State& state) {
   const std::int64_t inOutput = summary.written.Total() + summary.converted.Total();
   const bool endedBeforeAll = summary.outcome != RunOutcome::Done && inOutput == 0;
   const bool isUnwanted = summary.outcome == RunOutcome::Cancelled && !interaction_.WantsPart();
-  if (endedBeforeAll || isUnwanted || (failed && state.writing)) {
+  if (endedBeforeAll || isUnwanted || state.writing) {
     state.writer->Abandon();
   } else {
     try {
       state.writer->Release();
       if (!state.writer->filename().empty()) Deliver(state);
+    } catch (const OperationCanceled&) {
+      summary.outcome = RunOutcome::Cancelled;
+      interaction_.HoldRunProgress();
     } catch (const std::exception& error) {
       if (!failed) Fail(state, error.what());
     }

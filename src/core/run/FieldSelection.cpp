@@ -39,16 +39,6 @@ void FieldSelection::Create(AttributeTable& table) {
   look_ = {};
 }
 
-std::string FieldSelection::Stat() const {
-  return step_ == Step::LayerField
-             ? "Select the field in the DBF file that holds the layer names, then select continue."
-             : "If there is a text field in the DBF file, select it now, otherwise select continue.";
-}
-
-std::string FieldSelection::FieldLabel() const {
-  return step_ == Step::LayerField ? "Layer Field Name:" : "Text Field Name:";
-}
-
 std::vector<std::string> FieldSelection::Choices() const {
   std::vector<std::string> choices = names_;
   if (step_ != Step::LayerField) choices.emplace_back(kNone);
@@ -79,10 +69,16 @@ std::string FieldSelection::Problem() const {
   }
 }
 
+std::string FieldSelection::EntriesField() const {
+  if (step_ != Step::TextField) return layerField_;
+  return TextWanted() ? textField_ : std::string();
+}
+
 std::vector<std::string> FieldSelection::Entries(const std::function<void(std::int64_t)>& progress) const {
   std::vector<std::string> entries;
-  if (table_ == nullptr || layerField_.empty()) return entries;
-  const int field = table_->GetFieldNum(layerField_);
+  const std::string name = EntriesField();
+  if (table_ == nullptr || name.empty()) return entries;
+  const int field = table_->GetFieldNum(name);
   const std::int64_t records = table_->NumRecs();
   std::unordered_set<std::string> seen;
   std::string value, previous;

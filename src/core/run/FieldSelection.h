@@ -33,6 +33,10 @@ class FieldSelection {
   /// have their fields in common.
   enum class Names { AsStored, Prepared };
 
+  /// What becomes of layers when no field is chosen for them: the layer "Unassociated", the layer "0", or, as long as
+  /// no field is chosen for anything else, the layers of the drawing that the table tells of.
+  enum class WithoutField { Unassociated, Zero, OfDrawing };
+
   /// The entry of the text list that stands for no text.
   static constexpr std::string_view kNone = "(None)";
 
@@ -48,10 +52,9 @@ class FieldSelection {
   bool Created() const { return table_ != nullptr; }
   Step CurrentStep() const { return step_; }
 
-  /// The instruction above the list.
-  std::string Stat() const;
-  /// The label of the list.
-  std::string FieldLabel() const;
+  /// Where everything goes when no field is chosen for the layer; the reader knows.
+  void LayerWithoutField(WithoutField place) { withoutField_ = place; }
+  WithoutField LayerWithoutField() const { return withoutField_; }
   /// The names offered, in field order; in the second step followed by "(None)".
   std::vector<std::string> Choices() const;
 
@@ -65,14 +68,14 @@ class FieldSelection {
   FieldChoice Chosen() const { return {layerField_, textField_, look_}; }
   /// Why what was chosen cannot be had of the table; empty where it can.
   std::string Problem() const;
-  /// The distinct values of the layer field, in order of first appearance; `progress` is called with the number of each
+  /// The field whose values help to choose: that of the current step, and the layer's once all is chosen; empty for
+  /// none.
+  std::string EntriesField() const;
+  /// The distinct values of that field, in order of first appearance; `progress` is called with the number of each
   /// record and may throw to stop.
   std::vector<std::string> Entries(const std::function<void(std::int64_t record)>& progress = {}) const;
   /// The number of the table's records. Throws Error when the table cannot tell.
   std::int64_t Records() const { return table_ == nullptr ? 0 : table_->NumRecs(); }
-  /// Whether the list of values is shown.
-  bool EntriesVisible() const { return step_ == Step::LayerField && !layerField_.empty(); }
-
   /// The continue button: to the next step.
   void Continue();
   /// Only the continue button ends the questions; the close box does not.
@@ -91,6 +94,7 @@ class FieldSelection {
   AttributeTable* table_ = nullptr;
   std::vector<std::string> names_;
   Step step_ = Step::LayerField;
+  WithoutField withoutField_ = WithoutField::Unassociated;
   std::string layerField_, textField_;
   LabelLook look_;
 };

@@ -48,6 +48,8 @@ struct TextQuestion {
   std::string title;
   std::string prompt;
   std::string subject;  ///< what the answer is about, for faces without an input box, as in "$CDF.MAP"
+  /// Why what was looked for, and named last, is no good, a line each; for faces that say so beside the prompt.
+  std::string reasons = {};
 };
 
 /// A question with a few answers, of which one holds for the rest of the run.
@@ -73,6 +75,7 @@ struct LayerMatchingQuestion {
   std::string heading;                     ///< of the layer column
   std::string application;                 ///< under which pairs are remembered
   const FilterContext& context;            ///< of the run: where lists and remembered pairs are found
+  bool codesMatter = true;                 ///< the output tells layers by their codes; else they may stay empty
 };
 
 /// Where a run stands after an element.

@@ -68,7 +68,7 @@ std::string LookupFile::Locate() {
   if (inPackage != kind_.fileName && IsUsable(inPackage)) return inPackage;
   const std::string remembered = context_.settings.Get(kind_.application, kSection, kind_.fileName, "");
   if (!remembered.empty() && IsUsable(remembered)) return remembered;
-  return InProgramFolderOrAsked();
+  return InProgramFolderOrAsked(remembered);
 }
 
 // A file that is there and cannot be opened is passed over, but not in silence.
@@ -88,9 +88,11 @@ std::string LookupFile::InPackageFolder() const {
   return EndsWithName(value, kind_.fileName) ? value : std::string();
 }
 
-std::string LookupFile::InProgramFolderOrAsked() {
+std::string LookupFile::InProgramFolderOrAsked(const std::string& remembered) {
   std::string candidate = context_.options.programFolder;
+  std::string reasons = remembered.empty() ? std::string() : WhyNotReadable(remembered) + "\n";
   for (;;) {
+    const bool isNothing = candidate.empty();
     if (!EndsWithName(candidate, kind_.fileName)) {
       if (!candidate.ends_with('/') && !candidate.ends_with('\\')) {
         candidate += static_cast<char>(std::filesystem::path::preferred_separator);
@@ -98,9 +100,13 @@ std::string LookupFile::InProgramFolderOrAsked() {
       candidate += kind_.fileName;
     }
     if (IsUsable(candidate)) break;
+    reasons += isNothing ? "Nothing was named; the conversion cannot go on without " + kind_.fileName
+                         : WhyNotReadable(candidate);
     candidate = context_.interaction.AskText(
         {"Error Finding " + kind_.fileName,
-         "Could Not locate " + kind_.fileName + "\r\n\r\nPlease type it's location in the box below", kind_.fileName});
+         "Could Not locate " + kind_.fileName + "\r\n\r\nPlease type it's location in the box below", kind_.fileName,
+         reasons});
+    reasons.clear();
   }
   context_.settings.Set(kind_.application, kSection, kind_.fileName, candidate);
   return candidate;

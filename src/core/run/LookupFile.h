@@ -44,7 +44,7 @@ class LookupFile {
   std::string Locate();
   bool IsUsable(const std::string& path) const;
   std::string InPackageFolder() const;
-  std::string InProgramFolderOrAsked();
+  std::string InProgramFolderOrAsked(const std::string& remembered);
 
   FilterContext context_;
   LookupFileKind kind_;

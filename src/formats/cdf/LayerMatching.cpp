@@ -160,9 +160,9 @@ std::vector<std::string> LayerMatching::Codes() {
 std::vector<std::string> LayerMatching::HandBack() {
   std::vector<std::string> codes = Codes();
   if (crossReference_.empty()) return codes;
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    context_.settings.Set(crossReference_, kSection, rows_[i].layer, codes[i]);
-  }
+  std::vector<std::pair<std::string, std::string>> pairs;
+  for (std::size_t i = 0; i < rows_.size(); ++i) pairs.emplace_back(rows_[i].layer, codes[i]);
+  context_.settings.SetAll(crossReference_, kSection, pairs);
   return codes;
 }
 

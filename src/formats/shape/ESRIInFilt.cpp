@@ -163,7 +163,13 @@ void ESRIInFilt::OpenTable() {
 
 // Asks for the fields unless they are chosen already, and gathers the layers that the table holds.
 void ESRIInFilt::UseTable() {
-  if (selection_->CurrentStep() != FieldSelection::Step::Done) interaction().SelectFields(*selection_);
+  if (selection_->CurrentStep() != FieldSelection::Step::Done) {
+    selection_->LayerWithoutField(!reading_.layerZeroWithoutField ? FieldSelection::WithoutField::Unassociated
+                                  : reading_.knowsDrawings && columns_.Find(*table_)
+                                      ? FieldSelection::WithoutField::OfDrawing
+                                      : FieldSelection::WithoutField::Zero);
+    interaction().SelectFields(*selection_);
+  }
   const std::string& path = table_->filename();
   layerField_ = LabelFields::FieldNumber(selection_->LayerField(), *table_, path, report());
   labels_.emplace(*selection_, *table_, path, report());

@@ -248,15 +248,11 @@ bool ESRIOutFilt::HasTextField() const {
          (*kind_ == ShapeKind::Polygon && labelsAreas_);
 }
 
-// There was no element to ask at. Whoever does not answer minds none.
+// There was no element to ask at.
 void ESRIOutFilt::ChooseKindOfNothing() {
   constexpr std::array<ShapeKind, 5> kKinds{ShapeKind::Polyline, ShapeKind::PointsOrText, ShapeKind::MultiPoint,
                                             ShapeKind::Polyline, ShapeKind::Polygon};
-  try {
-    ChooseKind(kKinds[static_cast<std::size_t>(form_.shape)]);
-  } catch (const OperationCanceled&) {
-    if (!fieldsDeclared_) DeclareFields();
-  }
+  ChooseKind(kKinds[static_cast<std::size_t>(form_.shape)]);
 }
 
 WriteResult ESRIOutFilt::WritePoints(const tEntity& entity) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "ui/OptionWords.h"
+#include "ui/OptionNaming.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
@@ -10,8 +10,8 @@
 namespace tesselink {
 namespace {
 
-class OptionWords {
-  Q_DECLARE_TR_FUNCTIONS(OptionWords)
+class OptionNaming {
+  Q_DECLARE_TR_FUNCTIONS(OptionNaming)
  public:
   static QString Of(const QString& option, const QString& value) {
     if (option == "text-height") return tr("Height in the dialog \"DBF Fields\"");
@@ -24,7 +24,7 @@ class OptionWords {
 }  // namespace
 
 QString OptionInWords(std::string_view option, std::string_view value) {
-  return OptionWords::Of(Shown(std::string(option)), Shown(std::string(value)));
+  return OptionNaming::Of(Shown(std::string(option)), Shown(std::string(value)));
 }
 
 // A value is one of those that texts name, or stands for one, in capitals.
@@ -35,7 +35,7 @@ QString WithoutOptions(const QString& text) {
   qsizetype end = 0;
   for (auto matches = option.globalMatch(text); matches.hasNext();) {
     const QRegularExpressionMatch match = matches.next();
-    words += text.mid(end, match.capturedStart() - end) + OptionWords::Of(match.captured(1), match.captured(2));
+    words += text.mid(end, match.capturedStart() - end) + OptionNaming::Of(match.captured(1), match.captured(2));
     end = match.capturedEnd();
   }
   return words + text.mid(end);

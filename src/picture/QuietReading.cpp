@@ -33,6 +33,9 @@ class QuietReading::Silence final : public Nobody {
   std::string AskText(const TextQuestion& question) override {
     throw Error(question.subject + ": was not found; the preview does without");
   }
+  std::string Naming(std::string_view option, std::string_view value) const override {
+    return "--" + Nobody::Naming(option, value);
+  }
   bool CancelRequested() override { return clock_() > until_; }
   void Yield() override {
     if (breath_) breath_();

@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -47,6 +48,16 @@ OptionRow::OptionRow(ConversionOption option, QWidget& parent) : QObject(&parent
   problem_->setWordWrap(true);
   problem_->hide();
   BuildHelper(parent);
+  if (list_ == nullptr) return;
+  list_->setFocusPolicy(Qt::StrongFocus);
+  list_->installEventFilter(this);
+}
+
+// The wheel scrolls the pane; it changes no value in passing.
+bool OptionRow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Wheel || list_->hasFocus()) return QObject::eventFilter(watched, event);
+  event->ignore();
+  return true;
 }
 
 QWidget* OptionRow::BuildControl(QWidget& parent) {

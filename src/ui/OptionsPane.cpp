@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -43,15 +45,9 @@ QStringList FieldsNamed(const QString& text, OptionValue names) {
 
 OptionsPane::OptionsPane(Settings& settings, QWidget* parent) : QWidget(parent), settings_(settings) {
   setObjectName("more");
-  area_ = Named(new QScrollArea, "moreOptions");
-  area_->setWidgetResizable(true);
-  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area_->setAccessibleName(tr("Further options"));
-  area_->setMinimumHeight(6 * fontMetrics().lineSpacing());
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(BuildHead());
-  layout->addWidget(area_, 1);
   Open(false);
 }
 
@@ -80,9 +76,18 @@ QWidget* OptionsPane::BuildHead() {
 
 void OptionsPane::Open(bool open) {
   open_->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
-  area_->setVisible(open);
-  setSizePolicy(QSizePolicy::Preferred, open ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+  if (body_ != nullptr) body_->setVisible(open);
   ShowTitle();
+  if (open) QTimer::singleShot(0, this, &OptionsPane::ScrollHere);
+}
+
+// What was opened is to be seen.
+void OptionsPane::ScrollHere() {
+  for (QWidget* above = parentWidget(); above != nullptr; above = above->parentWidget()) {
+    if (auto* const area = qobject_cast<QScrollArea*>(above)) {
+      return area->verticalScrollBar()->setValue(mapTo(area->widget(), QPoint()).y());
+    }
+  }
 }
 
 // What is set counts whether it is seen or not, so the title tells of it.
@@ -128,11 +133,13 @@ void OptionsPane::SetDrawing(const QStringList& paths, const QStringList& fields
 std::string OptionsPane::Section() const { return "More " + input_->key + " " + output_->key; }
 
 void OptionsPane::Rebuild() {
-  qDeleteAll(rows_);
   rows_.clear();
   options_ = OptionsOf(*input_, *output_);
-  auto* body = Named(new QWidget, "moreBody");
-  auto* grid = new QGridLayout(body);
+  delete body_;
+  body_ = Named(new QWidget, "moreOptions");
+  body_->setAccessibleName(tr("Further options"));
+  auto* grid = new QGridLayout(body_);
+  grid->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
   grid->setColumnStretch(1, 1);
   for (std::size_t i = 0; i < options_.size(); ++i) {
     if (i == 0 || options_[i].group != options_[i - 1].group) {
@@ -142,8 +149,8 @@ void OptionsPane::Rebuild() {
     }
     AddRow(options_[i], *grid);
   }
-  grid->setRowStretch(grid->rowCount(), 1);
-  area_->setWidget(body);
+  body_->setVisible(open_->isChecked());
+  layout()->addWidget(body_);
   ShowRests();
 }
 

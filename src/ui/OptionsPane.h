@@ -13,7 +13,6 @@
 
 class QGridLayout;
 class QPushButton;
-class QScrollArea;
 class QToolButton;
 
 namespace tesselink {
@@ -59,6 +58,7 @@ class OptionsPane final : public QWidget {
   void Rebuild();
   void AddRow(const ConversionOption& option, QGridLayout& grid);
   void Open(bool open);
+  void ScrollHere();
   void RowChanged(OptionRow& row);
   void ShowRests();
   void ShowTitle();
@@ -80,7 +80,7 @@ class OptionsPane final : public QWidget {
   std::vector<OptionRow*> rows_;
   QToolButton* open_;
   QPushButton* copy_;
-  QScrollArea* area_;
+  QWidget* body_ = nullptr;
 };
 
 }  // namespace tesselink

@@ -3,6 +3,7 @@
 
 #include <QStringList>
 
+#include "ui/OptionWords.h"
 #include "ui/UiNumbers.h"
 #include "ui/UiText.h"
 
@@ -38,7 +39,7 @@ void PreviewStatus::Tell(const QString& title, const PreviewReading* reading) {
     parts += tr("y %1 to %2").arg(Grouped(box.minY), Grouped(box.maxY));
   }
   QStringList notes;
-  for (const std::string& note : reading->Notes()) notes += Shown(note);
+  for (const std::string& note : reading->Notes()) notes += WithoutOptions(Shown(note));
   if (picture.LeavesOutOfView()) notes += tr("A few vertices lie far away from all others; zoom out to see them.");
   if (!reading->Ended()) parts += tr("reading, %1%").arg(static_cast<int>(reading->Progress()));
   const QString line = parts.join(QStringLiteral("  \u00b7  "));

@@ -116,7 +116,7 @@ std::string QtInteraction::SaveFileName(const SaveFileQuestion& question) {
   }
 }
 
-void QtInteraction::SelectFields(FieldSelection& selection) { AskFields(selection, Front()); }
+void QtInteraction::SelectFields(FieldSelection& selection) { AskFields(selection, settings_, Front()); }
 
 std::optional<std::vector<std::string>> QtInteraction::MatchLayers(const LayerMatchingQuestion& question) {
   return AskLayers(question, Front());

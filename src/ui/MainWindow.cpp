@@ -74,6 +74,7 @@ MainWindow::MainWindow(const FormatTable& formats, Settings& settings, const Fil
       options_(options),
       interaction_(std::make_unique<QtInteraction>(*this)) {
   setObjectName("MainWindow");
+  interaction_->RememberIn(settings_);
   setWindowTitle(tr("Tesselink File Conversion"));
   setAcceptDrops(true);
   controls_ = BuildControls();

@@ -125,7 +125,7 @@ std::string QtInteraction::SaveFileName(const SaveFileQuestion& question) {
 
 void QtInteraction::SelectFields(FieldSelection& selection) {
   const Stopwatch::Pause waiting(Watch());
-  AskFields(selection, Front());
+  AskFields(selection, settings_, Front());
 }
 
 std::optional<std::vector<std::string>> QtInteraction::MatchLayers(const LayerMatchingQuestion& question) {

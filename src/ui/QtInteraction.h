@@ -46,6 +46,8 @@ class QtInteraction final : public QObject, public Interaction {
   bool WantsPart() override { return true; }
   void Yield() override;
 
+  /// Where answers are kept for the next time; the settings must outlive this.
+  void RememberIn(Settings& settings) { settings_ = &settings; }
   /// The files that the next run reads and writes, whose names no copy may take.
   void FilesOfRun(std::vector<std::string> files) { filesOfRun_ = std::move(files); }
   /// What the next run reads, in its order.
@@ -66,6 +68,7 @@ class QtInteraction final : public QObject, public Interaction {
   void Refresh();
 
   QWidget& window_;
+  Settings* settings_ = nullptr;
   std::unique_ptr<frmProgress> progress_;
   std::unique_ptr<FrmScan> fileScan_;
   std::unique_ptr<frmDBFScan> tableScan_;

@@ -8,6 +8,7 @@
 #include "core/io/Errors.h"
 #include "core/run/FieldSelection.h"
 #include "formats/cdf/LayerMatching.h"
+#include "ui/FieldMemory.h"
 #include "ui/UiText.h"
 #include "ui/fDBFSel.h"
 #include "ui/fTRDig.h"
@@ -37,10 +38,14 @@ std::size_t AskPoints(QWidget* parent) {
 
 }  // namespace
 
-void AskFields(FieldSelection& selection, QWidget* parent) {
+void AskFields(FieldSelection& selection, Settings* settings, QWidget* parent) {
   if (selection.CurrentStep() == FieldSelection::Step::Done) return;
   fDBFSel dialog(selection, parent);
+  if (settings == nullptr) return Answered(dialog);
+  FieldMemory memory(*settings, selection);
+  if (const std::optional<FieldAnswers> last = memory.Last()) dialog.OfferLast(*last);
   Answered(dialog);
+  memory.Keep(selection);
 }
 
 std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidget* parent) {

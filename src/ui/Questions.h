@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/run/Interaction.h"
+#include "core/run/Settings.h"
 
 class QWidget;
 
@@ -13,7 +14,8 @@ namespace tesselink {
 
 // Each throws OperationCanceled when the person cancels instead of answering.
 
-void AskFields(FieldSelection& selection, QWidget* parent);
+/// Offers what was answered the last time, and keeps the answers; without settings neither.
+void AskFields(FieldSelection& selection, Settings* settings, QWidget* parent);
 /// One code for each layer that the dialog shows.
 std::vector<std::string> AskLayers(const LayerMatchingQuestion& question, QWidget* parent);
 /// The position of the answer; a question without a window of its own gets a plain list.

@@ -17,6 +17,7 @@
 
 #include "core/io/Errors.h"
 #include "core/run/FieldSelection.h"
+#include "ui/FieldMemory.h"
 #include "ui/Named.h"
 #include "ui/QuestionButtons.h"
 #include "ui/TextListModel.h"
@@ -62,6 +63,7 @@ fDBFSel::fDBFSel(FieldSelection& selection, QWidget* parent)
       textFields_(Named(new QComboBox, "cbotxtfield")),
       entriesView_(Named(new QListView, "lstEntries")),
       more_(Named(new QToolButton, "cmdMore")),
+      last_(Named(new QPushButton, "cmdLast")),
       template_(Named(new QLineEdit, "txtTemplate")),
       height_(Named(new QComboBox, "cboHeight")),
       angle_(Named(new QComboBox, "cboAngle")),
@@ -103,7 +105,9 @@ QLayout* fDBFSel::Contents() {
   field->addWidget(fieldLabel_);
   field->addWidget(layerFields_, 1);
   field->addWidget(textFields_, 1);
+  last_->hide();
   auto* buttons = new QHBoxLayout;
+  buttons->addWidget(last_);
   buttons->addStretch();
   buttons->addWidget(proceed);
   buttons->addWidget(cancel);
@@ -152,6 +156,7 @@ void fDBFSel::ShowStep() {
                        : tr("If there is a text field in the DBF file, select it now, otherwise select continue."));
   fieldLabel_->setText(first ? tr("&Layer Field Name:") : tr("&Text Field Name:"));
   fieldLabel_->setBuddy(list);
+  if (!first) last_->hide();
   layerFields_->setVisible(first);
   textFields_->setVisible(!first);
   Fill(*list, selection_.Choices());
@@ -190,6 +195,27 @@ void fDBFSel::Continue() {
   selection_.Continue();
   if (selection_.MayClose()) return accept();
   ShowStep();
+}
+
+void fDBFSel::OfferLast(const FieldAnswers& last) {
+  constexpr int kMostLetters = 30;
+  const int room = fontMetrics().averageCharWidth() * kMostLetters;
+  const QString words = fontMetrics().elidedText(last.Words(), Qt::ElideRight, room).replace('&', "&&");
+  last_->setText(tr("&As last time: %1").arg(words));
+  last_->setToolTip("<qt>" + last.Words().toHtmlEscaped() + "</qt>");
+  last_->show();
+  connect(last_, &QPushButton::clicked, this, [this, last] { TakeLast(last); });
+}
+
+// What the table does not take after all is left to the person.
+void fDBFSel::TakeLast(const FieldAnswers& last) {
+  selection_.Choose(last.layer);
+  selection_.Continue();
+  selection_.Choose(last.text);
+  selection_.Choose(last.look);
+  if (!selection_.Problem().empty()) return ShowStep();
+  selection_.Continue();
+  accept();
 }
 
 // The field whose values are to be seen; empty for none, and once the questions are over.

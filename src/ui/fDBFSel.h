@@ -11,11 +11,13 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QListView;
+class QPushButton;
 class QToolButton;
 
 namespace tesselink {
 
 class FieldSelection;
+struct FieldAnswers;
 class TextListModel;
 
 /// A thin face of a FieldSelection whose questions are not yet answered; exec() returns when they are, or rejects when
@@ -25,6 +27,8 @@ class fDBFSel final : public QDialog {
  public:
   explicit fDBFSel(FieldSelection& selection, QWidget* parent = nullptr);
   void reject() override {}
+  /// Shows a button that gives these answers, which the person gave the last time.
+  void OfferLast(const FieldAnswers& last);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -40,6 +44,7 @@ class fDBFSel final : public QDialog {
   void Choose(const QComboBox& list);
   bool TakeDetails();
   void Continue();
+  void TakeLast(const FieldAnswers& last);
   void Cancel();
   std::string FieldOfEntries() const;
 
@@ -49,6 +54,7 @@ class fDBFSel final : public QDialog {
   QComboBox *layerFields_, *textFields_;
   QListView* entriesView_;
   QToolButton* more_;
+  QPushButton* last_;
   QLineEdit* template_;
   QComboBox *height_, *angle_, *colour_;
   QWidget* details_;

@@ -229,6 +229,32 @@ class ChoosingTest : public QObject {
     QVERIFY(!menu.actions()[0]->isEnabled());
   }
 
+  void RemembersTheFieldsOfATable() {
+    Desk desk;
+    for (const char* file : {"wells.shp", "wells.shx", "wells.dbf"}) desk.Copy(file);
+    desk.Type("Infile", desk.Path("wells.shp"));
+    desk.Get<QComboBox>("OutFormat").setCurrentText(kDrawing);
+    const auto answer = [&](const std::function<void(QWidget&)>& how) {
+      QFile::remove(desk.Path("wells.dxf"));
+      desk.person.Do("DBF Fields", how);
+      desk.Click("cmdApply");
+      return Bytes(desk.Path("wells.dxf"));
+    };
+    const QByteArray asked = answer([](QWidget& dialog) {
+      QVERIFY(!Control<QPushButton>(dialog, "cmdLast").isVisible());
+      Control<QComboBox>(dialog, "cboLayer").setCurrentText("LAYER");
+      Control<QPushButton>(dialog, "cmdCont").click();
+      Control<QComboBox>(dialog, "cbotxtfield").setCurrentText("LABEL");
+      Control<QPushButton>(dialog, "cmdCont").click();
+    });
+    QVERIFY(asked.contains("TEXT"));
+    const QByteArray remembered = answer([](QWidget& dialog) {
+      QCOMPARE(Control<QPushButton>(dialog, "cmdLast").text(), QString("&As last time: LAYER, LABEL"));
+      Control<QPushButton>(dialog, "cmdLast").click();
+    });
+    QCOMPARE(remembered, asked);
+  }
+
   void NeverMovesWhatIsDropped() {
     Desk desk;
     QMimeData data;

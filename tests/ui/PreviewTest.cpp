@@ -267,12 +267,14 @@ class PreviewTest final : public QObject {
     QTRY_VERIFY(Differs(preview.Canvas().Shown(), Paper(preview)));
     QVERIFY(!preview.IsDone());
     preview.Pause();
+    QVERIFY(!preview.findChild<QWidget*>("previewLayers")->isEnabled());
     const auto* status = preview.findChild<QLabel*>("previewStatus");
     const QString paused = status->text();
     QTest::qWait(400);
     QCOMPARE(status->text(), paused);
     preview.ShowInputs({}, {});
     preview.Resume();
+    QVERIFY(preview.findChild<QWidget*>("previewLayers")->isEnabled());
     QTRY_VERIFY(status->text().isEmpty());
     QTRY_VERIFY(preview.IsDone());
   }

@@ -270,6 +270,9 @@ void MainWindow::Run(const ConversionRequest& request) {
   const RunSummary summary = ConversionRun(formats_, *interaction_, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
   if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+  QStringList made;
+  for (const std::string& file : summary.outputs) made.append(Shown(file));
+  emit outputMade(made, Shown(request.OutFormat));
   interaction_->ShowSummary(summary);
 }
 

@@ -49,6 +49,8 @@ class MainWindow final : public QWidget {
   void inputChanged(const QStringList& paths, const QString& formatEntry);
   /// A run has begun or ended.
   void runningChanged(bool running);
+  /// A run has made files, of a format given by its drop-down text.
+  void outputMade(const QStringList& paths, const QString& formatEntry);
 
  private:
   class Busy;

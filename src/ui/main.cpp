@@ -114,6 +114,7 @@ int main(int count, char** values) {
   QObject::connect(preview, &tesselink::PreviewWidget::factsChanged, &window, &tesselink::MainWindow::SetFacts);
   QObject::connect(&window, &tesselink::MainWindow::runningChanged, preview,
                    [preview](bool running) { running ? preview->Pause() : preview->Resume(); });
+  QObject::connect(&window, &tesselink::MainWindow::outputMade, preview, &tesselink::PreviewWidget::ShowOutput);
   window.show();
   window.TakeFiles(arguments.inputs);
   return QApplication::exec();

@@ -5,6 +5,7 @@
 // against `time tesselink convert FILE OUTPUT`.
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QLineEdit>
@@ -95,6 +96,8 @@ int TimeRun(MainWindow& window, const PreviewWidget& preview, const QString& out
     std::_Exit(1);
   });
   window.findChild<QLineEdit*>("OutFile")->setText(output);
+  auto* format = window.findChild<QComboBox*>("OutFormat");
+  format->setCurrentIndex(format->findText("*." + output.section('.', -1), Qt::MatchContains));
   QElapsedTimer timer;
   timer.start();
   window.findChild<QPushButton*>("cmdApply")->click();

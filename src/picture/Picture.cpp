@@ -260,6 +260,8 @@ void Picture::Rewrite() {
   std::fill(drawn_.begin(), drawn_.end(), 0);
   const std::vector<PictureMark> marks = std::exchange(marks_, {});
   const std::vector<PicturePoint> vertices = std::exchange(vertices_, {});
+  marks_.reserve(marks.size());
+  vertices_.reserve(vertices.size());
   const auto [style, element, ring] = std::tuple(style_, element_, ring_);
   const PicturePoint pen = pen_;
   const bool penSet = penSet_, moved = moved_;

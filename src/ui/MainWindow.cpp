@@ -308,6 +308,9 @@ void MainWindow::Run(const ConversionRequest& request) {
   link_->TakeAnswers(answers.All());
   if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
   interaction_->TellUnremembered(settings_);
+  QStringList made;
+  for (const std::string& file : summary.outputs) made.append(Shown(file));
+  emit outputMade(made, Shown(request.OutFormat));
   interaction_->ShowSummary(summary);
 }
 

@@ -63,6 +63,8 @@ class MainWindow final : public QWidget {
   void readingChanged(const FilterOptions& options, const std::optional<FieldChoice>& fields);
   /// A rectangle is to be drawn in the preview, or no longer.
   void clipWanted(bool wanted);
+  /// A run has made files, of a format given by its drop-down text.
+  void outputMade(const QStringList& paths, const QString& formatEntry);
 
  private:
   class Busy;

@@ -121,6 +121,7 @@ int main(int count, char** values) {
   });
   QObject::connect(preview, &tesselink::PreviewWidget::ClipChosen, &window, &tesselink::MainWindow::TakeClip);
   QObject::connect(preview, &tesselink::PreviewWidget::Known, &window, &tesselink::MainWindow::TakeDrawing);
+  QObject::connect(&window, &tesselink::MainWindow::outputMade, preview, &tesselink::PreviewWidget::ShowOutput);
   window.show();
   window.TakeFiles(arguments.inputs);
   return QApplication::exec();

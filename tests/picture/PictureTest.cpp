@@ -3,14 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
 #include <tuple>
 
 #include "core/element/ColourNames.h"
+#include "picture/LinePattern.h"
 #include "picture/PictureColours.h"
+#include "picture/PicturePick.h"
 #include "picture/PictureView.h"
+#include "picture/PreviewReading.h"
 #include "support/Support.h"
 
 namespace tesselink {
@@ -194,6 +198,37 @@ TEST_F(Thinning, OfAChainThatGoesBackAndForth) {
   ExpectFaithful(picture, drawing);
 }
 
+TEST_F(Thinning, KeepsAreasWholeWithTheirHoles) {
+  Picture picture({2000, 10});
+  const auto ring = [](double x, double y, double side, bool clockwise) {
+    VertexChain square{{x, y}, {x, y + side}, {x + side, y + side}, {x + side, y}, {x, y}};
+    if (!clockwise) std::reverse(square.begin(), square.end());
+    return square;
+  };
+  // A classic reader's areas, ring by ring: each large one with a large hole, and many beyond telling apart.
+  for (int i = 1; i <= 600; ++i) {
+    const double x = i % 30 * 1000.0, y = i / 30 * 1000.0, side = i % 50 == 0 ? 900 : 3;
+    tEntity outer = Element(kPolyline, ring(x, y, side, true), "A"), hole = outer;
+    outer.Record = i;
+    outer.Lost = kLostArea;
+    picture.Add(outer, static_cast<std::uint32_t>(2 * i));
+    hole = Element(kPolyline, ring(x + side / 4, y + side / 4, side / 2, false), "A");
+    hole.Record = i;
+    picture.Add(hole, static_cast<std::uint32_t>(2 * i + 1));
+  }
+  EXPECT_GT(picture.Cell(), 3);
+  int whole = 0;
+  for (std::size_t i = 1; i < picture.MarkCount(); ++i) {
+    const bool pair = picture.Mark(i).kind == MarkKind::Ring && picture.Mark(i - 1).kind == MarkKind::Ring &&
+                      picture.Mark(i).element == picture.Mark(i - 1).element;
+    if (!pair || picture.Mark(i).element % 100 != 0) continue;
+    ++whole;
+    EXPECT_EQ(picture.Vertices(i).front(), picture.Vertices(i).back());
+    EXPECT_EQ(picture.Vertices(i).size(), 5U);
+  }
+  EXPECT_EQ(whole, 12) << "the large ones";
+}
+
 TEST(Picture, WildValuesDoNotRuinTheView) {
   Picture plat;
   VertexChain places;
@@ -232,6 +267,47 @@ TEST(PictureColours, OfElementsOfNamesAndOfThePalette) {
   EXPECT_EQ(picture.Layers()[0].colour, 0x0000FF) << "that of the first element that has one";
   picture.Add(Element(kPoint, {{1, 1}}, " Blue "));
   EXPECT_EQ(picture.Layers()[1].colour, 0xFF0000);
+}
+
+TEST(PictureStyles, AreThoseOfTheElements) {
+  Picture picture;
+  picture.Define({{"Fence", "", {3, -1}}, {"Plain", "", {}}});
+  const std::vector<std::tuple<std::int32_t, std::string, std::size_t>> looks{
+      {0x0000FF, "", 0}, {0x00FF00, "FENCE", 2}, {0, "CONTINUOUS", 0}, {0, "Center2", 4}, {0, "Plain", 0}};
+  for (std::size_t i = 0; i < looks.size(); ++i) {
+    tEntity line = Element(kLine, {{1, 1}, {2, 2}}, "A");
+    std::tie(line.RGB, line.LineStyle) = std::tie(std::get<0>(looks[i]), std::get<1>(looks[i]));
+    picture.Add(line);
+    const std::size_t style = picture.Mark(i).style;
+    EXPECT_EQ(picture.Styles().ColourOf(style), line.RGB == 0 ? 0x0000FF : line.RGB) << "its own, or that of its layer";
+    EXPECT_EQ(DashesOnScreen(picture.Styles().LineTypeOf(style), 1).size(), std::get<2>(looks[i])) << line.LineStyle;
+  }
+  EXPECT_EQ(DashesOnScreen({"", "", {3, -1}}, 4), (std::vector<double>{12, 4}));
+  EXPECT_EQ(DashesOnScreen({"", "", {3, -1}}, 1e-9), (std::vector<double>{3.75, 1.25})) << "not too short to be seen";
+  EXPECT_EQ(DashesOnScreen({"", "", {-1, 3}}, 1e9), (std::vector<double>{18, 6}));
+}
+
+TEST(PicturePick, FindsTheNearestOrWhatSurrounds) {
+  Picture picture;
+  tEntity area =
+      Element(kPolyline, {{0, 1}, {0, 100}, {100, 100}, {100, 0}, {0, 1}, {40, 40}, {60, 40}, {60, 60}, {40, 40}});
+  area.Parts = {5};
+  area.IsArea = true;
+  picture.Add(area, 11);
+  picture.Add(Element(kLine, {{10, 10}, {30, 10}}, "B"), 12);
+  picture.Add(Element(kPoint, {{20, 12}}, "C"), 13);
+  const auto at = [&](double x, double y) { return ElementAt(picture, {}, {x, y}, 5).value_or(0); };
+  EXPECT_EQ(Row(at(28, 11), at(20, 12.5), at(80, 80), at(55, 50), at(300, 300)), "12 13 11 11 0")
+      << "the hole is near its ring";
+  EXPECT_EQ(ElementAt(picture, {}, {55, 46}, 0.5), std::nullopt) << "in the hole";
+  EXPECT_EQ(ElementAt(picture, {false, false, true}, {20, 12.5}, 5), 12U);
+}
+
+TEST(PreviewUnit, IsThatOfTheWholeSystem) {
+  EXPECT_EQ(UnitOfProjection(R"(PROJCS["x",GEOGCS["y",UNIT["Degree",0.017]],UNIT["Foot_US",0.3048]])"), "ft (US)");
+  EXPECT_EQ(UnitOfProjection(R"(GEOGCS["y",UNIT["Degree",0.017]],VERTCS["z",UNIT["Meter",1]])"), "\u00B0");
+  EXPECT_EQ(UnitOfProjection("UNIT[\"Link"), "Link");
+  EXPECT_EQ(UnitOfProjection("x"), "");
 }
 
 TEST(PictureColours, AreLegibleOnAnyPaper) {

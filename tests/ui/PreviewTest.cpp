@@ -7,9 +7,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QWheelEvent>
 #include <chrono>
+#include <cmath>
 #include <functional>
+#include <optional>
 
 #include "core/io/Errors.h"
 #include "core/run/Interaction.h"
@@ -101,6 +104,12 @@ class PreviewTest final : public QObject {
       }
     }
     return false;
+  }
+  Picture PictureOf(const char* format, const std::string& name) {
+    PreviewReading reading({AllFormats().Input(format), {Example(name)}}, settings_);
+    while (reading.Slice(std::chrono::milliseconds(100))) {
+    }
+    return reading.Drawn();
   }
   static QColor Paper(const QWidget& widget) { return widget.palette().color(QPalette::Base); }
 
@@ -238,6 +247,119 @@ class PreviewTest final : public QObject {
     preview.resize(900, 400);
     QVERIFY2(canvas->View().scale < whole.scale, "a view of the whole stays one");
     QTRY_VERIFY(preview.IsDone());
+  }
+
+  static QPoint At(const PreviewCanvas& canvas, PicturePoint place) {
+    const ScreenPoint at = canvas.View().ToScreen(place);
+    return {static_cast<int>(std::lround(at.x)), static_cast<int>(std::lround(at.y))};
+  }
+
+  void aClickTellsOfTheElement() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.resize(900, 600);
+    preview.show();
+    preview.ShowInputs({QString::fromStdString(Example("wells.shp"))}, kShape);
+    QTRY_VERIFY(preview.IsDone());
+    auto* canvas = preview.findChild<PreviewCanvas*>("previewCanvas");
+    PicturePoint third;
+    for (std::size_t i = 0; i < 3; ++i) third = PictureOf(kShape, "wells.shp").Vertices(i)[0];
+    QTest::mouseClick(canvas, Qt::LeftButton, {}, At(*canvas, third));
+    QTRY_VERIFY(preview.IsDone());
+    const auto* rows = preview.findChild<QTreeWidget*>("previewElement");
+    QVERIFY(rows->isVisible());
+    QString all;
+    for (int i = 0; i < rows->topLevelItemCount(); ++i) {
+      all += rows->topLevelItem(i)->text(0) + "=" + rows->topLevelItem(i)->text(1) + ";";
+    }
+    QVERIFY2(all.contains("Kind=point;") && all.contains("Record=3;") && all.contains("LABEL="), qPrintable(all));
+    QCOMPARE(canvas->Overlay().element, 3U);
+    preview.findChild<QToolButton*>("previewElementClose")->click();
+    QVERIFY(!rows->isVisible() && canvas->Overlay().element == 0);
+  }
+
+  void placesAreToldAndDistancesMeasured() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.resize(900, 600);
+    preview.show();
+    preview.ShowInputs({QString::fromStdString(Example("quarter-section.asc"))}, kLandmark);
+    QTRY_VERIFY(preview.IsDone());
+    auto* canvas = preview.findChild<PreviewCanvas*>("previewCanvas");
+    const PicturePoint middle = canvas->View().centre;
+    const auto* place = preview.findChild<QLabel*>("previewPlace");
+    QTest::mouseMove(canvas, At(*canvas, middle));
+    QTRY_VERIFY(place->text().startsWith("x 1,84"));
+
+    const auto* told = preview.findChild<QLabel*>("previewMeasured");
+    QVERIFY(!told->isVisible());
+    canvas->setFocus();
+    QTest::keyClick(canvas, Qt::Key_M);
+    QVERIFY(preview.findChild<QToolButton*>("previewMeasure")->isChecked() && told->isVisible());
+    QTest::keyClick(canvas, Qt::Key_Return);
+    QTest::keyClick(canvas, Qt::Key_Right);
+    QTest::keyClick(canvas, Qt::Key_Right);
+    QTest::keyClick(canvas, Qt::Key_Return);
+    QTest::keyClick(canvas, Qt::Key_Up);
+    QTest::keyClick(canvas, Qt::Key_Return);
+    const double step = 40 / canvas->View().scale;
+    QVERIFY(std::abs(canvas->Overlay().Length() - 3 * step) < step * 1e-6);
+    QVERIFY(std::abs(canvas->Overlay().LastLeg() - step) < step * 1e-6);
+    QVERIFY(told->text().startsWith("Total "));
+    QTest::keyClick(canvas, Qt::Key_Backspace);
+    QCOMPARE(canvas->Overlay().chain.size(), std::size_t{2});
+    QTest::keyClick(canvas, Qt::Key_Escape);
+    QVERIFY(canvas->Overlay().chain.empty() && canvas->CurrentMode() == PreviewCanvas::Mode::Measure);
+    QTest::keyClick(canvas, Qt::Key_Escape);
+    QVERIFY(canvas->CurrentMode() == PreviewCanvas::Mode::Look && !told->isVisible());
+
+    std::optional<ClipBox> chosen;
+    connect(&preview, &PreviewWidget::ClipChosen, this, [&](const ClipBox& box) { chosen = box; });
+    preview.ChooseClip();
+    const PictureView view = canvas->View();
+    QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(200, 50));
+    QTest::mouseMove(canvas, QPoint(120, 150));
+    QTest::mouseRelease(canvas, Qt::LeftButton, {}, QPoint(100, 150));
+    QVERIFY(chosen && canvas->View() == view);
+    QVERIFY(std::abs(chosen->minX - view.ToDrawing({100, 0}).x) < 1e-6);
+    QVERIFY(std::abs(chosen->maxY - view.ToDrawing({0, 50}).y) < 1e-6);
+    QVERIFY(canvas->CurrentMode() == PreviewCanvas::Mode::Look);
+  }
+
+  void theOutputStandsBesideTheInput() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.resize(1000, 500);
+    preview.show();
+    preview.ShowInputs({QString::fromStdString(Example("quarter-section.asc"))}, kLandmark);
+    QTRY_VERIFY(preview.IsDone());
+    auto* input = preview.findChild<PreviewCanvas*>("previewCanvas");
+    auto* output = preview.findChild<PreviewCanvas*>("previewOutputCanvas");
+    preview.ShowOutput({"unread.grd"}, "T/R Digitizer Format (*.grd)");
+    QVERIFY2(!output->isVisible(), "what is not read is not shown");
+    preview.ShowOutput({QString::fromStdString(Example("quarter-section.cdf"))}, "Geographix CDF File (*.cdf)");
+    QVERIFY(output->isVisible());
+    QTRY_VERIFY(preview.IsDone());
+    QTest::keyClick(input, Qt::Key_Plus);
+    QTest::keyClick(output, Qt::Key_Left);
+    QVERIFY(output->View().scale == input->View().scale && output->View().centre == input->View().centre);
+    QVERIFY(preview.findChild<QLabel*>("previewOutputTitle")->text().contains("quarter-section.cdf"));
+    preview.findChild<QToolButton*>("previewCloseOutput")->click();
+    QVERIFY(!output->isVisible());
+  }
+
+  void lostKindsAreMarkedAndNamed() {
+    PreviewWidget preview(AllFormats(), settings_);
+    preview.resize(700, 500);
+    preview.show();
+    preview.ShowInputs({QString::fromStdString(Example("quarter-section.asc"))}, kLandmark);
+    QTRY_VERIFY(preview.IsDone());
+    const QImage before = preview.Canvas().Shown();
+    const auto* legend = preview.findChild<QLabel*>("previewLegend");
+    preview.SetLost(kLosesPoints);
+    QTRY_VERIFY(preview.IsDone());
+    QVERIFY2(!legend->isVisible() && preview.Canvas().Shown() == before, "it has no points");
+    preview.SetLost(kLosesPoints | kLosesTexts);
+    QTRY_VERIFY(preview.IsDone());
+    QVERIFY(legend->isVisible() && legend->text().contains("texts") && !legend->text().contains("points"));
+    QVERIFY(preview.Canvas().Shown() != before);
   }
 
   void whatCannotBeShownInvites() {

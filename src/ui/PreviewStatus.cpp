@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-#include "ui/OptionWords.h"
+#include "ui/OptionNaming.h"
 #include "ui/UiNumbers.h"
 #include "ui/UiText.h"
 

@@ -86,6 +86,7 @@ QLayout* fDBFSel::Contents() {
   entriesView_->setAccessibleName(tr("Values of the field"));
   entriesView_->setModel(entries_);
   entriesView_->setUniformItemSizes(true);
+  entriesView_->setMinimumHeight(5 * fontMetrics().lineSpacing());
   entriesView_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   auto* proceed = Named(new QPushButton(tr("Continue")), "cmdCont");
   proceed->setDefault(true);
@@ -146,8 +147,12 @@ void fDBFSel::ShowMore() {
   more_->setVisible(second);
   more_->setArrowType(more_->isChecked() ? Qt::DownArrow : Qt::RightArrow);
   details_->setVisible(second && more_->isChecked());
+  GrowToFit();
   if (details_->isVisible()) template_->setFocus();
 }
+
+// Wrapped texts have their height by their width, which a dialog does not heed by itself.
+void fDBFSel::GrowToFit() { resize(width(), std::max(height(), layout()->totalMinimumHeightForWidth(width()))); }
 
 void fDBFSel::ShowStep() {
   const bool first = selection_.CurrentStep() == FieldSelection::Step::LayerField;
@@ -235,6 +240,7 @@ void fDBFSel::ShowEntries() {
   const bool visible = !FieldOfEntries().empty();
   entriesView_->setVisible(visible && problem_->text().isEmpty());
   problem_->setVisible(visible && !problem_->text().isEmpty());
+  GrowToFit();
 }
 
 // What it means that no layer field is chosen.

@@ -38,6 +38,7 @@ class fDBFSel final : public QDialog {
   QWidget* Details();
   void ShowStep();
   void ShowMore();
+  void GrowToFit();
   void ShowEntries();
   void ShowNote();
   void LoadEntries();

@@ -76,7 +76,7 @@ QLayout* fTRDig::Contents() {
   for (const Entry& entry : entries_) {
     auto* label = new QLabel(entry.caption);
     label->setBuddy(entry.list);
-    label->setMinimumWidth(fontMetrics().horizontalAdvance("Township  "));
+    label->setMinimumWidth(fontMetrics().horizontalAdvance(entry.caption + ' '));
     rows->addRow(label, entry.list);
   }
 

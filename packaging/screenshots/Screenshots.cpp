@@ -13,7 +13,7 @@
 #include <cstdio>
 
 #include "app/SummaryText.h"
-#include "app/UiText.h"
+#include "ui/UiText.h"
 #include "core/run/FieldSelection.h"
 #include "core/run/Report.h"
 #include "formats/Formats.h"

@@ -37,34 +37,6 @@ class LayerNotes {
   NameNumbers numbers_;
 };
 
-// The companion of a format that a path is by its extension; null for none.
-const Companion* CompanionOf(const OutputFormat& format, const std::string& path) {
-  const std::string extension = ExtensionOf(path);
-  const auto found = std::find_if(format.companions.begin(), format.companions.end(), [&](const Companion& companion) {
-    return extension == "." + LowerCase(companion.extension);
-  });
-  return found == format.companions.end() ? nullptr : &*found;
-}
-
-// The target first, then its companions in the order of the format's row.
-std::vector<std::string> InOrder(std::vector<std::string> files, const OutputFormat& format) {
-  std::stable_sort(files.begin(), files.end(), [&](const std::string& a, const std::string& b) {
-    return CompanionOf(format, a) < CompanionOf(format, b);
-  });
-  return files;
-}
-
-// Tells of a file of the old output that stays beside the new one, if that can mislead.
-void TellOlder(Report& report, const OutputFormat& format, const std::string& file) {
-  const Companion* companion = CompanionOf(format, file);
-  if (companion == nullptr) {
-    report.Warn(WarningKind::Output, file + ": was there before; this conversion made none, and left it as it is",
-                file);
-  } else if (companion->whenOlder) {
-    report.Warn(*companion->whenOlder, file + ": " + std::string(EntryOf(*companion->whenOlder).lost));
-  }
-}
-
 // Raised where the reason has been shown already.
 struct ToldFailure {};
 

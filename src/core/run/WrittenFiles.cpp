@@ -11,6 +11,19 @@ namespace tesselink {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// The companion of a format that a path is by its extension; null for none.
+const Companion* CompanionOf(const OutputFormat& format, const std::string& path) {
+  const std::string extension = ExtensionOf(path);
+  const auto found = std::find_if(format.companions.begin(), format.companions.end(), [&](const Companion& companion) {
+    return extension == "." + LowerCase(companion.extension);
+  });
+  return found == format.companions.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
 std::vector<const Companion*> WrittenCompanions(const OutputFormat& format, const FilterOptions& options) {
   std::vector<const Companion*> written;
   for (const Companion& companion : format.companions) {
@@ -60,6 +73,23 @@ std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFo
     if (fs::is_regular_file(status) || fs::is_directory(status)) files.push_back(file);
   }
   return files;
+}
+
+std::vector<std::string> InOrder(std::vector<std::string> files, const OutputFormat& format) {
+  std::stable_sort(files.begin(), files.end(), [&](const std::string& a, const std::string& b) {
+    return CompanionOf(format, a) < CompanionOf(format, b);
+  });
+  return files;
+}
+
+void TellOlder(Report& report, const OutputFormat& format, const std::string& file) {
+  const Companion* companion = CompanionOf(format, file);
+  if (companion == nullptr) {
+    report.Warn(WarningKind::Output, file + ": was there before; this conversion made none, and left it as it is",
+                file);
+  } else if (companion->whenOlder) {
+    report.Warn(*companion->whenOlder, file + ": " + std::string(EntryOf(*companion->whenOlder).lost));
+  }
 }
 
 }  // namespace tesselink

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/run/FormatTable.h"
+#include "core/run/Report.h"
 
 namespace tesselink {
 
@@ -24,5 +25,11 @@ std::vector<std::string> ReplacedFiles(const std::string& output, const OutputFo
 /// The first of some files that a path names, however it is spelt and whether or not it exists; empty when it names
 /// none.
 std::string FileAmong(const std::string& path, const std::vector<std::string>& files);
+
+/// The target first, then its companions in the order of the format's row.
+std::vector<std::string> InOrder(std::vector<std::string> files, const OutputFormat& format);
+
+/// Tells of a file of the old output that stays beside the new one, if that can mislead.
+void TellOlder(Report& report, const OutputFormat& format, const std::string& file);
 
 }  // namespace tesselink

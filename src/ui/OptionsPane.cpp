@@ -93,7 +93,7 @@ void OptionsPane::ScrollHere() {
 // What is set counts whether it is seen or not, so the title tells of it.
 void OptionsPane::ShowTitle() {
   QStringList set;
-  const OptionValues values = output_ == nullptr ? OptionValues() : Values();
+  const OptionValues values = Values();
   for (const OptionRow* row : rows_) {
     if (values.Has(row->Option().row.name)) set.append(OptionCaption(row->Option()));
   }
@@ -222,6 +222,7 @@ OptionValues OptionsPane::AllValues() const {
 // One that is wrong is passed over, until it is right or the person is stopped by it.
 OptionValues OptionsPane::Values() const {
   OptionValues values;
+  if (output_ == nullptr) return values;  // no pair of formats was chosen yet
   for (const OptionRow* row : rows_) {
     if (const std::string value = row->Value(); !value.empty() && ProblemOf(*row).isEmpty()) {
       values.Set(row->Option().row.name, value);

@@ -278,7 +278,7 @@ void PreviewWidget::TellHindrance(const PreviewReading& reading) {
 }
 
 void PreviewWidget::ShowTitles() {
-  const auto tell = [this](QLabel& label, const QString& form, const PreviewPane& pane) {
+  const auto tell = [](QLabel& label, const QString& form, const PreviewPane& pane) {
     if (pane.Reading() == nullptr) return;
     label.setText(form.arg(pane.Title(), Grouped(pane.Drawn()->Elements())));
     label.setToolTip(label.text());

@@ -24,7 +24,7 @@ QString NameOf(const QString& path) { return Shown(FileNameOf(path.toStdString()
 
 std::int64_t Sum(const QJsonObject& counts) {
   double sum = 0;
-  for (const QJsonValue& count : counts) sum += count.toDouble();
+  for (const QJsonValue count : counts) sum += count.toDouble();
   return static_cast<std::int64_t>(sum);
 }
 
@@ -41,14 +41,14 @@ RunAccount AccountIn(const QJsonObject& line) {
   for (auto type = undelivered.begin(); type != undelivered.end(); ++type) {
     account.gone.push_back(UndeliveredText(type.key().toStdString(), static_cast<std::int64_t>(type->toDouble())));
   }
-  for (const QJsonValue& entry : summary["warnings"].toArray()) {
+  for (const QJsonValue entry : summary["warnings"].toArray()) {
     const QJsonObject object = entry.toObject();
     const Warning warning{object["kind"].toString().toStdString(),
                           WithoutOptions(object["text"].toString()).toStdString(),
                           static_cast<std::int64_t>(object["count"].toDouble())};
     ListOf(account, warning.kind).push_back(WarningText(warning));
   }
-  for (const QJsonValue& file : line["outputs"].toArray()) account.files.push_back(file.toString().toStdString());
+  for (const QJsonValue file : line["outputs"].toArray()) account.files.push_back(file.toString().toStdString());
   return account;
 }
 
@@ -72,7 +72,7 @@ void QueueModel::Show(const QStringList& inputs) {
 
 void QueueModel::TakePlan(const QJsonObject& plan) {
   QList<QueueRow> rows;
-  for (const QJsonValue& value : plan["files"].toArray()) {
+  for (const QJsonValue value : plan["files"].toArray()) {
     const QJsonObject file = value.toObject();
     QueueRow row{file["input"].toString(), file["output"].toString()};
     const bool isDone = file["done"].toBool();

@@ -41,7 +41,7 @@ bool IsShapefile(const QString& path) { return ExtensionOf(path.toStdString()) =
 
 QStringList Texts(const QJsonValue& array) {
   QStringList texts;
-  for (const QJsonValue& text : array.toArray()) texts.append(text.toString());
+  for (const QJsonValue text : array.toArray()) texts.append(text.toString());
   return texts;
 }
 

@@ -104,7 +104,8 @@ void TypeList::wheelEvent(QWheelEvent* event) { event->ignore(); }
 // Return in the suggestions takes the first where none was moved to.
 bool TypeList::eventFilter(QObject* watched, QEvent* event) {
   auto* popup = completer() == nullptr ? nullptr : completer()->popup();
-  if (watched == popup && IsReturn(*event) && !popup->currentIndex().isValid() && TakeSuggestion()) {
+  if (popup != nullptr && watched == popup && IsReturn(*event) && !popup->currentIndex().isValid() &&
+      TakeSuggestion()) {
     popup->hide();
     return true;
   }

@@ -106,7 +106,7 @@ class LayersDialogTest : public QObject {
         if (way == "Alt+O") QTest::keyClick(List(1), Qt::Key_O, Qt::AltModifier);
       });
       if (way == "cancel") {
-        QVERIFY_EXCEPTION_THROWN(dialog->Match(), OperationCanceled);
+        QVERIFY_THROWS_EXCEPTION(OperationCanceled, dialog->Match());
         QVERIFY(settings.All("Tesselink", "XRef").empty());
         continue;
       }

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/Arguments.h"
 #include "app/LayerOptions.h"
+#include "cli/Arguments.h"
 #include "cli/ProgressBar.h"
 #include "core/run/Nobody.h"
 

@@ -33,6 +33,7 @@ This package holds the command line, which needs no desktop.")
 set(CPACK_DEBIAN_WINDOW_PACKAGE_NAME tesselink-gui)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_DEPENDS "tesselink (${SAME_VERSION})")
+set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS qt6-translations-l10n)  # buttons and file dialogs in other languages
 set(CPACK_DEBIAN_WINDOW_DESCRIPTION "converter for vector map drawings (window)
 Tesselink converts the vector drawings of oil-and-gas and land-survey
 mapping between ESRI shapefiles, AutoCAD DXF, Landmark ASCII, Geographix CDF

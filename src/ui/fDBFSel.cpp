@@ -138,7 +138,7 @@ QWidget* fDBFSel::Details() {
   form->addRow(tr("Tem&plate:"), template_);
   form->addRow(tr("&Height:"), height_);
   form->addRow(tr("&Angle:"), angle_);
-  form->addRow(tr("&Colour Field:"), colour_);
+  form->addRow(tr("Colo&ur Field:"), colour_);
   return details;
 }
 
@@ -206,7 +206,7 @@ void fDBFSel::OfferLast(const FieldAnswers& last) {
   constexpr int kMostLetters = 30;
   const int room = fontMetrics().averageCharWidth() * kMostLetters;
   const QString words = fontMetrics().elidedText(last.Words(), Qt::ElideRight, room).replace('&', "&&");
-  last_->setText(tr("&As last time: %1").arg(words));
+  last_->setText(tr("As la&st time: %1").arg(words));
   last_->setToolTip("<qt>" + last.Words().toHtmlEscaped() + "</qt>");
   last_->show();
   connect(last_, &QPushButton::clicked, this, [this, last] { TakeLast(last); });

@@ -13,8 +13,9 @@
 #include "core/io/Errors.h"
 #include "core/io/Numbers.h"
 #include "formats/Formats.h"
+#include "ui/Language.h"
 #include "ui/MainWindow.h"
-#include "ui/PreviewWidget.h"
+#include "ui/PreviewLink.h"
 #include "ui/UiText.h"
 
 namespace {
@@ -99,7 +100,8 @@ int main(int count, char** values) {
   QIcon icon;
   for (const int size : {16, 32, 48, 128}) icon.addFile(QString(":/icon/%1.png").arg(size));
   QApplication::setWindowIcon(icon);
-  QLocale::setDefault(QLocale::c());
+  QLocale::setDefault(QLocale::c());  // numbers as the formats and the command line have them
+  const tesselink::Language language;
   const Arguments arguments = Parse({values + 1, values + count});
   if (!arguments.text.empty()) return Print(arguments);
   tesselink::SettingsFiles settings(tesselink::RememberedFolder());
@@ -108,20 +110,7 @@ int main(int count, char** values) {
   options.moduleFolder = tesselink::ModuleFolder();
   TakeSettings(options);
   tesselink::MainWindow window(tesselink::AllFormats(), settings, options);
-  auto* preview = new tesselink::PreviewWidget(tesselink::AllFormats(), settings, options);
-  window.SetPreview(preview);
-  QObject::connect(&window, &tesselink::MainWindow::inputChanged, preview, &tesselink::PreviewWidget::ShowInputs);
-  QObject::connect(preview, &tesselink::PreviewWidget::Counted, &window, &tesselink::MainWindow::SetCounts);
-  QObject::connect(preview, &tesselink::PreviewWidget::Hindered, &window, &tesselink::MainWindow::SetHindrance);
-  QObject::connect(&window, &tesselink::MainWindow::runningChanged, preview,
-                   [preview](bool running) { running ? preview->Pause() : preview->Resume(); });
-  QObject::connect(&window, &tesselink::MainWindow::readingChanged, preview, &tesselink::PreviewWidget::SetOptions);
-  QObject::connect(&window, &tesselink::MainWindow::clipWanted, preview, [preview](bool wanted) {
-    if (wanted) preview->ChooseClip();
-  });
-  QObject::connect(preview, &tesselink::PreviewWidget::ClipChosen, &window, &tesselink::MainWindow::TakeClip);
-  QObject::connect(preview, &tesselink::PreviewWidget::Known, &window, &tesselink::MainWindow::TakeDrawing);
-  QObject::connect(&window, &tesselink::MainWindow::outputMade, preview, &tesselink::PreviewWidget::ShowOutput);
+  tesselink::AddPreview(window, tesselink::AllFormats(), settings, options);
   window.show();
   window.TakeFiles(arguments.inputs);
   return QApplication::exec();

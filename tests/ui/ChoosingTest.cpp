@@ -249,7 +249,7 @@ class ChoosingTest : public QObject {
     });
     QVERIFY(asked.contains("TEXT"));
     const QByteArray remembered = answer([](QWidget& dialog) {
-      QCOMPARE(Control<QPushButton>(dialog, "cmdLast").text(), QString("&As last time: LAYER, LABEL"));
+      QCOMPARE(Control<QPushButton>(dialog, "cmdLast").text(), QString("As la&st time: LAYER, LABEL"));
       Control<QPushButton>(dialog, "cmdLast").click();
     });
     QCOMPARE(remembered, asked);

@@ -79,10 +79,6 @@ void Picture::CountChain(const tEntity& entity) {
   } else if (goesOn) {
     element_ = areaElement_;
     generation_ += rested_ ? 1 : 0;
-  } else {
-    const tEntity::Index last = entity.PointCount();
-    const bool meets = last > 1 && entity.x(0) == entity.x(last) && entity.Y(0) == entity.Y(last);
-    if (entity.Closed || meets) ++counts_.closedChains;
   }
 }
 

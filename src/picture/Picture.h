@@ -56,8 +56,7 @@ struct PictureText {
 /// What a drawing holds, by what people call it.
 struct PictureCounts {
   std::int64_t elements = 0;
-  std::int64_t layers = 0;        ///< as far as they are told apart
-  std::int64_t closedChains = 0;  ///< that are no rings of areas
+  std::int64_t layers = 0;  ///< as far as they are told apart
   std::int64_t areas = 0, points = 0, texts = 0;
 
   bool operator==(const PictureCounts&) const = default;

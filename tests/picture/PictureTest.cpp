@@ -67,12 +67,8 @@ TEST(Picture, ASmallDrawingIsKeptAsItIs) {
 
 TEST(Picture, CountsWhatPeopleCall) {
   Picture picture;
-  tEntity ring = Element(kPolyline, {{1, 1}, {5, 1}, {5, 5}, {1, 1}});
-  picture.Add(ring);
-  ring.RemoveLastVertex();
-  picture.Add(ring);
+  tEntity ring = Element(kPolyline, {{1, 1}, {5, 1}, {5, 5}});
   ring.Closed = true;
-  picture.Add(ring);
   for (const std::int64_t record : {7, 7, 8}) {
     tEntity classic = ring;
     classic.Record = record;
@@ -83,7 +79,7 @@ TEST(Picture, CountsWhatPeopleCall) {
   picture.Add(ring);
   picture.Add(Element(kPoint, {{1, 1}}, "B"));
   picture.Add(Element(kText, {{1, 1}}));
-  EXPECT_EQ(picture.Counts(), (PictureCounts{9, 2, 3, 2, 1, 1})) << "the ring of record 8 is no part of an area";
+  EXPECT_EQ(picture.Counts(), (PictureCounts{6, 2, 2, 1, 1})) << "the ring of record 8 is no part of an area";
 }
 
 TEST(Picture, LayersAndTextsBeyondTheMost) {

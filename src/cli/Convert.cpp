@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // convert: one conversion, and an account of it.
+#include "cli/Convert.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -11,7 +13,6 @@
 #include "app/SummaryText.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/Convert.h"
 #include "cli/Exit.h"
 #include "cli/Json.h"
 #include "cli/Reading.h"

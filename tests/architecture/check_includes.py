@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Checks from the includes that arrows point downwards only: each room includes what the table below allows, and a format's
-folder leans on another only where the second table says so."""
+folder leans on another only where the second table says so. A source includes its own header first, which shows that the
+header compiles by itself."""
 import pathlib
 import re
 import sys
@@ -41,6 +42,10 @@ def complaints(root):
         if room not in ROOMS:
             yield f"{'/'.join(place)}: lies in no room"
             continue
+        own = path.with_suffix(".h")
+        first = re.search(r'^\s*#\s*include\s+["<]([^">]+)', path.read_text(), re.M)
+        if path.suffix == ".cpp" and own.exists() and (first is None or first[1] != str(own.relative_to(root))):
+            yield f"{'/'.join(place)} does not include {own.relative_to(root)} first"
         for included in re.findall(r'^\s*#\s*include\s+"([^"]+)"', path.read_text(), re.M):
             target = included.split("/")
             if not any(included.startswith(allowed + "/") for allowed in ROOMS[room]):

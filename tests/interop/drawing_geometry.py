@@ -29,13 +29,17 @@ def array(vectors):
 
 def distances(points, chain):
     """The distance of each point from a chain of straight segments."""
-    result = numpy.linalg.norm(points - chain[0], axis=1)
-    for start, end in zip(chain[:-1], chain[1:]):
-        along = end - start
-        square = along.dot(along)
-        t = numpy.clip((points - start).dot(along) / square, 0, 1) if square > 0 else numpy.zeros(len(points))
-        result = numpy.minimum(result, numpy.linalg.norm(points - start - t[:, None] * along, axis=1))
-    return result
+    if len(chain) == 1:
+        return numpy.linalg.norm(points - chain[0], axis=1)
+    starts, along = chain[:-1], numpy.diff(chain, axis=0)
+    squares = (along * along).sum(axis=1)
+    squares[squares == 0] = 1
+    nearest = []
+    for some in numpy.array_split(points, len(points) * len(starts) // 100_000 + 1):
+        off = some[:, None] - starts
+        t = numpy.clip((off * along).sum(axis=2) / squares, 0, 1)
+        nearest.append(numpy.linalg.norm(off - t[..., None] * along, axis=2).min(axis=1))
+    return numpy.concatenate(nearest)
 
 
 def with_arcs(chain, element):

@@ -93,14 +93,15 @@ def add_blocks(space, dice):
         inner.add_solid([vertex(dice)[:2] for _ in range(4)], dxfattribs=look)
     for level, name in enumerate(("MIDDLE", "OUTER")):
         block = document.blocks.new(name, base_point=(-3, level, 0))
-        for look in looks[:4]:
+        for look in (looks[:4], looks[:4:3])[level]:
             place = {"rotation": dice.uniform(0, 360), "xscale": 2, "yscale": -2, "zscale": 2, **look}
             block.add_blockref(("INNER", "MIDDLE")[level], vertex(dice), dxfattribs=place)
         block.add_lwpolyline([(0, 0, 0, 0, 0.5), (9, 0, 0, 0, -1), (9, 9)], close=True)
-    for extrusion in EXTRUSIONS:
-        for x, y in ((1, 1), (-1, 1), (2, -2)):
+    for number, extrusion in enumerate(EXTRUSIONS):
+        for case, (x, y) in enumerate(((1, 1), (-1, 1), (2, -2))):
+            array = {"column_count": 2, "row_count": 3, "column_spacing": 50, "row_spacing": -20} if number % 3 == case else {}
             look = {"xscale": x, "yscale": y, "zscale": abs(x), "rotation": dice.uniform(0, 360), "extrusion": extrusion,
-                    **looks[dice.randrange(6)], "column_count": 2, "row_count": 3, "column_spacing": 50, "row_spacing": -20}
+                    **looks[dice.randrange(6)], **array}
             space.add_blockref("OUTER", vertex(dice), dxfattribs=look)
     for x, y in ((3, 0.5), (-1, 4)):
         look = {"xscale": x, "yscale": y, "rotation": dice.uniform(0, 360), **looks[dice.randrange(6)]}

@@ -7,6 +7,9 @@
 
 namespace tesselink {
 
+/// How long the window works at a stretch before it looks at its events again.
+inline constexpr std::chrono::milliseconds kSlice{12};
+
 /// Asked at every turn of a loop, says yes once in a span of time. The clock is not read at every question where the
 /// questions come fast: for small elements that would cost as much as the work.
 class Pace {

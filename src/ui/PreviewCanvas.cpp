@@ -13,10 +13,11 @@
 #include <cmath>
 #include <utility>
 
+#include "ui/Pace.h"
+
 namespace tesselink {
 namespace {
 
-constexpr std::chrono::milliseconds kSlice{12};
 constexpr double kFitMargin = 16;
 constexpr double kZoomStep = 1.25;
 constexpr double kPanStep = 40;

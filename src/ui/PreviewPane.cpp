@@ -10,13 +10,13 @@
 #include <vector>
 
 #include "core/io/Paths.h"
+#include "ui/Pace.h"
 #include "ui/PreviewCanvas.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
 namespace {
 
-constexpr std::chrono::milliseconds kSlice{12};
 constexpr int kTellEvery = 250;   // milliseconds
 constexpr int kTellFirst = 50;    // milliseconds
 constexpr int kBreathEvery = 30;  // milliseconds

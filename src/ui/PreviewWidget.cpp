@@ -15,6 +15,7 @@
 #include "picture/PicturePick.h"
 #include "ui/ElementPanel.h"
 #include "ui/Named.h"
+#include "ui/Pace.h"
 #include "ui/PreviewLayers.h"
 #include "ui/PreviewLegend.h"
 #include "ui/PreviewStatus.h"
@@ -24,7 +25,6 @@
 namespace tesselink {
 namespace {
 
-constexpr std::chrono::milliseconds kSlice{12};
 constexpr int kOpenAfter = 150;  // milliseconds without a further letter
 constexpr PictureBudget kOutputBudget{250'000, 25'000};
 

@@ -11,7 +11,8 @@ namespace tesselink {
 
 constexpr double kPi = std::numbers::pi;
 constexpr double kTurn = 2 * kPi;
-constexpr double kRadians = kPi / 180;
+constexpr double kRadians = kPi / 180;  // in a degree
+constexpr double kDegrees = 180 / kPi;  // in a radian
 
 inline Vertex operator+(const Vertex& a, const Vertex& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 inline Vertex operator-(const Vertex& a, const Vertex& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }

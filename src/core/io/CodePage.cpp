@@ -17,7 +17,6 @@
 namespace tesselink {
 namespace {
 
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 constexpr int kMacRoman = 10000;
 constexpr int kIso8859 = 28590;
 

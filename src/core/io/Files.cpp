@@ -23,13 +23,13 @@ constexpr int kMostLinks = 40;
 
 // In the name of a temporary file as long as its program lives; one whose lock is free was left by a killed program.
 constexpr std::string_view kOfTheProgram = ".tesselink-";
-constexpr std::size_t kRandomLetters = 10;
+constexpr std::size_t kTemporaryLetters = 10;
 
 // Creates a file that did not exist before; its name is `stem` with random letters behind it.
 sys::Descriptor CreateUnique(const std::string& stem, std::string& path) {
   sys::Descriptor file;
   for (int attempt = 0; attempt < 100 && !file; ++attempt) {
-    path = stem + RandomLetters(kRandomLetters);
+    path = stem + RandomLetters(kTemporaryLetters);
     file = sys::Open(path, Access::CreateNew, kOwnerOnly);
     if (!file && errno != EEXIST) break;
   }
@@ -45,7 +45,7 @@ void RemoveAbandoned(const std::string& folder, const std::string& prefix) {
   std::vector<std::string> names;
   if (!sys::List(folder, prefix, names)) return;
   for (const std::string& name : names) {
-    if (name.size() != prefix.size() + kRandomLetters) continue;
+    if (name.size() != prefix.size() + kTemporaryLetters) continue;
     const std::string path = JoinPath(folder, name);
     const sys::Descriptor file = sys::Open(path, Access::Read);
     if (file && sys::TryLock(file) == sys::Locking::Held) sys::Unlink(path);

@@ -17,7 +17,7 @@ using Kind = sys::Status::Kind;
 
 constexpr std::string_view kRenamed = "renamed", kCopied = "copied", kEnd = "end";
 constexpr std::string_view kUnfinished = ".new";  // behind the journal's name until it is whole
-constexpr std::uint32_t kRights = 0777, kPrivateFolder = 0700;
+constexpr std::uint32_t kRights = 0777;
 constexpr std::int64_t kLargestJournal = std::int64_t{1} << 20;
 
 // No file can take the place of the old one, though that one may be written.
@@ -134,7 +134,7 @@ void OutputMove::Copy(bool sync) {
 }
 
 void OutputMove::MakeOldFolder() {
-  if (!sys::MakeFolder(folder_ + kOld, kPrivateFolder)) throw NotWritten(Target(files_.front()));
+  if (!sys::MakeFolder(folder_ + kOld, sys::kPrivateFolder)) throw NotWritten(Target(files_.front()));
 }
 
 // The journal gets its name when it is whole.

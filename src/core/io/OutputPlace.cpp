@@ -21,7 +21,6 @@ using Kind = sys::Status::Kind;
 
 constexpr std::string_view kProgram = ".tesselink-";
 constexpr std::size_t kRandomLetters = 8, kLongestName = 200;
-constexpr std::uint32_t kPrivateFolder = 0700;
 constexpr std::chrono::milliseconds kPause{10};
 constexpr int kMostPauses = 6000;
 
@@ -203,7 +202,7 @@ bool OutputPlace::MakeFolder() {
   std::string folder;
   do {
     folder = Base() + FolderStem() + RandomLetters(kRandomLetters) + "/";
-    if (sys::MakeFolder(folder, kPrivateFolder)) break;
+    if (sys::MakeFolder(folder, sys::kPrivateFolder)) break;
     if (errno != EEXIST) return false;
   } while (true);
   folder_ = folder;

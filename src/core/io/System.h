@@ -128,6 +128,8 @@ bool Rename(const std::string& from, const std::string& to);
 bool RenameNew(const std::string& from, const std::string& to);
 bool Link(const std::string& from, const std::string& to);
 bool Unlink(const std::string& path);
+/// The mode of a folder that nobody else may look into.
+inline constexpr std::uint32_t kPrivateFolder = 0700;
 bool MakeFolder(const std::string& path, std::uint32_t mode);
 bool RemoveFolder(const std::string& path);
 bool SetMode(const std::string& path, std::uint32_t mode);

@@ -9,11 +9,7 @@
 #include "core/io/Text.h"
 
 namespace tesselink {
-namespace {
-
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
-
-}  // namespace
+namespace {}  // namespace
 
 std::size_t Utf8LengthOfMore(std::string_view bytes) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };

@@ -32,6 +32,8 @@ inline std::uint32_t Utf8Letter(std::string_view sequence) {
   for (const char c : sequence.substr(1)) letter = letter << 6 | (static_cast<unsigned char>(c) & 0x3F);
   return letter;
 }
+/// U+FFFD, which stands for what is no letter.
+inline constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 /// Appends a letter: a blank for a line break or a NUL, U+FFFD for a number that is no letter.
 void AppendUtf8(std::string& text, std::uint32_t letter);
 /// Whether a letter steers a terminal instead of being shown: those below the blank, DEL to U+009F, and the ones that

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <numbers>
 
+#include "core/element/VertexAlgebra.h"
 #include "core/io/Errors.h"
 #include "core/io/Files.h"
 #include "core/io/Module.h"
@@ -18,7 +18,6 @@ namespace tesselink {
 namespace {
 
 constexpr const char* kWgs84 = "EPSG:4326";
-constexpr double kDegrees = 180 / std::numbers::pi;
 
 bool IsDefinition(std::string_view text) {
   return text.find_first_of("[{") != std::string_view::npos || text.find("+proj=") != std::string_view::npos ||

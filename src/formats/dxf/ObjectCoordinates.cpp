@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "formats/dxf/ObjectCoordinates.h"
 
-#include <numbers>
+#include <cmath>
+
+#include "core/element/VertexAlgebra.h"
 
 namespace tesselink {
 namespace {
@@ -33,7 +35,6 @@ ObjectCoordinates::ObjectCoordinates(const Vertex& extrusion) {
 double ObjectCoordinates::AngleToWorld(double degrees) const {
   if (IsWorld()) return degrees;
   if (IsMirrored()) return 180 - degrees;
-  constexpr double kRadians = std::numbers::pi / 180;
   const Vertex direction = ToWorld({std::cos(degrees * kRadians), std::sin(degrees * kRadians), 0});
   return std::atan2(direction.y, direction.x) / kRadians;
 }

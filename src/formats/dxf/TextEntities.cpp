@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "core/element/Justification.h"
+#include "core/element/VertexAlgebra.h"
 #include "formats/dxf/Drawing.h"
 #include "formats/dxf/EntityGathering.h"
 #include "formats/dxf/EntityReporting.h"
@@ -13,8 +13,6 @@
 
 namespace tesselink {
 namespace {
-
-constexpr double kDegrees = 180 / std::numbers::pi;
 
 // Columns of an MTEXT: so many, or as many as the text fills.
 enum Columns : std::int32_t { kStatic = 1, kDynamic = 2 };

@@ -11,8 +11,6 @@
 namespace tesselink {
 namespace {
 
-constexpr double kDegrees = 180 / kPi;
-
 bool IsBlank(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
 }

@@ -9,7 +9,6 @@
 namespace tesselink {
 namespace {
 
-constexpr std::int64_t kTypeSize = 4;
 constexpr std::int64_t kLeastRecord = kRecordHeaderSize + kTypeSize;
 constexpr std::int64_t kAnnouncedAt = 24;
 constexpr std::size_t kEntriesAtOnce = ReadWindow::kCapacity / kIndexEntrySize;

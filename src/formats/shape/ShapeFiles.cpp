@@ -13,9 +13,9 @@ namespace tesselink {
 namespace {
 
 // The types of the kinds: without z and m, with z, with m.
-constexpr std::int32_t kTypes[][3] = {{1, 11, 21}, {3, 13, 23}, {5, 15, 25}, {8, 18, 28}};
+constexpr std::int32_t kTypeCodes[][3] = {{1, 11, 21}, {3, 13, 23}, {5, 15, 25}, {8, 18, 28}};
 
-constexpr std::int64_t kTypeSize = 4, kBoxSize = 32, kCountSize = 4, kRangeSize = 16, kValueSize = 8;
+constexpr std::int64_t kBoxSize = 32, kCountSize = 4, kRangeSize = 16, kValueSize = 8;
 // Stands for "none"; everything below -1E38 does.
 constexpr double kNoMeasure = -1e39;
 

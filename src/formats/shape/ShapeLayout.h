@@ -11,6 +11,8 @@ inline constexpr std::int32_t kShapeFileCode = 9994;
 inline constexpr std::int64_t kShapeHeaderSize = 100;
 inline constexpr std::int64_t kIndexEntrySize = 8;
 inline constexpr std::int64_t kRecordHeaderSize = 8;
+/// The type of a shape, first in its record.
+inline constexpr std::int64_t kTypeSize = 4;
 /// An x and a y.
 inline constexpr std::int64_t kXYSize = 16;
 

@@ -6,7 +6,7 @@
 namespace tesselink {
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kBatchExamples =
     "Examples:\n"
     "  # every shapefile below a folder, as many at a time as there are cores\n"
     "  tesselink batch --dialect standard --from shp --to dxf --into drawings --report drawings.jsonl examples\n"
@@ -58,7 +58,7 @@ void AddBatchOptions(CLI::App& command, BatchCommand& values, const CLI::Validat
   command.add_option("--memory", values.memory, "End a conversion that takes more, as 500M or 2G")
       ->type_name("SIZE")
       ->transform(size);
-  command.footer(kExamples);
+  command.footer(kBatchExamples);
 }
 
 std::vector<std::string> ConversionOptionsGiven(const CLI::App& command) {

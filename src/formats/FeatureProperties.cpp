@@ -55,7 +55,7 @@ bool HasSymbol(const tEntity& entity) {
   return entity.bType == kPoint && !entity.Text.empty() && entity.Text != "NOSTATUS";
 }
 
-PropertyValue Placement(const tEntity& entity, std::string& scratch) {
+PropertyValue JustificationWords(const tEntity& entity, std::string& scratch) {
   using Place = TextPlacement;
   const auto [across, up] = PlacementOf(entity.TextJust);
   scratch = across == Place::kMiddle ? "centre" : across == Place::kRight ? "right" : "left";
@@ -130,7 +130,7 @@ const std::vector<FeatureProperties::Own>& FeatureProperties::Owns() {
        [](const tEntity& e, std::string&) { return NumberOrNothing(e.TextAng); }},
       {"textHeight", PropertyType::Real, kTexts,
        [](const tEntity& e, std::string&) { return NumberOrNothing(e.TextSize); }},
-      {"textPlacement", PropertyType::Text, kTexts, Placement},
+      {"textPlacement", PropertyType::Text, kTexts, JustificationWords},
   };
   return kOwns;
 }

@@ -28,7 +28,7 @@ constexpr std::size_t kCostOfDashes = 16;
 constexpr double kHaloWidth = 6;
 constexpr float kHaloOpacity = 0.45F;
 constexpr double kTolerance = 0.5;
-constexpr double kMargin = 4;
+constexpr double kDrawnMargin = 4;
 
 std::int32_t Rgb(const QColor& colour) { return colour.red() | colour.green() << 8 | colour.blue() << 16; }
 
@@ -52,7 +52,7 @@ struct PictureRenderer::Lettering {
 };
 
 PictureRenderer::PictureRenderer()
-    : tracer_(PictureView(), kTolerance, kMargin), lettering_(std::make_unique<Lettering>()) {}
+    : tracer_(PictureView(), kTolerance, kDrawnMargin), lettering_(std::make_unique<Lettering>()) {}
 
 PictureRenderer::~PictureRenderer() = default;
 
@@ -64,7 +64,7 @@ void PictureRenderer::Begin(const Picture& picture, const RenderRequest& request
   cell_ = std::min(picture.Cell() * request.view.scale, request.view.width);
   fine_ = picture.VertexCount() <= kFewVertices;
   looks_.clear();
-  tracer_ = ChainTracer(request.view, kTolerance, kMargin);
+  tracer_ = ChainTracer(request.view, kTolerance, kDrawnMargin);
   const QSize size(static_cast<int>(std::ceil(request.view.width * request.pixelRatio)),
                    static_cast<int>(std::ceil(request.view.height * request.pixelRatio)));
   if (image_.size() != size) image_ = QImage(size, QImage::Format_RGB32);

@@ -11,9 +11,9 @@ constexpr const char* kTexasFeet = "EPSG:2277";
 constexpr const char* kTexasMetres = "EPSG:32139";
 constexpr double kFoot = 1200.0 / 3937;
 
-class FakeReader final : public InputFilter {
+class SurveyReader final : public InputFilter {
  public:
-  FakeReader(const FilterContext& context, std::string prj) : InputFilter(context), prj_(std::move(prj)) {
+  SurveyReader(const FilterContext& context, std::string prj) : InputFilter(context), prj_(std::move(prj)) {
     filename_ = "in.x";
   }
   int FileNumber() const override { return 0; }
@@ -28,9 +28,9 @@ class FakeReader final : public InputFilter {
   std::string prj_;
 };
 
-class FakeWriter final : public OutputFilter {
+class SurveyWriter final : public OutputFilter {
  public:
-  FakeWriter(const FilterContext& context, SystemWish wish) : OutputFilter(context), wish_(wish) {}
+  SurveyWriter(const FilterContext& context, SystemWish wish) : OutputFilter(context), wish_(wish) {}
   SystemWish WishesSystem() const override { return wish_; }
   void SourceSystem(const CoordinateSystem& told) override { system = told; }
   CoordinateSystem system;
@@ -55,8 +55,8 @@ class CoordinatesTest : public testing::Test {
 
   // The element as it reaches the writer.
   tEntity Placed(tEntity entity) {
-    FakeReader reader(rig.context, prj.empty() ? prj : rig.folder.Put("in.prj", prj));
-    FakeWriter writer(rig.context, wish);
+    SurveyReader reader(rig.context, prj.empty() ? prj : rig.folder.Put("in.prj", prj));
+    SurveyWriter writer(rig.context, wish);
     Coordinates coordinates(rig.context, holding);
     coordinates.Open(reader, writer);
     told = writer.system;

@@ -23,7 +23,7 @@ constexpr std::size_t kMostAtWork = std::size_t{32} << 20;
 // No drawing nests its blocks as deeply.
 constexpr std::size_t kDeepest = 10'000;
 // Entities that are looked at in one call without finding an element.
-constexpr int kLooks = 1000;
+constexpr int kMostLooks = 1000;
 
 EntitySource SourceWithin(const EntitySource& source, GroupScanner& scanner, Report& report) {
   return {.scanner = scanner,
@@ -96,7 +96,7 @@ bool BlockExpansion::Next(tEntity& element) {
     if (!source_.inFull) RoundToSingles(element);
     return placed;
   }
-  for (int looks = 0; looks < kLooks && depth_ > 0; ++looks) {
+  for (int looks = 0; looks < kMostLooks && depth_ > 0; ++looks) {
     Frame& frame = frames_[depth_ - 1];
     if (!frame.piece) Load(frame);
     if (frame.part == frame.piece->parts.size()) {

@@ -10,8 +10,8 @@
 namespace tesselink {
 namespace {
 
-constexpr std::int32_t kForText = 0;  // group 73
-constexpr std::int32_t kSpline = 1;   // group 72
+constexpr std::int32_t kForText = 0;     // group 73
+constexpr std::int32_t kSplinePath = 1;  // group 72
 
 // The line goes on below a text that stands on it, by the text's width.
 void AppendHook(EntityContext& context, const DimensionStyle& style, const Vertex& along) {
@@ -68,7 +68,7 @@ bool MakeLeader(EntityContext& context, tEntity& element) {
   VertexChain& chain = context.chain;
   if (chain.size() < 2) return Damaged(context, "has fewer than two vertices");
   if (context.groups.Integer(71, 1) != 0) context.lost |= kLostArrow;
-  if (context.groups.Integer(72, 0) == kSpline) {
+  if (context.groups.Integer(72, 0) == kSplinePath) {
     SplineCurve& spline = context.spline;
     spline.Clear();
     spline.fit.swap(chain);

@@ -17,10 +17,10 @@ namespace {
 constexpr int kMostNamed = 40;
 constexpr const char* kAdvice = "; name a dBase table of townships, ranges and sections";
 
-bool IsControl(char c) { return static_cast<unsigned char>(c) < ' '; }
+bool SteersLines(char c) { return static_cast<unsigned char>(c) < ' '; }
 
 // What would break a line, or be taken for the quotes that these files do not have.
-bool Breaks(char c) { return c == ',' || c == '"' || IsControl(c); }
+bool Breaks(char c) { return c == ',' || c == '"' || SteersLines(c); }
 
 bool SameName(std::string_view a, std::string_view b) { return EqualsIgnoringCase(Trimmed(a), Trimmed(b)); }
 
@@ -111,7 +111,7 @@ std::string TRDigOut::FieldNames() const {
   const int last = table_.NumFields();
   for (int i = 0; i <= std::min(last, kMostNamed - 1); ++i) {
     std::string name = table_.GetFieldName(i);
-    std::replace_if(name.begin(), name.end(), IsControl, ' ');
+    std::replace_if(name.begin(), name.end(), SteersLines, ' ');
     names += (i == 0 ? "its fields are " : ", ") + name;
   }
   if (last >= kMostNamed) names += " and " + std::to_string(last + 1 - kMostNamed) + " more";

@@ -13,7 +13,7 @@ namespace tesselink {
 namespace {
 
 constexpr std::int32_t kColouredItem = 0x00120002;
-constexpr std::int64_t kStep = 12;
+constexpr std::int64_t kStepSize = 12;
 constexpr std::int64_t kToColour = 14;  // from the start of a coloured item's step to its colour byte
 constexpr std::int64_t kBehindColour = 4;
 
@@ -55,7 +55,7 @@ void MolInFilter::ScanLayers() {
       if (!colour.empty()) NoteLayerColour(std::to_string(std::to_integer<int>(colour[0])), layers_);
       position += kBehindColour;
     }
-    position += kStep;
+    position += kStepSize;
     progress.At(position, file.Size());
   } while (position < file.Size());
   progress.End();

@@ -24,18 +24,18 @@ constexpr std::size_t kLargestDescriptor = 48;
 constexpr std::byte kTerminator{0x0D};
 constexpr std::byte kDeleted{'*'};
 
-constexpr DBFReading kClassic{.byHeader = false,
-                              .unknownFieldIsFirst = true,
-                              .longNames = false,
-                              .asUtf8 = false,
-                              .keepsIndent = false,
-                              .everyType = false};
-constexpr DBFReading kStandard{.byHeader = true,
-                               .unknownFieldIsFirst = false,
-                               .longNames = true,
-                               .asUtf8 = true,
-                               .keepsIndent = true,
-                               .everyType = true};
+constexpr DBFReading kClassicTableReading{.byHeader = false,
+                                          .unknownFieldIsFirst = true,
+                                          .longNames = false,
+                                          .asUtf8 = false,
+                                          .keepsIndent = false,
+                                          .everyType = false};
+constexpr DBFReading kStandardTableReading{.byHeader = true,
+                                           .unknownFieldIsFirst = false,
+                                           .longNames = true,
+                                           .asUtf8 = true,
+                                           .keepsIndent = true,
+                                           .everyType = true};
 
 std::string_view AsText(std::span<const std::byte> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
@@ -44,7 +44,9 @@ std::string_view AsText(std::span<const std::byte> bytes) {
 }  // namespace
 
 DBFInFilter::DBFInFilter(Dialect dialect, Report* report, const CodePage* page)
-    : reading_(dialect == Dialect::Classic ? kClassic : kStandard), report_(report), page_(page) {}
+    : reading_(dialect == Dialect::Classic ? kClassicTableReading : kStandardTableReading),
+      report_(report),
+      page_(page) {}
 
 void DBFInFilter::filename(const std::string& path) {
   if (!IsThere(path)) return;

@@ -17,26 +17,26 @@ constexpr std::size_t kLongestName = 10;
 // Header and records are counted in 16 bits each.
 constexpr std::int64_t kGreatestLength = 65535;
 
-constexpr DBFWriting kClassic{.version = 0,
-                              .languageMark = 0x57,
-                              .nameEnd = ' ',
-                              .terminator = "",
-                              .flagLength = 0,
-                              .blankBefore = true,
-                              .padding = '\0',
-                              .lostBytes = 1,
-                              .numbersRight = false,
-                              .endByte = ""};
-constexpr DBFWriting kStandard{.version = 3,
-                               .languageMark = 0,
-                               .nameEnd = '\0',
-                               .terminator = "\x0D",
-                               .flagLength = 1,
-                               .blankBefore = false,
-                               .padding = ' ',
-                               .lostBytes = 0,
-                               .numbersRight = true,
-                               .endByte = "\x1A"};
+constexpr DBFWriting kClassicTableWriting{.version = 0,
+                                          .languageMark = 0x57,
+                                          .nameEnd = ' ',
+                                          .terminator = "",
+                                          .flagLength = 0,
+                                          .blankBefore = true,
+                                          .padding = '\0',
+                                          .lostBytes = 1,
+                                          .numbersRight = false,
+                                          .endByte = ""};
+constexpr DBFWriting kStandardTableWriting{.version = 3,
+                                           .languageMark = 0,
+                                           .nameEnd = '\0',
+                                           .terminator = "\x0D",
+                                           .flagLength = 1,
+                                           .blankBefore = false,
+                                           .padding = ' ',
+                                           .lostBytes = 0,
+                                           .numbersRight = true,
+                                           .endByte = "\x1A"};
 
 // Where one date is set for all, it is the same in every time zone.
 std::tm DateOfTable() {
@@ -50,7 +50,8 @@ std::tm DateOfTable() {
 
 }  // namespace
 
-DBFOutFilter::DBFOutFilter(Dialect dialect) : writing_(dialect == Dialect::Classic ? kClassic : kStandard) {}
+DBFOutFilter::DBFOutFilter(Dialect dialect)
+    : writing_(dialect == Dialect::Classic ? kClassicTableWriting : kStandardTableWriting) {}
 
 DBFOutFilter::~DBFOutFilter() {
   try {

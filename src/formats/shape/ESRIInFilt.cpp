@@ -18,30 +18,30 @@
 namespace tesselink {
 namespace {
 
-constexpr ESRIReading kClassic{.rowOfFirstShape = 1,
-                               .everyType = false,
-                               .needsIndex = true,
-                               .wholeShapes = false,
-                               .skipsDeleted = false,
-                               .closesPolygons = false,
-                               .layerZeroWithoutField = false,
-                               .knowsDrawings = false,
-                               .legibleLabels = false};
-constexpr ESRIReading kStandard{.rowOfFirstShape = 0,
-                                .everyType = true,
-                                .needsIndex = false,
-                                .wholeShapes = true,
-                                .skipsDeleted = true,
-                                .closesPolygons = true,
-                                .layerZeroWithoutField = true,
-                                .knowsDrawings = true,
-                                .legibleLabels = true};
+constexpr ESRIReading kClassicShapeReading{.rowOfFirstShape = 1,
+                                           .everyType = false,
+                                           .needsIndex = true,
+                                           .wholeShapes = false,
+                                           .skipsDeleted = false,
+                                           .closesPolygons = false,
+                                           .layerZeroWithoutField = false,
+                                           .knowsDrawings = false,
+                                           .legibleLabels = false};
+constexpr ESRIReading kStandardShapeReading{.rowOfFirstShape = 0,
+                                            .everyType = true,
+                                            .needsIndex = false,
+                                            .wholeShapes = true,
+                                            .skipsDeleted = true,
+                                            .closesPolygons = true,
+                                            .layerZeroWithoutField = true,
+                                            .knowsDrawings = true,
+                                            .legibleLabels = true};
 
 }  // namespace
 
 ESRIInFilt::ESRIInFilt(const FilterContext& context)
     : InputFilter(context),
-      reading_(options().dialect == Dialect::Classic ? kClassic : kStandard),
+      reading_(options().dialect == Dialect::Classic ? kClassicShapeReading : kStandardShapeReading),
       records_(report(), reading_.everyType),
       colours_(options().programFolder, report()) {}
 

@@ -26,20 +26,20 @@ constexpr int kMostFields = 255;
 constexpr int kRealLength = FormOf(Column::Angle).length;
 constexpr std::size_t kLongestProjection = ReadWindow::kCapacity;
 
-constexpr ESRIWriting kClassic{.everyType = false,
-                               .carriesSource = false,
-                               .isUtf8 = false,
-                               .needsTwoPoints = false,
-                               .lostBytes = 1,
-                               .realDecimals = 0,
-                               .wholeDrawings = false};
-constexpr ESRIWriting kStandard{.everyType = true,
-                                .carriesSource = true,
-                                .isUtf8 = true,
-                                .needsTwoPoints = true,
-                                .lostBytes = 0,
-                                .realDecimals = 15,
-                                .wholeDrawings = true};
+constexpr ESRIWriting kClassicShapeWriting{.everyType = false,
+                                           .carriesSource = false,
+                                           .isUtf8 = false,
+                                           .needsTwoPoints = false,
+                                           .lostBytes = 1,
+                                           .realDecimals = 0,
+                                           .wholeDrawings = false};
+constexpr ESRIWriting kStandardShapeWriting{.everyType = true,
+                                            .carriesSource = true,
+                                            .isUtf8 = true,
+                                            .needsTwoPoints = true,
+                                            .lostBytes = 0,
+                                            .realDecimals = 15,
+                                            .wholeDrawings = true};
 
 // The values of the option, in the order of the kinds; the last ones belong to the standard dialect.
 constexpr std::array<std::string_view, 4> kKindNames{"points", "polylines", ESRIOutFilt::kAreasKind, "multipoints"};
@@ -89,7 +89,7 @@ std::vector<FormatOption> ESRIOutFilt::Options() {
 
 ESRIOutFilt::ESRIOutFilt(const FilterContext& context, std::optional<ShapeKind> kind)
     : OutputFilter(context),
-      writing_(options().dialect == Dialect::Classic ? kClassic : kStandard),
+      writing_(options().dialect == Dialect::Classic ? kClassicShapeWriting : kStandardShapeWriting),
       files_(writing_.everyType),
       table_(options().dialect),
       carried_(report(), {.longestName = 10, .longestText = 254, .types = kTextTypes}),

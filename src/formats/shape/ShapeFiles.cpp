@@ -126,7 +126,7 @@ void ShapeFiles::Hold(ShapeKind kind, bool z, bool m) {
 }
 
 std::int32_t ShapeFiles::TypeCode() const {
-  return kTypes[static_cast<std::size_t>(kind_)][form_.z ? 1 : form_.m ? 2 : 0];
+  return kTypeCodes[static_cast<std::size_t>(kind_)][form_.z ? 1 : form_.m ? 2 : 0];
 }
 
 std::string ShapeFiles::Header(std::int64_t size) const {

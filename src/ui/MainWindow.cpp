@@ -111,7 +111,7 @@ QWidget* MainWindow::BuildFrames() {
   input_ = new InputPanel(formats_, *dialog, memory_);
   output_ = new OutputPanel(formats_, *dialog, memory_);
   more_ = new OptionsPane(settings_);
-  link_ = new OptionsLink(formats_, *input_, *output_, *more_, [this] { return Request(); });
+  link_ = new OptionsLink(formats_, *input_, *output_, *more_, settings_, [this] { return Request(); });
   auto* layout = new QVBoxLayout(frames);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(input_);
@@ -189,6 +189,7 @@ void MainWindow::Connect() {
   connect(more_, &OptionsPane::changed, this, [this] { output_->SetOptions(Request().options); });
   connect(link_, &OptionsLink::readingChanged, this, &MainWindow::readingChanged);
   connect(link_, &OptionsLink::clipWanted, this, &MainWindow::clipWanted);
+  connect(link_, &OptionsLink::lostChanged, this, &MainWindow::lostChanged);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
   connect(input_, &InputPanel::manyChosen, this, &MainWindow::ShowQueue);
   connect(many_, &QPushButton::clicked, this, [this] { ShowQueue({}); });

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 #include <QWidget>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -63,6 +64,8 @@ class MainWindow final : public QWidget {
   void readingChanged(const FilterOptions& options, const std::optional<FieldChoice>& fields);
   /// A rectangle is to be drawn in the preview, or no longer.
   void clipWanted(bool wanted);
+  /// What the output will not hold has changed; bits of LostKind.
+  void lostChanged(std::uint32_t kinds);
   /// A run has made files, of a format given by its drop-down text.
   void outputMade(const QStringList& paths, const QString& formatEntry);
 

@@ -13,6 +13,7 @@
 #include "ui/DialectLine.h"
 #include "ui/FileChoice.h"
 #include "ui/InputPanel.h"
+#include "ui/LostKinds.h"
 #include "ui/OptionsPane.h"
 #include "ui/OutputPanel.h"
 #include "ui/UiText.h"
@@ -20,8 +21,14 @@
 namespace tesselink {
 
 OptionsLink::OptionsLink(const FormatTable& formats, InputPanel& input, OutputPanel& output, OptionsPane& pane,
-                         Request request)
-    : QObject(&pane), formats_(formats), input_(input), output_(output), pane_(pane), request_(std::move(request)) {
+                         Settings& settings, Request request)
+    : QObject(&pane),
+      formats_(formats),
+      input_(input),
+      output_(output),
+      pane_(pane),
+      settings_(settings),
+      request_(std::move(request)) {
   connect(&input_, &InputPanel::inputChanged, this, &OptionsLink::InputChanged);
   connect(&output_, &OutputPanel::formatChanged, this, &OptionsLink::FormatsChanged);
   connect(&output_, &OutputPanel::dialectChanged, this, &OptionsLink::DialectChanged);
@@ -47,15 +54,18 @@ void OptionsLink::InputChanged() {
 void OptionsLink::FormatsChanged() {
   pane_.SetPair(formats_.Input(input_.Format().toStdString()), formats_.Output(output_.Format().toStdString()));
   TellDialect();
+  TellLost();
 }
 
 void OptionsLink::DialectChanged() {
   pane_.SetDrawing(input_.Paths(), Fields());
   pane_.SetDialect(output_.ChosenDialect());
+  TellLost();
 }
 
 void OptionsLink::ValuesChanged() {
   TellDialect();
+  TellLost();
   OptionValues known = Known();
   known.Set("dialect", output_.ChosenDialect() == Dialect::Standard ? "standard" : "classic");
   if (choosesClip_) known.Set("clip", "");
@@ -77,6 +87,11 @@ void OptionsLink::TellDialect() {
   output_.Line().Tell(
       dialect, DialectSentences(formats_.Input(input_.Format().toStdString()),
                                 formats_.Output(output_.Format().toStdString()), dialect, pane_.Values(), drawing_));
+}
+
+void OptionsLink::TellLost() {
+  const ConversionRequest request = request_();
+  emit lostChanged(LostKindsOf(formats_.Output(request.OutFormat), request.options, Known(), settings_));
 }
 
 // The fields that there are to choose from; none where the table cannot be read, which the run tells.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QObject>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "core/run/ConversionRun.h"
 #include "core/run/DrawingFacts.h"
 #include "core/run/FieldSelection.h"
+#include "core/run/Settings.h"
 
 namespace tesselink {
 
@@ -25,7 +27,8 @@ class OptionsLink final : public QObject {
   using Request = std::function<ConversionRequest()>;
 
   /// All of them must outlive the link.
-  OptionsLink(const FormatTable& formats, InputPanel& input, OutputPanel& output, OptionsPane& pane, Request request);
+  OptionsLink(const FormatTable& formats, InputPanel& input, OutputPanel& output, OptionsPane& pane, Settings& settings,
+              Request request);
 
   /// The answers of a run over the input at hand, as values of options.
   void TakeAnswers(const OptionValues& answers);
@@ -37,6 +40,8 @@ class OptionsLink final : public QObject {
   void readingChanged(const FilterOptions& options, const std::optional<FieldChoice>& fields);
   /// A rectangle is to be drawn in the preview, or no longer.
   void clipWanted(bool wanted);
+  /// What the output will not hold has changed; bits of LostKind.
+  void lostChanged(std::uint32_t kinds);
 
  private:
   void InputChanged();
@@ -45,6 +50,7 @@ class OptionsLink final : public QObject {
   void ValuesChanged();
   void TellReading();
   void TellDialect();
+  void TellLost();
   void Copy();
   QStringList Fields() const;
   OptionValues Known() const;
@@ -53,6 +59,7 @@ class OptionsLink final : public QObject {
   InputPanel& input_;
   OutputPanel& output_;
   OptionsPane& pane_;
+  Settings& settings_;
   Request request_;
   OptionValues answers_;
   DrawingFacts drawing_;

@@ -12,6 +12,7 @@ PreviewWidget* AddPreview(MainWindow& window, const FormatTable& formats, Settin
   window.SetPreview(preview);
   QObject::connect(&window, &MainWindow::inputChanged, preview, &PreviewWidget::ShowInputs);
   QObject::connect(&window, &MainWindow::readingChanged, preview, &PreviewWidget::SetOptions);
+  QObject::connect(&window, &MainWindow::lostChanged, preview, &PreviewWidget::SetLost);
   QObject::connect(&window, &MainWindow::outputMade, preview, &PreviewWidget::ShowOutput);
   QObject::connect(&window, &MainWindow::runningChanged, preview,
                    [preview](bool running) { running ? preview->Pause() : preview->Resume(); });

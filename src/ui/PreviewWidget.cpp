@@ -292,6 +292,7 @@ void PreviewWidget::ShowTitles() {
 }
 
 void PreviewWidget::SetLost(std::uint32_t kinds) {
+  if (kinds == lost_) return;
   lost_ = kinds;
   input_->Canvas().SetLost(kinds);
   ShowLegend();

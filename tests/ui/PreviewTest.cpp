@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
@@ -19,7 +20,9 @@
 #include "formats/Formats.h"
 #include "picture/PreviewReading.h"
 #include "support/MemorySettings.h"
+#include "ui/MainWindow.h"
 #include "ui/PreviewCanvas.h"
+#include "ui/PreviewLink.h"
 #include "ui/PreviewWidget.h"
 
 namespace tesselink {
@@ -360,6 +363,24 @@ class PreviewTest final : public QObject {
     QTRY_VERIFY(preview.IsDone());
     QVERIFY(legend->isVisible() && legend->text().contains("texts") && !legend->text().contains("points"));
     QVERIFY(preview.Canvas().Shown() != before);
+  }
+
+  void lostKindsAreThoseOfTheOutput() {
+    const FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER};
+    MainWindow window(AllFormats(), settings_, options);
+    const PreviewWidget* preview = AddPreview(window, AllFormats(), settings_, options);
+    window.show();
+    window.TakeFiles({QString::fromStdString(Example("all-entities.dxf"))});
+    const auto* legend = window.findChild<QLabel*>("previewLegend");
+    auto* formats = window.findChild<QComboBox*>("OutFormat");
+    const std::pair<const char*, const char*> lost[] = {{kLandmark, "points"},
+                                                        {"T/R Digitizer Format (*.grd)", "texts"}};
+    for (const auto& [format, kind] : lost) {
+      formats->setCurrentText(format);
+      QTRY_VERIFY(preview->IsDone() && legend->text().contains(kind));
+      formats->setCurrentText(kDxf);
+      QTRY_VERIFY(preview->IsDone() && !legend->text().contains(kind));
+    }
   }
 
   void whatCannotBeShownInvites() {

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
 #include <QStyleFactory>
 #include <cstdio>
 
@@ -69,9 +71,18 @@ int main(int count, char** values) {
   Album album(QDir(words[1]).absolutePath(), words.value(4));
   const Language language(QLocale(words.value(3, "en")), TESSELINK_TRANSLATIONS);
   // So that no picture shows where somebody keeps the examples.
-  QDir::setCurrent(TESSELINK_EXAMPLES);
+  QDir drawings(QDir::tempPath() + "/plats");
+  if (drawings.exists() || !drawings.mkpath(".")) {
+    std::fprintf(stderr, "%s cannot be made\n", qPrintable(drawings.path()));
+    return 1;
+  }
+  for (const QFileInfo& example : QDir(TESSELINK_EXAMPLES).entryInfoList(QDir::Files)) {
+    QFile::copy(example.filePath(), drawings.filePath(example.fileName()));
+  }
+  QDir::setCurrent(drawings.path());
   Gallery([&album](const QString& name, QWidget& window, int milliseconds) {
     album.Take(name, window, milliseconds);
   }).ShowAll();
+  drawings.removeRecursively();
   return album.Failed() ? 1 : 0;
 }

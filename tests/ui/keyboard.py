@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""A person's work at the window in an X server of its own, by keys alone: a conversion through every dialog that it asks with.
-What it leaves is compared with what the command line writes when it is given the same answers.
+"""A person's work at the window in an X server of its own, by keys alone: a conversion through every dialog that it asks with,
+whose files are compared with what the command line writes when it is given the same answers, and then every pair of formats.
 
     keyboard.py --window build/release/tesselink-gui --tesselink build/release/tesselink --examples examples
 
@@ -19,6 +19,9 @@ import time
 
 PATIENCE = 60  # seconds for a step
 CDF_ROW = 3  # of the output formats
+# As the drop-downs have them; of the third, an overlay, nothing is delivered yet.
+INPUTS = ("wells.shp", "all-entities.dxf", None, "quarter-section.asc", "quarter-section.cdf")
+OUTPUTS = ("shp", "dxf", "asc", "cdf", "grd")
 MAIN = "Tesselink File Conversion"
 
 
@@ -42,6 +45,14 @@ def wait(what, condition):
 class Person:
     def __init__(self, environment):
         self.environment = environment
+
+    def front(self):
+        """The title of the window that was opened last, which is given the keyboard."""
+        windows = xdotool(self.environment, "search", "--onlyvisible", "--name", ".+")
+        if not windows:
+            return ""
+        xdotool(self.environment, "windowfocus", windows[-1])
+        return " ".join(xdotool(self.environment, "getwindowname", windows[-1]))
 
     def at(self, title):
         """Waits for a window and gives it the keyboard."""
@@ -77,8 +88,65 @@ def convert_wells(person, folder):
     wait("the drawing", (folder / "out.cdf").exists)
     time.sleep(0.5)  # the summary, which the same window shows
     person.keys("alt+d")
+
+
+FIELDS = "Locate Township and Range Fields"
+ANSWERS = {
+    "DBF Fields": ["Return", "Return"],
+    "Layer Name Matching": ["alt+o"],
+    "Point Entities Found in the Input File": ["Return"],
+    "ESRI Shape File Type": ["Return"],
+}
+
+
+def give_table(person, table):
+    person.at(FIELDS)
+    person.keys("alt+b")
+    person.at("Browsing...")
+    person.write(table)
+    while person.front() == "Browsing...":  # the first key may go to the list of proposals
+        person.keys("Return")
+        time.sleep(0.2)
+    person.at(FIELDS)
+    person.keys("Return")
+
+
+def convert_pair(person, row, source, column, output):
+    """What is asked on the way is answered by the keys that take what is proposed."""
     person.at(MAIN)
-    person.keys("alt+c")
+    person.keys("alt+i", "Home", *["Down"] * row, "alt+f")
+    person.write(source)
+    person.keys("alt+o", "Home", *["Down"] * column, "alt+u")
+    person.write(output)
+    person.keys("alt+a")
+    end = time.monotonic() + PATIENCE
+    asked = []
+    while (title := person.front()) != "Progress..." or not output.exists():
+        if title == FIELDS:
+            give_table(person, source.with_name("sections.dbf"))
+            asked.append(title)
+        elif title in ANSWERS:
+            asked.append(title)
+            person.keys(*ANSWERS[title])
+        if time.monotonic() > end:
+            raise Deviation(f"{source.name} to {output.name}: the keys end at the window \"{title}\"")
+        time.sleep(0.1)
+    time.sleep(0.3)
+    person.keys("alt+d")
+    return asked
+
+
+def convert_pairs(person, folder):
+    """Inputs and outputs of the pairs that asked nothing."""
+    silent = []
+    for row, name in enumerate(INPUTS):
+        if name is None:
+            continue
+        for column, extension in enumerate(OUTPUTS):
+            output = folder / f"{name.replace('.', '-')}.{extension}"
+            if not convert_pair(person, row, folder / name, column, output):
+                silent.append((name, output))
+    return silent
 
 
 def surroundings(home):
@@ -103,7 +171,11 @@ def play(options, folder):
             environment["DISPLAY"] = ":" + answer.readline().strip()
         with subprocess.Popen([options.window], env=environment, cwd=folder) as program:
             try:
-                convert_wells(Person(environment), folder)
+                person = Person(environment)
+                convert_wells(person, folder)
+                silent = convert_pairs(person, folder)
+                person.at(MAIN)
+                person.keys("alt+c")
                 if program.wait(PATIENCE) != 0:
                     raise Deviation(f"the program ends with {program.returncode}")
             finally:
@@ -116,6 +188,12 @@ def play(options, folder):
         raise Deviation("an option that is not known is no error")
     subprocess.run([options.tesselink, "convert", "-q", "--smart-assign", "--layer-field", "LAYER", "--text-field", "LABEL", "wells.shp",
                     "cli.cdf"], env=surroundings(folder / "other"), cwd=folder, check=True)
+    (folder / "again").mkdir()
+    for name, output in silent:
+        subprocess.run([options.tesselink, "convert", "-q", name, f"again/{output.name}"], env=surroundings(folder / "homes" / output.name),
+                       cwd=folder, check=True)
+        if output.read_bytes() != (folder / "again" / output.name).read_bytes():
+            raise Deviation(f"the window's {output.name} is not what the command line writes")
     for end in ("cdf", "pts"):
         if (folder / f"out.{end}").read_bytes() != (folder / f"cli.{end}").read_bytes():
             raise Deviation(f"the window's out.{end} is not what the command line writes")

@@ -19,7 +19,9 @@
 #include <QSplitter>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "app/DialectGain.h"
 #include "app/GivenAnswers.h"
 #include "app/ProgramFolder.h"
 #include "core/io/Errors.h"
@@ -191,6 +193,7 @@ void MainWindow::Connect() {
   connect(link_, &OptionsLink::clipWanted, this, &MainWindow::clipWanted);
   connect(link_, &OptionsLink::lostChanged, this, &MainWindow::lostChanged);
   connect(apply_, &QPushButton::clicked, this, &MainWindow::Apply);
+  connect(interaction_.get(), &QtInteraction::standardWanted, this, &MainWindow::ConvertAgain);
   connect(input_, &InputPanel::manyChosen, this, &MainWindow::ShowQueue);
   connect(many_, &QPushButton::clicked, this, [this] { ShowQueue({}); });
   connect(cancel_, &QPushButton::clicked, this, &QWidget::close);
@@ -260,12 +263,13 @@ bool MainWindow::IsRefused(const ConversionRequest& request) const {
   }
 }
 
-// Asks before files are replaced, unless the save dialog has.
-bool MainWindow::MayReplaceOutput(ConversionRequest& request) {
+// Asks before files are replaced, unless the save dialog has or they are those of a run's own.
+bool MainWindow::MayReplaceOutput(ConversionRequest& request, const std::vector<std::string>& own) {
   QStringList files;
   for (const std::string& file : ReplacedFiles(request.OutFile, formats_.Output(request.OutFormat), request.options)) {
     request.overwrite = true;
-    if (Shown(file) != output_->ConfirmedPath()) files.append(Shown(file));
+    const bool isOwn = std::find(own.begin(), own.end(), file) != own.end();
+    if (!isOwn && Shown(file) != output_->ConfirmedPath()) files.append(Shown(file));
   }
   if (files.isEmpty()) return true;
   QMessageBox box(QMessageBox::Warning, windowTitle(),
@@ -294,25 +298,44 @@ void MainWindow::Apply() {
     request = Request();
     if (!MayReplaceOutput(request)) return;
   }
-  Run(request);
+  Run(request, more_->Values());
   if (closesAfterRun_) close();
 }
 
-void MainWindow::Run(const ConversionRequest& request) {
+// The last run in the standard dialect. What was answered then is not asked again.
+void MainWindow::ConvertAgain() {
+  if (running_) return;
+  ConversionRequest request = lastRequest_;
+  request.options.dialect = Dialect::Standard;
+  output_->SetDialect(Dialect::Standard);
+  if (!MayReplaceOutput(request, lastOutputs_)) return;
+  Run(request, OptionValues(lastAnswers_));  // which the run itself is about to change
+  if (closesAfterRun_) close();
+}
+
+void MainWindow::Run(const ConversionRequest& request, const OptionValues& given) {
   interaction_->FilesOfRun(FilesOf(request));
   interaction_->InputsOfRun(request.inputs);
   const Busy busy(*this);
   closesAfterRun_ = false;
-  GivenAnswers answers(more_->Values(), *interaction_);
+  GivenAnswers answers(given, *interaction_);
   const RunSummary summary = ConversionRun(formats_, answers, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
-  link_->TakeAnswers(answers.All());
-  if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+  // The person may have chosen something else before the last run was run again.
+  if (Request().inputs == request.inputs) {
+    link_->TakeAnswers(answers.All());
+    if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+  }
   interaction_->TellUnremembered(settings_);
   QStringList made;
   for (const std::string& file : summary.outputs) made.append(Shown(file));
   emit outputMade(made, Shown(request.OutFormat));
-  interaction_->ShowSummary(summary);
+  lastRequest_ = request;
+  lastAnswers_ = answers.All();
+  lastOutputs_ = summary.outputs;
+  const bool offersStandard =
+      request.options.dialect == Dialect::Classic && StandardKeepsMore(summary, formats_.Output(request.OutFormat));
+  interaction_->ShowSummary(summary, offersStandard);
 }
 
 void MainWindow::ShowHelp() {

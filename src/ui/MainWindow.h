@@ -83,9 +83,10 @@ class MainWindow final : public QWidget {
   std::vector<std::string> FilesOf(const ConversionRequest& request) const;
   ConversionRequest Request() const;
   bool IsRefused(const ConversionRequest& request) const;
-  bool MayReplaceOutput(ConversionRequest& request);
+  bool MayReplaceOutput(ConversionRequest& request, const std::vector<std::string>& own = {});
   void Apply();
-  void Run(const ConversionRequest& request);
+  void ConvertAgain();
+  void Run(const ConversionRequest& request, const OptionValues& given);
   void ShowHelp();
   void SetRunning(bool running);
   void ShowQueue(const QStringList& paths);
@@ -113,6 +114,10 @@ class MainWindow final : public QWidget {
   QPushButton *many_, *apply_, *cancel_;
   DropHint* dropHint_;
   HelpWindow* help_ = nullptr;
+  // Of the last run, which may be run again in the standard dialect.
+  ConversionRequest lastRequest_;
+  OptionValues lastAnswers_;
+  std::vector<std::string> lastOutputs_;
   bool running_ = false;
   bool closesAfterRun_ = false;
 };

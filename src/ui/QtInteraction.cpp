@@ -244,7 +244,7 @@ void QtInteraction::Refresh() {
   progress_->ShowProgress(standing_);
 }
 
-void QtInteraction::ShowSummary(const RunSummary& summary) {
+void QtInteraction::ShowSummary(const RunSummary& summary, bool offersStandard) {
   const Report& report = summary.report;
   const bool more = standing_.elements > 0 || !report.Warnings().empty() || !report.UndeliveredTypes().empty();
   // The message has said it all.
@@ -258,6 +258,11 @@ void QtInteraction::ShowSummary(const RunSummary& summary) {
     if (folder.size() > 1 && !folders.contains(folder)) folders.append(folder);
   }
   progress_->ShowResult(summary.outcome, AccountOf(summary), folders);
+  if (offersStandard) {
+    progress_->OfferStandard();
+    // The next run has a window of its own, and must not take this one's place before its button is done.
+    connect(progress_.get(), &frmProgress::standardWanted, this, &QtInteraction::standardWanted, Qt::QueuedConnection);
+  }
   if (summary.outcome == RunOutcome::Cancelled) {
     progress_->exec();
   } else {

@@ -53,13 +53,18 @@ class QtInteraction final : public QObject, public Interaction {
   /// What the next run reads, in its order.
   void InputsOfRun(const std::vector<std::string>& inputs);
   /// The account of the run that has just ended; after a cancel it returns when the person has closed it.
-  void ShowSummary(const RunSummary& summary);
+  /// `offersStandard`: whether to offer that it be run again in the standard dialect.
+  void ShowSummary(const RunSummary& summary, bool offersStandard);
   /// Tells, once, when answers of a run could not be remembered.
   void TellUnremembered(const Settings& settings);
   /// The question of the progress window's cancel button.
   void AskCancel();
   /// Closes what is left of the last run.
   void CloseProgress();
+
+ signals:
+  /// The run that has just ended is to be run again in the standard dialect.
+  void standardWanted();
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;

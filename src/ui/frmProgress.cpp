@@ -94,20 +94,24 @@ QWidget* frmProgress::BuildExtents() {
 QWidget* frmProgress::BuildButtons() {
   openFolder_ = Named(new QPushButton(tr("&Open Folder")), "cmdOpenFolder");
   copy_ = Named(new QPushButton(tr("Co&py Summary")), "cmdCopy");
+  again_ = Named(new QPushButton(tr("Convert Again in &Standard")), "cmdAgain");
+  again_->setToolTip(tr("The standard dialect keeps more of this drawing."));
   cancel_ = Named(new QPushButton(tr("&Cancel")), "cmdCancel");
   done_ = Named(new QPushButton(tr("&Done")), "cmdDone");
   connect(openFolder_, &QPushButton::clicked, this, [this] { OpenUrl(UrlOf(FolderOf(FullPath(written_))), this); });
   connect(copy_, &QPushButton::clicked, this, &frmProgress::CopySummary);
+  connect(again_, &QPushButton::clicked, this, &frmProgress::standardWanted);
   connect(cancel_, &QPushButton::clicked, this, &frmProgress::AskCancel);
   connect(done_, &QPushButton::clicked, this, &QDialog::accept);
-  for (QPushButton* button : {openFolder_, copy_, done_}) button->hide();
-  for (QPushButton* button : {openFolder_, copy_, cancel_}) button->setAutoDefault(false);
+  for (QPushButton* button : {openFolder_, copy_, again_, done_}) button->hide();
+  for (QPushButton* button : {openFolder_, copy_, again_, cancel_}) button->setAutoDefault(false);
   auto* buttons = new QWidget;
   auto* row = new QHBoxLayout(buttons);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(openFolder_);
   row->addWidget(copy_);
   row->addStretch();
+  row->addWidget(again_);
   row->addWidget(cancel_);
   row->addWidget(done_);
   return buttons;
@@ -155,6 +159,8 @@ void frmProgress::ShowResult(RunOutcome outcome, const RunAccount& account, cons
   done_->setDefault(true);
   done_->setFocus();
 }
+
+void frmProgress::OfferStandard() { again_->show(); }
 
 void frmProgress::AskCancel() {
   if (asking_) return;

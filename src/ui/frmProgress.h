@@ -41,6 +41,8 @@ class frmProgress final : public QDialog {
   void ShowHint(const QString& hint);
   /// What came of the run, whose files lie in these folders; from now on the dialog is closed by its own button.
   void ShowResult(RunOutcome outcome, const RunAccount& account, const QStringList& folders);
+  /// Offers, below the result, to convert again in the other dialect.
+  void OfferStandard();
   /// The time that the run has taken; it is stopped while a question waits for its answer.
   Stopwatch* Watch() { return &watch_; }
 
@@ -48,6 +50,10 @@ class frmProgress final : public QDialog {
   void AskCancel();
   /// Escape and the close box: while the run goes on they ask, and the dialog stays.
   void reject() override;
+
+ signals:
+  /// What was offered is wanted.
+  void standardWanted();
 
  private:
   void BuildControls();
@@ -60,7 +66,7 @@ class frmProgress final : public QDialog {
   QProgressBar* gauge_;
   QWidget* extents_;
   ResultPage* result_;
-  QPushButton *cancel_, *done_, *openFolder_, *copy_;
+  QPushButton *cancel_, *done_, *openFolder_, *copy_, *again_;
   Stopwatch watch_;
   QString hint_;
   std::string written_;  // a file of the folder to open

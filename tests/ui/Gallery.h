@@ -100,6 +100,7 @@ class Gallery {
       frmProgress ended;
       ended.ShowProgress({100, extents, 23});
       ended.ShowResult(outcome, AccountOf(summary), {TESSELINK_EXAMPLES});
+      if (outcome == RunOutcome::Done) ended.OfferStandard();
       Visit(name, ended);
     }
     FrmScan fileScan;

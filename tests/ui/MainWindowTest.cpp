@@ -49,6 +49,25 @@ class MainWindowTest : public QObject {
     QVERIFY(Bytes(desk.Path("plat.dxf")).contains(" 66\r\n1\r\n"));  // which classic polylines lack
   }
 
+  void ConvertsAgainInStandard() {
+    Desk desk;
+    for (const char* name : {"wells.dbf", "wells.shx"}) desk.Copy(name);
+    desk.Type("Infile", desk.Copy("wells.shp"));
+    desk.Type("OutFile", desk.Path("wells.dxf"));
+    desk.person.Do("DBF Fields", [](QWidget& dialog) {
+      Control<QComboBox>(dialog, "cboLayer").setCurrentIndex(1);
+      Control<QPushButton>(dialog, "cmdCont").click();
+      Control<QPushButton>(dialog, "cmdCont").click();
+    });
+    desk.Click("cmdApply");
+    QVERIFY(Bytes(desk.Path("wells.dxf")).contains("AC1009"));
+    QVERIFY(desk.Get<QPushButton>("cmdAgain").isVisible());
+    desk.Click("cmdAgain");  // neither the fields nor the file of the run before are asked about
+    QTRY_VERIFY(Bytes(desk.Path("wells.dxf")).contains("1000\r\n"));  // attributes
+    QCOMPARE(desk.Get<QComboBox>("cboDialect").currentText(), QString("Standard"));
+    QVERIFY(!desk.Get<QPushButton>("cmdAgain").isVisible());
+  }
+
   void TellsTheFieldsOfSeveralFiles() {
     Desk desk;
     desk.Put("wells.dbf", Table({{"layer", 4}, {" Name ", 4}, {"LAYER", 4}}, {}));

@@ -2205,5 +2205,13 @@ ist eine Datei dieser Umwandlung. Wählen Sie einen anderen Namen.</translation>
         <source>Are you sure you want to cancel?</source>
         <translation>Wollen Sie wirklich abbrechen?</translation>
     </message>
+    <message>
+        <source>Convert Again in &amp;Standard</source>
+        <translation>Noch einmal in &amp;Standard</translation>
+    </message>
+    <message>
+        <source>The standard dialect keeps more of this drawing.</source>
+        <translation>Der Standard-Dialekt behält mehr von dieser Zeichnung.</translation>
+    </message>
 </context>
 </TS>

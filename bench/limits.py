@@ -4,8 +4,8 @@
 
     bench/limits.py --build build/release [--folder FOLDER] [--vertices 10000000] [--runs 5] [--only TEXT] [--inputs FOLDER]
 
-The two programs of a row run in turn; medians of processor time and of wall-clock time are printed, and their ratios. Where
-the outputs should be equal they are compared. Exit code 1 when a ratio of processor time is above its limit. `--inputs` names
+The two programs of a row run in turn, each without an output of the run before, which only the bare one would reuse; medians
+of processor time and of wall-clock time are printed, and their ratios. Where the outputs should be equal they are compared. Exit code 1 when a ratio of processor time is above its limit. `--inputs` names
 a folder with points, lines, polygons and linesz as shapefiles that have a field LAYER, instead of generated ones.
 """
 import argparse
@@ -38,32 +38,33 @@ def rows(build, inputs, folder):
     def bare(program, source, target):
         return [build / "bench" / ("bare-" + program), source, target]
 
+    ours, theirs = folder / "ours", folder / "bare"
     for name in ("points", "lines", "polygons", "linesz"):
         source = inputs / (name + ".shp")
         if source.exists():
-            target, other = folder / (name + ".dxf"), folder / (name + "-bare.dxf")
-            yield (f"{name} shp -> dxf", [*convert, "--layer-field", "LAYER", source, target],
-                   bare("shp-to-dxf", source, other), 1.25, None)
+            yield (f"{name} shp -> dxf", [*convert, "--layer-field", "LAYER", source, ours / "shapes.dxf"],
+                   bare("shp-to-dxf", source, theirs / "shapes.dxf"), 1.25, None)
     drawing, survey = folder / "source.dxf", folder / "source.asc"
     subprocess.run([*convert, "--layer-field", "LAYER", inputs / "lines.shp", drawing], check=True, stderr=subprocess.DEVNULL)
     subprocess.run([*convert, "--dialect", "standard", drawing, survey], check=True, stderr=subprocess.DEVNULL)
-    pair = folder / "chains.dxf", folder / "chains-bare.dxf"
+    pair = ours / "chains.dxf", theirs / "chains.dxf"
     yield "lines asc -> dxf", [*convert, survey, pair[0]], bare("asc-to-dxf", survey, pair[1]), 1.25, pair
-    (folder / "bare").mkdir(exist_ok=True)
-    pair = folder / "chains.asc", folder / "bare" / "chains.asc"
+    pair = ours / "chains.asc", theirs / "chains.asc"
     yield ("lines dxf -> asc", [*convert, "--dialect", "standard", drawing, pair[0]], bare("dxf-to-asc", drawing, pair[1]), 1.25,
            pair)
-    yield "lines dxf -> shp", [*convert, drawing, folder / "chains.shp"], bare("dxf-to-shp", drawing, folder / "bare.shp"), 1.25, None
+    yield "lines dxf -> shp", [*convert, drawing, ours / "chains.shp"], bare("dxf-to-shp", drawing, theirs / "chains.shp"), 1.25, None
     parts = " ".join(str(inputs / ("lines" + end)) for end in (".shp", ".shx", ".dbf"))
-    copy = ["sh", "-c", f"cp --reflink=never {parts} {folder / 'bare'} && cat {parts}"]
-    yield "lines shp -> shp", [*convert, inputs / "lines.shp", folder / "copy.shp"], copy, 1.5, None
+    copy = ["sh", "-c", f"cp --reflink=never {parts} {theirs} && cat {parts}"]
+    yield "lines shp -> shp", [*convert, inputs / "lines.shp", ours / "copy.shp"], copy, 1.5, None
 
 
-def measure(row, runs, environment):
+def measure(row, runs, folder, environment):
     name, ours, other, limit, outputs = row
     times = [], []
     for _ in range(runs):
-        for command, list_ in zip((ours, other), times):
+        for command, list_, outputs_of in zip((ours, other), times, ("ours", "bare")):
+            shutil.rmtree(folder / outputs_of, ignore_errors=True)
+            (folder / outputs_of).mkdir()
             list_.append(spent(command, environment))
     wall, processor = ([statistics.median(time[i] for time in side) for side in times] for i in (0, 1))
     fine = processor[0] <= limit * processor[1]
@@ -92,7 +93,7 @@ def main():
         if not options.inputs:
             subprocess.run([options.build / "bench" / "make-bench-inputs", folder, str(options.vertices)], check=True)
         print(f"{'conversion':20} {'ours':>9} {'bare':>9}  ratio of processor time")
-        fine = [measure(row, options.runs, environment)
+        fine = [measure(row, options.runs, folder, environment)
                 for row in rows(options.build, options.inputs or folder, folder) if options.only in row[0]]
     finally:
         if not options.folder:

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 #include "core/element/ColourNames.h"
+#include "core/element/Extents.h"
 #include "core/element/Justification.h"
 #include "core/io/NameNumbers.h"
 #include "core/io/Paths.h"
@@ -33,6 +37,21 @@ TEST(TextTest, OnlyTheBlanksAtTheEndGo) {
     for (std::size_t blanks = 0; blanks < 20; ++blanks) {
       const std::string kept = letters < 2 ? std::string(letters, '!') : " " + std::string(letters - 2, '!') + '\xA0';
       EXPECT_EQ(WithoutBlanksBehind(kept + std::string(blanks, ' ')), kept) << letters << " " << blanks;
+    }
+  }
+}
+
+TEST(ExtentsTest, ReachEveryVertexOfAChainOfAnyLength) {
+  for (tEntity::Index count = 2; count <= 10; ++count) {
+    for (tEntity::Index furthest = 0; furthest < count; ++furthest) {
+      tEntity chain;
+      for (tEntity::Index i = 0; i < count; ++i) {
+        chain.x(i, i == furthest ? -7 : 5);
+        chain.Y(i, i == furthest ? 9 : 5);
+      }
+      Extents box;
+      box.Add(chain);
+      EXPECT_EQ(std::tuple(-7.0, 5.0, 5.0, 9.0), std::tuple(box.minX, box.maxX, box.minY, box.maxY)) << count;
     }
   }
 }

@@ -4,28 +4,41 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 
 #include "core/element/VertexAlgebra.h"
 
 namespace tesselink {
 namespace {
 
-// In two strands, of which neither waits for the other.
+using Pair = double __attribute__((vector_size(16)));
+
+Pair PairAt(const double* values) {
+  Pair pair;
+  std::memcpy(&pair, values, sizeof pair);
+  return pair;
+}
+
+// Two by two, and in two strands, of which neither waits for the other.
 void Widen(std::span<const double> values, double& least, double& greatest) {
-  double least1 = least, least2 = least, greatest1 = greatest, greatest2 = greatest;
-  std::size_t i = 0;
-  for (; i + 1 < values.size(); i += 2) {
-    least1 = values[i] < least1 ? values[i] : least1;
-    greatest1 = values[i] > greatest1 ? values[i] : greatest1;
-    least2 = values[i + 1] < least2 ? values[i + 1] : least2;
-    greatest2 = values[i + 1] > greatest2 ? values[i + 1] : greatest2;
+  constexpr std::size_t kAtOnce = 4;
+  Pair least1{least, least}, least2 = least1, greatest1{greatest, greatest}, greatest2 = greatest1;
+  const auto widen = [&](std::size_t at) {
+    const Pair pair1 = PairAt(&values[at]), pair2 = PairAt(&values[at + 2]);
+    least1 = pair1 < least1 ? pair1 : least1;
+    greatest1 = pair1 > greatest1 ? pair1 : greatest1;
+    least2 = pair2 < least2 ? pair2 : least2;
+    greatest2 = pair2 > greatest2 ? pair2 : greatest2;
+  };
+  const std::size_t size = values.size(), whole = size - size % kAtOnce;
+  for (std::size_t i = 0; i < whole; i += kAtOnce) widen(i);
+  if (whole > 0 && whole < size) widen(size - kAtOnce);  // some of them once more
+  least = std::min({least1[0], least1[1], least2[0], least2[1]});
+  greatest = std::max({greatest1[0], greatest1[1], greatest2[0], greatest2[1]});
+  for (std::size_t i = 0; whole == 0 && i < size; ++i) {
+    least = values[i] < least ? values[i] : least;
+    greatest = values[i] > greatest ? values[i] : greatest;
   }
-  if (i < values.size()) {
-    least1 = values[i] < least1 ? values[i] : least1;
-    greatest1 = values[i] > greatest1 ? values[i] : greatest1;
-  }
-  least = std::min(least1, least2);
-  greatest = std::max(greatest1, greatest2);
 }
 
 }  // namespace

@@ -41,6 +41,19 @@ TEST(TextTest, OnlyTheBlanksAtTheEndGo) {
   }
 }
 
+TEST(TextTest, OneLetterThatDiffersIsFoundWhereverItIs) {
+  for (std::size_t size = 0; size <= 20; ++size) {
+    const std::string text(size, 'a');
+    EXPECT_TRUE(IsSame(text, std::string(size, 'a')));
+    EXPECT_FALSE(IsSame(text, text + 'a'));
+    for (std::size_t i = 0; i < size; ++i) {
+      std::string other = text;
+      other[i] = 'b';
+      EXPECT_FALSE(IsSame(text, other)) << size << " letters, number " << i;
+    }
+  }
+}
+
 TEST(ExtentsTest, ReachEveryVertexOfAChainOfAnyLength) {
   for (tEntity::Index count = 2; count <= 10; ++count) {
     for (tEntity::Index furthest = 0; furthest < count; ++furthest) {

@@ -5,9 +5,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+
+#include "core/io/Text.h"
 
 namespace tesselink {
 
@@ -22,7 +25,7 @@ class NameNumbers {
   /// The number of a name; that of a new one is how many there were before it.
   std::size_t Of(std::string_view name) {
     const Known& recent = recent_[PlaceOf(name)];
-    return recent.name != nullptr && *recent.name == name ? recent.number : Find(name);
+    return recent.name != nullptr && IsSame(*recent.name, name) ? recent.number : Find(name);
   }
 
  private:
@@ -37,16 +40,20 @@ class NameNumbers {
   static constexpr unsigned kPlaceBits = 10;  // a hundred names seldom share a place
   static constexpr std::size_t kRecent = std::size_t{1} << kPlaceBits;
 
-  // Of the letters, those in which the names of one drawing differ: the first, one amid, the last three. Without a
-  // branch, since the lengths of names are not to be foreseen.
+  // By the letters at its ends, where the names of one drawing differ.
   static std::size_t PlaceOf(std::string_view name) {
-    if (name.empty()) return 0;
-    const std::size_t size = name.size(), last = size - 1;
-    const auto letter = [name](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(name[i])}; };
-    const std::uint64_t key = size ^ letter(0) << 8 ^ letter(size / 2) << 16 ^ letter(last) << 24 ^
-                              letter(last - (size > 1)) << 32 ^ letter(last - (size > 2) * std::size_t{2}) << 40;
     constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;  // of 2 to the 64th: spreads what it multiplies
-    return key * kGoldenRatio >> (64 - kPlaceBits);
+    const auto endsOf = [name](auto word) {
+      auto last = word;
+      std::memcpy(&word, name.data(), sizeof word);
+      std::memcpy(&last, name.data() + name.size() - sizeof last, sizeof last);
+      return word * kGoldenRatio + last;
+    };
+    const std::uint64_t key = name.size() >= 8   ? endsOf(std::uint64_t{})
+                              : name.size() >= 4 ? endsOf(std::uint32_t{})
+                              : name.empty()     ? 0
+                                                 : endsOf(std::uint8_t{});
+    return (key ^ name.size()) * kGoldenRatio >> (64 - kPlaceBits);
   }
   std::size_t Find(std::string_view name);
 

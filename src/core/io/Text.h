@@ -3,10 +3,27 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
 namespace tesselink {
+
+/// Whether two texts are the same, without a call where they are as short as most names.
+inline bool IsSame(std::string_view a, std::string_view b) {
+  const auto endsAreSame = [&](auto word) {  // which overlap, and so are all of it
+    auto other = word;
+    const auto same = [&](std::size_t at) {
+      std::memcpy(&word, a.data() + at, sizeof word);
+      std::memcpy(&other, b.data() + at, sizeof other);
+      return word == other;
+    };
+    return same(0) && same(a.size() - sizeof word);
+  };
+  if (a.size() != b.size()) return false;
+  if (a.size() > 16 || a.size() < 4) return a == b;
+  return a.size() < 8 ? endsAreSame(std::uint32_t{}) : endsAreSame(std::uint64_t{});
+}
 
 /// ASCII letters in lower or upper case, whatever the locale.
 std::string LowerCase(std::string_view text);

@@ -53,9 +53,9 @@ constexpr std::array kLooks{
     Looks{kLostArrow, "heads of arrows"},
 };
 
-bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && entity.Layer != "0"; }
+bool HasLayer(const tEntity& entity) { return !entity.Layer.empty() && !IsSame(entity.Layer, "0"); }
 bool HasColour(const tEntity& entity) { return entity.RGB != 0 || entity.IsBlack; }
-bool HasCode(const tEntity& entity) { return !entity.CDFCode.empty() && entity.CDFCode != kUnassociatedCode; }
+bool HasCode(const tEntity& entity) { return !entity.CDFCode.empty() && !IsSame(entity.CDFCode, kUnassociatedCode); }
 
 }  // namespace
 
@@ -79,7 +79,7 @@ TraitSet TraitLosses::Of(const tEntity& entity) {
   note(kHasColour, [&] { return HasColour(entity); });
   note(kHasUnnamedColour, [&] { return HasColour(entity) && !IsNamed(entity.RGB); });
   note(kHasSymbol,
-       [&] { return isPoint && ((!entity.Text.empty() && entity.Text != "NOSTATUS") || entity.TextAng != 0); });
+       [&] { return isPoint && ((!entity.Text.empty() && !IsSame(entity.Text, "NOSTATUS")) || entity.TextAng != 0); });
   note(kHasJustification, [&] { return isText && entity.TextJust != 0; });
   note(kHasBaseline, [&] { return isText && PlacementOf(entity.TextJust).up == TextPlacement::kBaseline; });
   note(kHasEntityCode, [&] { return HasCode(entity); });

@@ -256,7 +256,7 @@ std::string_view DrawingOutput::Encoded(const std::string& text) {
 }
 
 const std::string& DrawingOutput::Head(std::string_view before) {
-  if (!layer_->head.empty() && layer_->headLineType == *lineType_) return layer_->head;
+  if (!layer_->head.empty() && IsSame(layer_->headLineType, *lineType_)) return layer_->head;
   const std::string& layer = Printable(layer_->name);
   const bool isLayerAsGiven = &layer == &layer_->name;
   head_.assign(before).append("  8\r\n").append(Interim(layer)).append("\r\n  6\r\n");

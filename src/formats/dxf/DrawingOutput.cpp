@@ -223,6 +223,11 @@ void DrawingOutput::TellOfName(const DrawingNames::Entry& entry, const char* wha
 }
 
 void DrawingOutput::NoteExtents(const tEntity& entity, tEntity::Index last) {
+  const bool isOffOrigin = entity.x(0) != 0;
+  if (last == 0 && isOffOrigin) {  // as most points
+    mayMiss_ = false;
+    return extents_.Add(entity.x(0), entity.Y(0), entity.Height(0));
+  }
   Extents box;
   box.Add(entity, 0, last + 1);
   // Most drawings lie far from the origin, so that no vertex needs to be looked at by itself.

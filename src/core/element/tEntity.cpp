@@ -79,7 +79,7 @@ void tEntity::AddPoint(double px, double py, double pz) {
 
 void tEntity::ClearVertices() {
   for (Coordinates* values : {&x_, &y_, &z_}) {
-    values->resize(1);
+    if (values->size() != 1) values->resize(1);
     values->front() = 0;
   }
   stored_ = false;

@@ -297,7 +297,7 @@ bool ESRIInFilt::ReportUnread() {
 void ESRIInFilt::Begin(tEntity& entity, Kind kind) const {
   entity.Reset();
   entity.bType = kind;
-  entity.Layer.assign(1, '0');
+  entity.Layer.push_back('0');
   entity.Record = records_.Number();
 }
 

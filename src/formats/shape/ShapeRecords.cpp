@@ -132,10 +132,9 @@ bool ShapeRecords::Walk() {
 
 // The bytes of the record at a position, its header included, by the index; 0 when there are none. What the record
 // itself says, up to where the index puts the next one, is kept for a record that needs more: real files carry a wrong
-// length in one of the two places.
-std::int64_t ShapeRecords::RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords) {
-  const auto following = index_.At(kShapeHeaderSize + kIndexEntrySize * number_, kIndexEntrySize);
-  const std::int64_t next = following.size() < 4 ? 0 : std::int64_t{BigEndian32(following.data())} * 2;
+// length in one of the two places. `next` is 0 where the index lists no more.
+std::int64_t ShapeRecords::RecordLength(std::int64_t at, std::int64_t next, std::int64_t indexWords,
+                                        std::int64_t ownWords) {
   const std::int64_t room = (next > at ? std::min(next, shp_.Size()) : shp_.Size()) - at;
   const auto bounded = [](std::int64_t words, std::int64_t most) {
     return words < 2 ? 0 : std::min(words * 2 + kRecordHeaderSize, most);
@@ -170,7 +169,7 @@ bool ShapeRecords::Holds(std::int64_t bytes, std::int64_t available) {
 
 // Finds out what the current record holds. False when it holds nothing that is delivered.
 bool ShapeRecords::Load() {
-  const auto entry = index_.At(kShapeHeaderSize + kIndexEntrySize * (number_ - 1), kIndexEntrySize);
+  const auto entry = index_.At(kShapeHeaderSize + kIndexEntrySize * (number_ - 1), 2 * kIndexEntrySize);
   if (entry.size() < static_cast<std::size_t>(kIndexEntrySize)) {
     Warn(WarningKind::IndexCut, "the index ends within this record's entry; the record was skipped");
     return false;
@@ -182,7 +181,9 @@ bool ShapeRecords::Load() {
                                         Bytes(shp_.Size()) + " holds no record; it was skipped");
     return false;
   }
-  const std::int64_t available = RecordLength(at, BigEndian32(&entry[4]), BigEndian32(&head[4]));
+  const bool isLast = entry.size() < static_cast<std::size_t>(kIndexEntrySize) + 4;
+  const std::int64_t next = isLast ? 0 : std::int64_t{BigEndian32(&entry[kIndexEntrySize])} * 2;
+  const std::int64_t available = RecordLength(at, next, BigEndian32(&entry[4]), BigEndian32(&head[4]));
   return available > 0 && LoadAt(at, head, available);
 }
 
@@ -190,7 +191,8 @@ bool ShapeRecords::LoadAt(std::int64_t at, std::span<const std::byte> head, std:
   position_ = at + available;
   whole_ = {};
   if (available <= static_cast<std::int64_t>(ReadWindow::kCapacity)) {
-    head = whole_ = recordBytes_.At(at, static_cast<std::size_t>(available));
+    const auto size = static_cast<std::size_t>(available);
+    head = whole_ = size <= head.size() ? head.first(size) : recordBytes_.At(at, size);
     wholeAt_ = at;
   }
   current_.code = LittleEndian<std::int32_t>(&head[8]);

@@ -99,7 +99,7 @@ class ShapeRecords {
   bool Walk();
   bool Load();
   bool LoadAt(std::int64_t at, std::span<const std::byte> head, std::int64_t available);
-  std::int64_t RecordLength(std::int64_t at, std::int64_t indexWords, std::int64_t ownWords);
+  std::int64_t RecordLength(std::int64_t at, std::int64_t next, std::int64_t indexWords, std::int64_t ownWords);
   void WarnOfLength();
   bool Holds(std::int64_t bytes, std::int64_t available);
   bool LoadPoint(const ShapeType& type, std::int64_t available);
@@ -113,6 +113,7 @@ class ShapeRecords {
   bool FollowOn(std::vector<tEntity::Index>& starts);
   void ReadPiecewise(tEntity& entity);
   bool StoreVertices(tEntity& entity, Range range);
+  bool StorePlace(tEntity& entity, std::int32_t index);
   bool StoreXY(tEntity& entity, Range range);
   void StoreZ(tEntity& entity, Range range);
   void StoreMeasures(tEntity& entity, Range range);

@@ -44,10 +44,19 @@ void ShapeRecords::OutlineOfPatch(tEntity& entity, std::int32_t part) {
 
 // False when no vertex is left.
 bool ShapeRecords::StoreVertices(tEntity& entity, Range range) {
-  const bool finite = StoreXY(entity, range);
+  const bool finite = range.count == 1 ? StorePlace(entity, range.first) : StoreXY(entity, range);
   if (current_.zAt != 0) StoreZ(entity, range);
   if (current_.mAt != 0) StoreMeasures(entity, range);
   return finite || DropWildVertices(entity);
+}
+
+// Likewise, of a single vertex.
+bool ShapeRecords::StorePlace(tEntity& entity, std::int32_t index) {
+  const auto xy = Piece(vertices_, current_.pointsAt + std::int64_t{index} * kXYSize, kXYSize);
+  const auto x = LittleEndian<double>(xy.data()), y = LittleEndian<double>(&xy[8]);
+  entity.x(0, x);
+  entity.Y(0, y);
+  return std::isfinite(x) && std::isfinite(y);
 }
 
 // False when not all is finite.

@@ -22,6 +22,11 @@ enum Kind : std::int16_t {
   kArc = 6,
 };
 
+/// Kinds as a set: a bit for each.
+using KindSet = std::uint32_t;
+constexpr KindSet SetOf(Kind kind) { return KindSet{1} << kind; }
+inline constexpr KindSet kChainsAndCurves = SetOf(kLine) | SetOf(kPolyline) | SetOf(kCircle) | SetOf(kArc);
+
 /// Whether elements of a kind lie at single places.
 constexpr bool IsPointOrText(std::int16_t kind) { return kind == kPoint || kind == kText; }
 /// Whether they are chains of vertices.

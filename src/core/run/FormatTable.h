@@ -69,7 +69,11 @@ struct OutputFormat : Format {
   /// Where areas that are made of lines go; null: it holds none.
   std::function<AreaPlace(const OptionValues&)> areas = {};
 
+  /// Kinds that it leaves out, as far as the values of its options say so; null: none.
+  std::function<KindSet(const OptionValues&)> leftOut = {};
+
   AreaPlace PlaceOfAreas(const OptionValues& values) const { return areas ? areas(values) : AreaPlace::None; }
+  KindSet LeftOut(const OptionValues& values) const { return leftOut ? leftOut(values) : KindSet{0}; }
 };
 
 class FormatTable {

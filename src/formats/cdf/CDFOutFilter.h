@@ -27,6 +27,7 @@ class CDFOutFilter final : public OutputFilter {
   explicit CDFOutFilter(const FilterContext& context);
   static std::vector<Companion> Companions() { return {{"PTS", false, WarningKind::OlderPoints}}; }
   static std::vector<FormatOption> Options();
+  static KindSet LeftOut(const OptionValues& values) { return values.Text("points") == "ignore" ? SetOf(kPoint) : 0; }
   ~CDFOutFilter() override { ReleaseQuietly(); }
 
   void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }

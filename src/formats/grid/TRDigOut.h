@@ -22,6 +22,7 @@ class TRDigOut final : public OutputFilter {
  public:
   explicit TRDigOut(const FilterContext& context) : OutputFilter(context) {}
   static std::vector<FormatOption> Options();
+  static KindSet LeftOut(const OptionValues&) { return SetOf(kPoint) | SetOf(kText); }
   ~TRDigOut() override { ReleaseQuietly(); }
 
   void SourceOpened(InputFilter& source) override;

@@ -19,6 +19,7 @@ class AscOutFilter final : public OutputFilter {
  public:
   explicit AscOutFilter(const FilterContext& context);
   static std::vector<FormatOption> Options();
+  static KindSet LeftOut(const OptionValues&) { return SetOf(kPoint); }
   ~AscOutFilter() override { ReleaseQuietly(); }
 
   void SourceOpened(InputFilter& source) override { texts_.SourceOpened(source); }

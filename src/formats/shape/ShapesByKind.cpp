@@ -34,6 +34,13 @@ AreaPlace ShapesByKind::PlaceOfAreas(const OptionValues& values) {
                                            : AreaPlace::None;
 }
 
+KindSet ShapesByKind::LeftOut(const OptionValues& values) {
+  const std::string kind = values.Text(ESRIOutFilt::kKindOption);
+  if (kind.empty() || kind == ESRIOutFilt::kEachKind) return 0;
+  const bool ofPoints = kind == "points" || kind == "multipoints";
+  return ofPoints ? kChainsAndCurves : SetOf(kPoint) | SetOf(kText);
+}
+
 void ShapesByKind::Create(const std::string& path) {
   ESRIOutFilt::CheckName(path);
   path_ = path;

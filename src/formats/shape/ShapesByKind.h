@@ -28,6 +28,8 @@ class ShapesByKind final : public OutputFilter {
 
   /// Areas made of lines go into a shapefile of areas, with lines in another one or alone.
   static AreaPlace PlaceOfAreas(const OptionValues& values);
+  /// What has no place in a shapefile of the kind that is chosen.
+  static KindSet LeftOut(const OptionValues& values);
 
   bool NamesSystem() const override { return true; }
   void SourceSystem(const CoordinateSystem& system) override { system_ = system; }

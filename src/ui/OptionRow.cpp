@@ -3,7 +3,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,6 +15,7 @@
 #include "ui/CommonDlg.h"
 #include "ui/OptionCaptions.h"
 #include "ui/UiText.h"
+#include "ui/WheelGuard.h"
 
 namespace tesselink {
 namespace {
@@ -48,16 +48,7 @@ OptionRow::OptionRow(ConversionOption option, QWidget& parent) : QObject(&parent
   problem_->setWordWrap(true);
   problem_->hide();
   BuildHelper(parent);
-  if (list_ == nullptr) return;
-  list_->setFocusPolicy(Qt::StrongFocus);
-  list_->installEventFilter(this);
-}
-
-// The wheel scrolls the pane; it changes no value in passing.
-bool OptionRow::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::Wheel || list_->hasFocus()) return QObject::eventFilter(watched, event);
-  event->ignore();
-  return true;
+  if (list_ != nullptr) GuardFromWheel(*list_);
 }
 
 QWidget* OptionRow::BuildControl(QWidget& parent) {

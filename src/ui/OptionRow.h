@@ -45,7 +45,6 @@ class OptionRow final : public QObject {
   void changed();
 
  private:
-  bool eventFilter(QObject* watched, QEvent* event) override;
   QWidget* BuildControl(QWidget& parent);
   QComboBox* BuildChoices(QWidget& parent);
   void BuildHelper(QWidget& parent);

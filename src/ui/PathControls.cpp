@@ -8,12 +8,14 @@
 #include <QPushButton>
 
 #include "ui/Named.h"
+#include "ui/WheelGuard.h"
 
 namespace tesselink {
 
 QComboBox* FormatBox(const char* name, const QString& meaning) {
   auto* box = Named(new QComboBox, name);
   box->setAccessibleName(meaning);
+  GuardFromWheel(*box);
   return box;
 }
 

@@ -20,6 +20,7 @@
 #include "ui/QueueModel.h"
 #include "ui/QueueWindow.h"
 #include "ui/UiText.h"
+#include "ui/WheelGuard.h"
 
 namespace tesselink {
 namespace {
@@ -129,6 +130,7 @@ QWidget* QueueWindow::BuildOutput() {
   }
   dialect_ = Named(new QComboBox, "BatchDialect");
   dialect_->addItems({tr("Classic"), tr("Standard")});
+  for (QComboBox* list : {format_, dialect_}) GuardFromWheel(*list);
   replace_ = Named(new QCheckBox(tr("Re&place files that exist")), "chkReplace");
   auto* part = new QWidget;
   auto* grid = new QGridLayout(part);

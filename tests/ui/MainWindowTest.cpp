@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "support/Shapes.h"
 #include "ui/CommonDlg.h"
@@ -66,6 +67,26 @@ class MainWindowTest : public QObject {
     QTRY_VERIFY(Bytes(desk.Path("wells.dxf")).contains("1000\r\n"));  // attributes
     QCOMPARE(desk.Get<QComboBox>("cboDialect").currentText(), QString("Standard"));
     QVERIFY(!desk.Get<QPushButton>("cmdAgain").isVisible());
+  }
+
+  void TheWheelChangesNoListInPassing() {
+    Desk desk;
+    desk.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&desk.window));
+    for (const char* name : {"InFormat", "OutFormat", "cboDialect"}) {
+      auto& list = desk.Get<QComboBox>(name);
+      const auto turn = [&list] {
+        const QPointF at(5, 5);
+        QWheelEvent wheel(at, list.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&list, &wheel);
+        return list.currentIndex();
+      };
+      list.setCurrentIndex(0);
+      desk.Get<QPushButton>("cmdApply").setFocus();
+      QCOMPARE(turn(), 0);
+      list.setFocus();
+      QCOMPARE(turn(), 1);
+    }
   }
 
   void TellsTheFieldsOfSeveralFiles() {

@@ -140,7 +140,7 @@ void InputPanel::ShowFieldNames() {
 void InputPanel::BrowseInClick() {
   dialog_.DialogTitle = tr("Browsing...");
   const QStringList entries = EntriesOf(*inFormat_);
-  dialog_.Filter = FilterList(entries) + "All Files (*.*)|*.*|" + FilterOfAll(tr("All drawings"), entries);
+  dialog_.Filter = FilterList(entries) + tr("All Files (*.*)") + "|*.*|" + FilterOfAll(tr("All drawings"), entries);
   dialog_.FilterIndex = inFormat_->currentIndex();
   dialog_.Flags = CommonDlg::kAllowMultiSelect | CommonDlg::kFileMustExist;
   dialog_.FileName.clear();

@@ -183,7 +183,8 @@ void OutputPanel::BrowseOutClick() {
   const std::string input = PathOf(input_), output = PathOf(Path());
   dialog_.DialogTitle = tr("Browsing...");
   const QStringList listed = EntriesOf(*outFormat_);
-  dialog_.Filter = FilterList(listed) + "All Files (*.*)|*.*|" + FilterList(EntriesBeside(formats_.Outputs(), listed));
+  dialog_.Filter =
+      FilterList(listed) + tr("All Files (*.*)") + "|*.*|" + FilterList(EntriesBeside(formats_.Outputs(), listed));
   dialog_.FilterIndex = outFormat_->currentIndex();
   dialog_.Flags = CommonDlg::kOverwritePrompt;
   dialog_.FileName = Shown(FileNameOf(output.empty() ? StripExtension(input) : output));

@@ -932,6 +932,10 @@
         <source>&amp;Forget these</source>
         <translation>Diese &amp;vergessen</translation>
     </message>
+    <message>
+        <source>All Files (*.*)</source>
+        <translation>Alle Dateien (*.*)</translation>
+    </message>
 </context>
 <context>
     <name>tesselink::LayerChoice</name>
@@ -1145,6 +1149,10 @@ Standard: Dateien, wie andere Programme sie lesen und schreiben.</translation>
     <message>
         <source>Browsing...</source>
         <translation>Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>All Files (*.*)</source>
+        <translation>Alle Dateien (*.*)</translation>
     </message>
 </context>
 <context>

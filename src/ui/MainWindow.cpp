@@ -241,6 +241,8 @@ void MainWindow::TakeDrawing(const DrawingFacts& drawing, const std::vector<std:
 
 void MainWindow::TakeClip(const ClipBox& box) { more_->ClipChosen(box); }
 
+void MainWindow::SetChoosingClip(bool waits) { more_->SetChoosingClip(waits); }
+
 ConversionRequest MainWindow::Request() const {
   ConversionRequest request;
   for (const QString& path : InputPaths()) request.inputs.push_back(PathOf(path));

@@ -54,6 +54,8 @@ class MainWindow final : public QWidget {
   /// What a preview of the input knows of it, and the rectangle that was drawn there.
   void TakeDrawing(const DrawingFacts& drawing, const std::vector<std::string>& layers);
   void TakeClip(const ClipBox& box);
+  /// The preview waits for it, or no longer.
+  void SetChoosingClip(bool waits);
 
  signals:
   /// The input's paths or their format have changed.

@@ -266,8 +266,12 @@ void OptionsPane::ClipChosen(const ClipBox& box) {
   if (row == nullptr) return;
   row->SetValue(NumberText(box.minX) + "," + NumberText(box.minY) + "," + NumberText(box.maxX) + "," +
                 NumberText(box.maxY));
-  row->Helper()->setChecked(false);
+  SetChoosingClip(false);
   RowChanged(*row);
+}
+
+void OptionsPane::SetChoosingClip(bool waits) {
+  if (OptionRow* const row = RowOf("clip"); row != nullptr) row->Helper()->setChecked(waits);
 }
 
 }  // namespace tesselink

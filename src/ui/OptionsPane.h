@@ -45,6 +45,8 @@ class OptionsPane final : public QWidget {
  public slots:
   /// A rectangle was drawn in the preview.
   void ClipChosen(const ClipBox& box);
+  /// The preview waits for it, or no longer.
+  void SetChoosingClip(bool waits);
 
  signals:
   /// A value has changed.

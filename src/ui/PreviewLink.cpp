@@ -16,12 +16,11 @@ PreviewWidget* AddPreview(MainWindow& window, const FormatTable& formats, Settin
   QObject::connect(&window, &MainWindow::outputMade, preview, &PreviewWidget::ShowOutput);
   QObject::connect(&window, &MainWindow::runningChanged, preview,
                    [preview](bool running) { running ? preview->Pause() : preview->Resume(); });
-  QObject::connect(&window, &MainWindow::clipWanted, preview, [preview](bool wanted) {
-    if (wanted) preview->ChooseClip();
-  });
+  QObject::connect(&window, &MainWindow::clipWanted, preview, &PreviewWidget::ChooseClip);
   QObject::connect(preview, &PreviewWidget::Counted, &window, &MainWindow::SetCounts);
   QObject::connect(preview, &PreviewWidget::Hindered, &window, &MainWindow::SetHindrance);
   QObject::connect(preview, &PreviewWidget::ClipChosen, &window, &MainWindow::TakeClip);
+  QObject::connect(preview, &PreviewWidget::ChoosingClip, &window, &MainWindow::SetChoosingClip);
   QObject::connect(preview, &PreviewWidget::Known, &window, &MainWindow::TakeDrawing);
   return preview;
 }

@@ -159,13 +159,18 @@ void PreviewWidget::Connect() {
 
 void PreviewWidget::ConnectPane(PreviewPane& pane) {
   PreviewCanvas& canvas = pane.Canvas();
-  canvas.setToolTip(
-      tr("Wheel or + and -: zoom. Drag or arrows: move. Double click or F: show all. Click or Return: what is there."));
+  const QString tip =
+      tr("Wheel or + and -: zoom. Drag or arrows: move. Double click or F: show all. Click or Return: what is there.");
+  canvas.setToolTip(tip);
   connect(&canvas, &PreviewCanvas::Pointed, this, [&](const auto& at) { ShowPlace(pane, at); });
   connect(&canvas, &PreviewCanvas::PlaceChosen, this, [&](PicturePoint at, double reach) { LookUp(pane, at, reach); });
   connect(&canvas, &PreviewCanvas::Measured, this, &PreviewWidget::ShowMeasure);
   connect(&canvas, &PreviewCanvas::ModeChanged, this, &PreviewWidget::ShowMeasure);
   connect(&canvas, &PreviewCanvas::ClipChosen, this, &PreviewWidget::ClipChosen);
+  connect(&canvas, &PreviewCanvas::ModeChanged, this, [this, &canvas, tip] {
+    canvas.setToolTip(canvas.CurrentMode() == PreviewCanvas::Mode::Look ? tip : QString());  // else it hides the places
+    emit ChoosingClip(canvas.CurrentMode() == PreviewCanvas::Mode::Clip);
+  });
 }
 
 void PreviewWidget::ShowInputs(const QStringList& paths, const QString& formatEntry) {
@@ -300,9 +305,12 @@ void PreviewWidget::SetLost(std::uint32_t kinds) {
 
 void PreviewWidget::ShowLegend() { legend_->Tell(lost_, input_->Drawn()); }
 
-void PreviewWidget::ChooseClip() {
-  input_->Canvas().SetMode(PreviewCanvas::Mode::Clip);
-  input_->Canvas().setFocus();
+void PreviewWidget::ChooseClip(bool wanted) {
+  PreviewCanvas& canvas = input_->Canvas();
+  if (wanted) canvas.setFocus();
+  if (wanted || canvas.CurrentMode() == PreviewCanvas::Mode::Clip) {
+    canvas.SetMode(wanted ? PreviewCanvas::Mode::Clip : PreviewCanvas::Mode::Look);
+  }
 }
 
 void PreviewWidget::SetClip(const std::optional<ClipBox>& clip) { input_->Canvas().SetClip(clip); }

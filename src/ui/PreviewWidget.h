@@ -54,7 +54,7 @@ class PreviewWidget final : public QWidget {
   /// Marks the kinds that the output will not hold; bits of LostKind.
   void SetLost(std::uint32_t kinds);
   /// Lets the person drag a window to clip by; Escape gives it up.
-  void ChooseClip();
+  void ChooseClip(bool wanted);
   /// Shows a window to clip by, or none.
   void SetClip(const std::optional<ClipBox>& clip);
   /// Stands still until Resume, as long as a run needs the machine.
@@ -70,6 +70,8 @@ class PreviewWidget final : public QWidget {
   void Known(const DrawingFacts& drawing, const std::vector<std::string>& layers);
   /// The person has dragged a window to clip by.
   void ClipChosen(const ClipBox& box);
+  /// The preview waits for such a window, or no longer.
+  void ChoosingClip(bool waits);
 
  private:
   QWidget* BuildTools();

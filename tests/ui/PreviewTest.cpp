@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -316,7 +317,7 @@ class PreviewTest final : public QObject {
 
     std::optional<ClipBox> chosen;
     connect(&preview, &PreviewWidget::ClipChosen, this, [&](const ClipBox& box) { chosen = box; });
-    preview.ChooseClip();
+    preview.ChooseClip(true);
     const PictureView view = canvas->View();
     QTest::mousePress(canvas, Qt::LeftButton, {}, QPoint(200, 50));
     QTest::mouseMove(canvas, QPoint(120, 150));
@@ -381,6 +382,26 @@ class PreviewTest final : public QObject {
       formats->setCurrentText(kDxf);
       QTRY_VERIFY(preview->IsDone() && !legend->text().contains(kind));
     }
+  }
+
+  void drawingAWindowEndsWithItsButton() {
+    const FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER};
+    MainWindow window(AllFormats(), settings_, options);
+    const PreviewWidget* preview = AddPreview(window, AllFormats(), settings_, options);
+    window.show();
+    window.TakeFiles({QString::fromStdString(Example("all-entities.dxf"))});
+    window.findChild<QToolButton*>("cmdMoreOptions")->setChecked(true);
+    QTRY_VERIFY(preview->IsDone());
+    auto* canvas = window.findChild<PreviewCanvas*>("previewCanvas");
+    auto* draw = window.findChild<QPushButton*>("help.clip");
+    QVERIFY(draw != nullptr);
+    draw->click();
+    QVERIFY(canvas->CurrentMode() == PreviewCanvas::Mode::Clip);
+    QTest::keyClick(canvas, Qt::Key_Escape);
+    QVERIFY(!draw->isChecked());
+    draw->click();
+    draw->click();
+    QVERIFY(canvas->CurrentMode() == PreviewCanvas::Mode::Look);
   }
 
   void whatCannotBeShownInvites() {

@@ -58,6 +58,7 @@ struct ConversionRun::State {
   RunSummary summary;
   LayerNotes layerNotes;
   FieldSelection fields{FieldSelection::Names::Prepared};
+  std::optional<FilterContext> context;  // of both filters
   std::unique_ptr<InputFilter> reader;
   std::unique_ptr<OutputFilter> writer;
   std::optional<Reduction> reduction;  // to what the writer holds
@@ -151,12 +152,9 @@ std::string ConversionRun::OutputThatIsRead(State& state) const {
   return file == written.end() ? std::string() : *file;
 }
 
-FilterContext ConversionRun::ContextOf(State& state) const {
-  return {interaction_, settings_, state.summary.report, state.request.options, &state.filesRead};
-}
-
 void ConversionRun::CreateFilters(State& state) {
-  const FilterContext context = ContextOf(state);
+  const FilterContext& context = state.context.emplace(
+      FilterContext{interaction_, settings_, state.summary.report, state.request.options, &state.filesRead});
   const OutputFormat& outFormat = formats_.Output(state.request.OutFormat);
   state.reader = state.inFormat->create(context);
   state.writer = outFormat.create(context);
@@ -260,10 +258,9 @@ void ConversionRun::TellWhatIsNotCarried(State& state) {
 
 void ConversionRun::MatchLayers(State& state) {
   const std::vector<std::string>& layers = state.reader->Layers();
-  const FilterContext context = ContextOf(state);
   const bool codesMatter = (state.writer->Holds().lacks & kHasUnmatchedLayer) != 0;
   auto codes =
-      interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication, context, codesMatter});
+      interaction_.MatchLayers({layers, state.inFormat->Name() + " Layer", kApplication, *state.context, codesMatter});
   if (codes) state.reader->AssignCodes(layers, std::move(*codes));
 }
 
@@ -317,9 +314,7 @@ void ConversionRun::ConvertElement(State& state) {
   const std::int16_t kind = entity.bType;
   summary.read.Add(kind);
   const bool isFilled = fillLayer_ && !entity.CDFCode.empty() && entity.Layer.empty();
-  if (isFilled) {
-    fillLayer_(entity, ContextOf(state), state.reader->Encoding());
-  }
+  if (isFilled) fillLayer_(entity, *state.context, state.reader->Encoding());
   const bool isNull = entity.IsNull();
   if (entity.PointCount() == -1 && !(isNull && state.writer->Holds().nulls)) {
     if (isNull) state.writer->losses().Add(WarningKind::NullShapes);

@@ -80,7 +80,6 @@ class ConversionRun {
 
   bool Validate(State& state);
   std::string OutputThatIsRead(State& state) const;
-  FilterContext ContextOf(State& state) const;
   void CreateFilters(State& state);
   void ConvertFiles(State& state);
   void OpenInput(State& state, bool first);

@@ -262,7 +262,10 @@ void Picture::Rewrite() {
   const PicturePoint pen = pen_;
   const bool penSet = penSet_, moved = moved_;
   std::size_t next = 0;
-  for (const PictureMark& mark : marks) {
+  for (std::size_t i = 0; i < marks.size(); ++i) {
+    constexpr std::size_t kAhead = 12;
+    if (i + kAhead < marks.size()) Foresee(marks[i + kAhead], vertices[marks[i + kAhead].end - 1]);
+    const PictureMark& mark = marks[i];
     style_ = mark.style;
     element_ = mark.element;
     ring_ = mark.kind == MarkKind::Ring;
@@ -292,13 +295,23 @@ Picture::CellPlace Picture::CellOf(PicturePoint at) const {
   return {place(at.x, anchor_.x), place(at.y, anchor_.y)};
 }
 
-// Whether nothing of this look runs between these cells yet; from now on something does.
-bool Picture::IsNew(CellPlace from, CellPlace to, bool point) {
+// Bits that stand for what runs between these cells.
+std::uint64_t Picture::BitsOf(CellPlace from, CellPlace to, std::uint32_t style, bool point) {
   const auto [low, high] = std::minmax(from, to);
   const auto number = [](std::int64_t value) { return static_cast<std::uint64_t>(value); };
-  return Notes(Mixed(number(low.x) * 0x9E3779B97F4A7C15U + number(low.y) * 0xC2B2AE3D27D4EB4FU +
-                     number(high.x) * 0x165667B19E3779F9U + number(high.y) * 0xD6E8FEB86659FD93U +
-                     number(style_ * 2 + (point ? 1 : 0)) * 0xA0761D6478BD642FU));
+  return Mixed(number(low.x) * 0x9E3779B97F4A7C15U + number(low.y) * 0xC2B2AE3D27D4EB4FU +
+               number(high.x) * 0x165667B19E3779F9U + number(high.y) * 0xD6E8FEB86659FD93U +
+               number(style * 2 + (point ? 1 : 0)) * 0xA0761D6478BD642FU);
+}
+
+// Whether nothing of this look runs between these cells yet; from now on something does.
+bool Picture::IsNew(CellPlace from, CellPlace to, bool point) { return Notes(BitsOf(from, to, style_, point)); }
+
+// Fetches the place at which a point will be noted: half a million of them, each waited for, hold up a window.
+void Picture::Foresee(const PictureMark& mark, PicturePoint at) const {
+  if (mark.kind != MarkKind::Point) return;
+  const CellPlace place = CellOf(at);
+  __builtin_prefetch(&drawn_[BitsOf(place, place, mark.style, true) & (drawn_.size() - 1)], 1);
 }
 
 // The same of the ring at work, through all its cells.

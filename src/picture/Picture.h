@@ -141,7 +141,9 @@ class Picture {
   void Coarsen();
   void Rewrite();
   CellPlace CellOf(PicturePoint at) const;
+  static std::uint64_t BitsOf(CellPlace from, CellPlace to, std::uint32_t style, bool point);
   bool IsNew(CellPlace from, CellPlace to, bool point);
+  void Foresee(const PictureMark& mark, PicturePoint at) const;
   bool IsNewRing();
   bool Notes(std::uint64_t bits);
 

@@ -25,6 +25,7 @@ namespace tesselink {
 namespace {
 
 constexpr std::chrono::milliseconds kBetweenEvents{15};
+constexpr std::int64_t kBetweenRefreshes = 100;  // milliseconds
 // A scan that is over sooner shows no window: it would only flicker.
 constexpr int kScanShownAfter = 200;
 
@@ -212,7 +213,8 @@ bool QtInteraction::CancelRequested() { return progress_->CancelRequest; }
 
 void QtInteraction::Yield() {
   if (!pace_.Due()) return;
-  if (progress_->isVisible()) Refresh();
+  // To draw the window takes a sixth of the time between two looks at the events.
+  if (progress_->isVisible() && refreshed_.hasExpired(kBetweenRefreshes)) Refresh();
   QApplication::processEvents();
   pace_.Restart();
 }
@@ -230,6 +232,7 @@ void QtInteraction::InputsOfRun(const std::vector<std::string>& inputs) {
 }
 
 void QtInteraction::Refresh() {
+  refreshed_.start();
   standing_.whole = standing_.percent;
   if (inputs_.size() > 1) {
     const Input& current = inputs_[current_];

@@ -78,7 +78,7 @@ class QtInteraction final : public QObject, public Interaction {
   std::unique_ptr<FrmScan> fileScan_;
   std::unique_ptr<frmDBFScan> tableScan_;
   Pace pace_;
-  QElapsedTimer scanning_;
+  QElapsedTimer scanning_, refreshed_;
   std::vector<std::string> filesOfRun_;
   bool silenced_ = false;  // messages about records that are not read
   bool stalled_ = false;   // the input repeats without end

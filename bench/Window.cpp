@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // How the window keeps up: window-bench FILE [PICTURE.png] tells when a preview of the file shows first and whole, the
 // longest event meanwhile and the most memory. window-bench FILE OUTPUT times a conversion in the window; questions are
-// answered by their first choice. To be held
-// against `time tesselink convert FILE OUTPUT`.
+// answered by their first choice, and by the field LAYER. To be held
+// against `time tesselink convert --smart-assign --layer-field LAYER FILE OUTPUT`.
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
@@ -33,20 +33,27 @@ class Stopwatch final : public QApplication {
   using QApplication::QApplication;
   bool notify(QObject* receiver, QEvent* event) override {
     if (depth_ > 0) return QApplication::notify(receiver, event);
+    const QEvent::Type type = event->type();
     QElapsedTimer timer;
     timer.start();
     ++depth_;
     const bool handled = QApplication::notify(receiver, event);
     --depth_;
-    longest_ = std::max(longest_, static_cast<double>(timer.nsecsElapsed()) / 1e6);
+    const double taken = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    if (taken > longest_) {
+      longest_ = taken;
+      kind_ = type;
+    }
     return handled;
   }
   double Longest() const { return longest_; }
+  QEvent::Type Kind() const { return kind_; }
   void Restart() { longest_ = 0; }
 
  private:
   int depth_ = 0;
   double longest_ = 0;
+  QEvent::Type kind_ = QEvent::None;
 };
 
 double PeakMemory() {
@@ -74,19 +81,23 @@ int TimePreview(Stopwatch& application, MainWindow& window, const PreviewWidget&
     QApplication::processEvents();
     if (first == 0 && ShowsSomething(preview.Canvas().Shown())) first = static_cast<double>(timer.elapsed());
   }
-  std::printf("first %.0f ms, whole %lld ms, longest event %.1f ms, peak memory %.1f MB\n", first,
-              static_cast<long long>(timer.elapsed()), application.Longest(), PeakMemory());
+  std::printf("first %.0f ms, whole %lld ms, longest event %.1f ms (type %d), peak memory %.1f MB\n", first,
+              static_cast<long long>(timer.elapsed()), application.Longest(), application.Kind(), PeakMemory());
   return picture.isEmpty() || window.grab().save(picture) ? 0 : 1;
 }
 
 int TimeRun(MainWindow& window, const PreviewWidget& preview, const QString& output) {
   while (!preview.IsDone()) QApplication::processEvents();
   QTimer answers;
-  QObject::connect(&answers, &QTimer::timeout, &window, [] {
+  QObject::connect(&answers, &QTimer::timeout, &window, [isLayerChosen = false]() mutable {
     const auto* dialog = QApplication::activeModalWidget();
     const auto* box = qobject_cast<const QMessageBox*>(dialog);
     QAbstractButton* button = box != nullptr ? box->buttons().value(0) : nullptr;
     if (box == nullptr && dialog != nullptr) button = dialog->findChild<QPushButton*>("cmdCont");
+    if (button == nullptr && dialog != nullptr) button = dialog->findChild<QPushButton*>("cmdDone");
+    auto* layers = dialog != nullptr && !isLayerChosen ? dialog->findChild<QComboBox*>("cboLayer") : nullptr;
+    if (layers != nullptr) layers->setCurrentText("LAYER");
+    isLayerChosen = isLayerChosen || layers != nullptr;
     if (button != nullptr) button->click();
   });
   answers.start(1);

@@ -14,8 +14,6 @@
 namespace tesselink {
 namespace {
 
-using Kind = sys::Status::Kind;
-
 constexpr std::string_view kAnyFolders = "**";
 
 bool IsPattern(std::string_view text) { return text.find_first_of("*?") != std::string_view::npos; }
@@ -42,7 +40,7 @@ class InputSearch {
       throw UsageError(argument + ": a batch reads files; \"tesselink convert\" reads a pipe");
     }
     const bool isKnown = sys::StatusOf(argument, status);
-    if (isKnown && status.kind == Kind::Folder) {
+    if (isKnown && status.kind == sys::FileKind::Folder) {
       const std::string folder = argument.ends_with('/') ? argument : argument + "/";
       AddFolder(folder, folder.size(), into_.Exists() && status.SameFile(into_));
     } else if (!isKnown || status.Exists() || !IsPattern(argument)) {
@@ -102,14 +100,14 @@ class InputSearch {
   void AddFound(const std::string& path, std::size_t below, bool isOfOutputs) {
     sys::Status status;
     const bool isKnown = sys::StatusOf(path, status, sys::Links::Keep);
-    if (isKnown && status.kind == Kind::Folder) {
+    if (isKnown && status.kind == sys::FileKind::Folder) {
       if (!into_.Exists() || !status.SameFile(into_)) AddFolder(path + "/", below, isOfOutputs);
       return;
     }
     if (!HasExtension(path)) return;
-    if (isKnown && status.kind == Kind::Link) sys::StatusOf(path, status);
-    if (status.kind == Kind::Other) return;  // a pipe would be waited for
-    if (status.kind == Kind::Folder) {
+    if (isKnown && status.kind == sys::FileKind::Link) sys::StatusOf(path, status);
+    if (status.kind == sys::FileKind::Other) return;  // a pipe would be waited for
+    if (status.kind == sys::FileKind::Folder) {
       ++links_;
     } else if (isOfOutputs && ExtensionOf(path) == outputExtension_) {
       ++fromOutputs_;
@@ -140,7 +138,7 @@ class InputSearch {
       const std::string path = AsPath(folder + found);
       sys::Status status;
       const auto links = name == kAnyFolders ? sys::Links::Keep : sys::Links::Follow;
-      const bool isFolder = sys::StatusOf(path, status, links) && status.kind == Kind::Folder;
+      const bool isFolder = sys::StatusOf(path, status, links) && status.kind == sys::FileKind::Folder;
       if (isFolder && into_.Exists() && status.SameFile(into_)) continue;
       const std::size_t shifted = below + (path.size() - folder.size() - found.size());
       if (isFolder && name == kAnyFolders) {

@@ -82,7 +82,7 @@ bool MakeFolders(const std::string& path) {
     if (!folder.empty() && !sys::MakeFolder(folder, kAnybody)) {
       const int reason = errno == EEXIST ? ENOTDIR : errno;
       sys::Status status;  // an existing folder may be refused for another reason, as on a disk that is read only
-      const bool isThere = sys::StatusOf(folder, status) && status.kind == sys::Status::Kind::Folder;
+      const bool isThere = sys::StatusOf(folder, status) && status.kind == sys::FileKind::Folder;
       errno = reason;
       if (!isThere) return false;
     }

@@ -17,7 +17,7 @@
 namespace tesselink {
 namespace {
 
-using FileKind = sys::Status::Kind;
+using sys::FileKind;
 
 QString Number(std::int64_t count) {
   QLocale locale;

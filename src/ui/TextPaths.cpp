@@ -33,7 +33,7 @@ QString WithoutQuotes(const QString& text) {
 bool TakesFiles(const std::string& folder) {
   const std::string place = folder.empty() ? "." : folder;
   sys::Status status;
-  return sys::StatusOf(place, status) && status.kind == sys::Status::Kind::Folder && sys::MayWrite(place);
+  return sys::StatusOf(place, status) && status.kind == sys::FileKind::Folder && sys::MayWrite(place);
 }
 
 }  // namespace

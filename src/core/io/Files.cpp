@@ -92,7 +92,7 @@ std::string FollowLinks(const std::string& path) {
   sys::Status status;
   for (int i = 0; i < kMostLinks; ++i) {
     const bool isOpenFile = target.starts_with("/proc/") || target.starts_with("/dev/fd/");
-    if (isOpenFile || !sys::StatusOf(target, status, sys::Links::Keep) || status.kind != sys::Status::Kind::Link) {
+    if (isOpenFile || !sys::StatusOf(target, status, sys::Links::Keep) || status.kind != sys::FileKind::Link) {
       return target;
     }
     if (!sys::ReadLink(target, next)) return target;
@@ -107,7 +107,7 @@ BinaryFile::BinaryFile(sys::Descriptor file, std::string path) : file_(std::move
   if (!file_) throw ReadFailed(SystemReason(path_, "could not be opened for reading"));
   sys::Status status;
   if (!sys::StatusOf(file_, status)) throw ReadFailed(SystemReason(path_, "could not be read"));
-  if (status.kind != sys::Status::Kind::Regular) {
+  if (status.kind != sys::FileKind::Regular) {
     throw ReadFailed(path_ + ": is not a regular file; give the path of a file on a disk");
   }
   size_ = status.size;
@@ -339,21 +339,21 @@ void CheckCreatable(const std::string& path, bool removable) {
   sys::Status status;
   if (!sys::StatusOf(target, status)) throw Error(SystemReason(path, "could not be created"));
   // Opening a device or a pipe may wait, or mean something to whoever reads it.
-  if (status.kind == sys::Status::Kind::Other) return;
+  if (status.kind == sys::FileKind::Other) return;
   if (sys::Open(target, status.Exists() ? Access::Overwrite : Access::CreateNew)) {
     if (!status.Exists()) sys::Unlink(target);
     return;
   }
   const Error failure(SystemReason(path, "could not be created"));
   std::string beside;
-  const bool isFile = status.kind == sys::Status::Kind::Regular && target == path;
+  const bool isFile = status.kind == sys::FileKind::Regular && target == path;
   if (!removable || !isFile || !CreateUnique(path + ".", beside)) throw failure;
   sys::Unlink(beside);
 }
 
 void RemoveFile(const std::string& path) noexcept {
   sys::Status status;
-  if (sys::StatusOf(path, status, sys::Links::Keep) && status.kind == sys::Status::Kind::Regular) sys::Unlink(path);
+  if (sys::StatusOf(path, status, sys::Links::Keep) && status.kind == sys::FileKind::Regular) sys::Unlink(path);
 }
 
 void RemoveWritten(const std::string& path) noexcept {

@@ -13,7 +13,6 @@ namespace tesselink {
 namespace {
 
 using sys::Access;
-using Kind = sys::Status::Kind;
 
 constexpr std::string_view kRenamed = "renamed", kCopied = "copied", kEnd = "end";
 constexpr std::string_view kUnfinished = ".new";  // behind the journal's name until it is whole
@@ -55,18 +54,18 @@ void OutputMove::Add(const std::string& name, const std::string& target, bool ov
     throw NotWritten(Target(file));
   }
   file.replaces = entry.Exists();
-  if (old.kind == Kind::Folder || (file.replaces && !overwrite)) {
-    errno = old.kind == Kind::Folder ? EISDIR : EEXIST;
+  if (old.kind == sys::FileKind::Folder || (file.replaces && !overwrite)) {
+    errno = old.kind == sys::FileKind::Folder ? EISDIR : EEXIST;
     throw Error(SystemReason(Target(file), "could not be created"));
   }
-  if (old.kind == Kind::Other) {  // a device, which takes bytes but gives its place to nobody
+  if (old.kind == sys::FileKind::Other) {  // a device, which takes bytes but gives its place to nobody
     FileWriter device(Target(file));
     device.Append(New(file));
     device.Close();
     sys::Unlink(New(file));
     return;
   }
-  if (old.kind == Kind::Regular) TakeRights(file, old);
+  if (old.kind == sys::FileKind::Regular) TakeRights(file, old);
   files_.push_back(std::move(file));
 }
 
@@ -281,7 +280,7 @@ void RemoveTree(const std::string& folder) noexcept {
     for (const std::string& name : names) {
       const std::string path = folder + name;
       sys::Status status;
-      if (sys::StatusOf(path, status, sys::Links::Keep) && status.kind == Kind::Folder) {
+      if (sys::StatusOf(path, status, sys::Links::Keep) && status.kind == sys::FileKind::Folder) {
         RemoveTree(path + "/");
       } else {
         sys::Unlink(path);

@@ -17,7 +17,6 @@ namespace tesselink {
 namespace {
 
 using sys::Access;
-using Kind = sys::Status::Kind;
 
 constexpr std::string_view kProgram = ".tesselink-";
 constexpr std::size_t kRandomLetters = 8, kLongestName = 200;
@@ -111,10 +110,10 @@ OutputPlace::OutputPlace(const std::string& target, OutputOptions options)
   name_ = resolved.substr(into_.size());
   sys::Status entry;
   if (!sys::StatusOf(resolved, entry, sys::Links::Keep)) ThrowNotCreated(target_);
-  isDirect_ = entry.kind == Kind::Other || entry.kind == Kind::Link;
+  isDirect_ = entry.kind == sys::FileKind::Other || entry.kind == sys::FileKind::Link;
   if (isDirect_) return;
   errno = EISDIR;
-  if (entry.kind == Kind::Folder || name_.empty()) ThrowNotCreated(target_);
+  if (entry.kind == sys::FileKind::Folder || name_.empty()) ThrowNotCreated(target_);
   Prepare();
 }
 
@@ -157,7 +156,7 @@ void OutputPlace::Recover() {
     const std::string folder = base + name + "/";
     sys::Status status;
     if (name.size() != stem.size() + kRandomLetters || !sys::StatusOf(base + name, status, sys::Links::Keep) ||
-        status.kind != Kind::Folder || status.owner != sys::User()) {
+        status.kind != sys::FileKind::Folder || status.owner != sys::User()) {
       continue;
     }
     const sys::Descriptor lock = sys::Open(folder, Access::Folder);
@@ -192,9 +191,10 @@ std::vector<std::string> OutputPlace::MainNames() const {
 sys::Status OutputPlace::CheckReplaceable(const std::string& path, const std::string& shown) const {
   sys::Status entry, status;
   if (!sys::StatusOf(path, entry, sys::Links::Keep) || !sys::StatusOf(path, status)) ThrowNotCreated(shown);
-  errno = status.kind == Kind::Folder ? EISDIR : EEXIST;
-  if (status.kind == Kind::Folder || (entry.Exists() && !options_.overwrite)) ThrowNotCreated(shown);
-  if (status.kind == Kind::Regular && !options_.readOnly && !sys::Open(path, Access::Overwrite)) ThrowNotCreated(shown);
+  errno = status.kind == sys::FileKind::Folder ? EISDIR : EEXIST;
+  if (status.kind == sys::FileKind::Folder || (entry.Exists() && !options_.overwrite)) ThrowNotCreated(shown);
+  if (status.kind == sys::FileKind::Regular && !options_.readOnly && !sys::Open(path, Access::Overwrite))
+    ThrowNotCreated(shown);
   return status;
 }
 

@@ -12,7 +12,6 @@ namespace tesselink {
 namespace {
 
 using sys::Access;
-using Kind = sys::Status::Kind;
 
 constexpr std::string_view kSeparators = "/\\";
 
@@ -30,14 +29,14 @@ std::string WhyNotReadable(const std::string& path) {
   sys::Status status;
   if (!sys::StatusOf(path, status)) return SystemReason(path, kNotOpened);
   switch (status.kind) {
-    case Kind::Regular:
+    case sys::FileKind::Regular:
       return sys::Open(path, Access::Read) ? std::string() : SystemReason(path, kNotOpened);
-    case Kind::Folder:
+    case sys::FileKind::Folder:
       return path + ": is a folder, not a file";
-    case Kind::Other:
+    case sys::FileKind::Other:
       return path + ": is a device or a pipe, not a file on a disk";
-    case Kind::Link:
-    case Kind::None:
+    case sys::FileKind::Link:
+    case sys::FileKind::None:
       break;
   }
   return path + ": does not exist";
@@ -46,7 +45,7 @@ std::string WhyNotReadable(const std::string& path) {
 bool IsStream(const std::string& path) {
   if (path.starts_with("/dev/std") || path.starts_with("/dev/fd/")) return true;
   sys::Status status;
-  return sys::StatusOf(path, status) && status.kind == Kind::Other;
+  return sys::StatusOf(path, status) && status.kind == sys::FileKind::Other;
 }
 
 bool IsPipe(const std::string& path) {

@@ -62,10 +62,10 @@ int FlagsOf(Access access) {
 
 Status Described(const struct stat& found) {
   Status status;
-  status.kind = S_ISREG(found.st_mode)   ? Status::Kind::Regular
-                : S_ISDIR(found.st_mode) ? Status::Kind::Folder
-                : S_ISLNK(found.st_mode) ? Status::Kind::Link
-                                         : Status::Kind::Other;
+  status.kind = S_ISREG(found.st_mode)   ? FileKind::Regular
+                : S_ISDIR(found.st_mode) ? FileKind::Folder
+                : S_ISLNK(found.st_mode) ? FileKind::Link
+                                         : FileKind::Other;
   status.isPipe = S_ISFIFO(found.st_mode);
   status.size = found.st_size;
   status.mode = found.st_mode & 07777;

@@ -76,11 +76,12 @@ enum class Access {
   Folder,     ///< an existing folder, to be synced or locked
 };
 
+enum class FileKind { None, Regular, Folder, Link, Other };
+
 /// What the system knows of a file.
 struct Status {
-  enum class Kind { None, Regular, Folder, Link, Other };
-  Kind kind = Kind::None;
-  bool isPipe = false;     ///< of Kind::Other: one with a name
+  FileKind kind = FileKind::None;
+  bool isPipe = false;     ///< of FileKind::Other: one with a name
   std::int64_t size = 0;   ///< bytes
   std::uint32_t mode = 0;  ///< permission bits
   std::uint32_t owner = 0, group = 0;
@@ -88,7 +89,7 @@ struct Status {
   std::uint64_t device = 0, inode = 0;
   std::int64_t modified = 0;  ///< nanoseconds since 1970
 
-  bool Exists() const { return kind != Kind::None; }
+  bool Exists() const { return kind != FileKind::None; }
   bool SameFile(const Status& other) const { return device == other.device && inode == other.inode; }
   /// Whether both are one state of one file, under whatever name in one file system.
   bool SameContent(const Status& other) const {

@@ -14,7 +14,9 @@
 #include <chrono>
 #include <cmath>
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 
 #include "core/io/Errors.h"
 #include "core/run/Interaction.h"
@@ -83,6 +85,15 @@ class PreviewTest final : public QObject {
   QTemporaryDir folder_;
   MemorySettings settings_;
 
+  // The main window with its preview, and an example as the input.
+  std::unique_ptr<MainWindow> WindowWith(const std::string& example) {
+    const FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER};
+    auto window = std::make_unique<MainWindow>(AllFormats(), settings_, options);
+    AddPreview(*window, AllFormats(), settings_, options);
+    window->show();
+    window->TakeFiles({QString::fromStdString(Example(example))});
+    return window;
+  }
   std::string Put(const QString& name, const QByteArray& bytes) {
     QFile file(folder_.filePath(name));
     if (!file.open(QIODevice::WriteOnly)) return {};
@@ -367,13 +378,10 @@ class PreviewTest final : public QObject {
   }
 
   void lostKindsAreThoseOfTheOutput() {
-    const FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER};
-    MainWindow window(AllFormats(), settings_, options);
-    const PreviewWidget* preview = AddPreview(window, AllFormats(), settings_, options);
-    window.show();
-    window.TakeFiles({QString::fromStdString(Example("all-entities.dxf"))});
-    const auto* legend = window.findChild<QLabel*>("previewLegend");
-    auto* formats = window.findChild<QComboBox*>("OutFormat");
+    const auto window = WindowWith("all-entities.dxf");
+    const auto* preview = window->findChild<PreviewWidget*>();
+    const auto* legend = window->findChild<QLabel*>("previewLegend");
+    auto* formats = window->findChild<QComboBox*>("OutFormat");
     const std::pair<const char*, const char*> lost[] = {{kLandmark, "points"},
                                                         {"T/R Digitizer Format (*.grd)", "texts"}};
     for (const auto& [format, kind] : lost) {
@@ -385,15 +393,12 @@ class PreviewTest final : public QObject {
   }
 
   void drawingAWindowEndsWithItsButton() {
-    const FilterOptions options{.programFolder = TESSELINK_DATA_FOLDER};
-    MainWindow window(AllFormats(), settings_, options);
-    const PreviewWidget* preview = AddPreview(window, AllFormats(), settings_, options);
-    window.show();
-    window.TakeFiles({QString::fromStdString(Example("all-entities.dxf"))});
-    window.findChild<QToolButton*>("cmdMoreOptions")->setChecked(true);
+    const auto window = WindowWith("all-entities.dxf");
+    const auto* preview = window->findChild<PreviewWidget*>();
+    window->findChild<QToolButton*>("cmdMoreOptions")->setChecked(true);
     QTRY_VERIFY(preview->IsDone());
-    auto* canvas = window.findChild<PreviewCanvas*>("previewCanvas");
-    auto* draw = window.findChild<QPushButton*>("help.clip");
+    auto* canvas = window->findChild<PreviewCanvas*>("previewCanvas");
+    auto* draw = window->findChild<QPushButton*>("help.clip");
     QVERIFY(draw != nullptr);
     draw->click();
     QVERIFY(canvas->CurrentMode() == PreviewCanvas::Mode::Clip);

@@ -5,8 +5,9 @@
     bench/limits.py --build build/release [--folder FOLDER] [--vertices 10000000] [--runs 5] [--only TEXT] [--inputs FOLDER]
 
 The two programs of a row run in turn, each without an output of the run before, which only the bare one would reuse; medians
-of processor time and of wall-clock time are printed, and their ratios. Where the outputs should be equal they are compared. Exit code 1 when a ratio of processor time is above its limit. `--inputs` names
-a folder with points, lines, polygons and linesz as shapefiles that have a field LAYER, instead of generated ones.
+of processor time and of wall-clock time are printed, and their ratios. Where the outputs should be equal they are compared.
+Exit code 1 when a ratio of processor time is above its limit. `--inputs` names a folder with points, lines, polygons and
+linesz as shapefiles that have a field LAYER, instead of generated ones.
 """
 import argparse
 import filecmp

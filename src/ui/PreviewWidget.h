@@ -53,7 +53,7 @@ class PreviewWidget final : public QWidget {
   void HideOutput();
   /// Marks the kinds that the output will not hold; bits of LostKind.
   void SetLost(std::uint32_t kinds);
-  /// Lets the person drag a window to clip by; Escape gives it up.
+  /// Lets the person drag a window to clip by, or no longer; Escape gives it up.
   void ChooseClip(bool wanted);
   /// Shows a window to clip by, or none.
   void SetClip(const std::optional<ClipBox>& clip);

@@ -37,6 +37,7 @@ Picture::Picture(PictureBudget budget, const CurveTolerance& tolerance) : budget
 void Picture::Add(const tEntity& entity, std::uint32_t number) {
   if (entity.PointCount() == -1) return;
   if ((entity.Lost & kLostHiding) != 0) return;
+  while (IsThinning()) Thin();
   const std::int16_t kind = entity.bType;
   if (!IsChain(kind) && !IsCurve(kind) && !IsPointOrText(kind)) return;
   style_ = styles_.Of(entity);
@@ -140,7 +141,7 @@ void Picture::AddText(const tEntity& entity) {
 }
 
 void Picture::PutPoint(PicturePoint at) {
-  if (vertices_.size() >= budget_.vertices) MakeRoom();
+  if (now_.vertices.size() >= budget_.vertices) MakeRoom();
   DrawPoint(at);
 }
 
@@ -149,33 +150,33 @@ void Picture::DrawPoint(PicturePoint at) {
     const CellPlace place = CellOf(at);
     if (!IsNew(place, place, true)) return;
   }
-  vertices_.push_back(at);
+  now_.vertices.push_back(at);
   LiftPen(MarkKind::Point);
 }
 
 void Picture::BeginChain() { penSet_ = moved_ = false; }
 
 void Picture::PutVertex(PicturePoint at) {
-  if (vertices_.size() + 2 > budget_.vertices) MakeRoom();
+  if (now_.vertices.size() + 2 > budget_.vertices) MakeRoom();
   DrawTo(at);
 }
 
 void Picture::DrawTo(PicturePoint at) {
   if (cell_ == 0) {
-    vertices_.push_back(at);
+    now_.vertices.push_back(at);
   } else {
     const CellPlace place = CellOf(at);
     if (ring_) {
       if (penSet_ && place == penPlace_) return;
-      vertices_.push_back(at);
+      now_.vertices.push_back(at);
     } else if (penSet_) {
       if (place == penPlace_) return;
       moved_ = true;
       if (!IsNew(penPlace_, place, false)) {
         LiftPen();
       } else {
-        if (vertices_.size() == RunBegin()) vertices_.push_back(pen_);
-        vertices_.push_back(at);
+        if (now_.vertices.size() == RunBegin()) now_.vertices.push_back(pen_);
+        now_.vertices.push_back(at);
       }
     }
     penPlace_ = place;
@@ -185,7 +186,7 @@ void Picture::DrawTo(PicturePoint at) {
 }
 
 void Picture::EndChain() {
-  if (cell_ > 0 && penSet_ && !moved_ && IsNew(penPlace_, penPlace_, false)) vertices_.push_back(pen_);
+  if (cell_ > 0 && penSet_ && !moved_ && IsNew(penPlace_, penPlace_, false)) now_.vertices.push_back(pen_);
   LiftPen();
   penSet_ = false;
 }
@@ -194,14 +195,14 @@ void Picture::EndChain() {
 void Picture::EndRing() {
   constexpr std::size_t kLeast = 4;
   const std::size_t begin = RunBegin();
-  if (vertices_.size() > begin && vertices_.back() != vertices_[begin]) {
-    const PicturePoint first = vertices_[begin];
-    vertices_.push_back(first);
+  if (now_.vertices.size() > begin && now_.vertices.back() != now_.vertices[begin]) {
+    const PicturePoint first = now_.vertices[begin];
+    now_.vertices.push_back(first);
   }
-  if (vertices_.size() - begin < kLeast && cell_ > 0) {
+  if (now_.vertices.size() - begin < kLeast && cell_ > 0) {
     DrawFlat();
   } else if (cell_ > 0 && !IsNewRing()) {
-    vertices_.resize(begin);
+    now_.vertices.resize(begin);
   }
   LiftPen(MarkKind::Ring);
   penSet_ = false;
@@ -209,8 +210,9 @@ void Picture::EndRing() {
 
 // Draws a ring that has shrunk to a line or a place as what it is.
 void Picture::DrawFlat() {
-  const std::vector<PicturePoint> flat(vertices_.begin() + static_cast<std::ptrdiff_t>(RunBegin()), vertices_.end());
-  vertices_.resize(RunBegin());
+  const std::vector<PicturePoint> flat(now_.vertices.begin() + static_cast<std::ptrdiff_t>(RunBegin()),
+                                       now_.vertices.end());
+  now_.vertices.resize(RunBegin());
   ring_ = false;
   BeginChain();
   for (const PicturePoint at : flat) DrawTo(at);
@@ -219,18 +221,30 @@ void Picture::DrawFlat() {
 }
 
 void Picture::LiftPen(MarkKind kind) {
-  if (vertices_.size() <= RunBegin()) return;
-  marks_.push_back({static_cast<std::uint32_t>(vertices_.size()), element_, style_, kind});
+  if (now_.vertices.size() <= RunBegin()) return;
+  now_.marks.push_back({static_cast<std::uint32_t>(now_.vertices.size()), element_, style_, kind});
 }
 
-// One pass as a rule, so that a window that adds an element is not held up for long; where it makes little room, the
-// next one comes the sooner. Cells so large that little is left end the loop in any case.
+// One pass as a rule; where it makes little room, the next one comes the sooner. Cells so large that little is left end
+// the loop in any case. The chain at work comes last and goes on from there.
 void Picture::MakeRoom() {
   const std::size_t enough = budget_.vertices - 2;
   do {
-    Coarsen();
-    Rewrite();
-  } while (vertices_.size() > enough);
+    const auto [style, element, ring] = std::tuple(style_, element_, ring_);
+    const PicturePoint pen = pen_;
+    const bool penSet = penSet_, moved = moved_;
+    const std::size_t begin = RunBegin(), end = now_.vertices.size();
+    BeginThinning();
+    while (IsThinning()) Thin();
+    std::tie(style_, element_, ring_) = std::tuple(style, element, ring);
+    BeginChain();
+    for (std::size_t i = begin; i < end; ++i) DrawTo(before_.vertices[i]);
+    if (begin < end) continue;
+    pen_ = pen;
+    penPlace_ = CellOf(pen);
+    penSet_ = penSet;
+    moved_ = moved;
+  } while (now_.vertices.size() > enough);
 }
 
 void Picture::Coarsen() {
@@ -250,22 +264,29 @@ void Picture::Coarsen() {
   } while (cell_ * kFirstCells < side);
 }
 
-// Draws everything anew with the cells as they are now. The chain at work comes last and goes on from there.
-void Picture::Rewrite() {
-  ++generation_;
+void Picture::BeginThinning() {
+  Coarsen();
   std::fill(drawn_.begin(), drawn_.end(), 0);
-  const std::vector<PictureMark> marks = std::exchange(marks_, {});
-  const std::vector<PicturePoint> vertices = std::exchange(vertices_, {});
-  marks_.reserve(marks.size());
-  vertices_.reserve(vertices.size());
-  const auto [style, element, ring] = std::tuple(style_, element_, ring_);
-  const PicturePoint pen = pen_;
-  const bool penSet = penSet_, moved = moved_;
-  std::size_t next = 0;
-  for (std::size_t i = 0; i < marks.size(); ++i) {
-    constexpr std::size_t kAhead = 12;
-    if (i + kAhead < marks.size()) Foresee(marks[i + kAhead], vertices[marks[i + kAhead].end - 1]);
-    const PictureMark& mark = marks[i];
+  std::swap(now_, before_);
+  now_.vertices.clear();
+  now_.marks.clear();
+  thinned_ = 0;
+}
+
+void Picture::ThinOn() {
+  if (!IsThinning()) BeginThinning();
+  Thin();
+}
+
+// Draws some of the marks anew with the cells as they are now.
+void Picture::Thin() {
+  constexpr std::size_t kAhead = 12, kAtOnce = 32'768;
+  const auto& [vertices, marks] = before_;
+  std::size_t next = thinned_ == 0 ? 0 : marks[thinned_ - 1].end;
+  const std::size_t enough = next + kAtOnce;
+  for (; thinned_ < marks.size() && next < enough; ++thinned_) {
+    if (thinned_ + kAhead < marks.size()) Foresee(marks[thinned_ + kAhead], vertices[marks[thinned_ + kAhead].end - 1]);
+    const PictureMark& mark = marks[thinned_];
     style_ = mark.style;
     element_ = mark.element;
     ring_ = mark.kind == MarkKind::Ring;
@@ -274,14 +295,9 @@ void Picture::Rewrite() {
     for (; next < mark.end; ++next) point ? DrawPoint(vertices[next]) : DrawTo(vertices[next]);
     if (!point) ring_ ? EndRing() : EndChain();
   }
-  std::tie(style_, element_, ring_) = std::tuple(style, element, ring);
-  BeginChain();
-  for (std::size_t i = next; i < vertices.size(); ++i) DrawTo(vertices[i]);
-  if (next < vertices.size()) return;
-  pen_ = pen;
-  penPlace_ = CellOf(pen);
-  penSet_ = penSet;
-  moved_ = moved;
+  if (thinned_ < marks.size()) return;
+  thinned_ = kAllThinned;
+  ++generation_;
 }
 
 Picture::CellPlace Picture::CellOf(PicturePoint at) const {
@@ -317,8 +333,8 @@ void Picture::Foresee(const PictureMark& mark, PicturePoint at) const {
 // The same of the ring at work, through all its cells.
 bool Picture::IsNewRing() {
   std::uint64_t bits = style_;
-  for (std::size_t i = RunBegin(); i < vertices_.size(); ++i) {
-    const CellPlace place = CellOf(vertices_[i]);
+  for (std::size_t i = RunBegin(); i < now_.vertices.size(); ++i) {
+    const CellPlace place = CellOf(now_.vertices[i]);
     bits = Mixed(bits * 0x9E3779B97F4A7C15U + static_cast<std::uint64_t>(place.x) * 0xC2B2AE3D27D4EB4FU +
                  static_cast<std::uint64_t>(place.y));
   }
@@ -339,11 +355,10 @@ bool Picture::Notes(std::uint64_t bits) {
 Extents Picture::View() const {
   constexpr std::size_t kSample = 4096;
   constexpr double kFar = 30;
-  const std::size_t count = vertices_.size() + texts_.size();
+  const std::vector<PicturePoint>& vertices = Shown().vertices;
+  const std::size_t count = vertices.size() + texts_.size();
   if (count < 8) return bounds_;
-  const auto place = [this](std::size_t i) {
-    return i < vertices_.size() ? vertices_[i] : texts_[i - vertices_.size()].at;
-  };
+  const auto place = [&](std::size_t i) { return i < vertices.size() ? vertices[i] : texts_[i - vertices.size()].at; };
   std::vector<double> xs, ys;
   const std::size_t step = (count + kSample - 1) / kSample;
   for (std::size_t i = 0; i < count; i += step) {

@@ -81,19 +81,25 @@ class Picture {
   void Add(const tEntity& entity, std::uint32_t number = 0);
   /// The line types that the drawing defines.
   void Define(const std::vector<LineType>& lineTypes) { styles_.Define(lineTypes); }
+  /// Whether there is hardly room for more. The next element would then have all that is held thinned at once, which
+  /// may take as long as a person notices; `ThinOn` does a part of it, until there is room. What is shown stays
+  /// meanwhile.
+  bool IsFull() const { return IsThinning() || now_.vertices.size() + budget_.vertices / 64 > budget_.vertices; }
+  void ThinOn();
   /// What has been added may be drawn now. A ring that joins an area from before counts as a change of it.
   void Rest() { rested_ = true; }
 
   const PictureStyles& Styles() const { return styles_; }
   const std::vector<PictureLayer>& Layers() const { return styles_.Layers(); }
-  std::size_t MarkCount() const { return marks_.size(); }
-  const PictureMark& Mark(std::size_t mark) const { return marks_[mark]; }
+  std::size_t MarkCount() const { return Shown().marks.size(); }
+  const PictureMark& Mark(std::size_t mark) const { return Shown().marks[mark]; }
   std::span<const PicturePoint> Vertices(std::size_t mark) const {
-    const std::size_t first = mark == 0 ? 0 : marks_[mark - 1].end;
-    return {vertices_.data() + first, marks_[mark].end - first};
+    const auto& [vertices, marks] = Shown();
+    const std::size_t first = mark == 0 ? 0 : marks[mark - 1].end;
+    return {vertices.data() + first, marks[mark].end - first};
   }
   const std::vector<PictureText>& Texts() const { return texts_; }
-  std::size_t VertexCount() const { return vertices_.size(); }
+  std::size_t VertexCount() const { return Shown().vertices.size(); }
 
   /// Elements that were added, and what they are.
   std::int64_t Elements() const { return counts_.elements; }
@@ -117,6 +123,14 @@ class Picture {
     auto operator<=>(const CellPlace&) const = default;
   };
 
+  struct Strokes {
+    std::vector<PicturePoint> vertices;
+    std::vector<PictureMark> marks;
+  };
+  static constexpr std::size_t kAllThinned = SIZE_MAX;
+
+  bool IsThinning() const { return thinned_ != kAllThinned; }
+  const Strokes& Shown() const { return IsThinning() ? before_ : now_; }
   void Count(const tEntity& entity, std::uint32_t number);
   void CountChain(const tEntity& entity);
   void AddPlain(const tEntity& entity);
@@ -135,11 +149,12 @@ class Picture {
   void EndRing();
   void DrawFlat();
   void LiftPen(MarkKind kind = MarkKind::Chain);
-  std::size_t RunBegin() const { return marks_.empty() ? 0 : marks_.back().end; }
+  std::size_t RunBegin() const { return now_.marks.empty() ? 0 : now_.marks.back().end; }
 
   void MakeRoom();
   void Coarsen();
-  void Rewrite();
+  void BeginThinning();
+  void Thin();
   CellPlace CellOf(PicturePoint at) const;
   static std::uint64_t BitsOf(CellPlace from, CellPlace to, std::uint32_t style, bool point);
   bool IsNew(CellPlace from, CellPlace to, bool point);
@@ -149,8 +164,11 @@ class Picture {
 
   PictureBudget budget_;
   CurveTolerance tolerance_;
-  std::vector<PicturePoint> vertices_;
-  std::vector<PictureMark> marks_;
+  Strokes now_;
+  // What was held before it was thinned, whose memory is taken again the next time: to ask for as much anew would take
+  // longer than the thinning itself.
+  Strokes before_;
+  std::size_t thinned_ = kAllThinned;  // so many of its marks
   std::vector<PictureText> texts_;
   PictureStyles styles_;
   // Of the element at work.

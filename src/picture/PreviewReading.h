@@ -30,6 +30,11 @@ class PreviewReading final : public QuietReading {
 
  private:
   void Opened(InputFilter& reader) override;
+  bool Digest() override {
+    const bool isFull = picture_.IsFull();
+    if (isFull) picture_.ThinOn();
+    return isFull;
+  }
   void Take(InputFilter&, const tEntity& entity, std::uint32_t number) override {
     picture_.Add(entity, number);
     facts_.Add(entity);

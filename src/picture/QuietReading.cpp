@@ -68,7 +68,7 @@ bool QuietReading::Slice(std::chrono::milliseconds time) {
   const auto until = clock_() + time;
   try {
     while (!ended_) {
-      ReadOn();
+      if (!Digest()) ReadOn();
       if (clock_() >= until) break;
     }
   } catch (const OperationCanceled&) {

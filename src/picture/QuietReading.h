@@ -41,8 +41,8 @@ class QuietReading {
   QuietReading(const QuietReading&) = delete;
   QuietReading& operator=(const QuietReading&) = delete;
 
-  /// Reads on until the time is over or nothing is left; at least one element, whatever its size. False once nothing is
-  /// left: at the end of the last file, where a file repeats without end, and after an error.
+  /// Reads on until the time is over or nothing is left; at least one step, as an element of whatever size. False once
+  /// nothing is left: at the end of the last file, where a file repeats without end, and after an error.
   bool Slice(std::chrono::milliseconds time);
 
   bool Ended() const { return ended_; }
@@ -57,6 +57,8 @@ class QuietReading {
   virtual void Opened(InputFilter&) {}
   /// An element of a layer that was chosen, with its number among all that the files hold.
   virtual void Take(InputFilter& reader, const tEntity& entity, std::uint32_t number) = 0;
+  /// Does a part of what has to be done before more is taken; false where there is nothing of the kind.
+  virtual bool Digest() { return false; }
   /// Nothing more is wanted.
   void End() { ended_ = true; }
   const PreviewInput& Input() const { return input_; }

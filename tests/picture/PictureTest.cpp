@@ -176,6 +176,29 @@ TEST_F(Thinning, OfChainsAndPoints) {
   ExpectThinned();
 }
 
+TEST_F(Thinning, ShowsWhatWasThereUntilItIsDone) {
+  const auto tour = [this](Picture& picture, bool gradually) {
+    std::vector<std::size_t> counts;
+    random.seed(1);
+    for (int i = 0; i < 150'000; ++i) {
+      while (gradually && picture.IsFull()) {
+        counts.push_back(picture.MarkCount());
+        picture.ThinOn();
+      }
+      picture.Add(Element(kPoint, {{Upto(1e6), Upto(1e6)}}, "A"));
+    }
+    return counts;
+  };
+  Picture gradual({100'000, 10}), atOnce({100'000, 10});
+  const std::vector<std::size_t> counts = tour(gradual, true);
+  tour(atOnce, false);
+  ASSERT_GT(counts.size(), 3U) << "several parts";
+  EXPECT_EQ(counts[0], counts[2]) << "nothing is missing between the parts";
+  EXPECT_LT(gradual.MarkCount(), counts[0]);
+  EXPECT_GT(gradual.MarkCount(), atOnce.MarkCount() / 2);
+  EXPECT_EQ(gradual.Cell(), atOnce.Cell());
+}
+
 TEST_F(Thinning, OfADrawingThatGrows) {
   for (int power = 0; power < 7; ++power) {
     const double side = std::pow(10, power);

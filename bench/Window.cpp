@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
 // How the window keeps up: window-bench FILE [PICTURE.png] tells when a preview of the file shows first and whole, the
-// longest event meanwhile and the most memory. window-bench FILE OUTPUT times a conversion in the window; questions are
-// answered by their first choice, and by the field LAYER. To be held
-// against `time tesselink convert --smart-assign --layer-field LAYER FILE OUTPUT`.
-#include <QAbstractButton>
+// longest event meanwhile and the most memory. window-bench FILE OUTPUT times a conversion in the window with options
+// that leave nothing to ask, to be held against `time tesselink convert --smart-assign --layer-field LAYER FILE
+// OUTPUT`.
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QToolButton>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -88,19 +88,6 @@ int TimePreview(Stopwatch& application, MainWindow& window, const PreviewWidget&
 
 int TimeRun(MainWindow& window, const PreviewWidget& preview, const QString& output) {
   while (!preview.IsDone()) QApplication::processEvents();
-  QTimer answers;
-  QObject::connect(&answers, &QTimer::timeout, &window, [isLayerChosen = false]() mutable {
-    const auto* dialog = QApplication::activeModalWidget();
-    const auto* box = qobject_cast<const QMessageBox*>(dialog);
-    QAbstractButton* button = box != nullptr ? box->buttons().value(0) : nullptr;
-    if (box == nullptr && dialog != nullptr) button = dialog->findChild<QPushButton*>("cmdCont");
-    if (button == nullptr && dialog != nullptr) button = dialog->findChild<QPushButton*>("cmdDone");
-    auto* layers = dialog != nullptr && !isLayerChosen ? dialog->findChild<QComboBox*>("cboLayer") : nullptr;
-    if (layers != nullptr) layers->setCurrentText("LAYER");
-    isLayerChosen = isLayerChosen || layers != nullptr;
-    if (button != nullptr) button->click();
-  });
-  answers.start(1);
   constexpr int kPatience = 180'000;
   QTimer::singleShot(kPatience, &window, [] {
     std::fputs("the run asks what nobody answers\n", stderr);
@@ -109,6 +96,12 @@ int TimeRun(MainWindow& window, const PreviewWidget& preview, const QString& out
   window.findChild<QLineEdit*>("OutFile")->setText(output);
   auto* format = window.findChild<QComboBox*>("OutFormat");
   format->setCurrentIndex(format->findText("*." + output.section('.', -1), Qt::MatchContains));
+  window.findChild<QToolButton*>("cmdMoreOptions")->setChecked(true);
+  QApplication::processEvents();
+  auto* field = window.findChild<QComboBox*>("option.layer-field");
+  field->setEditText("LAYER");
+  emit field->activated(-1);
+  window.findChild<QCheckBox*>("option.smart-assign")->click();
   QElapsedTimer timer;
   timer.start();
   window.findChild<QPushButton*>("cmdApply")->click();

@@ -6,6 +6,7 @@
 
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
+#include "core/run/Warnings.h"
 
 namespace tesselink {
 namespace {

@@ -6,6 +6,7 @@
 
 #include <set>
 
+#include "core/io/Files.h"
 #include "core/run/Report.h"
 #include "support/Support.h"
 
@@ -20,7 +21,9 @@ TEST(Warnings, AreEachDocumentedUnderAnotherName) {
     const char* const gravity = entry.gravity == Gravity::Gone      ? "gone"
                                 : entry.gravity == Gravity::Changed ? "changed"
                                                                     : "remark";
-    EXPECT_TRUE(Holds(page, "\n| `" + std::string(entry.name) + "` | " + gravity + " | ")) << entry.name;
+    const std::string meaning = Replaced(std::string(entry.words), "|", "\\|");
+    EXPECT_TRUE(Holds(page, "\n| `" + std::string(entry.name) + "` | " + gravity + " | " + meaning + " |\n"))
+        << entry.name;
     EXPECT_EQ(EntryNamed(entry.name), &entry);
     EXPECT_EQ(EntryNamed(std::string(entry.name) + " of B"), &entry);
   }

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/run/Filters.h"
-#include "core/run/Warnings.h"
+#include "core/run/WarningKind.h"
 
 namespace tesselink {
 

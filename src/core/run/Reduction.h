@@ -8,7 +8,7 @@
 #include "core/element/VertexChains.h"
 #include "core/element/tEntity.h"
 #include "core/run/Traits.h"
-#include "core/run/Warnings.h"
+#include "core/run/WarningKind.h"
 
 namespace tesselink {
 

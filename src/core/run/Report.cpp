@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/run/Warnings.h"
+
 namespace tesselink {
 namespace {
 

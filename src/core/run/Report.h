@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "core/element/tEntity.h"
-#include "core/run/Warnings.h"
+#include "core/run/WarningKind.h"
 
 namespace tesselink {
 

@@ -11,12 +11,13 @@ import sys
 import tempfile
 import xml.etree.ElementTree as ElementTree
 
-OPTIONS = ["-silent", "-no-obsolete", "-locations", "none"]
+OPTIONS = ["-silent", "-no-obsolete", "-locations", "none", "-tr-function-alias", "QT_TRANSLATE_NOOP+=TRANSLATABLE"]
 
 
 def faults(path):
     for message in ElementTree.parse(path).getroot().iter("message"):
-        text, translation = message.findtext("source"), message.find("translation")
+        # Carriage returns are elements of their own.
+        text, translation = "".join(message.find("source").itertext()), message.find("translation")
         words = translation.text or ""
         if translation.get("type") == "unfinished":
             yield f"not translated: {text!r}"
@@ -33,7 +34,7 @@ def main():
         for original in sorted((source / "src/ui/translations").glob("*.ts")):
             copy = pathlib.Path(folder) / original.name
             copy.write_bytes(original.read_bytes())
-            subprocess.run([lupdate, *OPTIONS, f"-I{source}/src", source / "src/ui", source / "src/app", "-ts", copy],
+            subprocess.run([lupdate, *OPTIONS, f"-I{source}/src", source / "src", "-ts", copy],
                            check=True, stderr=subprocess.DEVNULL)
             found += [f"{original.name}: {fault}" for fault in faults(copy)]
             if ElementTree.tostring(ElementTree.parse(copy).getroot()) != ElementTree.tostring(

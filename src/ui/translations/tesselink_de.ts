@@ -634,6 +634,565 @@
     </message>
 </context>
 <context>
+    <name>Warnings</name>
+    <message>
+        <source>What should be known of how the output came to its place, as of hard links.</source>
+        <translation>Was man davon wissen sollte, wie die Ausgabe an ihren Platz kam, etwa von harten Links.</translation>
+    </message>
+    <message>
+        <source>The attributes of an input, or all but what the output took of them, do not go along.</source>
+        <translation>Die Attribute einer Eingabe gehen nicht mit, oder nur, was die Ausgabe davon übernimmt.</translation>
+    </message>
+    <message>
+        <source>The name of an input&apos;s coordinate system does not go along.</source>
+        <translation>Der Name des Koordinatensystems einer Eingabe geht nicht mit.</translation>
+    </message>
+    <message>
+        <source>The .prj file of an input names no coordinate system that is known.</source>
+        <translation>Die .prj-Datei einer Eingabe nennt kein bekanntes Koordinatensystem.</translation>
+    </message>
+    <message>
+        <source>Coordinates whose system nobody knows were written where longitude and latitude belong, as was allowed.</source>
+        <translation>Koordinaten in einem unbekannten System stehen nun, wo Länge und Breite hingehören; das war erlaubt.</translation>
+    </message>
+    <message>
+        <source>Coordinates were transformed without what tells one datum from the other, as was allowed.</source>
+        <translation>Koordinaten wurden ohne den Unterschied der geodätischen Daten umgerechnet; das war erlaubt.</translation>
+    </message>
+    <message>
+        <source>Coordinates lie outside of the area for which the operation that transformed them is made.</source>
+        <translation>Koordinaten liegen außerhalb des Gebiets, für das ihre Umrechnung gemacht ist.</translation>
+    </message>
+    <message>
+        <source>Elements were left out since their coordinates have no place in the other coordinate system.</source>
+        <translation>Elemente wurden ausgelassen, denn ihre Koordinaten haben im anderen Koordinatensystem keinen Ort.</translation>
+    </message>
+    <message>
+        <source>In the classic dialect a shape takes its attributes from the row behind its own.</source>
+        <translation>Im Dialekt „Classic“ nimmt ein Shape seine Attribute aus der Zeile hinter seiner eigenen.</translation>
+    </message>
+    <message>
+        <source>What other programs are known to misread in a classic file; the standard dialect keeps it.</source>
+        <translation>Was andere Programme in einer Datei des Dialekts „Classic“ falsch lesen; „Standard“ erhält es.</translation>
+    </message>
+    <message>
+        <source>Circles and arcs that look geographic were written in UTM metres.</source>
+        <translation>Kreise und Bögen, die geographisch aussehen, wurden in UTM-Metern geschrieben.</translation>
+    </message>
+    <message>
+        <source>z values that the output cannot hold were left out.</source>
+        <translation>z-Werte, die die Ausgabe nicht halten kann, wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>Areas became the closed chains around them.</source>
+        <translation>Flächen wurden zu den geschlossenen Linienzügen um sie herum.</translation>
+    </message>
+    <message>
+        <source>Elements of several parts became an element for each part.</source>
+        <translation>Elemente aus mehreren Teilen wurden je Teil zu einem Element.</translation>
+    </message>
+    <message>
+        <source>Records of a shapefile that have no vertices, of which the output can hold nothing.</source>
+        <translation>Datensätze eines Shapefiles ohne Stützpunkte, von denen die Ausgabe nichts halten kann.</translation>
+    </message>
+    <message>
+        <source>Areas whose rings ran the wrong way for a shapefile, in which outer ones run clockwise.</source>
+        <translation>Flächen, deren Ringe für ein Shapefile falsch herum liefen: Äußere laufen dort im Uhrzeigersinn.</translation>
+    </message>
+    <message>
+        <source>Curves became chains of straight segments.</source>
+        <translation>Kurven wurden zu Zügen gerader Strecken.</translation>
+    </message>
+    <message>
+        <source>Curves so large for their tolerance that their chain departs from them by more.</source>
+        <translation>Kurven, so groß für ihre Toleranz, dass ihr Linienzug stärker von ihnen abweicht.</translation>
+    </message>
+    <message>
+        <source>z values, radii or angles were rounded to single precision, as in the classic dialect.</source>
+        <translation>z-Werte, Radien oder Winkel wurden auf einfache Genauigkeit gerundet, wie im Dialekt „Classic“.</translation>
+    </message>
+    <message>
+        <source>Elements that the drawing marks as invisible are in the output like others.</source>
+        <translation>Elemente, die die Zeichnung als unsichtbar kennzeichnet, stehen in der Ausgabe wie andere.</translation>
+    </message>
+    <message>
+        <source>Elements lie on layers that the drawing does not show.</source>
+        <translation>Elemente liegen auf Layern, die die Zeichnung nicht zeigt.</translation>
+    </message>
+    <message>
+        <source>A layer was to be taken or left out on which no element lies.</source>
+        <translation>Auf einem Layer, der genommen oder ausgelassen werden sollte, liegt kein Element.</translation>
+    </message>
+    <message>
+        <source>Hatches came as the areas that they fill, without pattern or fill.</source>
+        <translation>Schraffuren kamen als die Flächen, die sie füllen, ohne Muster und Füllung.</translation>
+    </message>
+    <message>
+        <source>Lines of text that are wider than their text is said to be; CAD breaks them by the font.</source>
+        <translation>Textzeilen, die breiter sind als für ihren Text angegeben; CAD bricht sie nach der Schrift um.</translation>
+    </message>
+    <message>
+        <source>Images came as their outlines without the picture, wipeouts as areas that hide nothing.</source>
+        <translation>Bilder kamen als ihr Umriss ohne das Bild, Abdeckungen als Flächen, die nichts verdecken.</translation>
+    </message>
+    <message>
+        <source>Data that other applications attached to elements of a drawing are lost.</source>
+        <translation>Daten, die andere Anwendungen an Elemente einer Zeichnung gehängt haben, sind verloren.</translation>
+    </message>
+    <message>
+        <source>Line widths and weights, thickness, arrow heads, fonts, the shape of letters and formats within texts are lost.</source>
+        <translation>Linienbreiten und -stärken, Dicke, Pfeilspitzen, Schriften, Form der Buchstaben und Formate in Texten sind verloren.</translation>
+    </message>
+    <message>
+        <source>Sizes of texts were rounded to whole numbers.</source>
+        <translation>Textgrößen wurden auf ganze Zahlen gerundet.</translation>
+    </message>
+    <message>
+        <source>Elements lost their layer.</source>
+        <translation>Elemente haben ihren Layer verloren.</translation>
+    </message>
+    <message>
+        <source>Elements lost their line type.</source>
+        <translation>Elemente haben ihren Linientyp verloren.</translation>
+    </message>
+    <message>
+        <source>Elements lost their colour, or got the nearest that has a name.</source>
+        <translation>Elemente haben ihre Farbe verloren oder die nächste erhalten, die einen Namen hat.</translation>
+    </message>
+    <message>
+        <source>Colours that no number has became the nearest that has one.</source>
+        <translation>Farben ohne Nummer wurden zur nächsten, die eine hat.</translation>
+    </message>
+    <message>
+        <source>Points lost their symbol or its angle.</source>
+        <translation>Punkte haben ihr Symbol oder dessen Winkel verloren.</translation>
+    </message>
+    <message>
+        <source>Texts lost their justification.</source>
+        <translation>Texte haben ihre Ausrichtung verloren.</translation>
+    </message>
+    <message>
+        <source>Texts that stood on their baseline stand on their bottom.</source>
+        <translation>Texte, die auf ihrer Grundlinie standen, stehen auf ihrer Unterkante.</translation>
+    </message>
+    <message>
+        <source>Elements lost their entity code.</source>
+        <translation>Elemente haben ihren Objektcode verloren.</translation>
+    </message>
+    <message>
+        <source>Layers without an entity type, and their colours, do not go along.</source>
+        <translation>Layer ohne Objektart und ihre Farben gehen nicht mit.</translation>
+    </message>
+    <message>
+        <source>Points of one element became points of their own.</source>
+        <translation>Punkte eines Elements wurden zu eigenen Punkten.</translation>
+    </message>
+    <message>
+        <source>Closed chains are closed by their last vertex alone.</source>
+        <translation>Geschlossene Linienzüge sind nur durch ihren letzten Stützpunkt geschlossen.</translation>
+    </message>
+    <message>
+        <source>Ends of lines that meet no other line where areas were built: gaps, or lines that run beyond a boundary.</source>
+        <translation>Linienenden, die beim Bilden von Flächen auf keine andere Linie treffen: Lücken, oder Linien, die über eine Grenze hinausgehen.</translation>
+    </message>
+    <message>
+        <source>Lines that have the same area, or none, on both sides, where areas were built.</source>
+        <translation>Linien, die beim Bilden von Flächen auf beiden Seiten dieselbe Fläche haben oder keine.</translation>
+    </message>
+    <message>
+        <source>Rings of lines that bound no valid area.</source>
+        <translation>Ringe aus Linien, die keine gültige Fläche begrenzen.</translation>
+    </message>
+    <message>
+        <source>Lines that bound no area, for a coordinate is no finite number.</source>
+        <translation>Linien, die keine Fläche begrenzen, denn eine Koordinate ist keine endliche Zahl.</translation>
+    </message>
+    <message>
+        <source>Texts of the label layers that lie in no area.</source>
+        <translation>Texte der Beschriftungslayer, die in keiner Fläche liegen.</translation>
+    </message>
+    <message>
+        <source>Areas with several texts of the label layers, joined in one.</source>
+        <translation>Flächen mit mehreren Texten der Beschriftungslayer, zu einem verbunden.</translation>
+    </message>
+    <message>
+        <source>Areas without a text of the label layers.</source>
+        <translation>Flächen ohne einen Text der Beschriftungslayer.</translation>
+    </message>
+    <message>
+        <source>Texts of nothing but blanks, of which CDF keeps the code alone.</source>
+        <translation>Texte aus lauter Leerzeichen, von denen CDF nur den Code behält.</translation>
+    </message>
+    <message>
+        <source>Closed chains that CDF does not mark as closed, since their entity code is not of 7 characters.</source>
+        <translation>Geschlossene Linienzüge, die CDF nicht als geschlossen kennzeichnet, da ihr Objektcode nicht 7 Zeichen hat.</translation>
+    </message>
+    <message>
+        <source>Coordinates lost digits behind the point, for which CDF columns have no room.</source>
+        <translation>Koordinaten haben Nachkommastellen verloren, für die in den Spalten von CDF kein Platz ist.</translation>
+    </message>
+    <message>
+        <source>Numbers that CDF columns do not hold became others.</source>
+        <translation>Zahlen, die die Spalten von CDF nicht fassen, wurden zu anderen.</translation>
+    </message>
+    <message>
+        <source>Texts were cut to the CDF columns.</source>
+        <translation>Texte wurden auf die Spalten von CDF gekürzt.</translation>
+    </message>
+    <message>
+        <source>Values were cut to the length of their field in the attribute table.</source>
+        <translation>Werte wurden auf die Länge ihres Feldes in der Attributtabelle gekürzt.</translation>
+    </message>
+    <message>
+        <source>A &quot;|&quot; in a value became a blank, since it separates values.</source>
+        <translation>Ein „|“ in einem Wert wurde zum Leerzeichen, da es Werte trennt.</translation>
+    </message>
+    <message>
+        <source>Characters that would end a line or a text became blanks.</source>
+        <translation>Zeichen, die eine Zeile oder einen Text beenden würden, wurden zu Leerzeichen.</translation>
+    </message>
+    <message>
+        <source>Letters that the code page of the output lacks became question marks.</source>
+        <translation>Buchstaben, die der Codepage der Ausgabe fehlen, wurden zu Fragezeichen.</translation>
+    </message>
+    <message>
+        <source>Layers and line types have other names in the drawing, which allows fewer characters, or whose code page lacks letters of theirs.</source>
+        <translation>Layer und Linientypen heißen in der Zeichnung anders, die weniger Zeichen erlaubt oder deren Codepage Buchstaben fehlen.</translation>
+    </message>
+    <message>
+        <source>A number that is no colour of a drawing became that of the layer.</source>
+        <translation>Eine Nummer, die keine Farbe einer Zeichnung ist, wurde zu der des Layers.</translation>
+    </message>
+    <message>
+        <source>Vertices at (0, 0, 0) count as missing in a classic drawing and were left out.</source>
+        <translation>Stützpunkte bei (0, 0, 0) gelten in einer Zeichnung des Dialekts „Classic“ als fehlend und wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>An arc of more than 2,000 turns was cut short.</source>
+        <translation>Ein Bogen von mehr als 2.000 Umdrehungen wurde gekürzt.</translation>
+    </message>
+    <message>
+        <source>A point file beside the output is older than this conversion.</source>
+        <translation>Eine Punktdatei neben der Ausgabe ist älter als diese Umwandlung.</translation>
+    </message>
+    <message>
+        <source>Attribute fields that could not be carried along.</source>
+        <translation>Attributfelder, die nicht mitgenommen werden konnten.</translation>
+    </message>
+    <message>
+        <source>Attribute fields have another name in the output.</source>
+        <translation>Attributfelder heißen in der Ausgabe anders.</translation>
+    </message>
+    <message>
+        <source>Values were left out, since an entity of a drawing holds 16 KB of attributes.</source>
+        <translation>Werte wurden ausgelassen, denn ein Objekt einer Zeichnung fasst 16 KB Attribute.</translation>
+    </message>
+    <message>
+        <source>Texts of a drawing that only repeat what their record says are no records of their own.</source>
+        <translation>Texte einer Zeichnung, die nur wiederholen, was ihr Datensatz sagt, sind keine eigenen Datensätze.</translation>
+    </message>
+    <message>
+        <source>Elements of a drawing without attributes have empty rows, while others have theirs.</source>
+        <translation>Elemente einer Zeichnung ohne Attribute haben leere Zeilen, während andere die ihren haben.</translation>
+    </message>
+    <message>
+        <source>The inputs name different coordinate systems, so none was written.</source>
+        <translation>Die Eingaben nennen verschiedene Koordinatensysteme; daher wurde keines geschrieben.</translation>
+    </message>
+    <message>
+        <source>A .prj file beside the output was there before and may not belong to it.</source>
+        <translation>Eine .prj-Datei neben der Ausgabe war schon vorher da und gehört vielleicht nicht zu ihr.</translation>
+    </message>
+    <message>
+        <source>The table has no row for an element of a T/R Digitizer file.</source>
+        <translation>Die Tabelle hat keine Zeile für ein Element einer T/R-Digitizer-Datei.</translation>
+    </message>
+    <message>
+        <source>A comma, a quote or a control character in a table&apos;s value became a blank.</source>
+        <translation>Ein Komma, ein Anführungs- oder ein Steuerzeichen in einem Wert der Tabelle wurde zum Leerzeichen.</translation>
+    </message>
+    <message>
+        <source>The index of a shapefile is missing or does not fit; its records were read one behind the other.</source>
+        <translation>Der Index eines Shapefiles fehlt oder passt nicht; seine Datensätze wurden der Reihe nach gelesen.</translation>
+    </message>
+    <message>
+        <source>Bytes of a shapefile that belong to no record were not read.</source>
+        <translation>Bytes eines Shapefiles, die zu keinem Datensatz gehören, wurden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>The index of a shapefile ends within an entry.</source>
+        <translation>Der Index eines Shapefiles endet mitten in einem Eintrag.</translation>
+    </message>
+    <message>
+        <source>Bytes of a shapefile that its index does not list were not read.</source>
+        <translation>Bytes eines Shapefiles, die sein Index nicht aufführt, wurden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>A record gives itself an impossible length and was skipped.</source>
+        <translation>Ein Datensatz gibt für sich eine unmögliche Länge an und wurde übergangen.</translation>
+    </message>
+    <message>
+        <source>The index lists the same bytes more than once.</source>
+        <translation>Der Index führt dieselben Bytes mehrmals auf.</translation>
+    </message>
+    <message>
+        <source>The index gives a record too few bytes; its own length was taken.</source>
+        <translation>Der Index gibt einem Datensatz zu wenige Bytes; dessen eigene Länge wurde genommen.</translation>
+    </message>
+    <message>
+        <source>The index points to where the file holds no record.</source>
+        <translation>Der Index zeigt auf eine Stelle, an der die Datei keinen Datensatz hat.</translation>
+    </message>
+    <message>
+        <source>A record is too short for what it should hold and was skipped.</source>
+        <translation>Ein Datensatz ist zu kurz für das, was er enthalten sollte, und wurde übergangen.</translation>
+    </message>
+    <message>
+        <source>A record announces more than it can hold and was skipped.</source>
+        <translation>Ein Datensatz kündigt mehr an, als er enthalten kann, und wurde übergangen.</translation>
+    </message>
+    <message>
+        <source>Points that belong to no part were left out.</source>
+        <translation>Punkte, die zu keinem Teil gehören, wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>A record has no room for the z values of its type.</source>
+        <translation>Ein Datensatz hat keinen Platz für die z-Werte seines Typs.</translation>
+    </message>
+    <message>
+        <source>m values were left out.</source>
+        <translation>m-Werte wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>The parts of a record overlap or lie outside of it.</source>
+        <translation>Die Teile eines Datensatzes überschneiden sich oder liegen außerhalb.</translation>
+    </message>
+    <message>
+        <source>MultiPatch shapes were read as closed chains.</source>
+        <translation>MultiPatch-Shapes wurden als geschlossene Linienzüge gelesen.</translation>
+    </message>
+    <message>
+        <source>Strips and fans of triangles were read as their outlines.</source>
+        <translation>Streifen und Fächer aus Dreiecken wurden als ihre Umrisse gelesen.</translation>
+    </message>
+    <message>
+        <source>z values that are no number or too large were read as 0.</source>
+        <translation>z-Werte, die keine Zahl oder zu groß sind, wurden als 0 gelesen.</translation>
+    </message>
+    <message>
+        <source>Vertices of a drawing that are no numbers were left out.</source>
+        <translation>Stützpunkte einer Zeichnung, die keine Zahlen sind, wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>Vertices of a shapefile that are no finite numbers were left out.</source>
+        <translation>Stützpunkte eines Shapefiles, die keine endlichen Zahlen sind, wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>An attribute table that nobody asked for cannot be read.</source>
+        <translation>Eine Attributtabelle, nach der niemand gefragt hat, lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>The attribute table has fewer rows than there are shapes.</source>
+        <translation>Die Attributtabelle hat weniger Zeilen, als es Shapes gibt.</translation>
+    </message>
+    <message>
+        <source>An attribute table names an encoding that is not known.</source>
+        <translation>Eine Attributtabelle nennt eine unbekannte Zeichenkodierung.</translation>
+    </message>
+    <message>
+        <source>Bytes that are no letters of the encoding became U+FFFD.</source>
+        <translation>Bytes, die keine Buchstaben der Zeichenkodierung sind, wurden zu U+FFFD.</translation>
+    </message>
+    <message>
+        <source>Texts of a table&apos;s memo fields that could not be read, or not whole.</source>
+        <translation>Texte aus Memofeldern einer Tabelle, die nicht oder nicht ganz gelesen werden konnten.</translation>
+    </message>
+    <message>
+        <source>Values of a table&apos;s field that are not read and so are empty.</source>
+        <translation>Werte eines Feldes der Tabelle, die nicht gelesen werden und daher leer sind.</translation>
+    </message>
+    <message>
+        <source>An attribute field that the table does not have; its first one was used.</source>
+        <translation>Ein Attributfeld, das die Tabelle nicht hat; ihr erstes wurde genommen.</translation>
+    </message>
+    <message>
+        <source>Labels have a height that the size of the drawing tells.</source>
+        <translation>Beschriftungen haben eine Höhe, die sich aus der Größe der Zeichnung ergibt.</translation>
+    </message>
+    <message>
+        <source>Values of a table that should be the height or the angle of a label and cannot be; the usual one was taken.</source>
+        <translation>Werte einer Tabelle, die Höhe oder Winkel einer Beschriftung sein sollten und es nicht sein können; der übliche Wert wurde genommen.</translation>
+    </message>
+    <message>
+        <source>Values of a table that should be a colour and are none.</source>
+        <translation>Werte einer Tabelle, die eine Farbe sein sollten und keine sind.</translation>
+    </message>
+    <message>
+        <source>Shapes were left out because their row is marked as deleted.</source>
+        <translation>Shapes wurden ausgelassen, da ihre Zeile als gelöscht gekennzeichnet ist.</translation>
+    </message>
+    <message>
+        <source>The list of entity types was not found.</source>
+        <translation>Die Liste der Objektarten wurde nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>The list of entity colours was not found.</source>
+        <translation>Die Liste der Objektfarben wurde nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>A list of entity types or colours is there and could not be read.</source>
+        <translation>Eine Liste der Objektarten oder -farben ist da und konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Lines that are none of a CDF drawing were skipped.</source>
+        <translation>Zeilen, die nicht zu einer CDF-Zeichnung gehören, wurden übergangen.</translation>
+    </message>
+    <message>
+        <source>An element of a CDF drawing has no entity code.</source>
+        <translation>Ein Element einer CDF-Zeichnung hat keinen Objektcode.</translation>
+    </message>
+    <message>
+        <source>The file holds no record of its format.</source>
+        <translation>Die Datei enthält keinen Datensatz ihres Formats.</translation>
+    </message>
+    <message>
+        <source>CDF headers without an element behind them.</source>
+        <translation>CDF-Köpfe, hinter denen kein Element steht.</translation>
+    </message>
+    <message>
+        <source>CDF coordinates behind another letter than U and D.</source>
+        <translation>CDF-Koordinaten hinter einem anderen Buchstaben als U und D.</translation>
+    </message>
+    <message>
+        <source>CDF coordinates without an x.</source>
+        <translation>CDF-Koordinaten ohne ein x.</translation>
+    </message>
+    <message>
+        <source>What stands behind the last coordinates of a CDF line was not read.</source>
+        <translation>Was hinter den letzten Koordinaten einer CDF-Zeile steht, wurde nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>A first x or y of exactly 0 gave way to that of the next vertex.</source>
+        <translation>Ein erstes x oder y von genau 0 wich dem des nächsten Stützpunkts.</translation>
+    </message>
+    <message>
+        <source>The points beside a CDF drawing were not read.</source>
+        <translation>Die Punkte neben einer CDF-Zeichnung wurden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>The drawing elements of a map overlay are not decoded.</source>
+        <translation>Die Zeichnungselemente eines Karten-Overlays werden nicht entschlüsselt.</translation>
+    </message>
+    <message>
+        <source>Landmark vertices outside of a record were not read.</source>
+        <translation>Landmark-Stützpunkte außerhalb eines Datensatzes wurden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>A Landmark record that begins on the last line was not read.</source>
+        <translation>Ein Landmark-Datensatz, der in der letzten Zeile beginnt, wurde nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>A VECTOR line took the place of its record&apos;s first vertices.</source>
+        <translation>Eine VECTOR-Zeile trat an die Stelle der ersten Stützpunkte ihres Datensatzes.</translation>
+    </message>
+    <message>
+        <source>A VECTOR line begins where its chain does not end; they were joined.</source>
+        <translation>Eine VECTOR-Zeile beginnt nicht, wo ihr Linienzug endet; sie wurden verbunden.</translation>
+    </message>
+    <message>
+        <source>Lines of a drawing that are no group code were passed over.</source>
+        <translation>Zeilen einer Zeichnung, die kein Gruppencode sind, wurden übergangen.</translation>
+    </message>
+    <message>
+        <source>A text of a binary drawing does not end.</source>
+        <translation>Ein Text einer binären Zeichnung endet nicht.</translation>
+    </message>
+    <message>
+        <source>Vertices beyond the announced size of a mesh were left out.</source>
+        <translation>Stützpunkte über die angekündigte Größe eines Netzes hinaus wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>An area has so many rings that its holes were not told from its areas, or not by where they lie.</source>
+        <translation>Eine Fläche hat so viele Ringe, dass ihre Löcher nicht, oder nicht nach ihrer Lage, von ihren Flächen unterschieden wurden.</translation>
+    </message>
+    <message>
+        <source>Faces that do not name vertices were left out.</source>
+        <translation>Flächen eines Netzes, die keine Stützpunkte nennen, wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>A value of a drawing should be a number and is none.</source>
+        <translation>Ein Wert einer Zeichnung sollte eine Zahl sein und ist keine.</translation>
+    </message>
+    <message>
+        <source>An array of inserts is too large and was read as its first insertion.</source>
+        <translation>Ein Raster von Einfügungen ist zu groß und wurde als seine erste Einfügung gelesen.</translation>
+    </message>
+    <message>
+        <source>Inserts of blocks came as points; what the blocks draw was not converted.</source>
+        <translation>Einfügungen von Blöcken kamen als Punkte; was die Blöcke zeichnen, wurde nicht umgewandelt.</translation>
+    </message>
+    <message>
+        <source>Blocks came as what they draw; their names, and where they were inserted, do not go along.</source>
+        <translation>Blöcke kamen als das, was sie zeichnen; ihre Namen und Einfügepunkte gehen nicht mit.</translation>
+    </message>
+    <message>
+        <source>Inserts of blocks that the drawing does not hold.</source>
+        <translation>Einfügungen von Blöcken, die die Zeichnung nicht enthält.</translation>
+    </message>
+    <message>
+        <source>Inserts of blocks that lie in another file.</source>
+        <translation>Einfügungen von Blöcken, die in einer anderen Datei liegen.</translation>
+    </message>
+    <message>
+        <source>Inserts of blocks that draw nothing were left out.</source>
+        <translation>Einfügungen von Blöcken, die nichts zeichnen, wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>A block that inserts itself was left out within itself.</source>
+        <translation>Ein Block, der sich selbst einfügt, wurde in sich ausgelassen.</translation>
+    </message>
+    <message>
+        <source>A spline could not be evaluated; straight segments stand for it.</source>
+        <translation>Ein Spline ließ sich nicht auswerten; gerade Strecken stehen für ihn.</translation>
+    </message>
+    <message>
+        <source>The table of colours could not be read.</source>
+        <translation>Die Farbtabelle konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Entities of paper space were left out.</source>
+        <translation>Objekte des Papierbereichs wurden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>An entity of a drawing lacks what it needs and was skipped.</source>
+        <translation>Einem Objekt einer Zeichnung fehlt, was es braucht; es wurde übergangen.</translation>
+    </message>
+    <message>
+        <source>The drawing ends without EOF.</source>
+        <translation>Die Zeichnung endet ohne EOF.</translation>
+    </message>
+    <message>
+        <source>The drawing names a code page that is not known.</source>
+        <translation>Die Zeichnung nennt eine unbekannte Codepage.</translation>
+    </message>
+    <message>
+        <source>Entity codes of other than 7 characters.</source>
+        <translation>Objektcodes mit anderen als 7 Zeichen.</translation>
+    </message>
+    <message>
+        <source>Names in a list of layers and codes that are no layer of the input.</source>
+        <translation>Namen in einer Liste von Layern und Codes, die kein Layer der Eingabe sind.</translation>
+    </message>
+    <message>
+        <source>The list of entity types holds none.</source>
+        <translation>Die Liste der Objektarten enthält keine.</translation>
+    </message>
+    <message>
+        <source>Layers without an entity code.</source>
+        <translation>Layer ohne Objektcode.</translation>
+    </message>
+</context>
+<context>
     <name>tesselink::AboutBox</name>
     <message>
         <source>About Tesselink</source>

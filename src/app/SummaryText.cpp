@@ -3,61 +3,92 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
+#include "core/run/Translatable.h"
 #include "core/run/Warnings.h"
 
 namespace tesselink {
 namespace {
 
-std::string EndingOf(const RunSummary& summary) {
-  const std::string elements = Elements(InOutput(summary));
-  if (summary.outcome == RunOutcome::Done) return elements + " written";
-  if (summary.outputs.empty()) return "no output was written";
-  return (summary.oldKept ? "the output is as it was before; what was converted lies beside it, with " + elements
-                          : "the output is incomplete; it holds " + elements);
+struct Noun {
+  const char *one, *many;
+};
+
+// In the order of KindCounts::kNames.
+constexpr Noun kKinds[] = {
+    {TRANSLATABLE("Summary", "%1 point"), TRANSLATABLE("Summary", "%1 points")},
+    {TRANSLATABLE("Summary", "%1 line"), TRANSLATABLE("Summary", "%1 lines")},
+    {TRANSLATABLE("Summary", "%1 polyline"), TRANSLATABLE("Summary", "%1 polylines")},
+    {TRANSLATABLE("Summary", "%1 text"), TRANSLATABLE("Summary", "%1 texts")},
+    {TRANSLATABLE("Summary", "%1 circle"), TRANSLATABLE("Summary", "%1 circles")},
+    {TRANSLATABLE("Summary", "%1 arc"), TRANSLATABLE("Summary", "%1 arcs")},
+    {TRANSLATABLE("Summary", "%1 other"), TRANSLATABLE("Summary", "%1 others")},
+};
+static_assert(std::size(kKinds) == KindCounts::kNames.size());
+constexpr Noun kElement{TRANSLATABLE("Summary", "%1 element"), TRANSLATABLE("Summary", "%1 elements")};
+constexpr Noun kVertex{TRANSLATABLE("Summary", "%1 vertex"), TRANSLATABLE("Summary", "%1 vertices")};
+
+std::string Counted(std::int64_t count, const Noun& noun, const Wording& words) {
+  return words.Told(count == 1 ? noun.one : noun.many, {words.Number(count)});
 }
 
-void AddLine(std::vector<std::string>& lines, const std::string& label, const std::string& text) {
-  if (!text.empty()) lines.push_back(label + text);
+std::string EndingOf(const RunSummary& summary, const Wording& words) {
+  const std::string elements = Elements(InOutput(summary), words);
+  if (summary.outcome == RunOutcome::Done) return words.Told(TRANSLATABLE("Summary", "%1 written"), {elements});
+  if (summary.outputs.empty()) return words.Told(TRANSLATABLE("Summary", "no output was written"), {});
+  if (!summary.oldKept) {
+    return words.Told(TRANSLATABLE("Summary", "the output is incomplete; it holds %1"), {elements});
+  }
+  return words.Told(
+      TRANSLATABLE("Summary", "the output is as it was before; what was converted lies beside it, with %1"),
+      {elements});
 }
 
 }  // namespace
 
-std::string Listed(const KindCounts& counts) {
+std::string Listed(const KindCounts& counts, const Wording& words) {
   std::string list;
   for (std::size_t i = 0; i < KindCounts::kNames.size(); ++i) {
     const std::int64_t count = counts.All()[i];
     if (count == 0) continue;
-    list += (list.empty() ? "" : ", ") + std::to_string(count) + " " + std::string(KindCounts::kNames[i]) +
-            (count == 1 ? "" : "s");
+    list += (list.empty() ? "" : ", ") + Counted(count, kKinds[i], words);
   }
   return list;
 }
 
-std::string Elements(std::int64_t count) {
-  return (count == 0 ? "no" : std::to_string(count)) + (count == 1 ? " element" : " elements");
+std::string Elements(std::int64_t count, const Wording& words) {
+  return count == 0 ? words.Told(TRANSLATABLE("Summary", "no elements"), {}) : Counted(count, kElement, words);
 }
 
 std::int64_t InOutput(const RunSummary& summary) { return summary.written.Total() + summary.converted.Total(); }
 
-std::string WarningText(const Warning& warning) {
-  return warning.text + (warning.count > 1 ? " (and " + std::to_string(warning.count - 1) + " more of this kind)" : "");
+std::string WarningText(const Warning& warning, const Wording& words) {
+  if (warning.count <= 1) return warning.text;
+  return words.Told(TRANSLATABLE("Summary", "%1 (and %2 more of this kind)"),
+                    {warning.text, words.Number(warning.count - 1)});
 }
 
-std::string UndeliveredText(const std::string& type, std::int64_t count) {
-  return "not read, and so not converted: " + std::to_string(count) + " of type " + type;
+std::string UndeliveredText(const std::string& type, std::int64_t count, const Wording& words) {
+  return words.Told(TRANSLATABLE("Summary", "not read, and so not converted: %1 of type %2"),
+                    {words.Number(count), type});
 }
 
-std::string SkippedText(const RunSummary& summary) {
+std::string SkippedText(const RunSummary& summary, const Wording& words) {
   if (summary.skipped.Total() == 0) return {};
-  return Listed(summary.skipped) + (summary.skippedHint.empty() ? "" : "; " + summary.skippedHint);
+  return Listed(summary.skipped, words) + (summary.skippedHint.empty() ? "" : "; " + summary.skippedHint);
 }
 
-std::string AreasText(const RunSummary& summary) {
-  const std::string made = Listed(summary.intoAreas);
-  return "areas built: " + std::to_string(summary.areasBuilt) + (made.empty() ? "" : ", of " + made);
+std::string NotWrittenText(const std::string& elements, const Wording& words) {
+  return words.Told(TRANSLATABLE("Summary", "not written: %1"), {elements});
+}
+
+std::string AreasText(const RunSummary& summary, const Wording& words) {
+  const std::string built = words.Number(summary.areasBuilt), made = Listed(summary.intoAreas, words);
+  if (made.empty()) return words.Told(TRANSLATABLE("Summary", "areas built: %1"), {built});
+  return words.Told(TRANSLATABLE("Summary", "areas built: %1, of %2"), {built, made});
 }
 
 std::string OutputNames(const RunSummary& summary, const std::string& output) {
@@ -83,51 +114,80 @@ std::vector<std::string>& ListOf(RunAccount& account, std::string_view kind) {
   return entry->gravity == Gravity::Gone ? account.gone : account.changed;
 }
 
-RunAccount AccountOf(const RunSummary& summary) {
-  RunAccount account{.ending = EndingOf(summary), .files = summary.outputs};
-  AddLine(account.reasons, "", summary.error);
-  AddLine(account.reasons, "", summary.reason);
-  AddLine(account.gone, "not written: ", SkippedText(summary));
+std::string InWords(std::string_view kind, const std::string& text, const Wording& words) {
+  const WarningEntry* const entry = EntryNamed(kind);
+  if (entry == nullptr) return text;
+  const std::string meaning = words.Text("Warnings", entry->words.data());
+  return meaning == entry->words ? text : meaning + '\n' + text;
+}
+
+RunAccount AccountOf(const RunSummary& summary, const Wording& words) {
+  RunAccount account{.ending = EndingOf(summary, words), .files = summary.outputs};
+  for (const std::string& reason : {summary.error, summary.reason}) {
+    if (!reason.empty()) account.reasons.push_back(reason);
+  }
+  if (summary.skipped.Total() > 0) account.gone.push_back(NotWrittenText(SkippedText(summary, words), words));
   for (const auto& [type, count] : summary.report.UndeliveredTypes()) {
-    account.gone.push_back(UndeliveredText(type, count));
+    account.gone.push_back(UndeliveredText(type, count, words));
   }
   for (const Warning& warning : summary.report.Warnings()) {
-    ListOf(account, warning.kind).push_back(WarningText(warning));
+    ListOf(account, warning.kind).push_back(InWords(warning.kind, WarningText(warning, words), words));
   }
-  AddLine(account.counts, "Read: ", summary.read.Total() == 0 ? Elements(0) : Listed(summary.read));
-  AddLine(account.counts, "Written: ", Listed(summary.written));
-  AddLine(account.counts, "Written as another kind: ", Listed(summary.converted));
-  AddLine(account.counts, "Left out by layer: ", Listed(summary.leftOut));
-  AddLine(account.counts, "Left out by clip: ", Listed(summary.clipped));
-  for (const std::string& line : SystemLines(summary.systems)) account.counts.push_back(line);
+  const auto add = [&](const char* pattern, const std::string& text) {
+    if (!text.empty()) account.counts.push_back(words.Told(pattern, {text}));
+  };
+  add(TRANSLATABLE("Summary", "Read: %1"),
+      summary.read.Total() == 0 ? Elements(0, words) : Listed(summary.read, words));
+  if (summary.outcome == RunOutcome::Done || !summary.outputs.empty()) {
+    add(TRANSLATABLE("Summary", "Written: %1"), Listed(summary.written, words));
+    add(TRANSLATABLE("Summary", "Written as another kind: %1"), Listed(summary.converted, words));
+  }
+  if (summary.areasBuilt > 0 || summary.intoAreas.Total() > 0) account.counts.push_back(AreasText(summary, words));
+  add(TRANSLATABLE("Summary", "Left out by layer: %1"), Listed(summary.leftOut, words));
+  add(TRANSLATABLE("Summary", "Left out by clip: %1"), Listed(summary.clipped, words));
+  for (const std::string& line : SystemLines(summary.systems, words)) account.counts.push_back(line);
   return account;
 }
 
-std::vector<std::string> SystemLines(const SystemsUsed& systems) {
+namespace {
+
+std::string NameOf(const CoordinateSystem& system, const Wording& words) {
+  const std::string name = system.name + (system.epsg > 0 ? " (EPSG:" + std::to_string(system.epsg) + ")" : "");
+  if (system.unit.empty()) return name;
+  return words.Told(TRANSLATABLE("Summary", "%1, in units of %2"), {name, system.unit});
+}
+
+std::string OperationText(const OperationUse& use, const Wording& words) {
+  std::string accuracy = words.Told(TRANSLATABLE("Summary", "accuracy unknown"), {});
+  if (use.accuracy >= 0) accuracy = words.Told(TRANSLATABLE("Summary", "accuracy %1 m"), {NumberText(use.accuracy)});
+  for (const std::string& grid : use.grids) accuracy += words.Told(TRANSLATABLE("Summary", ", grid %1"), {grid});
+  return words.Told(TRANSLATABLE("Summary", "by %1 (%2): %3"),
+                    {use.name, accuracy, Counted(use.count, kVertex, words)});
+}
+
+}  // namespace
+
+std::vector<std::string> SystemLines(const SystemsUsed& systems, const Wording& words) {
   if (!systems.to.IsKnown()) return {};
-  const auto named = [](const CoordinateSystem& system) {
-    return system.name + (system.epsg > 0 ? " (EPSG:" + std::to_string(system.epsg) + ")" : "") +
-           (system.unit.empty() ? "" : ", in units of " + system.unit);
-  };
   std::vector<std::string> lines;
+  const std::string to = NameOf(systems.to, words);
   if (systems.from.size() != 1 || systems.from[0].wkt != systems.to.wkt) {
-    for (const CoordinateSystem& from : systems.from) lines.push_back("from " + named(from));
-    lines.push_back("to " + named(systems.to));
+    for (const CoordinateSystem& from : systems.from) {
+      lines.push_back(words.Told(TRANSLATABLE("Summary", "from %1"), {NameOf(from, words)}));
+    }
+    lines.push_back(words.Told(TRANSLATABLE("Summary", "to %1"), {to}));
   } else {
-    lines.push_back("coordinates: " + named(systems.to));
+    lines.push_back(words.Told(TRANSLATABLE("Summary", "coordinates: %1"), {to}));
   }
   for (const OperationUse& use : systems.operations) {
-    std::string accuracy = " (accuracy unknown";
-    if (use.accuracy >= 0) accuracy = " (accuracy " + NumberText(use.accuracy) + " m";
-    for (const std::string& grid : use.grids) accuracy += ", grid " + grid;
-    lines.push_back("by " + use.name + accuracy + "): " + std::to_string(use.count) +
-                    (use.count == 1 ? " vertex" : " vertices"));
-    if (!use.better.empty()) lines.push_back("more accurate were " + use.better);
+    lines.push_back(OperationText(use, words));
+    if (use.better.empty()) continue;
+    lines.push_back(words.Told(TRANSLATABLE("Summary", "more accurate were %1"), {use.better}));
   }
   return lines;
 }
 
-std::string RemainingText(std::chrono::milliseconds elapsed, double percent) {
+std::string RemainingText(std::chrono::milliseconds elapsed, double percent, const Wording& words) {
   constexpr std::chrono::milliseconds kSoonest{1000};
   if (elapsed < kSoonest || !(percent > 0) || percent >= 100) return {};
   const double left = std::ceil(static_cast<double>(elapsed.count()) / 1000 * (100 - percent) / percent);
@@ -137,7 +197,7 @@ std::string RemainingText(std::chrono::milliseconds elapsed, double percent) {
   std::string text = std::to_string(seconds % 60) + " s";
   if (seconds >= 60) text = std::to_string(seconds / 60 % 60) + " min " + text;
   if (seconds >= 3600) text = std::to_string(seconds / 3600) + " h " + std::to_string(seconds / 60 % 60) + " min";
-  return "about " + text + " remaining";
+  return words.Told(TRANSLATABLE("Summary", "about %1 remaining"), {text});
 }
 
 }  // namespace tesselink

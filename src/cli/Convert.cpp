@@ -177,7 +177,7 @@ void PrintSummary(const ConvertCommand& command, const RunSummary& summary) {
 
 // Elements that the output's format cannot hold, or that have no vertex.
 void PrintSkipped(const RunSummary& summary) {
-  if (summary.skipped.Total() > 0) PrintWarning("not written: " + SkippedText(summary));
+  if (summary.skipped.Total() > 0) PrintWarning(NotWrittenText(SkippedText(summary)));
 }
 
 // What an interrupted or failed run left behind.

@@ -11,11 +11,11 @@ namespace tesselink {
 
 FrmScan::FrmScan(QWidget* parent) : QDialog(parent), progress_(Named(new QProgressBar, "ProgressBar1")) {
   setObjectName("FrmScan");
-  setWindowTitle("Scanning...");
-  progress_->setAccessibleName("Part of the file that was scanned");
+  setWindowTitle(tr("Scanning..."));
+  progress_->setAccessibleName(tr("Part of the file that was scanned"));
   progress_->setRange(0, 100);
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(Named(new QLabel("Scanning file for Layers..."), "lblScanning"));
+  layout->addWidget(Named(new QLabel(tr("Scanning file for Layers...")), "lblScanning"));
   layout->addWidget(progress_);
   setMinimumWidth(fontMetrics().averageCharWidth() * 40);
 }

@@ -32,8 +32,8 @@ QLabel* Paragraph(const char* name, const QString& text) {
 InputBox::InputBox(const TextQuestion& question, QWidget* parent)
     : QDialog(parent), subject_(Shown(question.subject)), text_(Named(new QLineEdit, "txtAnswer")) {
   setObjectName("InputBox");
-  setWindowTitle(Shown(question.title));
-  auto* prompt = Paragraph("lblPrompt", Shown(question.prompt));
+  setWindowTitle(InWindowLanguage(question.title, question.subject));
+  auto* prompt = Paragraph("lblPrompt", InWindowLanguage(question.prompt, question.subject));
   auto* reasons = Paragraph("lblReasons", Breakable(Shown(question.reasons)));
   if (question.reasons.empty()) reasons->hide();
   text_->setAccessibleName(tr("The file, or the folder that it lies in"));

@@ -19,6 +19,7 @@
 #include "ui/OptionNaming.h"
 #include "ui/Questions.h"
 #include "ui/UiText.h"
+#include "ui/UiWording.h"
 #include "ui/frmDBFScan.h"
 
 namespace tesselink {
@@ -95,9 +96,9 @@ Answer QtInteraction::ShowMessage(const Message& message) {
   const Stopwatch::Pause waiting(Watch());
   QMessageBox box(Front());
   box.setIcon(IconOf(message.icon));
-  box.setWindowTitle(Shown(message.title));
+  box.setWindowTitle(InWindowLanguage(message.title));
   box.setTextFormat(Qt::PlainText);
-  box.setText(Shown(message.text));
+  box.setText(InWindowLanguage(message.text, message.subject));
   box.setInformativeText(Shown(message.details));
   AddButtons(box, message.buttons);
   if (repeats) box.setCheckBox(new QCheckBox(tr("&Don't show again for this run")));
@@ -110,7 +111,7 @@ std::string QtInteraction::SaveFileName(const SaveFileQuestion& question) {
   const Stopwatch::Pause waiting(Watch());
   CommonDlg dialog(Front());
   dialog.Filter = Shown(question.filter);
-  dialog.DialogTitle = Shown(question.title);
+  dialog.DialogTitle = InWindowLanguage(question.title);
   dialog.Flags = CommonDlg::kOverwritePrompt;
   dialog.InitDir(Shown(question.folder));
   for (;;) {
@@ -260,7 +261,7 @@ void QtInteraction::ShowSummary(const RunSummary& summary, bool offersStandard) 
     const QString folder = Shown(FolderOf(file));
     if (folder.size() > 1 && !folders.contains(folder)) folders.append(folder);
   }
-  progress_->ShowResult(summary.outcome, AccountOf(summary), folders);
+  progress_->ShowResult(summary.outcome, AccountOf(summary, kUiWording), folders);
   if (offersStandard) {
     progress_->OfferStandard();
     // The next run has a window of its own, and must not take this one's place before its button is done.

@@ -10,6 +10,7 @@
 #include "core/io/Paths.h"
 #include "ui/OptionNaming.h"
 #include "ui/UiText.h"
+#include "ui/UiWording.h"
 
 namespace tesselink {
 namespace {
@@ -35,18 +36,19 @@ RunAccount AccountIn(const QJsonObject& line) {
     account.reasons.push_back(WithoutOptions(reason).toStdString());
   }
   if (const std::int64_t count = Sum(summary["skipped"].toObject()); count > 0) {
-    account.gone.push_back(QueueModel::tr("not written: %1").arg(Shown(Elements(count))).toStdString());
+    account.gone.push_back(NotWrittenText(Elements(count, kUiWording), kUiWording));
   }
   const QJsonObject undelivered = summary["undelivered"].toObject();
   for (auto type = undelivered.begin(); type != undelivered.end(); ++type) {
-    account.gone.push_back(UndeliveredText(type.key().toStdString(), static_cast<std::int64_t>(type->toDouble())));
+    account.gone.push_back(
+        UndeliveredText(type.key().toStdString(), static_cast<std::int64_t>(type->toDouble()), kUiWording));
   }
   for (const QJsonValue entry : summary["warnings"].toArray()) {
     const QJsonObject object = entry.toObject();
     const Warning warning{object["kind"].toString().toStdString(),
                           WithoutOptions(object["text"].toString()).toStdString(),
                           static_cast<std::int64_t>(object["count"].toDouble())};
-    ListOf(account, warning.kind).push_back(WarningText(warning));
+    ListOf(account, warning.kind).push_back(InWords(warning.kind, WarningText(warning, kUiWording), kUiWording));
   }
   for (const QJsonValue file : line["outputs"].toArray()) account.files.push_back(file.toString().toStdString());
   return account;

@@ -29,6 +29,7 @@
 #include "ui/FileChoice.h"
 #include "ui/QueueModel.h"
 #include "ui/UiText.h"
+#include "ui/UiWording.h"
 
 namespace tesselink {
 namespace {
@@ -215,7 +216,7 @@ void QueueWindow::ShowProgress() {
   QString text = tr("%1 of %2 files").arg(ended).arg(toDo_);
   const int failed = model_->Count(QueueState::Failed) + model_->Count(QueueState::Incomplete);
   if (failed > 0) text += ", " + tr("%1 failed").arg(failed);
-  const QString remaining = Shown(RemainingText(watch_.Elapsed(), percent));
+  const QString remaining = Shown(RemainingText(watch_.Elapsed(), percent, kUiWording));
   progress_->setText(remaining.isEmpty() ? text : text + ", " + remaining);
   ShowDetails();
 }

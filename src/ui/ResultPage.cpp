@@ -101,7 +101,7 @@ QString ResultPage::LossesHtml(RunOutcome outcome, const RunAccount& account) co
     for (const std::string& line : lines) {
       QString item = Shown(line);
       for (const QString& folder : folders_) item.remove(folder);
-      items.append(Html(item));
+      items.append(Html(item).replace('\n', QStringLiteral("<br>")));
     }
     return items;
   };

@@ -2,10 +2,13 @@
 #include "ui/UiText.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QFile>
 #include <QUtf8StringView>
 #include <algorithm>
 #include <filesystem>
+
+#include "core/io/Files.h"
 
 namespace tesselink {
 namespace {
@@ -26,6 +29,13 @@ QString Shown(const std::string& text) {
   const bool utf8 = QUtf8StringView(text.data(), length).isValidUtf8();
   QString shown = utf8 ? QString::fromUtf8(text.data(), length) : QString::fromLatin1(text.data(), length);
   return shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+QString InWindowLanguage(const std::string& text, const std::string& subject) {
+  const std::string pattern = subject.empty() ? text : Replaced(text, subject, "%1");
+  const QString told = QCoreApplication::translate("Messages", pattern.c_str());
+  if (told == QString::fromStdString(pattern)) return Shown(text);
+  return Shown(told.toStdString()).replace("%1", Shown(subject));
 }
 
 std::string PathOf(const QString& shown) {

@@ -9,13 +9,13 @@ namespace tesselink {
 
 frmDBFScan::frmDBFScan(QWidget* parent) : QDialog(parent), progress_(new QProgressBar) {
   setObjectName("frmDBFScan");
-  setWindowTitle("Loading...");
+  setWindowTitle(tr("Loading..."));
   // It must not take the keyboard from whoever goes on choosing.
   setAttribute(Qt::WA_ShowWithoutActivating);
-  auto* text = new QLabel("Loading Database...");
+  auto* text = new QLabel(tr("Loading Database..."));
   text->setObjectName("lblLoading");
   progress_->setObjectName("Progress");
-  progress_->setAccessibleName("Records loaded");
+  progress_->setAccessibleName(tr("Records loaded"));
   progress_->setRange(0, 100);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(text);

@@ -20,6 +20,7 @@
 #include "ui/Named.h"
 #include "ui/ResultPage.h"
 #include "ui/UiText.h"
+#include "ui/UiWording.h"
 
 namespace tesselink {
 namespace {
@@ -133,8 +134,8 @@ void frmProgress::ShowProgress(const Standing& standing) {
   gauge_->setValue(static_cast<int>(standing.percent));
   file_->setText(standing.file);
   file_->setVisible(!standing.file.isEmpty());
-  elements_->setText(tr("%1 read").arg(Shown(Elements(standing.elements))));
-  remaining_->setText(hint_.isEmpty() ? Shown(RemainingText(watch_.Elapsed(), standing.whole)) : hint_);
+  elements_->setText(tr("%1 read").arg(Shown(Elements(standing.elements, kUiWording))));
+  remaining_->setText(hint_.isEmpty() ? Shown(RemainingText(watch_.Elapsed(), standing.whole, kUiWording)) : hint_);
 }
 
 void frmProgress::ShowHint(const QString& hint) {

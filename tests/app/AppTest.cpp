@@ -43,6 +43,24 @@ TEST(SummaryText, AccountsForEverything) {
             "the output is as it was before; what was converted lies beside it, with 2 elements");
 }
 
+class Elsewhere : public Wording {
+  std::string Text(const char* context, const char* text) const override {
+    if (std::string_view(text) == "%1 (and %2 more of this kind)") return "%2 more: %1 100 %";
+    return std::string_view(context) == "Warnings" ? "What it means." : text;
+  }
+  std::string Number(std::int64_t number) const override { return "#" + std::to_string(number); }
+};
+
+TEST(SummaryText, FollowsTheLanguageOfAFace) {
+  RunSummary summary;
+  summary.outcome = RunOutcome::Failed;
+  summary.written.Add(kPoint);
+  for (int i = 0; i < 3; ++i) summary.report.Warn(WarningKind::Heights, "%2.shp: odd");
+  const RunAccount account = AccountOf(summary, Elsewhere());
+  EXPECT_EQ(account.gone, std::vector<std::string>{"What it means.\n#2 more: %2.shp: odd 100 %"});
+  EXPECT_EQ(account.counts, std::vector<std::string>{"Read: no elements"}) << "nothing is written without an output";
+}
+
 TEST(SummaryText, TellsTheTimeThatRemainsOnceItCan) {
   using std::chrono::milliseconds;
   EXPECT_EQ(RemainingText(milliseconds(999), 50), "");

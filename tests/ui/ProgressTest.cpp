@@ -89,11 +89,11 @@ class ProgressTest : public QObject {
     QCOMPARE(stage.Text("MaxX"), QString("100028000."));
     QCOMPARE(stage.Text("MinY"), QString("-250007.5"));
     QCOMPARE(stage.Text("MaxY"), QString("-2.5"));
-    QCOMPARE(stage.Text("lblElements"), QString("100003 elements read"));
+    QCOMPARE(stage.Text("lblElements"), QString("100,003 elements read"));
     QCOMPARE(Control<QProgressBar>(stage.Progress(), "Gauge").value(), 100);
     QVERIFY(stage.DoneShown() && !stage.Progress().isModal());
     QCOMPARE(stage.Headline(), QString("Done"));
-    QVERIFY(stage.Summary().contains("100003 elements written"));
+    QVERIFY(stage.Summary().contains("100,003 elements written"));
     QCOMPARE(stage.Summary().count("out.scn"), 1);
     QTest::keyClick(&stage.Progress(), Qt::Key_Escape);
     QVERIFY(!stage.Progress().isVisible());

@@ -11,6 +11,8 @@
 
 #include "ui/Gallery.h"
 #include "ui/Language.h"
+#include "ui/UiText.h"
+#include "ui/UiWording.h"
 
 namespace tesselink {
 namespace {
@@ -73,6 +75,18 @@ class TranslationTest : public QObject {
     }
     const Language none(QLocale("ja_JP"), TESSELINK_TRANSLATIONS);
     QCOMPARE(shown(), source);
+  }
+
+  void WhatIsToldFromElsewhereIsTranslated() {
+    const std::string message = "Warning: \r\nCould not find file /tmp/b.dbf",
+                      other = "caf\xe9: no message of the table";
+    RunSummary summary;
+    summary.report.Warn(WarningKind::Heights, "plat.asc: 2");
+    const Language german(QLocale("de"), TESSELINK_TRANSLATIONS);
+    QCOMPARE(InWindowLanguage(message, "/tmp/b.dbf"), "Warnung:\nDie Datei /tmp/b.dbf wurde nicht gefunden");
+    QCOMPARE(InWindowLanguage(other), Shown(other));
+    QCOMPARE(Shown(AccountOf(summary, kUiWording).gone.at(0)),
+             "z-Werte, die die Ausgabe nicht halten kann, wurden ausgelassen.\nplat.asc: 2");
   }
 
   void TextsAreWholeAndLettersOfOneControl_data() {

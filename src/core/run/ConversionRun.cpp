@@ -16,6 +16,7 @@
 #include "core/run/FilesRead.h"
 #include "core/run/LayerSelection.h"
 #include "core/run/Pump.h"
+#include "core/run/Translatable.h"
 #include "core/run/WrittenFiles.h"
 
 namespace tesselink {
@@ -110,7 +111,8 @@ void ConversionRun::Refuse(State& state, const std::string& text, const std::str
   state.summary.reason = reason;
   state.summary.outcome = RunOutcome::Refused;
   state.summary.error = text;
-  interaction_.ShowMessage({Topic::RunFailed, text, "Error", MessageIcon::Critical, MessageButtons::Ok, reason});
+  interaction_.ShowMessage(
+      {Topic::RunFailed, text, TRANSLATABLE("Messages", "Error"), MessageIcon::Critical, MessageButtons::Ok, reason});
 }
 
 void ConversionRun::Fail(State& state, const std::string& text) {
@@ -123,11 +125,12 @@ bool ConversionRun::Validate(State& state) {
   const ConversionRequest& request = state.request;
   state.inFormat = &formats_.Input(request.InFormat);
   if (const std::string reason = WhyNotReadable(state.infile); !reason.empty()) {
-    Refuse(state, "You must specify a valid input file", state.infile, state.infile.empty() ? "" : reason);
+    Refuse(state, TRANSLATABLE("Messages", "You must specify a valid input file"), state.infile,
+           state.infile.empty() ? "" : reason);
   } else if (request.OutFile.empty()) {
-    Refuse(state, "You must select an output file", "");
+    Refuse(state, TRANSLATABLE("Messages", "You must select an output file"), "");
   } else if (const std::string file = OutputThatIsRead(state); !file.empty()) {
-    Refuse(state, "Input and Output files can not be the same", file);
+    Refuse(state, TRANSLATABLE("Messages", "Input and Output files can not be the same"), file);
   }
   return state.summary.outcome != RunOutcome::Refused;
 }

@@ -35,6 +35,7 @@ struct Message {
   MessageIcon icon = MessageIcon::Information;
   MessageButtons buttons = MessageButtons::Ok;
   std::string details = {};  ///< below the text, in smaller letters; empty for none
+  std::string subject = {};  ///< a name within the text, where translations have %1
 };
 
 struct SaveFileQuestion {

@@ -9,6 +9,7 @@
 #include "core/io/OutputPlace.h"
 #include "core/io/Paths.h"
 #include "core/io/System.h"
+#include "core/run/Translatable.h"
 
 namespace tesselink {
 namespace {
@@ -21,16 +22,17 @@ bool BeginsWithPairedLineEnds(const std::string& path, std::size_t lookedAt) {
 
 Message LineEndsQuestion() {
   return {Topic::LineEnds,
-          "This file appears to come from a UNIX\r\n"
-          "based system. It does not have both the\r\n"
-          "carriage return and line feed caracters \r\n"
-          "required for proper interpretation. Choose\r\n"
-          "From the menu below what you want to do. \r\n"
-          "\r\n"
-          "Yes    : Overwrite the original with the fixed version \r\n"
-          "No     : Create a fixed version in a new location\r\n"
-          "Cancel : Abort the conversion\r\n",
-          "Problem with Input", MessageIcon::Question, MessageButtons::YesNoCancel};
+          TRANSLATABLE("Messages",
+                       "This file appears to come from a UNIX\r\n"
+                       "based system. It does not have both the\r\n"
+                       "carriage return and line feed caracters \r\n"
+                       "required for proper interpretation. Choose\r\n"
+                       "From the menu below what you want to do. \r\n"
+                       "\r\n"
+                       "Yes    : Overwrite the original with the fixed version \r\n"
+                       "No     : Create a fixed version in a new location\r\n"
+                       "Cancel : Abort the conversion\r\n"),
+          TRANSLATABLE("Messages", "Problem with Input"), MessageIcon::Question, MessageButtons::YesNoCancel};
 }
 
 sys::Status StatusOf(const std::string& path) {
@@ -85,8 +87,8 @@ std::string CheckLineEnds(const std::string& path, Interaction& interaction, std
       PutInPlace(path, path, interaction);
       return path;
     case Answer::No: {
-      const std::string chosen =
-          interaction.SaveFileName({"Select a Name for the new Version", "All Files (*.*)|*.*", FolderOf(path)});
+      const std::string chosen = interaction.SaveFileName(
+          {TRANSLATABLE("Messages", "Select a Name for the new Version"), "All Files (*.*)|*.*", FolderOf(path)});
       if (chosen.empty()) return path;
       PutInPlace(path, chosen, interaction);
       return chosen;

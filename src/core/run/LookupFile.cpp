@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "core/io/Errors.h"
+#include "core/io/Files.h"
 #include "core/io/Numbers.h"
 #include "core/io/Paths.h"
 #include "core/io/Text.h"
@@ -14,6 +15,7 @@
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 #include "core/run/Settings.h"
+#include "core/run/Translatable.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -103,9 +105,10 @@ std::string LookupFile::InProgramFolderOrAsked(const std::string& remembered) {
     reasons += isNothing ? "Nothing was named; the conversion cannot go on without " + kind_.fileName
                          : WhyNotReadable(candidate);
     candidate = context_.interaction.AskText(
-        {"Error Finding " + kind_.fileName,
-         "Could Not locate " + kind_.fileName + "\r\n\r\nPlease type it's location in the box below", kind_.fileName,
-         reasons});
+        {Replaced(TRANSLATABLE("Messages", "Error Finding %1"), "%1", kind_.fileName),
+         Replaced(TRANSLATABLE("Messages", "Could Not locate %1\r\n\r\nPlease type it's location in the box below"),
+                  "%1", kind_.fileName),
+         kind_.fileName, reasons});
     reasons.clear();
   }
   context_.settings.Set(kind_.application, kSection, kind_.fileName, candidate);

@@ -13,6 +13,7 @@
 #include "core/run/Interaction.h"
 #include "core/run/Report.h"
 #include "core/run/ScanProgress.h"
+#include "core/run/Translatable.h"
 #include "formats/shape/LabelHeight.h"
 
 namespace tesselink {
@@ -71,9 +72,12 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
   records_.Open(path);
   const std::string indexPath = PartnerFile(path, "SHX");
   if (indexPath.empty() && reading_.needsIndex) {
-    interaction().ShowMessage({Topic::Notice,
-                               "Fatal Error: Could not find file " + LowerCase(StripExtension(path) + ".SHX"), "Error",
-                               MessageIcon::Critical});
+    const std::string missing = LowerCase(StripExtension(path) + ".SHX");
+    interaction().ShowMessage(
+        {.text = Replaced(TRANSLATABLE("Messages", "Fatal Error: Could not find file %1"), "%1", missing),
+         .title = "Error",
+         .icon = MessageIcon::Critical,
+         .subject = missing});
     records_.Close();
     return;
   }
@@ -147,9 +151,12 @@ void ESRIInFilt::OpenTable() {
   tableTried_ = true;
   const std::string tablePath = TablePath();
   if (tablePath.empty()) {
-    interaction().ShowMessage({Topic::Notice,
-                               "Warning: \r\nCould not find file " + LowerCase(StripExtension(filename_) + ".DBF"), "",
-                               MessageIcon::Warning});
+    const std::string missing = LowerCase(StripExtension(filename_) + ".DBF");
+    interaction().ShowMessage(
+        {.text = Replaced(TRANSLATABLE("Messages", "Warning: \r\nCould not find file %1"), "%1", missing),
+         .title = "",
+         .icon = MessageIcon::Warning,
+         .subject = missing});
     Layered = false;
     return;
   }
@@ -288,8 +295,10 @@ bool ESRIInFilt::ReportUnread() {
   if (type != nullptr && records_.Reads(*type)) return false;
   report().Undelivered(type == nullptr ? std::to_string(records_.TypeCode()) : type->name);
   if (type == nullptr) return false;
-  interaction().ShowMessage(
-      {Topic::Unread, std::string("Unhandled Data Type ") + type->name, "", MessageIcon::Information});
+  interaction().ShowMessage({.topic = Topic::Unread,
+                             .text = Replaced(TRANSLATABLE("Messages", "Unhandled Data Type %1"), "%1", type->name),
+                             .title = "",
+                             .subject = type->name});
   return true;
 }
 

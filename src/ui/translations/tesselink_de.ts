@@ -188,6 +188,81 @@
     </message>
 </context>
 <context>
+    <name>Messages</name>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>You must specify a valid input file</source>
+        <translation>Sie müssen eine gültige Eingabedatei angeben</translation>
+    </message>
+    <message>
+        <source>You must select an output file</source>
+        <translation>Sie müssen eine Ausgabedatei wählen</translation>
+    </message>
+    <message>
+        <source>Input and Output files can not be the same</source>
+        <translation>Ein- und Ausgabedatei können nicht dieselbe sein</translation>
+    </message>
+    <message>
+        <source>This file appears to come from a UNIX<byte value="xd"/>
+based system. It does not have both the<byte value="xd"/>
+carriage return and line feed caracters <byte value="xd"/>
+required for proper interpretation. Choose<byte value="xd"/>
+From the menu below what you want to do. <byte value="xd"/>
+<byte value="xd"/>
+Yes    : Overwrite the original with the fixed version <byte value="xd"/>
+No     : Create a fixed version in a new location<byte value="xd"/>
+Cancel : Abort the conversion<byte value="xd"/>
+</source>
+        <translation>Diese Datei stammt anscheinend von einem
+UNIX-System. Ihre Zeilen enden nicht mit
+Wagenrücklauf und Zeilenvorschub, wie es
+zum richtigen Lesen nötig ist. Wählen Sie
+unten, was geschehen soll.
+
+Ja:   Das Original mit der berichtigten Fassung überschreiben
+Nein:   Eine berichtigte Fassung an einem anderen Ort anlegen
+Abbrechen:   Die Umwandlung abbrechen
+</translation>
+    </message>
+    <message>
+        <source>Problem with Input</source>
+        <translation>Problem mit der Eingabe</translation>
+    </message>
+    <message>
+        <source>Select a Name for the new Version</source>
+        <translation>Name für die neue Fassung</translation>
+    </message>
+    <message>
+        <source>Error Finding %1</source>
+        <translation>%1 nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Could Not locate %1<byte value="xd"/>
+<byte value="xd"/>
+Please type it&apos;s location in the box below</source>
+        <translation>%1 wurde nicht gefunden.
+
+Bitte geben Sie unten an, wo die Datei liegt</translation>
+    </message>
+    <message>
+        <source>Fatal Error: Could not find file %1</source>
+        <translation>Schwerer Fehler: Die Datei %1 wurde nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Warning: <byte value="xd"/>
+Could not find file %1</source>
+        <translation>Warnung:
+Die Datei %1 wurde nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Unhandled Data Type %1</source>
+        <translation>Nicht unterstützte Datenart %1</translation>
+    </message>
+</context>
+<context>
     <name>OptionNaming</name>
     <message>
         <source>Height in the dialog &quot;DBF Fields&quot;</source>
@@ -634,6 +709,181 @@
     </message>
 </context>
 <context>
+    <name>Summary</name>
+    <message>
+        <source>%1 point</source>
+        <translation>%1 Punkt</translation>
+    </message>
+    <message>
+        <source>%1 points</source>
+        <translation>%1 Punkte</translation>
+    </message>
+    <message>
+        <source>%1 line</source>
+        <translation>%1 Linie</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Linien</translation>
+    </message>
+    <message>
+        <source>%1 polyline</source>
+        <translation>%1 Polylinie</translation>
+    </message>
+    <message>
+        <source>%1 polylines</source>
+        <translation>%1 Polylinien</translation>
+    </message>
+    <message>
+        <source>%1 text</source>
+        <translation>%1 Text</translation>
+    </message>
+    <message>
+        <source>%1 texts</source>
+        <translation>%1 Texte</translation>
+    </message>
+    <message>
+        <source>%1 circle</source>
+        <translation>%1 Kreis</translation>
+    </message>
+    <message>
+        <source>%1 circles</source>
+        <translation>%1 Kreise</translation>
+    </message>
+    <message>
+        <source>%1 arc</source>
+        <translation>%1 Bogen</translation>
+    </message>
+    <message>
+        <source>%1 arcs</source>
+        <translation>%1 Bögen</translation>
+    </message>
+    <message>
+        <source>%1 other</source>
+        <translation>%1 anderes</translation>
+    </message>
+    <message>
+        <source>%1 others</source>
+        <translation>%1 andere</translation>
+    </message>
+    <message>
+        <source>%1 element</source>
+        <translation>%1 Element</translation>
+    </message>
+    <message>
+        <source>%1 elements</source>
+        <translation>%1 Elemente</translation>
+    </message>
+    <message>
+        <source>%1 vertex</source>
+        <translation>%1 Stützpunkt</translation>
+    </message>
+    <message>
+        <source>%1 vertices</source>
+        <translation>%1 Stützpunkte</translation>
+    </message>
+    <message>
+        <source>%1 written</source>
+        <translation>%1 geschrieben</translation>
+    </message>
+    <message>
+        <source>no output was written</source>
+        <translation>keine Ausgabe wurde geschrieben</translation>
+    </message>
+    <message>
+        <source>the output is incomplete; it holds %1</source>
+        <translation>die Ausgabe ist unvollständig; sie enthält %1</translation>
+    </message>
+    <message>
+        <source>the output is as it was before; what was converted lies beside it, with %1</source>
+        <translation>die Ausgabe ist, wie sie vorher war; was umgewandelt wurde, liegt daneben, mit: %1</translation>
+    </message>
+    <message>
+        <source>no elements</source>
+        <translation>keine Elemente</translation>
+    </message>
+    <message>
+        <source>%1 (and %2 more of this kind)</source>
+        <translation>%1 (und %2 weitere dieser Art)</translation>
+    </message>
+    <message>
+        <source>not read, and so not converted: %1 of type %2</source>
+        <translation>nicht gelesen und daher nicht umgewandelt: %1 vom Typ %2</translation>
+    </message>
+    <message>
+        <source>not written: %1</source>
+        <translation>nicht geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>areas built: %1</source>
+        <translation>gebildete Flächen: %1</translation>
+    </message>
+    <message>
+        <source>areas built: %1, of %2</source>
+        <translation>gebildete Flächen: %1, aus %2</translation>
+    </message>
+    <message>
+        <source>Read: %1</source>
+        <translation>Gelesen: %1</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>Geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Written as another kind: %1</source>
+        <translation>Als andere Art geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Left out by layer: %1</source>
+        <translation>Nach Layer ausgelassen: %1</translation>
+    </message>
+    <message>
+        <source>Left out by clip: %1</source>
+        <translation>Außerhalb des Fensters ausgelassen: %1</translation>
+    </message>
+    <message>
+        <source>%1, in units of %2</source>
+        <translation>%1, in der Einheit %2</translation>
+    </message>
+    <message>
+        <source>accuracy unknown</source>
+        <translation>Genauigkeit unbekannt</translation>
+    </message>
+    <message>
+        <source>accuracy %1 m</source>
+        <translation>Genauigkeit %1 m</translation>
+    </message>
+    <message>
+        <source>, grid %1</source>
+        <translation>, Gitter %1</translation>
+    </message>
+    <message>
+        <source>by %1 (%2): %3</source>
+        <translation>durch %1 (%2): %3</translation>
+    </message>
+    <message>
+        <source>from %1</source>
+        <translation>von %1</translation>
+    </message>
+    <message>
+        <source>to %1</source>
+        <translation>nach %1</translation>
+    </message>
+    <message>
+        <source>coordinates: %1</source>
+        <translation>Koordinaten: %1</translation>
+    </message>
+    <message>
+        <source>more accurate were %1</source>
+        <translation>genauer wären %1</translation>
+    </message>
+    <message>
+        <source>about %1 remaining</source>
+        <translation>noch etwa %1</translation>
+    </message>
+</context>
+<context>
     <name>Warnings</name>
     <message>
         <source>What should be known of how the output came to its place, as of hard links.</source>
@@ -854,10 +1104,6 @@
     <message>
         <source>Letters that the code page of the output lacks became question marks.</source>
         <translation>Buchstaben, die der Codepage der Ausgabe fehlen, wurden zu Fragezeichen.</translation>
-    </message>
-    <message>
-        <source>Layers and line types have other names in the drawing, which allows fewer characters, or whose code page lacks letters of theirs.</source>
-        <translation>Layer und Linientypen heißen in der Zeichnung anders, die weniger Zeichen erlaubt oder deren Codepage Buchstaben fehlen.</translation>
     </message>
     <message>
         <source>A number that is no colour of a drawing became that of the layer.</source>
@@ -1191,6 +1437,10 @@
         <source>Layers without an entity code.</source>
         <translation>Layer ohne Objektcode.</translation>
     </message>
+    <message>
+        <source>Layers and line types have other names in the drawing, which allows fewer characters, or whose code page lacks letters of theirs.</source>
+        <translation>Layer und Linientypen heißen in der Zeichnung anders, die weniger Zeichen erlaubt oder deren Codepage Buchstaben fehlen.</translation>
+    </message>
 </context>
 <context>
     <name>tesselink::AboutBox</name>
@@ -1361,6 +1611,21 @@
     <message>
         <source>The program ended: %1</source>
         <translation>Das Programm endete: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tesselink::FrmScan</name>
+    <message>
+        <source>Scanning...</source>
+        <translation>Durchsuchen...</translation>
+    </message>
+    <message>
+        <source>Part of the file that was scanned</source>
+        <translation>Durchsuchter Teil der Datei</translation>
+    </message>
+    <message>
+        <source>Scanning file for Layers...</source>
+        <translation>Datei wird nach Layern durchsucht...</translation>
     </message>
 </context>
 <context>
@@ -2109,10 +2374,6 @@ ist eine Datei dieser Umwandlung. Wählen Sie einen anderen Namen.</translation>
 <context>
     <name>tesselink::QueueModel</name>
     <message>
-        <source>not written: %1</source>
-        <translation>nicht geschrieben: %1</translation>
-    </message>
-    <message>
         <source>Waiting</source>
         <translation>Wartet</translation>
     </message>
@@ -2579,6 +2840,21 @@ ist eine Datei dieser Umwandlung. Wählen Sie einen anderen Namen.</translation>
     <message>
         <source>The table has no field &quot;%1&quot;.</source>
         <translation>Die Tabelle hat kein Feld „%1“.</translation>
+    </message>
+</context>
+<context>
+    <name>tesselink::frmDBFScan</name>
+    <message>
+        <source>Loading...</source>
+        <translation>Laden...</translation>
+    </message>
+    <message>
+        <source>Loading Database...</source>
+        <translation>Datenbank wird geladen...</translation>
+    </message>
+    <message>
+        <source>Records loaded</source>
+        <translation>Geladene Datensätze</translation>
     </message>
 </context>
 <context>

@@ -67,6 +67,7 @@ struct ConvertCommand {
 /// Many conversions, each in a process of its own.
 struct BatchCommand {
   std::vector<std::string> inputs;   ///< files, folders and patterns
+  std::vector<std::string> exclude;  ///< files that are not taken from them
   std::string into;                  ///< the folder of the outputs
   ConvertCommand conversion;         ///< how each is converted; its inputs and output are those of one file at a time
   std::vector<std::string> options;  ///< of the conversion, as each is given them

@@ -27,10 +27,12 @@ constexpr std::size_t kScreenful = 20;
 constexpr std::uint64_t kLeastMemory = std::uint64_t{32} << 20;
 
 // Tells what stands against a batch, as much as a screen holds. Throws Error where there is something.
-void Refuse(const std::vector<std::string>& lines, const std::string& advice) {
-  if (lines.empty()) return;
-  for (std::size_t i = 0; i < lines.size() && i < kScreenful; ++i) PrintError(lines[i]);
-  if (lines.size() > kScreenful) PrintError("and " + std::to_string(lines.size() - kScreenful) + " more like these");
+void Refuse(const std::vector<Obstacle>& obstacles, const std::string& advice) {
+  if (obstacles.empty()) return;
+  for (std::size_t i = 0; i < obstacles.size() && i < kScreenful; ++i) PrintError(obstacles[i].text);
+  if (obstacles.size() > kScreenful) {
+    PrintError("and " + std::to_string(obstacles.size() - kScreenful) + " more like these");
+  }
   throw Error("nothing was converted: " + advice);
 }
 
@@ -58,7 +60,9 @@ void PrintCommand(const BatchCommand& command, const BatchPlan& plan, std::size_
 }
 
 void RefuseCollisions(BatchPlan& plan) {
-  Refuse(plan.Collisions(), "name such inputs in batches of their own, or take one format by --from KEY");
+  Refuse(
+      plan.Collisions(),
+      "name such inputs in batches of their own, take one format by --from KEY, or leave files out by --exclude FILE");
 }
 
 // The inputs that an earlier run has not converted.
@@ -139,15 +143,22 @@ int Convert(const BatchCommand& command, BatchPlan& plan, const BatchInputs& fou
   return kExitEndedEarly;
 }
 
+std::vector<std::string> TextsOf(const std::vector<Obstacle>& obstacles) {
+  std::vector<std::string> texts;
+  for (const Obstacle& obstacle : obstacles) {
+    if (texts.empty() || texts.back() != obstacle.text) texts.push_back(obstacle.text);
+  }
+  return texts;
+}
+
 // The same plan for programs: what stands against it is part of it.
 int PrintPlan(const BatchCommand& command, BatchPlan& plan, const BatchInputs& found) {
-  const std::vector<std::string> collisions = plan.Collisions();
+  const std::vector<Obstacle> collisions = plan.Collisions();
   std::optional<BatchReport> report;
   if (!command.report.empty()) report.emplace(command.report, command.resume, command.conversion.overwrite);
   BatchReport* const reported = report ? &*report : nullptr;
   const std::vector<std::size_t> inputs = ToDo(command, plan, reported);
-  std::vector<std::string> existing;
-  if (collisions.empty()) existing = plan.Protected(command.report, MayReplace(command, plan, reported, inputs));
+  const std::vector<Obstacle> existing = plan.Protected(command.report, MayReplace(command, plan, reported, inputs));
   std::vector<bool> isDone(plan.Size(), true);
   for (const std::size_t i : inputs) isDone[i] = false;
   Json files = Json::array();
@@ -155,13 +166,16 @@ int PrintPlan(const BatchCommand& command, BatchPlan& plan, const BatchInputs& f
     const bool done = isDone[i];
     files.push_back({{"input", AsUtf8(plan.Input(i))}, {"output", AsUtf8(plan.Output(i))}, {"done", done}});
   }
+  for (const std::vector<Obstacle>* obstacles : {&existing, &collisions}) {
+    for (const Obstacle& obstacle : *obstacles) files[obstacle.input]["against"] = AsUtf8(obstacle.text);
+  }
   std::vector<std::string> notes = found.notes;
   for (const std::vector<std::string>& more : {found.closed, plan.AlikeOutputs()}) {
     notes.insert(notes.end(), more.begin(), more.end());
   }
   Print(JsonText({{"files", files},
-                  {"collisions", TextsJson(collisions)},
-                  {"existing", TextsJson(existing)},
+                  {"collisions", TextsJson(TextsOf(collisions))},
+                  {"existing", TextsJson(TextsOf(existing))},
                   {"notes", TextsJson(notes)}}) +
         "\n");
   return collisions.empty() && existing.empty() ? kExitDone : kExitFailed;

@@ -2,6 +2,8 @@
 #include "cli/BatchInputs.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <set>
 
 #include "cli/Console.h"
 #include "core/io/Errors.h"
@@ -174,12 +176,34 @@ class InputSearch {
   std::size_t fromOutputs_ = 0, besides_ = 0, besideShapes_ = 0, links_ = 0;
 };
 
+std::string WholePath(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::absolute(path, error).lexically_normal().string();
+}
+
+// A name that fits none of the files is misspelt.
+void LeaveOut(const std::vector<std::string>& named, BatchInputs& found) {
+  std::set<std::string> left;
+  for (const std::string& name : named) left.insert(WholePath(name));
+  if (left.empty()) return;
+  std::set<std::string> met;
+  std::erase_if(found.files, [&](const BatchInput& input) {
+    std::string path = WholePath(input.path);
+    return left.contains(path) && (met.insert(std::move(path)), true);
+  });
+  for (const std::string& name : named) {
+    if (!met.contains(WholePath(name))) throw UsageError("--exclude " + name + ": is none of the files of this batch");
+  }
+}
+
 }  // namespace
 
 BatchInputs FindInputs(const BatchCommand& command) {
   InputSearch search(command);
   for (const std::string& argument : command.inputs) search.Add(argument);
-  return search.Found();
+  BatchInputs found = search.Found();
+  LeaveOut(command.exclude, found);
+  return found;
 }
 
 }  // namespace tesselink

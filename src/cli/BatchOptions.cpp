@@ -26,7 +26,8 @@ constexpr double kLongestTime = 1e9;
 
 // Of the options that `convert` has too, those that say nothing of how a drawing is converted.
 const std::vector<std::string> kNotHandedOn{"overwrite", "quiet", "json", "progress", "no-progress"};
-const std::vector<std::string> kOwn{"into", "jobs", "report", "resume", "dry-run", "timeout", "memory", "help"};
+const std::vector<std::string> kOwn{"exclude", "into",    "jobs",   "report", "resume",
+                                    "dry-run", "timeout", "memory", "help"};
 
 bool IsOneOf(const CLI::Option& option, const std::vector<std::string>& names) {
   return std::any_of(names.begin(), names.end(), [&](const std::string& name) { return option.check_lname(name); });
@@ -39,6 +40,13 @@ void AddBatchOptions(CLI::App& command, BatchCommand& values, const CLI::Validat
       ->required()
       ->type_name("INPUT...")
       ->expected(-1);
+  command
+      .add_option("--exclude", values.exclude,
+                  "Leave this file of a folder or a pattern out; may be\ngiven again for others")
+      ->type_name("FILE")
+      ->expected(1)
+      ->take_all()
+      ->allow_extra_args(false);
   command.add_option("--into", values.into, "Folder of the outputs; trees below input folders are kept")
       ->required()
       ->type_name("FOLDER");

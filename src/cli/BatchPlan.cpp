@@ -122,8 +122,8 @@ std::vector<std::string> BatchPlan::AlikeOutputs() const {
   return lines;
 }
 
-std::vector<std::string> BatchPlan::Collisions() {
-  std::vector<std::string> lines;
+std::vector<Obstacle> BatchPlan::Collisions() {
+  std::vector<Obstacle> collisions;
   std::vector<bool> isTwice(Size());
   const std::vector<std::size_t> order = ByOutput([](const std::string& output) { return output; });
   for (std::size_t k = 1, first = 0; k < order.size(); ++k) {
@@ -133,12 +133,16 @@ std::vector<std::string> BatchPlan::Collisions() {
     } else if (SameFile(Input(one), Input(other)) && FileNameOf(Input(one)) == FileNameOf(Input(other))) {
       isTwice[other] = true;
     } else {
-      lines.push_back(Input(one) + " and " + Input(other) + " would both become " + Output(one));
+      collisions.push_back({other, Input(one) + " and " + Input(other) + " would both become " + Output(one)});
     }
+  }
+  for (Obstacle& collision : collisions) {
+    const auto until = isTwice.begin() + static_cast<std::ptrdiff_t>(collision.input);
+    collision.input -= static_cast<std::size_t>(std::count(isTwice.begin(), until, true));
   }
   std::size_t i = 0;
   std::erase_if(inputs_, [&](const BatchInput&) { return isTwice[i++]; });
-  return lines;
+  return collisions;
 }
 
 // The number of an input, and a file of its output. Most batches begin in an empty folder: each folder is listed once.
@@ -168,7 +172,7 @@ std::vector<std::pair<std::size_t, std::string>> BatchPlan::AllExisting() {
   return existing;
 }
 
-std::vector<std::string> BatchPlan::Protected(const std::string& report, const MayReplace& mayReplace) {
+std::vector<Obstacle> BatchPlan::Protected(const std::string& report, const MayReplace& mayReplace) {
   const auto existing = AllExisting();
   std::set<std::pair<std::uint64_t, std::uint64_t>> read;  // by device and number, since a file may have many names
   const auto numberOf = [](const std::string& file) {
@@ -180,16 +184,16 @@ std::vector<std::string> BatchPlan::Protected(const std::string& report, const M
   for (std::size_t i = 0; i < Size() && !existing.empty(); ++i) {
     for (const std::string& file : Read(i)) read.insert(numberOf(file));
   }
-  std::vector<std::string> lines;
+  std::vector<Obstacle> obstacles;
   for (const auto& [i, file] : existing) {
     if (read.count(numberOf(file)) > 0) {
-      lines.push_back(file + ": is read by this batch or its report, and would be replaced by the output of " +
-                      Input(i));
+      obstacles.push_back(
+          {i, file + ": is read by this batch or its report, and would be replaced by the output of " + Input(i)});
     } else if (!mayReplace(i, file)) {
-      lines.push_back(file + ": exists already");
+      obstacles.push_back({i, file + ": exists already"});
     }
   }
-  return lines;
+  return obstacles;
 }
 
 }  // namespace tesselink

@@ -13,6 +13,12 @@
 
 namespace tesselink {
 
+/// What stands against the conversion of an input.
+struct Obstacle {
+  std::size_t input;
+  std::string text;
+};
+
 class BatchPlan {
  public:
   /// Checks that the options go with every input. Throws UsageError or Error where they do not.
@@ -31,12 +37,12 @@ class BatchPlan {
 
   /// Outputs that differ in the case of letters alone, for the person to know.
   std::vector<std::string> AlikeOutputs() const;
-  /// Inputs that would write one output, a line each. An input that was named twice is dropped before.
-  std::vector<std::string> Collisions();
-  /// Outputs that exist and must not be replaced, a line each: each that is an input of the batch or is read with one,
+  /// Inputs that would write the output of one before them. An input that was named twice is dropped before.
+  std::vector<Obstacle> Collisions();
+  /// Outputs that exist and must not be replaced: each that is an input of the batch or is read with one,
   /// and each that `mayReplace` does not allow, by the number of the input and the file.
   using MayReplace = std::function<bool(std::size_t, const std::string&)>;
-  std::vector<std::string> Protected(const std::string& report, const MayReplace& mayReplace);
+  std::vector<Obstacle> Protected(const std::string& report, const MayReplace& mayReplace);
   /// After that: whether killed runs have left something in the folders of the outputs. If not, conversions need not
   /// look: among ten thousand outputs that takes longer than to convert a small drawing.
   bool HasLeftovers() const { return hasLeftovers_; }

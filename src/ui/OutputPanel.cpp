@@ -129,7 +129,7 @@ void OutputPanel::CleanText() {
   if (outFile_->text() != Path()) outFile_->setText(Path());
 }
 
-void OutputPanel::LookAgain() { note_->Show(PathNotes::OfOutput(Path(), input_, Row(), options_)); }
+void OutputPanel::LookAgain() { note_->Show(PathNotes::OfOutput(Path(), input_, Row(), options_, formats_)); }
 
 bool OutputPanel::Settle() {
   CleanText();

@@ -10,20 +10,16 @@
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
 #include "core/io/System.h"
+#include "core/run/FilesRead.h"
 #include "core/run/WrittenFiles.h"
 #include "ui/TextPaths.h"
+#include "ui/UiNumbers.h"
 #include "ui/UiText.h"
 
 namespace tesselink {
 namespace {
 
 using sys::FileKind;
-
-QString Number(std::int64_t count) {
-  QLocale locale;
-  locale.setNumberOptions(locale.numberOptions() & ~QLocale::OmitGroupSeparator);
-  return locale.toString(static_cast<qlonglong>(count));
-}
 
 // Lines break between the parts, not within.
 QString Joined(QStringList parts) {
@@ -63,6 +59,19 @@ QString SystemBeside(const std::string& path) {
 bool IsSame(const std::string& a, const std::string& b) {
   try {
     return a == b || SameFile(a, b);
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+// Whether a file is one that is read along with the input.
+bool IsBeside(const std::string& input, const std::string& file, const FormatTable& formats) {
+  FilesRead read;
+  for (const InputFormat& row : formats.Inputs()) {
+    if (row.Extension() == ExtensionOf(input)) read.Add(input, row.companions);
+  }
+  try {
+    return read.Holds(file);
   } catch (const Error&) {
     return false;
   }
@@ -147,10 +156,11 @@ Note PathNotes::ProblemOfInputs(const QStringList& paths, const InputFormat& for
 }
 
 QString PathNotes::Counted(const InputFormat& format, const InputFacts& facts) {
-  QString counted = facts.counts.elements == 1 ? tr("1 element") : tr("%1 elements").arg(Number(facts.counts.elements));
+  QString counted =
+      facts.counts.elements == 1 ? tr("1 element") : tr("%1 elements").arg(Grouped(facts.counts.elements));
   if (!format.hasAttributes || facts.counts.layers > 1) {
     counted = facts.counts.layers == 1 ? tr("%1 on 1 layer").arg(counted)
-                                       : tr("%1 on %2 layers").arg(counted, Number(facts.counts.layers));
+                                       : tr("%1 on %2 layers").arg(counted, Grouped(facts.counts.layers));
   }
   return facts.hasEnded ? counted : tr("%1 so far").arg(counted);
 }
@@ -184,11 +194,12 @@ QString PathNotes::WhyNoOutput(const std::string& path) {
 }
 
 Note PathNotes::OfOutput(const QString& path, const QString& input, const OutputFormat& format,
-                         const FilterOptions& options) {
+                         const FilterOptions& options, const FormatTable& formats) {
   if (path.isEmpty()) return {input.isEmpty() ? QString() : tr("Say where the result is to go.")};
   const std::string file = PathOf(path), folder = FolderFor(file);
   if (const QString reason = WhyNoOutput(file); !reason.isEmpty()) return {reason, true};
   if (IsSame(PathOf(input), file)) return {tr("This is the input itself. Choose another name."), true};
+  if (IsBeside(PathOf(input), file, formats)) return {tr("This belongs to the input. Choose another name."), true};
   if (!IsFolder(folder)) return {tr("There is no folder %1.").arg(WholeFolder(file)), true};
   if (IsStream(file)) return {tr("A device or a pipe takes the result.")};
   const std::vector<std::string> replaced = ReplacedFiles(file, format, options);

@@ -33,7 +33,7 @@ class PathNotes {
   static QString FormatByContent(const std::string& path, const InputFormat& chosen, const FormatTable& formats);
   /// What becomes of an output: a new file or one that is replaced, or why there can be none.
   static Note OfOutput(const QString& path, const QString& input, const OutputFormat& format,
-                       const FilterOptions& options);
+                       const FilterOptions& options, const FormatTable& formats);
   /// Why a path names no file that is written; empty where it may.
   static QString WhyNoOutput(const std::string& path);
 

@@ -72,8 +72,23 @@ void QueueModel::Show(const QStringList& inputs) {
   Replace(std::move(rows));
 }
 
-void QueueModel::TakePlan(const QJsonObject& plan) {
+void QueueModel::Remove(const QStringList& inputs) {
+  QList<QueueRow> rows = rows_;
+  rows.removeIf([&inputs](const QueueRow& row) { return inputs.contains(row.input); });
+  Replace(std::move(rows));
+}
+
+void QueueModel::TakePlan(const QJsonObject& plan, const QStringList& unreadable) {
   QList<QueueRow> rows;
+  const auto leftOut = [](QueueRow& row, const std::string& reason) {
+    row.state = QueueState::LeftOut;
+    row.account.reasons = {reason};
+  };
+  for (const QString& input : unreadable) {
+    QueueRow row{input, {}};
+    leftOut(row, WhyNotReadable(PathOf(input)));
+    rows.append(std::move(row));
+  }
   for (const QJsonValue value : plan["files"].toArray()) {
     const QJsonObject file = value.toObject();
     QueueRow row{file["input"].toString(), file["output"].toString()};
@@ -82,8 +97,10 @@ void QueueModel::TakePlan(const QJsonObject& plan) {
     if (const auto known = byInput_.find(row.input); known != byInput_.end()) {
       const QueueRow& before = rows_[*known];
       const bool wasDone = before.state == QueueState::Done || before.state == QueueState::DoneBefore;
-      if (before.output == row.output && wasDone == isDone) row = before;
+      const bool wasLeftOut = before.state == QueueState::LeftOut;
+      if (before.output == row.output && wasDone == isDone && !wasLeftOut) row = before;
     }
+    if (const QString against = file["against"].toString(); !against.isEmpty()) leftOut(row, against.toStdString());
     rows.append(std::move(row));
   }
   Replace(std::move(rows));
@@ -132,6 +149,8 @@ QString QueueModel::StateText(QueueState state) const {
   switch (state) {
     case QueueState::Waiting:
       return tr("Waiting");
+    case QueueState::LeftOut:
+      return tr("Left out");
     case QueueState::DoneBefore:
       return tr("Done before");
     case QueueState::Converting:
@@ -196,7 +215,9 @@ QVariant QueueModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::DecorationRole && index.column() == kState) {
     const auto icon = [](QStyle::StandardPixmap pixmap) { return QApplication::style()->standardIcon(pixmap); };
     if (row.state == QueueState::Failed) return icon(QStyle::SP_MessageBoxCritical);
-    if (row.state == QueueState::Incomplete) return icon(QStyle::SP_MessageBoxWarning);
+    if (row.state == QueueState::Incomplete || row.state == QueueState::LeftOut) {
+      return icon(QStyle::SP_MessageBoxWarning);
+    }
     if (row.state == QueueState::Done || row.state == QueueState::DoneBefore) return icon(QStyle::SP_DialogApplyButton);
     return {};
   }

@@ -13,7 +13,7 @@
 
 namespace tesselink {
 
-enum class QueueState { Waiting, DoneBefore, Converting, Done, Incomplete, Failed };
+enum class QueueState { Waiting, LeftOut, DoneBefore, Converting, Done, Incomplete, Failed };
 
 struct QueueRow {
   QString input, output;
@@ -31,8 +31,11 @@ class QueueModel final : public QAbstractTableModel {
 
   /// Files of which nothing is known yet.
   void Show(const QStringList& inputs);
-  /// The files of a plan; what has come of those that it still has stays.
-  void TakePlan(const QJsonObject& plan);
+  /// Takes files out.
+  void Remove(const QStringList& inputs);
+  /// The files of a plan, behind those that cannot be read; what has come of those that it still has stays. What
+  /// something stands against is left out, and says why.
+  void TakePlan(const QJsonObject& plan, const QStringList& unreadable);
   /// What has failed waits again.
   void BeginRun();
   void TakeBegun(const QString& input);

@@ -38,6 +38,11 @@ constexpr int kBeforePlan = 250;  // milliseconds in which a person may type on
 constexpr qsizetype kShownNotes = 3;
 constexpr int kExitCancelled = 130;
 
+// Whether a file is this one, or lies in this folder.
+bool IsIn(const QString& file, const QString& given) {
+  return file == given || file.startsWith(given.endsWith('/') ? given : given + '/');
+}
+
 bool IsShapefile(const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; }
 
 QStringList Texts(const QJsonValue& array) {
@@ -57,6 +62,7 @@ void QueueWindow::Add(const QStringList& paths) {
   for (const QString& path : paths) {
     const QString whole = QFileInfo(path).isAbsolute() ? path : QFileInfo(path).absoluteFilePath();
     if (!given_.contains(whole)) given_.append(whole);
+    removed_.removeIf([&whole](const QString& file) { return IsIn(file, whole); });
   }
   if (into_->text().isEmpty() && !given_.isEmpty()) {
     into_->setText(Shown(FolderOf(given_[0].toStdString())) + "converted");
@@ -84,19 +90,43 @@ void QueueWindow::AddFolder() {
   }
 }
 
-// What lies in a folder that was added goes with the whole folder.
+// A folder of which no file is left goes too.
 void QueueWindow::Remove() {
-  QStringList marked;
-  for (const QModelIndex& index : list_->selectionModel()->selectedRows())
-    marked.append(model_->Rows()[index.row()].input);
-  const auto isMarked = [&marked](const QString& given) {
-    return std::any_of(marked.begin(), marked.end(), [&given](const QString& input) {
-      return input == given || input.startsWith(given.endsWith('/') ? given : given + '/');
-    });
-  };
-  given_.removeIf(isMarked);
-  model_->Show(given_);
+  QStringList left, marked;
+  for (const QueueRow& row : model_->Rows()) left.append(row.input);
+  for (const QModelIndex& index : list_->selectionModel()->selectedRows()) marked.append(left[index.row()]);
+  left.removeIf([&marked](const QString& input) { return marked.contains(input); });
+  given_.removeIf([&left](const QString& given) {
+    return std::none_of(left.begin(), left.end(), [&given](const QString& input) { return IsIn(input, given); });
+  });
+  for (const QString& file : marked) {
+    const auto holdsIt = [&file](const QString& given) { return IsIn(file, given); };
+    if (std::any_of(given_.begin(), given_.end(), holdsIt)) removed_.append(file);
+  }
+  removed_.removeIf([this](const QString& file) {
+    return std::none_of(given_.begin(), given_.end(), [&file](const QString& given) { return IsIn(file, given); });
+  });
+  model_->Remove(marked);
   PlanSoon();
+}
+
+// What is not to be converted: what was removed, and what the plan leaves out.
+QStringList QueueWindow::Excluded() const {
+  QStringList files = removed_;
+  for (const QueueRow& row : model_->Rows()) {
+    if (row.state == QueueState::LeftOut && !unreadable_.contains(row.input)) files.append(row.input);
+  }
+  return files;
+}
+
+// The inputs that can be read, and what is not to be taken from their folders, as far as it is still there.
+void QueueWindow::AddInputs(std::vector<std::string>& arguments, const QStringList& excluded) const {
+  for (const QString& file : excluded) {
+    if (FileExists(PathOf(file))) arguments.insert(arguments.end(), {"--exclude", PathOf(file)});
+  }
+  for (const QString& given : given_) {
+    if (!unreadable_.contains(given)) arguments.push_back(PathOf(given));
+  }
 }
 
 void QueueWindow::ChooseFolder() {
@@ -124,7 +154,7 @@ void QueueWindow::CopyCommand() {
   std::string command = "tesselink";
   std::vector<std::string> arguments = Arguments();
   if (!savedReport_.isEmpty()) arguments.insert(arguments.end(), {"--report", PathOf(savedReport_), "--resume"});
-  for (const QString& given : given_) arguments.push_back(PathOf(given));
+  AddInputs(arguments, Excluded());
   for (const std::string& argument : arguments) command += " " + ShellQuotedAsUtf8(argument);
   QGuiApplication::clipboard()->setText(QString::fromStdString(command));
 }
@@ -157,7 +187,12 @@ void QueueWindow::MakePlan() {
   if (QFileInfo::exists(Shown(ReportPath()))) {
     arguments.insert(arguments.end(), {"--report", ReportPath(), "--resume"});
   }
-  for (const QString& given : given_) arguments.push_back(PathOf(given));
+  unreadable_.clear();
+  for (const QString& given : given_) {
+    if (!QFileInfo(given).isDir() && !WhyNotReadable(PathOf(given)).empty()) unreadable_.append(given);
+  }
+  AddInputs(arguments, removed_);
+  if (unreadable_.size() == given_.size()) return TakePlan(0, R"({"files": []})", {});
   planning_->Start(program_, arguments);
 }
 
@@ -166,18 +201,18 @@ void QueueWindow::TakePlan(int, const QByteArray& output, const QString& errors)
   const QJsonObject plan = QJsonDocument::fromJson(output).object();
   const QStringList collisions = Texts(plan["collisions"]), existing = Texts(plan["existing"]);
   QStringList against = plan.isEmpty() ? errors.split('\n') : collisions + existing;
-  if (plan["files"].isArray() && plan["files"].toArray().isEmpty()) against.append(tr("No drawings were found there."));
+  if (!plan.isEmpty()) model_->TakePlan(plan, unreadable_);
+  if (!plan.isEmpty() && model_->rowCount() == 0) against.append(tr("No drawings were found there."));
   const auto more = against.size() - kShownNotes;
   if (more > 0) against = against.first(kShownNotes) << tr("and %1 more like these").arg(more);
   if (!collisions.isEmpty()) {
-    against.append(tr("Two drawings cannot become one file. Convert such drawings one group after the other."));
+    against.append(tr("Two drawings cannot become one file. The second one is left out."));
   } else if (!existing.isEmpty()) {
     against.append(tr("Choose another folder, or tick \"Replace files that exist\". What is read is never replaced."));
   }
-  if (!plan.isEmpty()) model_->TakePlan(plan);
   trouble_ = against.join('\n');
   notes_->setToolTip(Texts(plan["notes"]).join('\n'));
-  isPlanned_ = trouble_.isEmpty();
+  isPlanned_ = !plan.isEmpty() && model_->Count(QueueState::LeftOut) < model_->rowCount();
   ShowState();
 }
 
@@ -185,13 +220,15 @@ void QueueWindow::Begin() {
   if (!isPlanned_ || IsRunning()) return;
   std::vector<std::string> arguments = Arguments();
   arguments.insert(arguments.end(), {"--report", ReportPath(), "--resume", "--no-progress", "--json"});
-  for (const QString& given : given_) arguments.push_back(PathOf(given));
+  AddInputs(arguments, Excluded());
   report_.SkipToEnd();
   begun_.Rewind();
   isAsked_ = false;
   model_->BeginRun();
-  toDo_ =
-      static_cast<int>(model_->Rows().size()) - model_->Count(QueueState::DoneBefore) - model_->Count(QueueState::Done);
+  toDo_ = static_cast<int>(model_->Rows().size());
+  for (const QueueState state : {QueueState::LeftOut, QueueState::DoneBefore, QueueState::Done}) {
+    toDo_ -= model_->Count(state);
+  }
   watch_.Start();
   gauge_->show();
   progress_->show();
@@ -227,7 +264,8 @@ void QueueWindow::TakeEnd(int exitCode, const QString& errors) {
   const int all = static_cast<int>(model_->Rows().size());
   const int good = model_->Count(QueueState::Done) + model_->Count(QueueState::DoneBefore);
   const int failed = model_->Count(QueueState::Failed) + model_->Count(QueueState::Incomplete);
-  const QString figures = tr("%1 of %2 files converted, %3 failed").arg(good).arg(all).arg(failed);
+  QString figures = tr("%1 of %2 files converted, %3 failed").arg(good).arg(all).arg(failed);
+  if (const int left = model_->Count(QueueState::LeftOut); left > 0) figures += ", " + tr("%1 left out").arg(left);
   const bool isWrong = exitCode == 1 || exitCode == 2 || exitCode < 0;
   const QString ending = exitCode == kExitCancelled ? tr("Cancelled") : isWrong ? tr("Failed") : tr("Done");
   progress_->setText(isWrong ? ending + ": " + errors : ending + ": " + figures);
@@ -302,6 +340,7 @@ void QueueWindow::ShowState() {
   } else if (into_->text().isEmpty()) {
     notes = tr("Choose the folder of the outputs.");
   }
+  ShowDetails();
   notes_->setText(notes);
   notes_->setVisible(!running && !notes.isEmpty());
 }

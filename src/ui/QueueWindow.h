@@ -63,6 +63,8 @@ class QueueWindow final : public QWidget {
   void AskCancel();
 
   std::vector<std::string> Arguments() const;
+  QStringList Excluded() const;
+  void AddInputs(std::vector<std::string>& arguments, const QStringList& excluded) const;
   std::string ReportPath() const;
   void PlanSoon();
   void MakePlan();
@@ -92,7 +94,9 @@ class QueueWindow final : public QWidget {
   QLabel *notes_, *progress_;
   QProgressBar* gauge_;
   QPushButton *addFiles_, *addFolder_, *remove_, *browse_, *join_, *copy_, *save_, *start_, *cancel_, *close_;
-  QStringList given_;  // files and folders, as the person has named them
+  QStringList given_;       // files and folders, as the person has named them
+  QStringList removed_;     // files of these folders
+  QStringList unreadable_;  // of what was named
   QString savedReport_;
   QString trouble_;  // what stands against a start
   QTimer planSoon_;

@@ -61,6 +61,14 @@ struct Batch {
     const auto hasEnded = [this] { return Get<QLabel>("lblProgress").text().contains(':'); };
     return QTest::qWaitFor(hasEnded, 30'000) ? Get<QLabel>("lblProgress").text() : "no end came";
   }
+  // Selects the row whose file's name ends so.
+  void Mark(const QString& name) const {
+    auto& list = Get<QTableView>("List");
+    for (int row = 0; row < list.model()->rowCount(); ++row) {
+      if (list.model()->index(row, 0).data().toString().endsWith(name)) return list.selectRow(row);
+    }
+    QFAIL("no such row");
+  }
   // File, state, losses and result of each, in the order of files.
   QStringList Rows() const {
     const auto& model = *Get<QTableView>("List").model();
@@ -135,16 +143,42 @@ class QueueTest : public QObject {
     QCOMPARE(batch.Plan(), QString());
     batch.Put("in/plat.shp", "");
     const QString collision = batch.Plan({batch.Path("in/plat.shp")});
-    QVERIFY2(collision.contains("would both become") && !batch.Start().isEnabled(), qPrintable(collision));
+    QVERIFY2(collision.contains("would both become"), qPrintable(collision));
     QVERIFY2(!(exists + collision).contains("--"), qPrintable(exists + collision));
-    batch.Get<QTableView>("List").selectRow(1);
-    batch.Get<QPushButton>("cmdRemove").click();
-    QCOMPARE(batch.Plan(), QString());
     QVERIFY(batch.Get<QComboBox>("BatchFormat").count() >= 8);
 
     Batch without("");
     QVERIFY(without.Plan({without.Path("in")}).contains("not installed"));
     QVERIFY(!without.Start().isEnabled());
+  }
+
+  // What something stands against is left out and says why; the others are converted.
+  void GoesOnWithoutWhatCannotBeConverted() {
+    Batch batch;
+    batch.Put("in/plat.shp", "");
+    batch.Plan({batch.Path("in"), batch.Path("missing.dxf")});
+    const QStringList rows = batch.Rows();
+    QCOMPARE(rows.size(), 5);
+    QVERIFY2(rows[3].contains("/plat.shp | Left out |  | ") && rows[3].contains("would both become"),
+             qPrintable(rows[3]));
+    QVERIFY2(rows[4].startsWith("missing.dxf | Left out |  | "), qPrintable(rows[4]));
+    batch.Mark("damaged.dxf");
+    batch.Get<QPushButton>("cmdRemove").click();
+    QVERIFY(batch.Get<QPlainTextEdit>("Details").toPlainText().isEmpty());
+    batch.Plan();
+    QCOMPARE(batch.Rows().size(), 4);
+    QCOMPARE(batch.Run(), QString("Done: 2 of 4 files converted, 0 failed, 2 left out"));
+    batch.Get<QPushButton>("cmdCopyCommand").click();
+    const QString command = QApplication::clipboard()->text();
+    QCOMPARE(command.count("--exclude"), 2);
+    QVERIFY2(!command.contains("missing.dxf"), qPrintable(command));
+
+    for (const char* name : {"plat.shp", "missing.dxf"}) batch.Mark(name), batch.Get<QPushButton>("cmdRemove").click();
+    QCOMPARE(batch.Plan(), QString());
+    QCOMPARE(batch.Rows().size(), 2);
+    // Named again it is taken again.
+    batch.Plan({batch.Path("in/damaged.dxf")});
+    QCOMPARE(batch.Rows().size(), 3);
   }
 
   // A drawing that would take hours.

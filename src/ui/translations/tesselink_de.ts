@@ -2133,6 +2133,10 @@ Standard: Dateien, wie andere Programme sie lesen und schreiben.</translation>
         <source>The name does not end in %1, as the format does.</source>
         <translation>Der Name endet nicht auf %1 wie das Format.</translation>
     </message>
+    <message>
+        <source>This belongs to the input. Choose another name.</source>
+        <translation>Diese Datei gehört zur Eingabe. Wählen Sie einen anderen Namen.</translation>
+    </message>
 </context>
 <context>
     <name>tesselink::PreviewLayers</name>
@@ -2445,6 +2449,10 @@ ist eine Datei dieser Umwandlung. Wählen Sie einen anderen Namen.</translation>
         <source>Result</source>
         <translation>Ergebnis</translation>
     </message>
+    <message>
+        <source>Left out</source>
+        <translation>Ausgelassen</translation>
+    </message>
 </context>
 <context>
     <name>tesselink::QueueWindow</name>
@@ -2573,10 +2581,6 @@ ist eine Datei dieser Umwandlung. Wählen Sie einen anderen Namen.</translation>
         <translation>und %1 weitere wie diese</translation>
     </message>
     <message>
-        <source>Two drawings cannot become one file. Convert such drawings one group after the other.</source>
-        <translation>Zwei Zeichnungen können nicht zu einer Datei werden. Wandeln Sie solche Zeichnungen gruppenweise um.</translation>
-    </message>
-    <message>
         <source>Choose another folder, or tick &quot;Replace files that exist&quot;. What is read is never replaced.</source>
         <translation>Wählen Sie einen anderen Ordner oder kreuzen Sie „Vorhandene Dateien ersetzen“ an. Was gelesen wird, wird nie ersetzt.</translation>
     </message>
@@ -2627,6 +2631,14 @@ ist eine Datei dieser Umwandlung. Wählen Sie einen anderen Namen.</translation>
     <message>
         <source>Choose the folder of the outputs.</source>
         <translation>Wählen Sie den Ordner der Ausgaben.</translation>
+    </message>
+    <message>
+        <source>Two drawings cannot become one file. The second one is left out.</source>
+        <translation>Zwei Zeichnungen können nicht zu einer Datei werden. Die zweite wird ausgelassen.</translation>
+    </message>
+    <message>
+        <source>%1 left out</source>
+        <translation>%1 ausgelassen</translation>
     </message>
 </context>
 <context>

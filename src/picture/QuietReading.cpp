@@ -16,7 +16,7 @@ class QuietReading::Silence final : public Nobody {
   Silence(const Clock& clock, Breath breath, std::optional<FieldChoice> fields)
       : clock_(clock), breath_(std::move(breath)), fields_(std::move(fields)) {}
 
-  void OpeningBegins() { until_ = clock_() + kPatience; }
+  void StepBegins() { until_ = clock_() + kPatience; }
   const std::vector<std::string>& Messages() const { return messages_; }
 
   Answer ShowMessage(const Message& message) override {
@@ -66,13 +66,16 @@ QuietReading::~QuietReading() = default;
 
 bool QuietReading::Slice(std::chrono::milliseconds time) {
   const auto until = clock_() + time;
+  person_->StepBegins();
   try {
     while (!ended_) {
       if (!Digest()) ReadOn();
       if (clock_() >= until) break;
     }
   } catch (const OperationCanceled&) {
-    grave_ = input_.paths[next_ - 1] + ": so much stands before its first element that it has no preview";
+    grave_ = input_.paths[next_ - 1] + (pump_.Elements() == 0
+                                            ? ": so much stands before its first element that it has no preview"
+                                            : ": so much stands behind what is shown that the preview ends there");
   } catch (const std::bad_alloc&) {
     grave_ = input_.paths[next_ - 1] + ": not enough memory for a preview";
   } catch (const std::exception& error) {
@@ -108,7 +111,7 @@ void QuietReading::OpenNext() {
     reader_ = input_.format.create(context_);
     if (input_.format.hasAttributes && !input_.fields) reader_->Layered = false;
   }
-  person_->OpeningBegins();
+  person_->StepBegins();
   reader_->filename(path);
   open_ = !reader_->filename().empty();
   ended_ = !open_;

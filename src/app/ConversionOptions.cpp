@@ -49,8 +49,8 @@ const std::vector<General>& Generals() {
       {"text-angle", Labels, OptionKind::Text, FieldOrNumber, HasLabels, nullptr, {}, true},
       {"colour-field", Labels, OptionKind::Text, Field, HasLabels, nullptr, {}, true},
       {"attributes", Labels, OptionKind::Choice, Anything, HasAttributes, nullptr, {"keep", "drop"}},
-      {"layers", Layers, OptionKind::Text, LayerList},
-      {"without-layers", Layers, OptionKind::Text, LayerList},
+      {"layers", Layers, OptionKind::Text, LayerList, Always, nullptr, {}, true},
+      {"without-layers", Layers, OptionKind::Text, LayerList, Always, nullptr, {}, true},
       {"clip", Layers, OptionKind::Text, Box, Always, WrongBox, {}, true},
       {"layer-codes", Layers, OptionKind::File, Anything, HasLayers},
       {"smart-assign", Layers, OptionKind::Flag, Anything, HasLayers},
@@ -59,7 +59,7 @@ const std::vector<General>& Generals() {
       {"allow-ballpark", Systems, OptionKind::Flag},
       {"build-areas", Areas, OptionKind::Flag, Anything, MayHoldAreas},
       {"snap", Areas, OptionKind::Text, Anything, MayHoldAreas, WrongDistance},
-      {"label-layer", Areas, OptionKind::Text, LayerList, MayHoldAreas},
+      {"label-layer", Areas, OptionKind::Text, LayerList, MayHoldAreas, nullptr, {}, true},
       {"max-output", Output, OptionKind::Text, Anything, Always, WrongSize},
       {"sync", Output, OptionKind::Flag}};
   return kGenerals;

@@ -7,8 +7,11 @@
 
 namespace tesselink {
 
-GivenAnswers::GivenAnswers(OptionValues values, Interaction& person)
-    : values_(std::move(values)), person_(person), layers_(values_.Text("layer-codes"), values_.Has("smart-assign")) {}
+GivenAnswers::GivenAnswers(OptionValues values, Interaction& person, CodesByLayer codes)
+    : values_(std::move(values)),
+      person_(person),
+      layers_(values_.Text("layer-codes"), values_.Has("smart-assign")),
+      codes_(std::move(codes)) {}
 
 Answer GivenAnswers::ShowMessage(const Message& message) {
   if (message.topic != Topic::LineEnds) return person_.ShowMessage(message);
@@ -41,7 +44,18 @@ void GivenAnswers::SelectFields(FieldSelection& selection) {
 }
 
 std::optional<std::vector<std::string>> GivenAnswers::MatchLayers(const LayerMatchingQuestion& question) {
-  return layers_.Wanted() ? layers_.Codes(question) : person_.MatchLayers(question);
+  if (layers_.Wanted()) return layers_.Codes(question);
+  const auto isKnown = [this](const std::string& layer) { return codes_.contains(layer); };
+  if (!codes_.empty() && std::all_of(question.layers.begin(), question.layers.end(), isKnown)) {
+    std::vector<std::string> codes;
+    for (const std::string& layer : question.layers) codes.push_back(codes_[layer]);
+    return codes;
+  }
+  const auto codes = person_.MatchLayers(question);
+  for (std::size_t i = 0; codes && i < codes->size() && i < question.layers.size(); ++i) {
+    codes_[question.layers[i]] = (*codes)[i];
+  }
+  return codes;
 }
 
 std::size_t GivenAnswers::Choose(const ChoiceQuestion& question) {

@@ -13,14 +13,16 @@
 namespace tesselink {
 
 /// Answers by values of options, and hands every other question on. What the person answers is noted as values of the
-/// same options, but for the codes of layers.
+/// same options, codes of layers as such.
 class GivenAnswers final : public Interaction {
  public:
   /// The person must outlive this. Throws Error for a list of codes that cannot be read.
-  GivenAnswers(OptionValues values, Interaction& person);
+  /// `codes`: those of an earlier run; taken as long as they say something of every layer.
+  GivenAnswers(OptionValues values, Interaction& person, CodesByLayer codes = {});
 
   /// What was given, and what was answered since.
   const OptionValues& All() const { return values_; }
+  const CodesByLayer& Codes() const { return codes_; }
 
   Answer ShowMessage(const Message& message) override;
   std::string SaveFileName(const SaveFileQuestion& question) override;
@@ -50,6 +52,7 @@ class GivenAnswers final : public Interaction {
   OptionValues values_;
   Interaction& person_;
   LayerOptions layers_;
+  CodesByLayer codes_;
   bool asksCopy_ = false;  // of the file with bare line feeds
 };
 

@@ -18,7 +18,6 @@ namespace {
 
 constexpr std::size_t kCodeLength = 7;
 constexpr std::int64_t kLargestFile = std::int64_t{64} << 20;
-using CodesByLayer = std::unordered_map<std::string, std::string>;
 
 std::string WholeFile(const std::string& path) {
   BinaryFile file(path);

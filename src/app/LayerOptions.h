@@ -10,6 +10,9 @@
 
 namespace tesselink {
 
+/// Entity codes by the names of layers.
+using CodesByLayer = std::unordered_map<std::string, std::string>;
+
 class LayerOptions {
  public:
   /// Reads the file of codes, where one is given: a CSV file with the columns "layer" and "code"; layer names are
@@ -32,7 +35,7 @@ class LayerOptions {
   bool fromFile_ = false, guess_ = false;
   std::string file_;
   std::vector<std::string> listed_;  // the layers in the order of the file
-  std::unordered_map<std::string, std::string> codes_;
+  CodesByLayer codes_;
 };
 
 }  // namespace tesselink

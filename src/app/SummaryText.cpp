@@ -122,7 +122,7 @@ std::string InWords(std::string_view kind, const std::string& text, const Wordin
 }
 
 RunAccount AccountOf(const RunSummary& summary, const Wording& words) {
-  RunAccount account{.ending = EndingOf(summary, words), .files = summary.outputs};
+  RunAccount account{.ending = EndingOf(summary, words), .files = summary.outputs, .isEmpty = InOutput(summary) == 0};
   for (const std::string& reason : {summary.error, summary.reason}) {
     if (!reason.empty()) account.reasons.push_back(reason);
   }

@@ -44,6 +44,7 @@ struct RunAccount {
   std::vector<std::string> remarks = {};  ///< what else is good to know
   std::vector<std::string> counts = {};   ///< what was read and written
   std::vector<std::string> files = {};    ///< that exist now
+  bool isEmpty = false;                   ///< nothing was written
 };
 RunAccount AccountOf(const RunSummary& summary, const Wording& words = kPlainWording);
 /// The list of an account that a warning belongs to, by its kind.

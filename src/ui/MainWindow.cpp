@@ -180,7 +180,9 @@ void MainWindow::Connect() {
   AddKey(QKeySequence(Qt::CTRL | Qt::Key_O), [this] { input_->Browse(); });
   AddKey(QKeySequence(Qt::CTRL | Qt::Key_R), [this] { input_->ShowRecent(); });
   AddKey(QKeySequence(Qt::Key_F1), [this] { ShowHelp(); });
-  connect(input_, &InputPanel::inputChanged, this, &MainWindow::inputChanged);
+  connect(input_, &InputPanel::inputChanged, this, [this](const QStringList& paths, const QString& format) {
+    emit inputChanged(input_->IsReadable() ? paths : QStringList(), format);
+  });
   connect(input_, &InputPanel::inputChanged, this, [this] { output_->SetInput(InputPath(), input_->IsReadable()); });
   connect(output_, &OutputPanel::dialectChanged, this, [this](Dialect dialect) {
     input_->SetDialect(dialect);
@@ -311,29 +313,30 @@ void MainWindow::ConvertAgain() {
   request.options.dialect = Dialect::Standard;
   output_->SetDialect(Dialect::Standard);
   if (!MayReplaceOutput(request, lastOutputs_)) return;
-  Run(request, OptionValues(lastAnswers_));  // which the run itself is about to change
+  Run(request, OptionValues(lastAnswers_), CodesByLayer(lastCodes_));  // which the run itself is about to change
   if (closesAfterRun_) close();
 }
 
-void MainWindow::Run(const ConversionRequest& request, const OptionValues& given) {
+void MainWindow::Run(const ConversionRequest& request, const OptionValues& given, const CodesByLayer& codes) {
   interaction_->FilesOfRun(FilesOf(request));
   interaction_->InputsOfRun(request.inputs);
   const Busy busy(*this);
   closesAfterRun_ = false;
-  GivenAnswers answers(given, *interaction_);
+  GivenAnswers answers(given, *interaction_, codes);
   const RunSummary summary = ConversionRun(formats_, answers, settings_, FillerFromCodeTables()).Run(request);
   output_->ForgetConfirmed();
   // The person may have chosen something else before the last run was run again.
   if (Request().inputs == request.inputs) {
     link_->TakeAnswers(answers.All());
     if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+    QStringList made;
+    for (const std::string& file : summary.outputs) made.append(Shown(file));
+    emit outputMade(made, Shown(request.OutFormat));
   }
   interaction_->TellUnremembered(settings_);
-  QStringList made;
-  for (const std::string& file : summary.outputs) made.append(Shown(file));
-  emit outputMade(made, Shown(request.OutFormat));
   lastRequest_ = request;
   lastAnswers_ = answers.All();
+  lastCodes_ = answers.Codes();
   lastOutputs_ = summary.outputs;
   const bool offersStandard =
       request.options.dialect == Dialect::Classic && StandardKeepsMore(summary, formats_.Output(request.OutFormat));

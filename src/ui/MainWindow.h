@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/LayerOptions.h"
 #include "core/run/ConversionRun.h"
 #include "core/run/DrawingFacts.h"
 #include "core/run/FieldSelection.h"
@@ -88,7 +89,7 @@ class MainWindow final : public QWidget {
   bool MayReplaceOutput(ConversionRequest& request, const std::vector<std::string>& own = {});
   void Apply();
   void ConvertAgain();
-  void Run(const ConversionRequest& request, const OptionValues& given);
+  void Run(const ConversionRequest& request, const OptionValues& given, const CodesByLayer& codes = {});
   void ShowHelp();
   void SetRunning(bool running);
   void ShowQueue(const QStringList& paths);
@@ -119,6 +120,7 @@ class MainWindow final : public QWidget {
   // Of the last run, which may be run again in the standard dialect.
   ConversionRequest lastRequest_;
   OptionValues lastAnswers_;
+  CodesByLayer lastCodes_;
   std::vector<std::string> lastOutputs_;
   bool running_ = false;
   bool closesAfterRun_ = false;

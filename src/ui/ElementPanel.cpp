@@ -9,6 +9,7 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/element/ColourNames.h"
 #include "ui/Named.h"
@@ -33,8 +34,8 @@ ElementPanel::ElementPanel(QWidget* parent) : QWidget(parent) {
   rows_->setRootIsDecorated(false);
   rows_->setUniformRowHeights(true);
   rows_->header()->hide();
-  rows_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   rows_->header()->setStretchLastSection(true);
+  setMinimumWidth(fontMetrics().averageCharWidth() * 34);
   auto* head = new QHBoxLayout;
   head->addWidget(state_, 1);
   head->addWidget(close, 0, Qt::AlignTop);
@@ -87,6 +88,13 @@ void ElementPanel::ShowFacts(const ElementFacts& facts, const QString& unit, boo
     rows_->topLevelItem(rows_->topLevelItemCount() - 1)->setIcon(1, QIcon(ColourSwatch(*this, facts.colour)));
   }
   for (const auto& [name, value] : facts.attributes) Add(Shown(name), value.empty() ? tr("(empty)") : Shown(value));
+  FitColumns();
+}
+
+// Values have at least the half.
+void ElementPanel::FitColumns() {
+  rows_->resizeColumnToContents(0);
+  rows_->setColumnWidth(0, std::min(rows_->columnWidth(0), std::max(rows_->viewport()->width(), minimumWidth()) / 2));
 }
 
 }  // namespace tesselink

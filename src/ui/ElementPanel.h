@@ -29,6 +29,7 @@ class ElementPanel final : public QWidget {
 
  private:
   void Add(const QString& name, const QString& value);
+  void FitColumns();
 
   QLabel* state_;
   QTreeWidget* rows_;

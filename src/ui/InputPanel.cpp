@@ -35,6 +35,8 @@ int NumberOf(const std::exception& error) {
   return static_cast<int>(memory ? std::errc::not_enough_memory : std::errc::invalid_argument);
 }
 
+bool IsShapefile(const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; }
+
 }  // namespace
 
 InputPanel::InputPanel(const FormatTable& formats, CommonDlg& dialog, WindowMemory& memory, QWidget* parent)
@@ -108,8 +110,9 @@ QString InputPanel::Path() const {
 
 void InputPanel::InFormatClick() {
   const bool several = SeveralFiles();
-  if (several && FileExists(PathOf(CleanPath(infile_->text()))))
-    chosenFiles_ = ChosenFiles({CleanPath(infile_->text())});
+  if (const QString path = CleanPath(infile_->text()); several && IsShapefile(path) && FileExists(PathOf(path))) {
+    chosenFiles_ = ChosenFiles({path});
+  }
   infile_->setVisible(!several);
   browseIn_->setVisible(!several);
   forFiles_->setVisible(several);
@@ -208,10 +211,9 @@ void InputPanel::TakeSeveral(const QStringList& paths) {
 
 void InputPanel::TakeFiles(const QStringList& paths) {
   const QStringList inputs = InputsAmong(formats_.Inputs(), paths);
-  const auto isShapefile = [](const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; };
   if (inputs.size() == 1 && !QFileInfo(inputs[0]).isDir()) {
     TakeOne(inputs[0]);
-  } else if (SeveralFiles() && std::all_of(inputs.begin(), inputs.end(), isShapefile)) {
+  } else if (SeveralFiles() && std::all_of(inputs.begin(), inputs.end(), IsShapefile)) {
     TakeSeveral(inputs);
   } else {
     emit manyChosen(inputs);
@@ -264,10 +266,15 @@ void InputPanel::CleanText() {
 
 void InputPanel::TellInput() {
   if (toldPaths_ == Paths() && toldFormat_ == Format()) return;
+  facts_ = {};
+  Tell(PathNotes::ProblemOfInputs(Paths(), formats_.Input(Format().toStdString()), formats_));
+}
+
+void InputPanel::Tell(const Note& problem) {
   toldPaths_ = Paths();
   toldFormat_ = Format();
-  facts_ = {};
-  LookAgain();
+  problem_ = problem;
+  ShowNote();
   emit inputChanged(toldPaths_, toldFormat_);
 }
 
@@ -283,7 +290,10 @@ void InputPanel::SetHindrance(const QString& reason) {
 }
 
 void InputPanel::LookAgain() {
-  problem_ = PathNotes::ProblemOfInputs(Paths(), formats_.Input(Format().toStdString()), formats_);
+  const Note problem = PathNotes::ProblemOfInputs(Paths(), formats_.Input(Format().toStdString()), formats_);
+  // Something to see has come, or gone.
+  if (problem.text.isEmpty() != problem_.text.isEmpty()) return Tell(problem);
+  problem_ = problem;
   ShowNote();
 }
 

@@ -80,6 +80,7 @@ class InputPanel final : public QGroupBox {
   void FillRecent();
   void FollowName(const QString& path);
   void TellInput();
+  void Tell(const Note& problem);
   void ShowNote();
 
   const FormatTable& formats_;

@@ -47,6 +47,7 @@ OptionsPane::OptionsPane(Settings& settings, QWidget* parent) : QWidget(parent),
   setObjectName("more");
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
+  layout->setAlignment(Qt::AlignTop);  // where it is opened it stays
   layout->addWidget(BuildHead());
   Open(false);
 }

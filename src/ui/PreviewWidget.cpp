@@ -14,6 +14,7 @@
 #include "core/io/Text.h"
 #include "picture/PicturePick.h"
 #include "ui/ElementPanel.h"
+#include "ui/ElidedLabel.h"
 #include "ui/Named.h"
 #include "ui/Pace.h"
 #include "ui/PreviewLayers.h"
@@ -29,7 +30,7 @@ constexpr int kOpenAfter = 150;  // milliseconds without a further letter
 constexpr PictureBudget kOutputBudget{250'000, 25'000};
 
 QLabel* TitleOf(PreviewPane& pane, const char* name) {
-  auto* title = Named(new QLabel, name);
+  auto* title = Named(new ElidedLabel({}), name);
   title->setTextFormat(Qt::PlainText);
   title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   title->hide();

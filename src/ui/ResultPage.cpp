@@ -56,11 +56,11 @@ ResultPage::ResultPage(QWidget* parent) : QWidget(parent) {
   layout->addWidget(summary_, 1);
 }
 
-void ResultPage::ShowHeadline(RunOutcome outcome) {
+void ResultPage::ShowHeadline(RunOutcome outcome, bool isEmpty) {
   QStyle::StandardPixmap icon = QStyle::SP_MessageBoxCritical;
   QString text = tr("Failed");
   if (outcome == RunOutcome::Done) {
-    icon = QStyle::SP_DialogApplyButton;
+    icon = isEmpty ? QStyle::SP_MessageBoxWarning : QStyle::SP_DialogApplyButton;
     text = tr("Done");
   } else if (outcome == RunOutcome::Cancelled) {
     icon = QStyle::SP_DialogCancelButton;
@@ -78,7 +78,7 @@ void ResultPage::Show(RunOutcome outcome, const RunAccount& account, const QStri
   folders_ = folders;
   // A folder within another goes first.
   std::sort(folders_.begin(), folders_.end(), [](const QString& a, const QString& b) { return a.size() > b.size(); });
-  ShowHeadline(outcome);
+  ShowHeadline(outcome, account.isEmpty);
   QString html = "<p>" + Html(Shown(account.ending)) + "</p>";
   for (const std::string& reason : account.reasons) html += "<p>" + Html(Shown(reason)) + "</p>";
   QStringList counts;

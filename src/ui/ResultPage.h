@@ -23,7 +23,7 @@ class ResultPage final : public QWidget {
   QString Text() const;
 
  private:
-  void ShowHeadline(RunOutcome outcome);
+  void ShowHeadline(RunOutcome outcome, bool isEmpty);
   QString FilesHtml(const std::vector<std::string>& files) const;
   QString LossesHtml(RunOutcome outcome, const RunAccount& account) const;
 

@@ -72,6 +72,9 @@ bool TypeList::TakeSuggestion() {
   const QString type = Suggestion();
   if (type.isEmpty()) return false;
   SetType(type);
+  // What is typed next takes its place.
+  lineEdit()->end(false);
+  lineEdit()->home(true);
   return true;
 }
 

@@ -23,6 +23,7 @@
 #include "ui/MainWindow.h"
 #include "ui/PreviewLink.h"
 #include "ui/QueueWindow.h"
+#include "ui/UiWording.h"
 #include "ui/fDBFSel.h"
 #include "ui/fTRDig.h"
 #include "ui/frmDBFScan.h"
@@ -99,7 +100,7 @@ class Gallery {
       if (outcome == RunOutcome::Failed) summary.error = "plat.dxf, line 7: a number is expected";
       frmProgress ended;
       ended.ShowProgress({100, extents, 23});
-      ended.ShowResult(outcome, AccountOf(summary), {TESSELINK_EXAMPLES});
+      ended.ShowResult(outcome, AccountOf(summary, kUiWording), {TESSELINK_EXAMPLES});
       if (outcome == RunOutcome::Done) ended.OfferStandard();
       Visit(name, ended);
     }

@@ -132,7 +132,7 @@ class MainWindowTest : public QObject {
 
   void BrowsesForTheInput() {
     Desk desk;
-    desk.Put("plat.dxf");
+    desk.Put("plat.dxf", "0\nEOF\n");
     desk.Get<QLineEdit>("Infile").setText(desk.Path("other.asc"));
     desk.Get<QComboBox>("InFormat").setCurrentText(kLandmark);
     QSignalSpy told(&desk.window, &MainWindow::inputChanged);

@@ -7,6 +7,7 @@
 #include <QDropEvent>
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -26,6 +27,7 @@
 #include "app/ProgramFolder.h"
 #include "core/io/Errors.h"
 #include "core/io/Paths.h"
+#include "core/run/FilesRead.h"
 #include "core/run/WrittenFiles.h"
 #include "formats/cdf/CodeTables.h"
 #include "ui/CommonDlg.h"
@@ -259,9 +261,10 @@ ConversionRequest MainWindow::Request() const {
 
 // Whether the run will refuse it before anything is read, in its own words.
 bool MainWindow::IsRefused(const ConversionRequest& request) const {
-  const std::string input = PathOf(InputPath());
+  FilesRead read;
+  for (const std::string& input : request.inputs) read.Add(input, formats_.Input(request.InFormat).companions);
   try {
-    return !FileExists(input) || request.OutFile.empty() || SameFile(input, request.OutFile);
+    return !FileExists(PathOf(InputPath())) || request.OutFile.empty() || read.Holds(request.OutFile);
   } catch (const Error&) {  // a path that cannot be looked up
     return true;
   }
@@ -311,7 +314,7 @@ void MainWindow::ConvertAgain() {
   if (running_) return;
   ConversionRequest request = lastRequest_;
   request.options.dialect = Dialect::Standard;
-  output_->SetDialect(Dialect::Standard);
+  if (Request().inputs == request.inputs) output_->SetDialect(Dialect::Standard);
   if (!MayReplaceOutput(request, lastOutputs_)) return;
   Run(request, OptionValues(lastAnswers_), CodesByLayer(lastCodes_));  // which the run itself is about to change
   if (closesAfterRun_) close();
@@ -327,8 +330,11 @@ void MainWindow::Run(const ConversionRequest& request, const OptionValues& given
   output_->ForgetConfirmed();
   // The person may have chosen something else before the last run was run again.
   if (Request().inputs == request.inputs) {
-    link_->TakeAnswers(answers.All());
-    if (summary.outcome != RunOutcome::Refused) memory_.AddRecent({InputPaths(), input_->Format()});
+    // A run that ended before its questions says nothing of what was answered before.
+    if (summary.outcome == RunOutcome::Done || summary.read.Total() > 0) {
+      link_->TakeAnswers(answers.All());
+      memory_.AddRecent({InputPaths(), input_->Format()});
+    }
     QStringList made;
     for (const std::string& file : summary.outputs) made.append(Shown(file));
     emit outputMade(made, Shown(request.OutFormat));
@@ -375,6 +381,15 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   if (queue_ != nullptr && !queue_->MayClose()) return event->ignore();
   interaction_->CloseProgress();
   KeepLook();
+}
+
+// Wherever the keyboard is during a run.
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  if (running_ && event->key() == Qt::Key_Escape) {
+    interaction_->AskCancel();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
 }
 
 // Other programs delete, move and make files meanwhile.

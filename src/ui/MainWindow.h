@@ -94,6 +94,7 @@ class MainWindow final : public QWidget {
   void SetRunning(bool running);
   void ShowQueue(const QStringList& paths);
 
+  void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;

@@ -138,7 +138,14 @@ void OptionsLink::Copy() {
   } catch (const Error&) {  // which the command will tell
   }
   QApplication::clipboard()->setText(QString::fromStdString(CommandText(formats_, request, Known(), settings)));
-  QToolTip::showText(QCursor::pos(), tr("Copied: paste it into a terminal."), &pane_);
+  const auto options = OptionsOf(formats_.Input(request.InFormat), formats_.Output(request.OutFormat));
+  const bool asksCodes =
+      std::any_of(options.begin(), options.end(), [](const auto& option) { return option.row.name == "layer-codes"; });
+  QString copied = tr("Copied: paste it into a terminal.");
+  if (asksCodes && !Known().Has("layer-codes") && !Known().Has("smart-assign")) {
+    copied += ' ' + tr("It asks for no entity types of layers, and gives none.");
+  }
+  QToolTip::showText(QCursor::pos(), copied, &pane_);
 }
 
 }  // namespace tesselink

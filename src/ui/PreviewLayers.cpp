@@ -41,7 +41,9 @@ PreviewLayers::PreviewLayers(QWidget* parent) : QWidget(parent) {
   list_->setAccessibleName(tr("Layers of the input"));
   list_->setUniformItemSizes(true);
   list_->setIconSize(QSize(kSwatch, kSwatch));
-  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  // The count stands at the end, and must be seen.
+  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list_->setTextElideMode(Qt::ElideMiddle);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(all_);

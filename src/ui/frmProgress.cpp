@@ -12,6 +12,7 @@
 #include <QScreen>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "app/SummaryText.h"
 #include "core/io/Paths.h"
@@ -24,6 +25,8 @@
 
 namespace tesselink {
 namespace {
+
+constexpr qint64 kSettled = 1000;  // milliseconds
 
 QLabel* Value(const char* name, const char* initial, const QString& meaning) {
   auto* label = Named(new QLabel(initial), name);
@@ -157,8 +160,31 @@ void frmProgress::ShowResult(RunOutcome outcome, const RunAccount& account, cons
   done_->show();
   const int unit = fontMetrics().height();
   resize(size().expandedTo(sizeHint()).expandedTo({0, 26 * unit}).boundedTo(screen()->availableSize() * 9 / 10));
+  Place();
   done_->setDefault(true);
   done_->setFocus();
+}
+
+void frmProgress::showEvent(QShowEvent* event) {
+  if (!shown_.isValid()) shown_.start();
+  QDialog::showEvent(event);
+}
+
+// On the screen. A window that has only just come has not been put anywhere by the person, and its place may not be
+// known yet: a window manager would be told that it lies in the corner.
+void frmProgress::Place() {
+  const QRect room = screen()->availableGeometry();
+  QPoint corner = pos();
+  int title = 0;
+  if (const QWidget* parent = parentWidget(); parent != nullptr) {
+    title = parent->geometry().top() - parent->frameGeometry().top();
+    if (!shown_.isValid() || !shown_.hasExpired(kSettled)) {
+      corner = parent->frameGeometry().center() - QPoint(width() / 2, (height() + title) / 2);
+    }
+  }
+  corner.setX(std::max(room.left(), std::min(corner.x(), room.right() - width())));
+  corner.setY(std::max(room.top(), std::min(corner.y(), room.bottom() - height() - title)));
+  move(corner);
 }
 
 void frmProgress::OfferStandard() { again_->show(); }

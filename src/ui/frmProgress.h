@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <cstdint>
 #include <string>
 
@@ -50,6 +51,7 @@ class frmProgress final : public QDialog {
   void AskCancel();
   /// Escape and the close box: while the run goes on they ask, and the dialog stays.
   void reject() override;
+  void showEvent(QShowEvent* event) override;
 
  signals:
   /// What was offered is wanted.
@@ -61,6 +63,7 @@ class frmProgress final : public QDialog {
   QWidget* BuildButtons();
   void ShowExtents(const Extents& extents);
   void CopySummary();
+  void Place();
 
   QLabel *minX_, *minY_, *maxX_, *maxY_, *elements_, *file_, *remaining_;
   QProgressBar* gauge_;
@@ -68,6 +71,7 @@ class frmProgress final : public QDialog {
   ResultPage* result_;
   QPushButton *cancel_, *done_, *openFolder_, *copy_, *again_;
   Stopwatch watch_;
+  QElapsedTimer shown_;
   QString hint_;
   std::string written_;  // a file of the folder to open
   bool asking_ = false, isAnyRead_ = false;

@@ -43,7 +43,7 @@ class Answers {
 
   /// Does something with every modal window that says this, however many come, at any time.
   void Whenever(const QString& says, std::function<void(QWidget& window)> action) {
-    always_.push_back({says, std::move(action)});
+    always_.insert(always_.begin(), {says, std::move(action)});  // the last one holds
   }
 
   /// What was asked and not announced, or announced and not asked; empty when all went as announced.

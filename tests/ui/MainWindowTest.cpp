@@ -69,6 +69,31 @@ class MainWindowTest : public QObject {
     QVERIFY(!desk.Get<QPushButton>("cmdAgain").isVisible());
   }
 
+  // Another drawing may have been chosen meanwhile, which that run does not concern.
+  void ConvertsAgainWithTheSameTypesOfLayers() {
+    Desk desk;
+    desk.Type("Infile", desk.Copy("quarter-section.asc"));
+    desk.Get<QComboBox>("OutFormat").setCurrentText("ESRI Shapefile (*.shp)");
+    desk.Type("OutFile", desk.Path("plat.shp"));
+    desk.person.Press("Which type of entity", "Continue");
+    int asked = 0;
+    desk.person.Whenever("Layer Name Matching", [&asked](QWidget& dialog) {
+      ++asked;
+      dialog.close();
+    });
+    QSignalSpy made(&desk.window, &MainWindow::outputMade);
+    desk.Click("cmdApply");
+    QCOMPARE(made.size(), 1);
+    QVERIFY(desk.Get<QPushButton>("cmdAgain").isVisible());
+    desk.Type("Infile", desk.Copy("wells.shp"));
+    const QByteArray before = Bytes(desk.Path("plat.dbf"));
+    desk.Click("cmdAgain");
+    QTRY_VERIFY(Bytes(desk.Path("plat.dbf")) != before);
+    QCOMPARE(made.size(), 1);
+    QCOMPARE(asked, 1);
+    QCOMPARE(desk.Get<QComboBox>("cboDialect").currentText(), QString("Classic"));
+  }
+
   void TheWheelChangesNoListInPassing() {
     Desk desk;
     desk.window.activateWindow();

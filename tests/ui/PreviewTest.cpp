@@ -187,6 +187,19 @@ class PreviewTest final : public QObject {
     QVERIFY(reading.Notes().at(0).find("so much stands before its first element") != std::string::npos);
   }
 
+  void aReadingMayTakeLongAsAWhole() {
+    Interaction* asked = nullptr;
+    int left = 5000;
+    const auto patient = Scripted(
+        [&](tEntity& entity) {
+          if (asked->CancelRequested()) throw OperationCanceled();
+          if (--left == 0) throw Error("all is read");
+          return APoint(entity);
+        },
+        [&asked](Interaction& person) { asked = &person; });
+    QCOMPARE(QString::fromStdString(NotesOf(patient, Put("long.asc", "x"))), QString("all is read|"));
+  }
+
   void aDrawingIsShownWithItsLayers() {
     PreviewWidget preview(AllFormats(), settings_);
     preview.resize(700, 500);

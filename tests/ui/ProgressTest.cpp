@@ -185,6 +185,18 @@ class ProgressTest : public QObject {
     }
   }
 
+  void EscapeAsksInTheMainWindowToo() {
+    Stage stage({.elements = 400, .pause = 1});
+    stage.scene.before = [&](int number) {
+      if (number == 10) QTimer::singleShot(0, &stage.window, [&] { QTest::keyClick(&stage.window, Qt::Key_Escape); });
+    };
+    stage.person.Press(kSure, "Yes");
+    stage.person.Do("Progress...", [](QWidget& window) { window.close(); });
+    stage.Run();
+    QVERIFY(stage.scene.written < 400);
+    QTest::keyClick(&stage.window, Qt::Key_Escape);  // there is nothing left to cancel
+  }
+
   void CloseBoxesAsk() {
     for (const bool ofMainWindow : {false, true}) {
       Stage stage({.elements = 400, .pause = 1});

@@ -1856,6 +1856,10 @@ Die Datei %1 wurde nicht gefunden</translation>
         <source>Copied: paste it into a terminal.</source>
         <translation>Kopiert: in ein Terminal einfügen.</translation>
     </message>
+    <message>
+        <source>It asks for no entity types of layers, and gives none.</source>
+        <translation>Er fragt nicht nach Objektarten der Layer und vergibt keine.</translation>
+    </message>
 </context>
 <context>
     <name>tesselink::OptionsPane</name>

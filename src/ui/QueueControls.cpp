@@ -92,6 +92,8 @@ QWidget* QueueWindow::BuildList() {
   list_->verticalHeader()->hide();
   list_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
   list_->horizontalHeader()->setStretchLastSection(true);
+  list_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);  // as they were added, until somebody asks
+  list_->setSortingEnabled(true);
   const int unit = fontMetrics().averageCharWidth();
   const int widths[] = {36 * unit, 18 * unit, 24 * unit};
   for (int column = 0; column < 3; ++column) list_->setColumnWidth(column, widths[column]);
@@ -150,6 +152,7 @@ QWidget* QueueWindow::BuildOutput() {
 QWidget* QueueWindow::BuildButtons() {
   copy_ = Button("cmdCopyCommand", tr("Cop&y as Command"), &QueueWindow::CopyCommand);
   save_ = Button("cmdSaveReport", tr("Sa&ve Report..."), &QueueWindow::SaveReport);
+  openInto_ = Button("cmdOpenInto", tr("Ope&n Folder"), &QueueWindow::OpenInto);
   start_ = Button("cmdStart", tr("&Start"), &QueueWindow::Begin);
   cancel_ = Button("cmdCancelBatch", tr("&Cancel"), &QueueWindow::AskCancel);
   close_ = Named(new QPushButton(tr("Clos&e")), "cmdClose");
@@ -159,6 +162,7 @@ QWidget* QueueWindow::BuildButtons() {
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(copy_);
   row->addWidget(save_);
+  row->addWidget(openInto_);
   row->addStretch();
   row->addWidget(start_);
   row->addWidget(cancel_);

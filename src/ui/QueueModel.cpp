@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QStyle>
 #include <algorithm>
+#include <tuple>
 
 #include "core/io/Paths.h"
 #include "ui/OptionNaming.h"
@@ -59,11 +60,41 @@ RunAccount AccountIn(const QJsonObject& line) {
 void QueueModel::Replace(QList<QueueRow> rows) {
   beginResetModel();
   rows_ = std::move(rows);
-  byInput_.clear();
+  Order();
   folder_ = rows_.isEmpty() ? QString() : rows_[0].input;
   for (const QueueRow& row : rows_) folder_ = CommonFolder(folder_, row.input);
-  for (int i = 0; i < static_cast<int>(rows_.size()); ++i) byInput_.insert(rows_[i].input, i);
   endResetModel();
+}
+
+// As the person wants them ordered, if at all.
+void QueueModel::Order() {
+  const auto key = [this](const QueueRow& row) -> std::tuple<std::int64_t, QString> {
+    const auto gone = static_cast<std::int64_t>(row.account.gone.size());
+    const auto changed = static_cast<std::int64_t>(row.account.changed.size());
+    if (sortedBy_ == kState) return {-static_cast<std::int64_t>(row.state), {}};
+    if (sortedBy_ == kLosses) return {-(gone << 32) - changed, {}};
+    return {0, sortedBy_ == kFile ? row.input : ResultText(row)};
+  };
+  const auto isBefore = [&](const QueueRow& a, const QueueRow& b) {
+    return sortOrder_ == Qt::AscendingOrder ? key(a) < key(b) : key(b) < key(a);
+  };
+  if (sortedBy_ >= 0) std::stable_sort(rows_.begin(), rows_.end(), isBefore);
+  byInput_.clear();
+  for (int i = 0; i < static_cast<int>(rows_.size()); ++i) byInput_.insert(rows_[i].input, i);
+}
+
+void QueueModel::sort(int column, Qt::SortOrder order) {
+  sortedBy_ = column;
+  sortOrder_ = order;
+  const QModelIndexList before = persistentIndexList();
+  QStringList inputs;
+  for (const QModelIndex& index : before) inputs.append(rows_[index.row()].input);
+  emit layoutAboutToBeChanged();
+  Order();
+  QModelIndexList after;
+  for (qsizetype i = 0; i < before.size(); ++i) after.append(index(byInput_.value(inputs[i]), before[i].column()));
+  changePersistentIndexList(before, after);
+  emit layoutChanged();
 }
 
 void QueueModel::Show(const QStringList& inputs) {

@@ -13,7 +13,8 @@
 
 namespace tesselink {
 
-enum class QueueState { Waiting, LeftOut, DoneBefore, Converting, Done, Incomplete, Failed };
+/// The last ones want a person's eyes most.
+enum class QueueState { DoneBefore, Done, Waiting, Converting, LeftOut, Incomplete, Failed };
 
 struct QueueRow {
   QString input, output;
@@ -52,9 +53,12 @@ class QueueModel final : public QAbstractTableModel {
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  /// By state what went wrong comes first, by losses what lost most.
+  void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
  private:
   void Replace(QList<QueueRow> rows);
+  void Order();
   void WaitAgain(std::initializer_list<QueueState> states);
   void Change(int row);
   QString StateText(QueueState state) const;
@@ -64,7 +68,9 @@ class QueueModel final : public QAbstractTableModel {
 
   QList<QueueRow> rows_;
   QHash<QString, int> byInput_;
-  QString folder_;  // that all lie in
+  QString folder_;     // that all lie in
+  int sortedBy_ = -1;  // a column, or none
+  Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
 };
 
 }  // namespace tesselink

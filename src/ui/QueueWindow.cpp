@@ -27,6 +27,7 @@
 #include "core/io/Paths.h"
 #include "ui/EngineCall.h"
 #include "ui/FileChoice.h"
+#include "ui/Launcher.h"
 #include "ui/QueueModel.h"
 #include "ui/UiText.h"
 #include "ui/UiWording.h"
@@ -170,6 +171,8 @@ void QueueWindow::SaveReport() {
     QMessageBox::warning(this, windowTitle(), tr("%1 could not be written.").arg(path));
   }
 }
+
+void QueueWindow::OpenInto() { OpenUrl(UrlOf(FullPath(PathOf(into_->text()))), this); }
 
 void QueueWindow::PlanSoon() {
   isPlanned_ = false;
@@ -326,6 +329,7 @@ void QueueWindow::ShowState() {
   join_->setEnabled(!running);
   copy_->setEnabled(any);
   save_->setEnabled(!running && QFileInfo::exists(Shown(ReportPath())));
+  openInto_->setVisible(HasLauncher() && QFileInfo(into_->text()).isDir());
   start_->setEnabled(!running && isPlanned_);
   cancel_->setVisible(running);
   cancel_->setEnabled(!isAsked_);

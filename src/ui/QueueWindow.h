@@ -59,6 +59,7 @@ class QueueWindow final : public QWidget {
   void JoinToOne();
   void CopyCommand();
   void SaveReport();
+  void OpenInto();
   void Begin();
   void AskCancel();
 
@@ -93,7 +94,8 @@ class QueueWindow final : public QWidget {
   QCheckBox* replace_;
   QLabel *notes_, *progress_;
   QProgressBar* gauge_;
-  QPushButton *addFiles_, *addFolder_, *remove_, *browse_, *join_, *copy_, *save_, *start_, *cancel_, *close_;
+  QPushButton *addFiles_, *addFolder_, *remove_, *browse_, *join_, *copy_, *save_, *openInto_, *start_, *cancel_,
+      *close_;
   QStringList given_;       // files and folders, as the person has named them
   QStringList removed_;     // files of these folders
   QStringList unreadable_;  // of what was named

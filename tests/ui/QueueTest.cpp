@@ -108,8 +108,14 @@ class QueueTest : public QObject {
     QVERIFY2(rows[1].startsWith("north/its wells.shp | Done | 1 gone"), qPrintable(rows[1]));
     QCOMPARE(rows[2], QString("plat.asc | Done | 1 changed | plat.dxf"));
     QVERIFY(QFile::exists(batch.Path("out/north/its wells.dxf")));
-    batch.Get<QTableView>("List").selectRow(1);
+    auto& list = batch.Get<QTableView>("List");
+    batch.Mark("wells.shp");
     QVERIFY(batch.Get<QPlainTextEdit>("Details").toPlainText().contains("its wells.dxf"));
+    for (const auto& [column, first] : {std::pair{1, "damaged.dxf"}, {2, "north/its wells.shp"}}) {
+      list.sortByColumn(column, Qt::AscendingOrder);
+      QCOMPARE(list.model()->index(0, 0).data().toString(), QString(first));
+      QVERIFY(list.currentIndex().data().toString().endsWith("wells.shp"));
+    }
 
     // The command goes on by the report: what is done is done.
     batch.person.Do("Save Report", [&](QWidget& window) {

@@ -2644,6 +2644,10 @@ ist eine Datei dieser Umwandlung. Wählen Sie einen anderen Namen.</translation>
         <source>%1 left out</source>
         <translation>%1 ausgelassen</translation>
     </message>
+    <message>
+        <source>Ope&amp;n Folder</source>
+        <translation>Ord&amp;ner öffnen</translation>
+    </message>
 </context>
 <context>
     <name>tesselink::ResultPage</name>

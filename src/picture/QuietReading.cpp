@@ -122,17 +122,15 @@ void QuietReading::OpenNext() {
 
 double QuietReading::Progress() const { return reader_ ? reader_->Progress() : 0; }
 
-std::vector<std::string> QuietReading::Notes() const {
-  std::vector<std::string> notes;
-  if (!grave_.empty()) notes.push_back(grave_);
-  notes.insert(notes.end(), person_->Messages().begin(), person_->Messages().end());
+std::vector<ReadingNote> QuietReading::Notes() const {
+  using About = ReadingNote::About;
+  std::vector<ReadingNote> notes;
+  if (!grave_.empty()) notes.push_back({About::Text, grave_});
+  for (const std::string& message : person_->Messages()) notes.push_back({About::Text, message});
   for (const Warning& warning : report_.Warnings()) {
-    notes.push_back(warning.text +
-                    (warning.count > 1 ? " (and " + std::to_string(warning.count - 1) + " more of this kind)" : ""));
+    notes.push_back({About::Warning, warning.text, warning.kind, warning.count});
   }
-  for (const auto& [type, count] : report_.UndeliveredTypes()) {
-    notes.push_back("not shown: " + std::to_string(count) + " of type " + type);
-  }
+  for (const auto& [type, count] : report_.UndeliveredTypes()) notes.push_back({About::Unread, type, {}, count});
   return notes;
 }
 

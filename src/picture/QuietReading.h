@@ -28,6 +28,15 @@ struct PreviewInput {
   std::optional<FieldChoice> fields = {};  ///< of an attribute table; none: it is not used
 };
 
+/// Something to know beside the elements.
+struct ReadingNote {
+  enum class About { Text, Warning, Unread };
+  About about;
+  std::string text;        ///< of what is unread, its type
+  std::string kind = {};   ///< of a warning
+  std::int64_t count = 1;  ///< how many there were, of which the text is the first
+};
+
 /// Files are read as they stand: bare line feeds are left alone, attribute tables are used where their fields are
 /// chosen, and a question that only a person could answer ends the reading with a note.
 class QuietReading {
@@ -50,8 +59,8 @@ class QuietReading {
   double Progress() const;
   /// Why no more can be read; empty where nothing hinders.
   const std::string& Problem() const { return grave_; }
-  /// What there is to know beside the elements, the gravest first: an error, an endless file, messages and warnings.
-  std::vector<std::string> Notes() const;
+  /// The gravest first: an error, an endless file, messages, warnings, and what the files hold and is not shown.
+  std::vector<ReadingNote> Notes() const;
 
  protected:
   virtual void Opened(InputFilter&) {}

@@ -278,14 +278,14 @@ void PreviewWidget::ShowState() {
 // Where nothing could be read, the gravest note is the reason.
 void PreviewWidget::TellHindrance(const PreviewReading& reading) {
   const bool isEmpty = reading.Drawn().Elements() == 0 && reading.Ended();
-  const std::vector<std::string> notes = reading.Notes();
+  const std::vector<ReadingNote> notes = reading.Notes();
   const bool hinders = !notes.empty() && (isEmpty || !reading.Problem().empty());
-  emit Hindered(hinders ? Shown(notes[0]) : QString());
+  emit Hindered(hinders ? PreviewStatus::Line(notes[0]) : QString());
 }
 
 void PreviewWidget::ShowTitles() {
   const auto tell = [](QLabel& label, const QString& form, const PreviewPane& pane) {
-    if (pane.Reading() == nullptr) return;
+    if (pane.Reading() == nullptr) return label.clear();
     label.setText(form.arg(pane.Title(), Grouped(pane.Drawn()->Elements())));
     label.setToolTip(label.text());
   };

@@ -3,9 +3,13 @@
 #pragma once
 
 #include <QComboBox>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTableView>
 #include <QToolButton>
 #include <functional>
 
@@ -22,6 +26,8 @@
 #include "ui/InputBox.h"
 #include "ui/MainWindow.h"
 #include "ui/PreviewLink.h"
+#include "ui/PreviewWidget.h"
+#include "ui/QueueModel.h"
 #include "ui/QueueWindow.h"
 #include "ui/UiWording.h"
 #include "ui/fDBFSel.h"
@@ -73,11 +79,28 @@ class Gallery {
     window.TakeFiles({"quarter-section.asc"});
     Get<QComboBox>(window, "OutFormat").setCurrentText("Geographix CDF File (*.cdf)");
     Visit("main", window, kDrawn);
+    Press(window, Qt::Key_Return);
+    Visit("main-element", window, kDrawn);
     Get<QToolButton>(window, "cmdMoreOptions").click();
     Visit("main-more", window, kDrawn);
     Get<QToolButton>(window, "cmdMoreOptions").click();
     Get<QLineEdit>(window, "Infile").setText("wells.dbf");
     Visit("main-wrong", window, 600);
+    window.TakeFiles({"all-entities.dxf"});
+    Get<QComboBox>(window, "OutFormat").setCurrentText("ESRI Shapefile (*.shp)");
+    Visit("main-lost", window, kDrawn);
+    window.resize(window.minimumSizeHint());
+    Visit("main-small", window, kDrawn);
+    window.resize(1200, 640);
+    for (const auto key : {Qt::Key_M, Qt::Key_Return, Qt::Key_Left, Qt::Key_Return}) Press(window, key);
+    Get<PreviewWidget>(window, "preview").ShowOutput({"all-entities.dxf"}, "AutoCAD DXF File (*.dxf)");
+    Visit("main-output", window, kDrawn);
+  }
+
+  // A key of the drawing.
+  static void Press(QWidget& window, Qt::Key key) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(&Get<QWidget>(window, "previewCanvas"), &event);
   }
 
   void ShowProgress() {
@@ -158,11 +181,42 @@ class Gallery {
   void ShowOthers() {
     QueueWindow queue(AllFormats(), {});
     Visit("queue", queue, 300);
+    ShowQueue();
+    HelpWindow help(nullptr);
+    Visit("help", help, 300);
     AboutBox about(nullptr);
     Visit("about", about);
     QMessageBox cancel(QMessageBox::Question, frmProgress::tr("Cancel"),
                        frmProgress::tr("Are you sure you want to cancel?"), QMessageBox::Yes | QMessageBox::No);
     Visit("message-cancel", cancel);
+  }
+
+  // Some files of each state.
+  void ShowQueue() {
+    QueueWindow queue(AllFormats(), "tesselink");
+    Get<QLineEdit>(queue, "Into").setText("/tmp/plats/converted");
+    auto* model = queue.findChild<QueueModel*>();
+    if (model == nullptr) qFatal("no list");
+    QJsonArray files;
+    for (const char* name : {"lease-7.dxf", "plat.asc", "plat.cdf", "roads.shp", "section-14.dxf", "wells.shp"}) {
+      files.append(QJsonObject{{"input", QString("/tmp/plats/") + name}, {"output", QString("converted/") + name}});
+    }
+    QJsonObject twice = files[2].toObject();
+    twice["against"] = "plat.asc and plat.cdf would both become converted/plat.dxf";
+    files[2] = twice;
+    model->TakePlan({{"files", files}}, {"/tmp/plats/missing.dxf"});
+    const QJsonArray lost{QJsonObject{{"kind", "heights"}, {"text", "the format has no z"}, {"count", 2}},
+                          QJsonObject{{"kind", "curves"}, {"text", "5 became chains"}, {"count", 1}}};
+    model->TakeResult({{"input", "/tmp/plats/plat.asc"},
+                       {"result", "converted"},
+                       {"outputs", QJsonArray{"/tmp/plats/converted/plat.dxf"}},
+                       {"summary", QJsonObject{{"warnings", lost}}}});
+    model->TakeResult({{"input", "/tmp/plats/lease-7.dxf"},
+                       {"result", "failed"},
+                       {"reason", "/tmp/plats/lease-7.dxf: ends within a section"}});
+    model->TakeBegun("/tmp/plats/roads.shp");
+    Get<QTableView>(queue, "List").selectRow(2);
+    Visit("queue-files", queue, kAtOnce);
   }
 
   Visitor visit_;

@@ -109,7 +109,7 @@ class PreviewTest final : public QObject {
     for (int i = 0; i < 10'000 && reading.Slice(std::chrono::milliseconds(10)); ++i) {
     }
     std::string all = reading.Ended() ? "" : "not ended";
-    for (const std::string& note : reading.Notes()) all += note + "|";
+    for (const ReadingNote& note : reading.Notes()) all += note.text + "|";
     return all;
   }
   static bool Differs(const QImage& image, const QColor& paper) {
@@ -184,7 +184,7 @@ class PreviewTest final : public QObject {
         {slow, {path}}, settings_, [&breaths] { ++breaths; }, TickingClock());
     QVERIFY(!reading.Slice(std::chrono::milliseconds(5)));
     QVERIFY(breaths > 100 && breaths < 10'000);
-    QVERIFY(reading.Notes().at(0).find("so much stands before its first element") != std::string::npos);
+    QVERIFY(reading.Notes().at(0).text.find("so much stands before its first element") != std::string::npos);
   }
 
   void aReadingMayTakeLongAsAWhole() {

@@ -25,7 +25,8 @@ QString TextOf(const QWidget& control) {
 
 // Texts that bear to be cut have a tip that holds them whole, or are broken into lines.
 bool IsCut(const QWidget& control) {
-  if (TextOf(control).isEmpty() || control.toolTip().contains(TextOf(control))) return false;
+  const QString first = TextOf(control).section('\n', 0, 0);
+  if (first.isEmpty() || control.toolTip().contains(first)) return false;
   const auto* label = qobject_cast<const QLabel*>(&control);
   if (label != nullptr && label->wordWrap()) return control.height() < label->heightForWidth(control.width());
   return control.width() < control.minimumSizeHint().width() || control.height() < control.minimumSizeHint().height();

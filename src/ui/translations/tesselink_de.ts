@@ -882,6 +882,10 @@ Die Datei %1 wurde nicht gefunden</translation>
         <source>about %1 remaining</source>
         <translation>noch etwa %1</translation>
     </message>
+    <message>
+        <source>not shown: %1 of type %2</source>
+        <translation>nicht gezeigt: %1 vom Typ %2</translation>
+    </message>
 </context>
 <context>
     <name>Warnings</name>

@@ -78,7 +78,7 @@ PreviewWidget::PreviewWidget(const FormatTable& formats, Settings& settings, con
   panes_->setStretchFactor(0, 1);
   panes_->setStretchFactor(1, 1);
   panes_->setStretchFactor(2, 0);
-  const int side = side_->minimumWidth();
+  const int side = layers_->minimumWidth();
   panes_->setSizes({5 * side, 5 * side, side});
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(BuildTools());
@@ -103,7 +103,7 @@ QWidget* PreviewWidget::BuildSide() {
   auto* layout = new QVBoxLayout(side_);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(parts);
-  side_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+  layers_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
   return side_;
 }
 

@@ -159,7 +159,8 @@ void frmProgress::ShowResult(RunOutcome outcome, const RunAccount& account, cons
   cancel_->hide();
   done_->show();
   const int unit = fontMetrics().height();
-  resize(size().expandedTo(sizeHint()).expandedTo({0, 26 * unit}).boundedTo(screen()->availableSize() * 9 / 10));
+  const QSize wanted = size().expandedTo(sizeHint()).expandedTo({0, 26 * unit});
+  resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
   Place();
   done_->setDefault(true);
   done_->setFocus();
@@ -168,6 +169,7 @@ void frmProgress::ShowResult(RunOutcome outcome, const RunAccount& account, cons
 void frmProgress::showEvent(QShowEvent* event) {
   if (!shown_.isValid()) shown_.start();
   QDialog::showEvent(event);
+  resize(size().expandedTo(minimumSizeHint()));  // on a small screen the buttons may need more than was reckoned
 }
 
 // On the screen. A window that has only just come has not been put anywhere by the person, and its place may not be
@@ -187,7 +189,13 @@ void frmProgress::Place() {
   move(corner);
 }
 
-void frmProgress::OfferStandard() { again_->show(); }
+void frmProgress::OfferStandard() {
+  again_->show();
+  if (!isVisible()) return;
+  layout()->activate();
+  resize(size().expandedTo(minimumSizeHint()));
+  Place();
+}
 
 void frmProgress::AskCancel() {
   if (asking_) return;

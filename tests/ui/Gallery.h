@@ -79,11 +79,11 @@ class Gallery {
     window.TakeFiles({"quarter-section.asc"});
     Get<QComboBox>(window, "OutFormat").setCurrentText("Geographix CDF File (*.cdf)");
     Visit("main", window, kDrawn);
-    Press(window, Qt::Key_Return);
-    Visit("main-element", window, kDrawn);
     Get<QToolButton>(window, "cmdMoreOptions").click();
     Visit("main-more", window, kDrawn);
     Get<QToolButton>(window, "cmdMoreOptions").click();
+    Press(window, Qt::Key_Return);
+    Visit("main-element", window, kDrawn);
     Get<QLineEdit>(window, "Infile").setText("wells.dbf");
     Visit("main-wrong", window, 600);
     window.TakeFiles({"all-entities.dxf"});
@@ -194,22 +194,24 @@ class Gallery {
   // Some files of each state.
   void ShowQueue() {
     QueueWindow queue(AllFormats(), "tesselink");
-    Get<QLineEdit>(queue, "Into").setText("/tmp/plats/converted");
+    queue.Preset("Landmark ASCII File (*.asc)", Dialect::Standard);
+    queue.Add({"/tmp/plats"});
     auto* model = queue.findChild<QueueModel*>();
     if (model == nullptr) qFatal("no list");
     QJsonArray files;
-    for (const char* name : {"lease-7.dxf", "plat.asc", "plat.cdf", "roads.shp", "section-14.dxf", "wells.shp"}) {
-      files.append(QJsonObject{{"input", QString("/tmp/plats/") + name}, {"output", QString("converted/") + name}});
+    for (const char* name : {"lease-7.dxf", "plat.cdf", "plat.dxf", "roads.shp", "section-14.dxf", "wells.shp"}) {
+      const QString file = QString("/tmp/plats/") + name;
+      files.append(QJsonObject{{"input", file}, {"output", file.left(file.size() - 4) + ".asc"}});
     }
     QJsonObject twice = files[2].toObject();
-    twice["against"] = "plat.asc and plat.cdf would both become converted/plat.dxf";
+    twice["against"] = "plat.cdf and plat.dxf would both become plat.asc";
     files[2] = twice;
     model->TakePlan({{"files", files}}, {"/tmp/plats/missing.dxf"});
     const QJsonArray lost{QJsonObject{{"kind", "heights"}, {"text", "the format has no z"}, {"count", 2}},
                           QJsonObject{{"kind", "curves"}, {"text", "5 became chains"}, {"count", 1}}};
-    model->TakeResult({{"input", "/tmp/plats/plat.asc"},
+    model->TakeResult({{"input", "/tmp/plats/plat.cdf"},
                        {"result", "converted"},
-                       {"outputs", QJsonArray{"/tmp/plats/converted/plat.dxf"}},
+                       {"outputs", QJsonArray{"/tmp/converted/plat.asc"}},
                        {"summary", QJsonObject{{"warnings", lost}}}});
     model->TakeResult({{"input", "/tmp/plats/lease-7.dxf"},
                        {"result", "failed"},

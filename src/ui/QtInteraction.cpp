@@ -261,12 +261,12 @@ void QtInteraction::ShowSummary(const RunSummary& summary, bool offersStandard) 
     const QString folder = Shown(FolderOf(file));
     if (folder.size() > 1 && !folders.contains(folder)) folders.append(folder);
   }
-  progress_->ShowResult(summary.outcome, AccountOf(summary, kUiWording), folders);
   if (offersStandard) {
     progress_->OfferStandard();
     // The next run has a window of its own, and must not take this one's place before its button is done.
     connect(progress_.get(), &frmProgress::standardWanted, this, &QtInteraction::standardWanted, Qt::QueuedConnection);
   }
+  progress_->ShowResult(summary.outcome, AccountOf(summary, kUiWording), folders);
   if (summary.outcome == RunOutcome::Cancelled) {
     progress_->exec();
   } else {

@@ -159,8 +159,10 @@ void frmProgress::ShowResult(RunOutcome outcome, const RunAccount& account, cons
   cancel_->hide();
   done_->show();
   const int unit = fontMetrics().height();
+  const QMargins margins = layout()->contentsMargins();
+  const int ofButtons = copy_->parentWidget()->layout()->minimumSize().width() + margins.left() + margins.right();
   const QSize wanted = size().expandedTo(sizeHint()).expandedTo({0, 26 * unit});
-  resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
+  resize(wanted.boundedTo(screen()->availableSize() * 9 / 10).expandedTo({ofButtons, 0}));
   Place();
   done_->setDefault(true);
   done_->setFocus();
@@ -169,7 +171,6 @@ void frmProgress::ShowResult(RunOutcome outcome, const RunAccount& account, cons
 void frmProgress::showEvent(QShowEvent* event) {
   if (!shown_.isValid()) shown_.start();
   QDialog::showEvent(event);
-  resize(size().expandedTo(minimumSizeHint()));  // on a small screen the buttons may need more than was reckoned
 }
 
 // On the screen. A window that has only just come has not been put anywhere by the person, and its place may not be
@@ -189,13 +190,7 @@ void frmProgress::Place() {
   move(corner);
 }
 
-void frmProgress::OfferStandard() {
-  again_->show();
-  if (!isVisible()) return;
-  layout()->activate();
-  resize(size().expandedTo(minimumSizeHint()));
-  Place();
-}
+void frmProgress::OfferStandard() { again_->show(); }
 
 void frmProgress::AskCancel() {
   if (asking_) return;

@@ -42,7 +42,7 @@ class frmProgress final : public QDialog {
   void ShowHint(const QString& hint);
   /// What came of the run, whose files lie in these folders; from now on the dialog is closed by its own button.
   void ShowResult(RunOutcome outcome, const RunAccount& account, const QStringList& folders);
-  /// Offers, below the result, to convert again in the other dialect.
+  /// Offers, below the result that is about to be shown, to convert again in the other dialect.
   void OfferStandard();
   /// The time that the run has taken; it is stopped while a question waits for its answer.
   Stopwatch* Watch() { return &watch_; }

@@ -123,8 +123,8 @@ class Gallery {
       if (outcome == RunOutcome::Failed) summary.error = "plat.dxf, line 7: a number is expected";
       frmProgress ended;
       ended.ShowProgress({100, extents, 23});
-      ended.ShowResult(outcome, AccountOf(summary, kUiWording), {TESSELINK_EXAMPLES});
       if (outcome == RunOutcome::Done) ended.OfferStandard();
+      ended.ShowResult(outcome, AccountOf(summary, kUiWording), {TESSELINK_EXAMPLES});
       Visit(name, ended);
     }
     FrmScan fileScan;

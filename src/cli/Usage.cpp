@@ -66,7 +66,7 @@ std::string AboutValues(const std::string& text) {
   return text.ends_with(" missing") ? name + " needs a value" : text;
 }
 
-std::string Wording(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+std::string WordsOf(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
   if (app.get_subcommands().empty() || IsOption(arguments.front())) return WithoutCommand(app, arguments);
   const CLI::App& command = *app.get_subcommands().front();
   // A misspelt option is the mistake, whatever its value is then taken for.
@@ -110,7 +110,7 @@ ParsingEnded EndOfParsing(const CLI::App& app, const CLI::ParseError& error,
   }
   std::string name = "tesselink";
   for (const CLI::App* sub : app.get_subcommands()) name += " " + sub->get_name();
-  return {Wording(app, error, arguments), kExitUsage, "See \"" + name + " --help\".\n"};
+  return {WordsOf(app, error, arguments), kExitUsage, "See \"" + name + " --help\".\n"};
 }
 
 }  // namespace tesselink

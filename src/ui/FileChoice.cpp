@@ -130,6 +130,8 @@ QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringLi
   return paths.size() == 1 || inputs.isEmpty() ? paths : inputs;
 }
 
+bool IsShapefile(const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; }
+
 QStringList LocalFiles(const QMimeData& data) {
   QStringList paths;
   for (const QUrl& url : data.urls()) {

@@ -47,6 +47,8 @@ QStringList EntriesBeside(const std::vector<OutputFormat>& formats, const QStrin
 /// What a drop of files means: of several, folders and those that are inputs by themselves, so that a shapefile may
 /// come with its index and its table.
 QStringList InputsAmong(const std::vector<InputFormat>& formats, const QStringList& paths);
+/// By its extension.
+bool IsShapefile(const QString& path);
 /// The local files of a drop.
 QStringList LocalFiles(const QMimeData& data);
 

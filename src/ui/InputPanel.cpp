@@ -35,8 +35,6 @@ int NumberOf(const std::exception& error) {
   return static_cast<int>(memory ? std::errc::not_enough_memory : std::errc::invalid_argument);
 }
 
-bool IsShapefile(const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; }
-
 }  // namespace
 
 InputPanel::InputPanel(const FormatTable& formats, CommonDlg& dialog, WindowMemory& memory, QWidget* parent)

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kNotes = 2;  // the rest in the tool tip
 
-// Ten digits tell millimetres of a coordinate in feet or metres; what a curve or a division adds behind them is noise.
+// Ten digits tell at least centimetres in feet or metres; what a curve or a division adds behind them is noise.
 QString Place(double coordinate) { return Grouped(QString::number(coordinate, 'g', 10).toDouble()); }
 
 }  // namespace

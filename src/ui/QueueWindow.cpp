@@ -44,8 +44,6 @@ bool IsIn(const QString& file, const QString& given) {
   return file == given || file.startsWith(given.endsWith('/') ? given : given + '/');
 }
 
-bool IsShapefile(const QString& path) { return ExtensionOf(path.toStdString()) == ".shp"; }
-
 QStringList Texts(const QJsonValue& array) {
   QStringList texts;
   for (const QJsonValue text : array.toArray()) texts.append(text.toString());

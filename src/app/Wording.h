@@ -17,8 +17,12 @@ class Wording {
   virtual std::string Text(const char* context, const char* text) const;
   virtual std::string Number(std::int64_t number) const { return std::to_string(number); }
 
-  /// A text of the context "Summary", with the values in the places of %1, %2 and so on.
-  std::string Told(const char* pattern, std::initializer_list<std::string> values) const;
+  /// Such a text with the values in the places of %1, %2 and so on.
+  std::string Filled(const char* context, const char* pattern, std::initializer_list<std::string> values) const;
+  /// One of the context "Summary".
+  std::string Told(const char* pattern, std::initializer_list<std::string> values) const {
+    return Filled("Summary", pattern, values);
+  }
 };
 
 /// As the command line tells.

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "ui/DialectLine.h"
 
-#include <QCoreApplication>
-#include <QLocale>
 #include <QStringList>
 
 #include "ui/UiText.h"
+#include "ui/UiWording.h"
 
 namespace tesselink {
 namespace {
@@ -13,9 +12,7 @@ namespace {
 constexpr int kMostTold = 3;
 
 QString Text(const DialectSentence& sentence) {
-  QString text = QCoreApplication::translate("Dialect", sentence.Pattern());
-  text.replace("%1", QLocale().toString(static_cast<qlonglong>(sentence.count)));
-  return text.replace("%2", Shown(sentence.names));
+  return Shown(kUiWording.Filled("Dialect", sentence.Pattern(), {kUiWording.Number(sentence.count), sentence.names}));
 }
 
 }  // namespace

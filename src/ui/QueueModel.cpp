@@ -103,7 +103,7 @@ void QueueModel::Show(const QStringList& inputs) {
   Replace(std::move(rows));
 }
 
-void QueueModel::Remove(const QStringList& inputs) {
+void QueueModel::Remove(const QSet<QString>& inputs) {
   QList<QueueRow> rows = rows_;
   rows.removeIf([&inputs](const QueueRow& row) { return inputs.contains(row.input); });
   Replace(std::move(rows));

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QJsonObject>
 #include <QList>
+#include <QSet>
 #include <QStringList>
 #include <initializer_list>
 
@@ -33,7 +34,7 @@ class QueueModel final : public QAbstractTableModel {
   /// Files of which nothing is known yet.
   void Show(const QStringList& inputs);
   /// Takes files out.
-  void Remove(const QStringList& inputs);
+  void Remove(const QSet<QString>& inputs);
   /// The files of a plan, behind those that cannot be read; what has come of those that it still has stays. What
   /// something stands against is left out, and says why.
   void TakePlan(const QJsonObject& plan, const QStringList& unreadable);

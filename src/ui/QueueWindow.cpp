@@ -91,10 +91,13 @@ void QueueWindow::AddFolder() {
 
 // A folder of which no file is left goes too.
 void QueueWindow::Remove() {
-  QStringList left, marked;
+  QSet<QString> marked;
+  for (const QModelIndex& index : list_->selectionModel()->selectedRows()) {
+    marked.insert(model_->Rows()[index.row()].input);
+  }
+  model_->Remove(marked);
+  QStringList left;
   for (const QueueRow& row : model_->Rows()) left.append(row.input);
-  for (const QModelIndex& index : list_->selectionModel()->selectedRows()) marked.append(left[index.row()]);
-  left.removeIf([&marked](const QString& input) { return marked.contains(input); });
   given_.removeIf([&left](const QString& given) {
     return std::none_of(left.begin(), left.end(), [&given](const QString& input) { return IsIn(input, given); });
   });
@@ -105,7 +108,6 @@ void QueueWindow::Remove() {
   removed_.removeIf([this](const QString& file) {
     return std::none_of(given_.begin(), given_.end(), [&file](const QString& given) { return IsIn(file, given); });
   });
-  model_->Remove(marked);
   PlanSoon();
 }
 

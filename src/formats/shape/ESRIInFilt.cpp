@@ -19,6 +19,12 @@
 namespace tesselink {
 namespace {
 
+// A message whose text has the subject in the place of %1.
+Message About(const std::string& subject, const char* text, const char* title, MessageIcon icon,
+              Topic topic = Topic::Notice) {
+  return {.topic = topic, .text = Replaced(text, "%1", subject), .title = title, .icon = icon, .subject = subject};
+}
+
 constexpr ESRIReading kClassicShapeReading{.rowOfFirstShape = 1,
                                            .everyType = false,
                                            .needsIndex = true,
@@ -72,12 +78,9 @@ void ESRIInFilt::OpenFiles(const std::string& path) {
   records_.Open(path);
   const std::string indexPath = PartnerFile(path, "SHX");
   if (indexPath.empty() && reading_.needsIndex) {
-    const std::string missing = LowerCase(StripExtension(path) + ".SHX");
-    interaction().ShowMessage(
-        {.text = Replaced(TRANSLATABLE("Messages", "Fatal Error: Could not find file %1"), "%1", missing),
-         .title = "Error",
-         .icon = MessageIcon::Critical,
-         .subject = missing});
+    interaction().ShowMessage(About(LowerCase(StripExtension(path) + ".SHX"),
+                                    TRANSLATABLE("Messages", "Fatal Error: Could not find file %1"), "Error",
+                                    MessageIcon::Critical));
     records_.Close();
     return;
   }
@@ -151,12 +154,9 @@ void ESRIInFilt::OpenTable() {
   tableTried_ = true;
   const std::string tablePath = TablePath();
   if (tablePath.empty()) {
-    const std::string missing = LowerCase(StripExtension(filename_) + ".DBF");
-    interaction().ShowMessage(
-        {.text = Replaced(TRANSLATABLE("Messages", "Warning: \r\nCould not find file %1"), "%1", missing),
-         .title = "",
-         .icon = MessageIcon::Warning,
-         .subject = missing});
+    interaction().ShowMessage(About(LowerCase(StripExtension(filename_) + ".DBF"),
+                                    TRANSLATABLE("Messages", "Warning: \r\nCould not find file %1"), "",
+                                    MessageIcon::Warning));
     Layered = false;
     return;
   }
@@ -295,10 +295,8 @@ bool ESRIInFilt::ReportUnread() {
   if (type != nullptr && records_.Reads(*type)) return false;
   report().Undelivered(type == nullptr ? std::to_string(records_.TypeCode()) : type->name);
   if (type == nullptr) return false;
-  interaction().ShowMessage({.topic = Topic::Unread,
-                             .text = Replaced(TRANSLATABLE("Messages", "Unhandled Data Type %1"), "%1", type->name),
-                             .title = "",
-                             .subject = type->name});
+  interaction().ShowMessage(About(type->name, TRANSLATABLE("Messages", "Unhandled Data Type %1"), "",
+                                  MessageIcon::Information, Topic::Unread));
   return true;
 }
 
